@@ -1,0 +1,47 @@
+// The inside of the printer that commands work on: books, fiscal state machine, paper and stations.
+#pragma once
+
+#include "fiscal/machine.h"
+#include "paper/roll.h"
+#include "paper/ticket.h"
+
+namespace printer {
+
+struct Identity {
+  Owner owner;
+  Rate igtfRate = 300;
+};
+
+// What can be wrong with the printer itself. Set by faults, never by commands.
+struct Conditions {
+  bool paperNearEnd = false;
+  bool paperOut = false;
+  bool coverOpen = false;
+  bool memoryNearFull = false;
+  bool memoryFull = false;
+  bool closingRequired = false;
+};
+
+struct Works {
+  Works(Identity who, Books kept)
+      : identity{std::move(who)}, books{std::move(kept)}, machine{books, identity.igtfRate} {}
+  Works(const Works&) = delete;
+  Works& operator=(const Works&) = delete;
+
+  const Identity identity;
+  Books books;
+  Machine machine;
+  Roll roll;
+  Conditions conditions;
+  bool slipOn = false;
+  std::uint8_t lastCommand = 0;  // other than a status request
+  LocalTime now{};               // the printer's own clock, told before each command
+
+  // Ends the ticket in work with the given last lines.
+  void finishTicket(const Lines& lines, const std::string& title) {
+    roll.print(lines);
+    roll.cut(title);
+  }
+};
+
+}  // namespace printer

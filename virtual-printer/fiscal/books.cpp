@@ -1,0 +1,62 @@
+// Entries into the books.
+#include "fiscal/books.h"
+
+namespace printer {
+namespace {
+
+void add(BySlot& to, const BySlot& amounts) {
+  for (std::size_t slot = 0; slot < slots; ++slot) to[slot] += amounts[slot];
+}
+
+void add(Figures& to, const Document& document) {
+  add(to.bases, document.bases());
+  add(to.taxes, document.taxes());
+  to.igtfBase += document.igtfBase;
+  to.igtf += document.igtf;
+}
+
+}  // namespace
+
+int& Books::counterOf(DocumentKind kind) {
+  switch (kind) {
+    case DocumentKind::creditNote:
+      return counters.creditNote;
+    case DocumentKind::nonFiscal:
+      return counters.nonFiscal;
+    case DocumentKind::invoice:
+      break;
+  }
+  return counters.invoice;
+}
+
+void Books::enter(const Document& document, LocalTime now) {
+  open.reset();
+  if (document.kind == DocumentKind::nonFiscal) {
+    ++day.nonFiscals;
+    return;
+  }
+  day.rates = document.rates;
+  if (document.kind == DocumentKind::creditNote) {
+    ++day.creditNotes;
+    add(day.returns, document);
+    return;
+  }
+  ++day.invoices;
+  add(day.sales, document);
+  day.discounts += sum(document.discounts);
+  day.discountTax += sum(document.taxesOf(document.lines)) - document.tax();
+  lastInvoice = {document.number, now};
+}
+
+void Books::enterCancelled() {
+  open.reset();
+  ++day.cancelled;
+}
+
+const ZRecord& Books::closeDay(LocalTime now) {
+  zRecords.push_back({++counters.z, now, day, lastInvoice});
+  day = {};
+  return zRecords.back();
+}
+
+}  // namespace printer

@@ -1,0 +1,83 @@
+// Pseudo-terminal over POSIX.
+#include "line/pty.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+namespace printer {
+namespace {
+
+[[noreturn]] void fail(const char* what) { throw std::system_error{errno, std::generic_category(), what}; }
+
+// Without echo and translations: what the host has not set up itself must not come back to the printer.
+void setRaw(int descriptor) {
+  termios settings{};
+  if (::tcgetattr(descriptor, &settings) != 0) fail("tcgetattr on the pseudo-terminal");
+  ::cfmakeraw(&settings);
+  ::cfsetspeed(&settings, B9600);
+  if (::tcsetattr(descriptor, TCSANOW, &settings) != 0) fail("tcsetattr on the pseudo-terminal");
+}
+
+}  // namespace
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+  if (this != &other) {
+    close();
+    number_ = other.release();
+  }
+  return *this;
+}
+
+int Descriptor::release() { return std::exchange(number_, -1); }
+
+void Descriptor::close() {
+  if (isOpen()) ::close(release());
+}
+
+Pty::Pty() {
+  master_ = Descriptor{::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)};
+  if (!master_.isOpen()) fail("posix_openpt");
+  if (::grantpt(master_.get()) != 0) fail("grantpt");
+  if (::unlockpt(master_.get()) != 0) fail("unlockpt");
+  std::array<char, 128> name{};
+  if (const int error = ::ptsname_r(master_.get(), name.data(), name.size()); error != 0)
+    throw std::system_error{error, std::generic_category(), "ptsname_r"};
+  device_ = name.data();
+  slave_ = Descriptor{::open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)};
+  if (!slave_.isOpen()) fail("opening the pseudo-terminal's slave side");
+  setRaw(slave_.get());
+}
+
+std::string Pty::read() {
+  std::array<char, 4096> buffer;
+  const ssize_t count = ::read(master_.get(), buffer.data(), buffer.size());
+  return count > 0 ? std::string{buffer.data(), static_cast<std::size_t>(count)} : std::string{};
+}
+
+void Pty::write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(master_.get(), bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+void Pty::liftStaleExclusiveUse() {
+  int exclusive = 0;
+  if (::ioctl(slave_.get(), TIOCGEXCL, &exclusive) != 0 || exclusive == 0) return;
+  if (::flock(slave_.get(), LOCK_EX | LOCK_NB) != 0) return;
+  ::ioctl(slave_.get(), TIOCNXCL);
+  ::flock(slave_.get(), LOCK_UN);
+}
+
+}  // namespace printer

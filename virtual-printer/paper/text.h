@@ -1,0 +1,13 @@
+// Sheets as plain text, 40 columns wide.
+#pragma once
+
+#include <deque>
+
+#include "paper/sheet.h"
+
+namespace printer {
+
+std::string textLine(const Line& line);
+std::string textPaper(const std::deque<Sheet>& sheets);
+
+}  // namespace printer

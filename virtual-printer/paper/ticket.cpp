@@ -1,0 +1,182 @@
+// The look of a Venezuelan fiscal ticket.
+#include "paper/ticket.h"
+
+#include <cstdio>
+
+namespace printer {
+namespace {
+
+std::string bolivares(Cents amount) { return "Bs " + paperDecimal(amount); }
+
+std::string kindName(DocumentKind kind) {
+  switch (kind) {
+    case DocumentKind::creditNote:
+      return "NOTA DE CREDITO";
+    case DocumentKind::nonFiscal:
+      return "DOCUMENTO NO FISCAL";
+    case DocumentKind::invoice:
+      break;
+  }
+  return "FACTURA";
+}
+
+std::string rateMark(std::size_t slot) { return std::string{" ("} + slotLetters[slot] + ")"; }
+
+std::string formatted(const char* format, unsigned first, unsigned second, int third) {
+  std::array<char, 40> text{};
+  std::snprintf(text.data(), text.size(), format, first, second, third);
+  return text.data();
+}
+
+void addIfGiven(Lines& lines, const std::string& label, const std::string& text) {
+  if (!text.empty()) addText(lines, label + text);
+}
+
+// "yymmdd" and "hhmmss" as the host sent them; anything else is shown as it came.
+std::string sentDate(const std::string& text) {
+  if (text.size() != 6) return text;
+  return text.substr(4, 2) + "-" + text.substr(2, 2) + "-20" + text.substr(0, 2);
+}
+
+std::string sentTime(const std::string& text) {
+  return text.size() == 6 ? text.substr(0, 2) + ":" + text.substr(2, 2) : text;
+}
+
+void addMachine(Lines& lines, const Owner& owner) { addPair(lines, "MH", owner.serial, LineStyle::bold); }
+
+}  // namespace
+
+std::string eightDigits(int number) { return formatted("%08u", static_cast<unsigned>(number), 0, 0); }
+
+std::string paperDate(LocalTime time) {
+  const std::chrono::year_month_day date{std::chrono::floor<std::chrono::days>(time)};
+  return formatted("%02u-%02u-%d", unsigned{date.day()}, unsigned{date.month()}, int{date.year()});
+}
+
+std::string paperTime(LocalTime time) {
+  const auto minutes =
+      std::chrono::duration_cast<std::chrono::minutes>(time - std::chrono::floor<std::chrono::days>(time))
+          .count();
+  return formatted("%02u:%02u", static_cast<unsigned>(minutes / 60), static_cast<unsigned>(minutes % 60), 0);
+}
+
+std::string documentTitle(DocumentKind kind, int number) {
+  return kindName(kind) + " " + eightDigits(number);
+}
+
+Lines headingLines(const Owner& owner, const TextLines& header) {
+  Lines lines;
+  addMiddle(lines, "SENIAT", LineStyle::bold);
+  addMiddle(lines, "RIF " + owner.rif);
+  addMiddle(lines, owner.name);
+  for (const std::string& text : header)
+    if (!text.empty()) addMiddle(lines, text);
+  return lines;
+}
+
+Lines openingLines(const Document& document, LocalTime now) {
+  Lines lines;
+  addIfGiven(lines, "RIF/C.I.: ", document.buyer.rif);
+  addIfGiven(lines, "RAZON SOCIAL: ", document.buyer.name);
+  const Reference& reference = document.reference;
+  if (document.kind == DocumentKind::creditNote && reference.number != "0")
+    addIfGiven(lines, "FACTURA AFECTADA: ", reference.number);
+  addIfGiven(lines, "SERIAL DEL EQUIPO: ", reference.serial);
+  addIfGiven(lines, "FECHA FACTURA: ", sentDate(reference.date));
+  addIfGiven(lines, "HORA FACTURA: ", sentTime(reference.time));
+  addMiddle(lines, kindName(document.kind), LineStyle::title);
+  addPair(lines,
+          document.kind == DocumentKind::invoice ? "FACTURA:" : "NUMERO:", eightDigits(document.number));
+  addPair(lines, "FECHA: " + paperDate(now), "HORA: " + paperTime(now));
+  lines.push_back(ruleLine());
+  return lines;
+}
+
+Lines itemLines(const Item& item) {
+  Lines lines;
+  addText(lines, paperQuantity(item.quantity) + " x " + bolivares(item.price));
+  addPair(lines, item.description + rateMark(item.slot), bolivares(item.amount));
+  return lines;
+}
+
+Lines discountLines(const std::string& description, Cents amount) {
+  Lines lines;
+  addPair(lines, description.empty() ? "DESCUENTO" : "DESCUENTO " + description, bolivares(-amount));
+  return lines;
+}
+
+Lines subtotalLines(const Document& document) {
+  Lines lines;
+  addPair(lines, "SUBTOTAL", bolivares(document.total()), LineStyle::bold);
+  return lines;
+}
+
+Lines totalLines(const Document& document) {
+  Lines lines{ruleLine()};
+  addPair(lines, "SUBTTL", bolivares(document.net()));
+  lines.push_back(ruleLine());
+  const BySlot bases = document.bases();
+  const BySlot taxes = document.taxes();
+  if (bases[0] != 0) addPair(lines, "EXENTO (E)", bolivares(bases[0]));
+  for (std::size_t slot = 1; slot < slots; ++slot) {
+    if (document.lines[slot] == 0) continue;
+    const std::string mark =
+        std::string{slotLetters[slot]} + " (" + paperRate(document.rates.rates[slot]) + ")";
+    addPair(lines, "BI " + mark, bolivares(bases[slot]));
+    addPair(lines, "IVA " + mark, bolivares(taxes[slot]));
+  }
+  lines.push_back(ruleLine());
+  addPair(lines, "TOTAL", bolivares(document.total()), LineStyle::title);
+  return lines;
+}
+
+Lines paymentLines(const std::string& medium, Cents amount) {
+  const bool isNumber = !medium.empty() && medium.find_first_not_of("0123456789") == std::string::npos;
+  Lines lines;
+  addPair(lines, medium.empty() ? "EFECTIVO" : (isNumber ? "MEDIO DE PAGO " : "") + medium,
+          bolivares(amount));
+  return lines;
+}
+
+Lines settlementLines(const Document& document, Rate igtfRate) {
+  Lines lines;
+  if (document.igtf > 0) {
+    addPair(lines, "BI IGTF (" + paperRate(igtfRate) + ")", bolivares(document.igtfBase));
+    addPair(lines, "IGTF (" + paperRate(igtfRate) + ")", bolivares(document.igtf));
+    addPair(lines, "TOTAL CON IGTF", bolivares(document.due()), LineStyle::title);
+  }
+  if (document.change() > 0) addPair(lines, "CAMBIO", bolivares(document.change()));
+  return lines;
+}
+
+Lines closingLines(const Owner& owner, const TextLines& footer) {
+  Lines lines;
+  for (const std::string& text : footer)
+    if (!text.empty()) addMiddle(lines, text);
+  addMachine(lines, owner);
+  return lines;
+}
+
+Lines cancelledLines(const Owner& owner) {
+  Lines lines;
+  addMiddle(lines, "DOCUMENTO ANULADO", LineStyle::title);
+  addMachine(lines, owner);
+  return lines;
+}
+
+Lines nonFiscalClosingLines(const Owner& owner) {
+  Lines lines;
+  addMiddle(lines, "NO FISCAL", LineStyle::bold);
+  addMachine(lines, owner);
+  return lines;
+}
+
+Lines lostDocumentLines(DocumentKind kind, int number, LocalTime now) {
+  Lines lines;
+  addPair(lines, kindName(kind) + ":", eightDigits(number));
+  addPair(lines, "FECHA: " + paperDate(now), "HORA: " + paperTime(now));
+  addMiddle(lines, "INTERRUMPIDO POR CORTE DE ENERGIA");
+  return lines;
+}
+
+}  // namespace printer

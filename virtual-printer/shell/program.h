@@ -1,0 +1,11 @@
+// The running printer: line, paper and signals in one loop.
+#pragma once
+
+#include "shell/options.h"
+
+namespace printer {
+
+// Runs until SIGINT, SIGTERM or SIGHUP; the exit code.
+int runProgram(const Options& options);
+
+}  // namespace printer
