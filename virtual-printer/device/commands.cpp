@@ -8,6 +8,9 @@ namespace printer {
 namespace {
 
 constexpr auto table = std::to_array<CommandEntry>({
+    {statusCode, "status", Paper::notNeeded, status},
+    {0x39, "closing", Paper::notNeeded, closing},  // an X that is only read needs no paper
+    {0x3A, "memory", Paper::needed, memoryReport},
     {0x40, "open", Paper::needed, openDocument},
     {0x41, "text", Paper::needed, extraLine},
     {0x42, "item", Paper::needed, itemLine},
@@ -17,8 +20,19 @@ constexpr auto table = std::to_array<CommandEntry>({
     {0x48, "open-dnf", Paper::needed, openNonFiscal},
     {0x49, "text-dnf", Paper::needed, nonFiscalLine},
     {0x4A, "close-dnf", Paper::needed, closeNonFiscal},
+    {0x4B, "cut", Paper::needed, cutPaper},
+    {0x50, "feed", Paper::needed, feedPaper},
+    {0x58, "set-clock", Paper::notNeeded, setClock},
+    {0x59, "clock", Paper::notNeeded, readClock},
     {0x5D, "header", Paper::notNeeded, setHeader},
     {0x5E, "footer", Paper::notNeeded, setFooter},
+    {0x7B, "drawer-1", Paper::notNeeded, openDrawer},
+    {0x7C, "drawer-2", Paper::notNeeded, openDrawer},
+    {0x80, "serial", Paper::notNeeded, readSerial},
+    {0xA0, "slip-on", Paper::notNeeded, slipOn},
+    {0xA1, "slip-off", Paper::notNeeded, slipOff},
+    {0xAA, "cheque", Paper::notNeeded, chequeFace},
+    {0xAB, "endorse", Paper::notNeeded, chequeBack},
 });
 
 }  // namespace

@@ -2,42 +2,9 @@
 #include "device/device.h"
 
 #include "device/commands.h"
+#include "device/status.h"
 
 namespace printer {
-namespace {
-
-std::uint16_t bitIf(bool condition, std::uint16_t bit) { return condition ? bit : std::uint16_t{0}; }
-
-void requirePaper(const Conditions& conditions) {
-  refuseIf(conditions.paperOut, Refusal::noPaper);
-  refuseIf(conditions.coverOpen, Refusal::coverOpen);
-}
-
-}  // namespace
-
-std::uint16_t printerStatus(const Works& works) {
-  const Conditions& now = works.conditions;
-  return static_cast<std::uint16_t>(
-      bitIf(now.coverOpen, printer_bit::coverOpen) | bitIf(now.paperNearEnd, printer_bit::paperNearEnd) |
-      bitIf(now.paperOut, printer_bit::paperOut) | bitIf(works.slipOn, printer_bit::slipOn));
-}
-
-std::uint16_t fiscalStatus(const Works& works) {
-  const Phase phase = works.machine.phase();
-  const auto isOpen = [&](DocumentKind kind) {
-    return phase != Phase::none && works.machine.document().kind == kind;
-  };
-  const Conditions& now = works.conditions;
-  return static_cast<std::uint16_t>(bitIf(isOpen(DocumentKind::invoice), fiscal_bit::invoiceOpen) |
-                                    bitIf(isOpen(DocumentKind::creditNote), fiscal_bit::creditNoteOpen) |
-                                    bitIf(isOpen(DocumentKind::nonFiscal), fiscal_bit::nonFiscalOpen) |
-                                    bitIf(phase == Phase::partial, fiscal_bit::partiallyClosed) |
-                                    bitIf(phase == Phase::paying, fiscal_bit::paying) |
-                                    bitIf(works.books.day != DayTotals{}, fiscal_bit::dayOpen) |
-                                    bitIf(now.memoryNearFull, fiscal_bit::memoryNearFull) |
-                                    bitIf(now.memoryFull, fiscal_bit::memoryFull) |
-                                    bitIf(now.closingRequired, fiscal_bit::closingRequired));
-}
 
 Device::Device(Identity identity, Books books, SaveBooks save)
     : works_{std::move(identity), std::move(books)}, saved_{works_.books}, save_{std::move(save)} {}

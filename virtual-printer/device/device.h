@@ -9,21 +9,6 @@
 
 namespace printer {
 
-// Bits of the status words. They are this printer's own choice.
-namespace printer_bit {
-inline constexpr std::uint16_t coverOpen = 0x0004, paperNearEnd = 0x0010, paperOut = 0x0020, slipOn = 0x0100,
-                               failure = 0x8000;
-}
-namespace fiscal_bit {
-inline constexpr std::uint16_t invoiceOpen = 0x0001, creditNoteOpen = 0x0002, nonFiscalOpen = 0x0004,
-                               partiallyClosed = 0x0008, paying = 0x0010, dayOpen = 0x0020,
-                               memoryNearFull = 0x0040, memoryFull = 0x0080, closingRequired = 0x0100,
-                               refused = 0x8000;
-}
-
-std::uint16_t printerStatus(const Works& works);
-std::uint16_t fiscalStatus(const Works& works);
-
 class Device {
  public:
   // Called whenever the books have changed, before the answer leaves.

@@ -57,6 +57,8 @@ CloseOrder readCloseOrder(const Arguments& arguments) {
 Fields openDocument(Works& works, const Arguments& arguments) {
   const bool isCreditNote = arguments.raw(6) == "D";
   refuseIf(!isCreditNote && !arguments.raw(6).empty(), Refusal::badField);
+  refuseIf(works.conditions.memoryFull, Refusal::memoryFull);
+  refuseIf(works.conditions.closingRequired, Refusal::closingRequired);
   works.machine.open(isCreditNote ? DocumentKind::creditNote : DocumentKind::invoice,
                      {arguments.text(0), arguments.text(1)},
                      {arguments.text(2), arguments.text(3), arguments.text(4), arguments.text(5)});

@@ -19,8 +19,13 @@ struct Conditions {
   bool coverOpen = false;
   bool memoryNearFull = false;
   bool memoryFull = false;
-  bool closingRequired = false;
+  bool closingRequired = false;  // lifted by a Z closing
 };
+
+inline void requirePaper(const Conditions& conditions) {
+  refuseIf(conditions.paperOut, Refusal::noPaper);
+  refuseIf(conditions.coverOpen, Refusal::coverOpen);
+}
 
 struct Works {
   Works(Identity who, Books kept)

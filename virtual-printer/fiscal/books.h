@@ -9,11 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "fiscal/calendar.h"
 #include "fiscal/document.h"
 
 namespace printer {
-
-using LocalTime = std::chrono::local_seconds;
 
 struct Counters {
   int invoice = 0, creditNote = 0, nonFiscal = 0, z = 0;  // the last numbers given out

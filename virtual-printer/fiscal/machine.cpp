@@ -120,9 +120,4 @@ bool Machine::abandon() {
   return true;
 }
 
-const ZRecord& Machine::closeDay(LocalTime now) {
-  requireIdle();
-  return books_.closeDay(now);
-}
-
 }  // namespace printer

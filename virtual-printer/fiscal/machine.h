@@ -35,7 +35,6 @@ class Machine {
   void cancel();
   // What is open ends as cancelled, in whatever phase; false when nothing is open.
   bool abandon();
-  const ZRecord& closeDay(LocalTime now);
   void requireIdle() const;
 
  private:

@@ -1,12 +1,10 @@
 // The look of a Venezuelan fiscal ticket.
 #include "paper/ticket.h"
 
-#include <cstdio>
+#include "fiscal/calendar.h"
 
 namespace printer {
 namespace {
-
-std::string bolivares(Cents amount) { return "Bs " + paperDecimal(amount); }
 
 std::string kindName(DocumentKind kind) {
   switch (kind) {
@@ -22,12 +20,6 @@ std::string kindName(DocumentKind kind) {
 
 std::string rateMark(std::size_t slot) { return std::string{" ("} + slotLetters[slot] + ")"; }
 
-std::string formatted(const char* format, unsigned first, unsigned second, int third) {
-  std::array<char, 40> text{};
-  std::snprintf(text.data(), text.size(), format, first, second, third);
-  return text.data();
-}
-
 void addIfGiven(Lines& lines, const std::string& label, const std::string& text) {
   if (!text.empty()) addText(lines, label + text);
 }
@@ -42,23 +34,24 @@ std::string sentTime(const std::string& text) {
   return text.size() == 6 ? text.substr(0, 2) + ":" + text.substr(2, 2) : text;
 }
 
-void addMachine(Lines& lines, const Owner& owner) { addPair(lines, "MH", owner.serial, LineStyle::bold); }
-
 }  // namespace
 
-std::string eightDigits(int number) { return formatted("%08u", static_cast<unsigned>(number), 0, 0); }
-
-std::string paperDate(LocalTime time) {
-  const std::chrono::year_month_day date{std::chrono::floor<std::chrono::days>(time)};
-  return formatted("%02u-%02u-%d", unsigned{date.day()}, unsigned{date.month()}, int{date.year()});
+std::string eightDigits(int number) {
+  const std::string digits = std::to_string(number);
+  return digits.size() < 8 ? std::string(8 - digits.size(), '0') + digits : digits;
 }
 
-std::string paperTime(LocalTime time) {
-  const auto minutes =
-      std::chrono::duration_cast<std::chrono::minutes>(time - std::chrono::floor<std::chrono::days>(time))
-          .count();
-  return formatted("%02u:%02u", static_cast<unsigned>(minutes / 60), static_cast<unsigned>(minutes % 60), 0);
+std::string paperDate(LocalTime time) { return written(time, "%d-%m-%Y"); }
+
+std::string paperTime(LocalTime time) { return written(time, "%H:%M"); }
+
+std::string bolivares(Cents amount) { return "Bs " + paperDecimal(amount); }
+
+std::string rateLabel(const RateTable& rates, std::size_t slot) {
+  return std::string{slotLetters[slot]} + " (" + paperRate(rates.rates[slot]) + ")";
 }
+
+void addMachine(Lines& lines, const Owner& owner) { addPair(lines, "MH", owner.serial, LineStyle::bold); }
 
 std::string documentTitle(DocumentKind kind, int number) {
   return kindName(kind) + " " + eightDigits(number);
@@ -122,8 +115,8 @@ Lines totalLines(const Document& document) {
     if (document.lines[slot] == 0) continue;
     const std::string mark =
         std::string{slotLetters[slot]} + " (" + paperRate(document.rates.rates[slot]) + ")";
-    addPair(lines, "BI " + mark, bolivares(bases[slot]));
-    addPair(lines, "IVA " + mark, bolivares(taxes[slot]));
+    addPair(lines, "BI " + rateLabel(document.rates, slot), bolivares(bases[slot]));
+    addPair(lines, "IVA " + rateLabel(document.rates, slot), bolivares(taxes[slot]));
   }
   lines.push_back(ruleLine());
   addPair(lines, "TOTAL", bolivares(document.total()), LineStyle::title);

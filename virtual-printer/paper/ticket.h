@@ -27,6 +27,11 @@ Lines nonFiscalClosingLines(const Owner& owner);
 // Printed after a restart, when the document's own paper is gone.
 Lines lostDocumentLines(DocumentKind kind, int number, LocalTime now);
 
+// Shared with the reports.
+std::string bolivares(Cents amount);
+std::string rateLabel(const RateTable& rates, std::size_t slot);  // G (16,00%)
+void addMachine(Lines& lines, const Owner& owner);
+
 std::string documentTitle(DocumentKind kind, int number);
 std::string eightDigits(int number);
 std::string paperDate(LocalTime time);  // 24-11-2026

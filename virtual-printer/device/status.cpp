@@ -1,0 +1,64 @@
+// Status words and status answers.
+#include "device/status.h"
+
+#include "fiscal/calendar.h"
+#include "wire/frame.h"
+
+namespace printer {
+namespace {
+
+std::uint16_t bitIf(bool condition, std::uint16_t bit) { return condition ? bit : std::uint16_t{0}; }
+
+}  // namespace
+
+std::uint16_t printerStatus(const Works& works) {
+  const Conditions& now = works.conditions;
+  return static_cast<std::uint16_t>(
+      bitIf(now.coverOpen, printer_bit::coverOpen) | bitIf(now.paperNearEnd, printer_bit::paperNearEnd) |
+      bitIf(now.paperOut, printer_bit::paperOut) | bitIf(works.slipOn, printer_bit::slipOn));
+}
+
+std::uint16_t fiscalStatus(const Works& works) {
+  const Phase phase = works.machine.phase();
+  const auto isOpen = [&](DocumentKind kind) {
+    return phase != Phase::none && works.machine.document().kind == kind;
+  };
+  const Conditions& now = works.conditions;
+  return static_cast<std::uint16_t>(
+      bitIf(isOpen(DocumentKind::invoice), fiscal_bit::invoiceOpen) |
+      bitIf(isOpen(DocumentKind::creditNote), fiscal_bit::creditNoteOpen) |
+      bitIf(isOpen(DocumentKind::nonFiscal), fiscal_bit::nonFiscalOpen) |
+      bitIf(phase == Phase::partial, fiscal_bit::partiallyClosed) |
+      bitIf(phase == Phase::paying, fiscal_bit::paying) |
+      bitIf(works.books.day != DayTotals{}, fiscal_bit::dayOpen) |
+      bitIf(now.memoryNearFull, fiscal_bit::memoryNearFull) | bitIf(now.memoryFull, fiscal_bit::memoryFull) |
+      bitIf(now.closingRequired, fiscal_bit::closingRequired));
+}
+
+int documentStatus(const Machine& machine) {
+  if (machine.phase() == Phase::none) return 0;
+  return machine.phase() == Phase::partial ? 4 : static_cast<int>(machine.document().kind) + 1;
+}
+
+std::vector<std::string> normalStatus(const Works& works) {
+  const Counters& counters = works.books.counters;
+  return {hexadecimal(fiscalStatus(works), 4),
+          "0" + std::to_string(documentStatus(works.machine)),
+          hexadecimal(works.lastCommand, 2),
+          written(works.now, "%y%m%d"),
+          written(works.now, "%H%M%S"),
+          std::to_string(works.books.day.invoices),
+          std::to_string(works.books.day.nonFiscals),
+          std::to_string(counters.invoice),
+          std::to_string(counters.nonFiscal),
+          std::to_string(counters.z)};
+}
+
+std::vector<std::string> counterStatus(const Works& works) {
+  const Counters& counters = works.books.counters;
+  return {std::to_string(printerStatus(works)), std::to_string(documentStatus(works.machine)),
+          std::to_string(counters.invoice),     "0",
+          std::to_string(counters.creditNote),  std::to_string(counters.nonFiscal)};
+}
+
+}  // namespace printer

@@ -1,0 +1,15 @@
+// The books as JSON text: the content of the state file.
+#pragma once
+
+#include <string>
+
+#include "fiscal/books.h"
+
+namespace printer {
+
+std::string toJson(const Books& books);
+
+// Throws std::runtime_error that names the first thing wrong; never returns half a memory.
+Books booksFromJson(const std::string& text);
+
+}  // namespace printer

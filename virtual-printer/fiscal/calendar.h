@@ -1,0 +1,19 @@
+// Local dates and times as texts.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace printer {
+
+using LocalTime = std::chrono::local_seconds;
+
+// The pattern is one of strftime.
+std::string written(LocalTime time, const char* pattern);
+
+// A time written with "%Y-%m-%dT%H:%M:%S"; nothing for any other text.
+inline constexpr const char* stampPattern = "%Y-%m-%dT%H:%M:%S";
+std::optional<LocalTime> fromStamp(const std::string& text);
+
+}  // namespace printer

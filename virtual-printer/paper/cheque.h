@@ -1,0 +1,13 @@
+// Cheques in the slip station: each is a sheet of its own.
+#pragma once
+
+#include <string>
+
+#include "paper/sheet.h"
+
+namespace printer {
+
+Sheet chequeFaceSheet(const std::string& amount, const std::string& payee, const std::string& date);
+Sheet chequeBackSheet(const std::string& name, const std::string& identityCard, const std::string& telephone);
+
+}  // namespace printer

@@ -1,0 +1,18 @@
+// What stands on the paper of closings and memory reports.
+#pragma once
+
+#include <span>
+
+#include "paper/ticket.h"
+
+namespace printer {
+
+// The totals of a day. An X report shows the day as it stands, a Z report as it was closed.
+Lines dayReportLines(const Owner& owner, const std::string& title, const ZRecord& day);
+
+enum class MemoryDetail { everyClosing, totalsOnly };
+
+Lines memoryReportLines(const Owner& owner, const std::string& range, std::span<const ZRecord> records,
+                        MemoryDetail detail);
+
+}  // namespace printer
