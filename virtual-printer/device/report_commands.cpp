@@ -60,9 +60,8 @@ template <class Key, class KeyOf>
 std::vector<ZRecord> recordsBetween(const std::vector<ZRecord>& all, Key first, Key last, KeyOf keyOf) {
   refuseIf(first > last, Refusal::badRange);
   std::vector<ZRecord> found;
-  std::copy_if(all.begin(), all.end(), std::back_inserter(found), [&](const ZRecord& record) {
-    return keyOf(record) >= first && keyOf(record) <= last;
-  });
+  std::copy_if(all.begin(), all.end(), std::back_inserter(found),
+               [&](const ZRecord& record) { return keyOf(record) >= first && keyOf(record) <= last; });
   return found;
 }
 
@@ -80,8 +79,9 @@ MemoryRange readRange(const Works& works, const Arguments& arguments) {
   const std::int64_t first = arguments.number(0);
   const std::int64_t last = arguments.number(1);
   refuseIf(arguments.raw(0).size() < 8 || arguments.raw(1).size() < 8, Refusal::badField);
-  return {"DE Z " + std::to_string(first) + " A Z " + std::to_string(last),
-          recordsBetween(all, first, last, [](const ZRecord& record) { return std::int64_t{record.number}; })};
+  return {
+      "DE Z " + std::to_string(first) + " A Z " + std::to_string(last),
+      recordsBetween(all, first, last, [](const ZRecord& record) { return std::int64_t{record.number}; })};
 }
 
 }  // namespace
@@ -100,8 +100,7 @@ Fields closing(Works& works, const Arguments& arguments) {
 Fields memoryReport(Works& works, const Arguments& arguments) {
   works.machine.requireIdle();
   const auto [range, records] = readRange(works, arguments);
-  const MemoryDetail detail =
-      arguments.raw(2) == "R" ? MemoryDetail::totalsOnly : MemoryDetail::everyClosing;
+  const MemoryDetail detail = arguments.raw(2) == "R" ? MemoryDetail::totalsOnly : MemoryDetail::everyClosing;
   works.finishTicket(memoryReportLines(works.identity.owner, range, records, detail), "MEMORIA FISCAL");
   return {std::to_string(records.size()), std::to_string(records.empty() ? 0 : records.front().number),
           std::to_string(records.empty() ? 0 : records.back().number)};

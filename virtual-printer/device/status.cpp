@@ -24,15 +24,15 @@ std::uint16_t fiscalStatus(const Works& works) {
     return phase != Phase::none && works.machine.document().kind == kind;
   };
   const Conditions& now = works.conditions;
-  return static_cast<std::uint16_t>(
-      bitIf(isOpen(DocumentKind::invoice), fiscal_bit::invoiceOpen) |
-      bitIf(isOpen(DocumentKind::creditNote), fiscal_bit::creditNoteOpen) |
-      bitIf(isOpen(DocumentKind::nonFiscal), fiscal_bit::nonFiscalOpen) |
-      bitIf(phase == Phase::partial, fiscal_bit::partiallyClosed) |
-      bitIf(phase == Phase::paying, fiscal_bit::paying) |
-      bitIf(works.books.day != DayTotals{}, fiscal_bit::dayOpen) |
-      bitIf(now.memoryNearFull, fiscal_bit::memoryNearFull) | bitIf(now.memoryFull, fiscal_bit::memoryFull) |
-      bitIf(now.closingRequired, fiscal_bit::closingRequired));
+  return static_cast<std::uint16_t>(bitIf(isOpen(DocumentKind::invoice), fiscal_bit::invoiceOpen) |
+                                    bitIf(isOpen(DocumentKind::creditNote), fiscal_bit::creditNoteOpen) |
+                                    bitIf(isOpen(DocumentKind::nonFiscal), fiscal_bit::nonFiscalOpen) |
+                                    bitIf(phase == Phase::partial, fiscal_bit::partiallyClosed) |
+                                    bitIf(phase == Phase::paying, fiscal_bit::paying) |
+                                    bitIf(works.books.day != DayTotals{}, fiscal_bit::dayOpen) |
+                                    bitIf(now.memoryNearFull, fiscal_bit::memoryNearFull) |
+                                    bitIf(now.memoryFull, fiscal_bit::memoryFull) |
+                                    bitIf(now.closingRequired, fiscal_bit::closingRequired));
 }
 
 int documentStatus(const Machine& machine) {

@@ -1,29 +1,122 @@
-// Receiving, executing and answering.
+// Receiving, executing, answering, and what faults make of it.
 #include "line/engine.h"
 
+#include <algorithm>
+
+#include "device/commands.h"
+
 namespace printer {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds timePerPrintedLine{50};
+
+std::string nameOf(std::uint8_t code) {
+  const CommandEntry* entry = findCommand(code);
+  return entry == nullptr ? "unknown" : entry->name;
+}
+
+const Fault* find(const std::vector<Fault>& strikes, Effect effect) {
+  const auto found = std::find_if(strikes.begin(), strikes.end(),
+                                  [&](const Fault& fault) { return fault.effect == effect; });
+  return found == strikes.end() ? nullptr : &*found;
+}
+
+}  // namespace
 
 void Engine::receive(std::string_view bytes, Moment now) {
-  for (const Received& received : receiver_.feed(bytes)) take(received, now);
+  if (isDark_) return;
+  for (const Received& received : receiver_.feed(bytes)) {
+    take(received, now);
+    if (isDark_) receiver_ = {};
+    if (isDark_) return;
+  }
 }
 
 void Engine::take(const Received& received, Moment now) {
-  if (std::holds_alternative<ResetSequence>(received)) return device_.reset();
-  const auto* command = std::get_if<Command>(&received);
-  if (command == nullptr) return;
-  outbox_.push_back({now.steady, encodeAnswer(*command, device_.execute(*command, now.local))});
+  if (const auto* ignored = std::get_if<Ignored>(&received)) {
+    sink_(now, {EventKind::noise, {}, ignored->bytes});
+  } else if (std::holds_alternative<ResetSequence>(received)) {
+    sink_(now, {EventKind::reset});
+    device_.reset();
+  } else {
+    answer(std::get<Command>(received), now);
+  }
 }
 
-std::deque<Output> Engine::due(std::chrono::milliseconds now) {
-  std::deque<Output> ready;
-  while (!outbox_.empty() && outbox_.front().at <= now) {
-    ready.push_back(std::move(outbox_.front()));
+void Engine::answer(const Command& command, Moment now) {
+  sink_(now, {EventKind::command, nameOf(command.code), {}, command.sequence, command.code, command.fields});
+  const std::vector<Fault> strikes = faults_.strike(command.code, !previousFrame_.empty());
+  for (const Fault& fault : strikes) sink_(now, {EventKind::fault, describe(fault)});
+  if (const Fault* cut = find(strikes, Effect::powerCut)) return cutPower(*cut, now);
+  if (const Fault* gone = find(strikes, Effect::hangUp)) return hangUp(*gone, now);
+  if (find(strikes, Effect::loseCommand) != nullptr) return;
+  const std::size_t linesBefore = device_.roll().printedLines();
+  const Answer given = execute(command, strikes, now);
+  sink_(now, {EventKind::answer,
+              nameOf(command.code),
+              {},
+              command.sequence,
+              command.code,
+              given.fields,
+              given.printerStatus,
+              given.fiscalStatus});
+  const std::string frame = encodeAnswer(command, given);
+  const std::string sent = corrupted(frame, strikes, previousFrame_);
+  previousFrame_ = frame;
+  if (sent.empty()) return;
+  deliver(sent, strikes, paceOf(command, device_.roll().printedLines() - linesBefore), now);
+}
+
+Answer Engine::execute(const Command& command, const std::vector<Fault>& strikes, Moment now) {
+  device_.conditions() = conditionsOf(strikes);
+  const bool wasRequired = device_.conditions().closingRequired;
+  Answer given = device_.execute(command, now.local);
+  if (wasRequired && !device_.conditions().closingRequired) faults_.clear(Effect::dayChange);
+  return given;
+}
+
+// A printer works on one command at a time: an answer never overtakes what is still to be sent.
+void Engine::deliver(const std::string& frame, const std::vector<Fault>& strikes, Pace pace, Moment now) {
+  const milliseconds start = outbox_.empty() ? now.steady : std::max(now.steady, outbox_.back().at);
+  for (const Chunk& chunk : schedule(frame, strikes, pace))
+    outbox_.push_back({start + chunk.after, Output::Kind::bytes, chunk.bytes});
+}
+
+Pace Engine::paceOf(const Command& command, std::size_t printedLines) const {
+  if (speed_ == Speed::immediate) return {};
+  return {true, lineTime(wireSize(command)) + timePerPrintedLine * static_cast<int>(printedLines)};
+}
+
+void Engine::cutPower(const Fault& fault, Moment now) {
+  sink_(now, {EventKind::power, "off"});
+  isDark_ = true;
+  previousFrame_.clear();
+  outbox_.assign(1, {now.steady + milliseconds{fault.value}, Output::Kind::powerOn, {}});
+}
+
+void Engine::hangUp(const Fault& fault, Moment now) {
+  outbox_.assign({{now.steady, Output::Kind::hangUp, {}},
+                  {now.steady + milliseconds{fault.value}, Output::Kind::reconnect, {}}});
+}
+
+std::vector<Output> Engine::due(Moment now) {
+  std::vector<Output> ready;
+  while (!outbox_.empty() && outbox_.front().at <= now.steady) {
+    if (outbox_.front().kind == Output::Kind::powerOn) {
+      isDark_ = false;
+      sink_(now, {EventKind::power, "on"});
+      device_.start(now.local);
+    } else {
+      ready.push_back(std::move(outbox_.front()));
+    }
     outbox_.pop_front();
   }
   return ready;
 }
 
-std::optional<std::chrono::milliseconds> Engine::nextDue() const {
+std::optional<milliseconds> Engine::nextDue() const {
   if (outbox_.empty()) return std::nullopt;
   return outbox_.front().at;
 }

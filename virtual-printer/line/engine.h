@@ -6,37 +6,50 @@
 #include <optional>
 
 #include "device/device.h"
+#include "faults/delivery.h"
+#include "faults/fault_set.h"
+#include "line/event.h"
 #include "wire/receiver.h"
 
 namespace printer {
 
-// A point in time: steady for what is due when, local for what is printed.
-struct Moment {
-  std::chrono::milliseconds steady{0};
-  LocalTime local{};
-};
-
 // Something that happens on the line.
 struct Output {
+  enum class Kind { bytes, hangUp, reconnect, powerOn };
   std::chrono::milliseconds at{0};
+  Kind kind = Kind::bytes;
   std::string bytes;
 };
 
+enum class Speed { immediate, realtime };
+
 class Engine {
  public:
-  explicit Engine(Device& device) : device_{device} {}
+  Engine(Device& device, FaultSet& faults, Speed speed, EventSink sink)
+      : device_{device}, faults_{faults}, speed_{speed}, sink_{std::move(sink)} {}
 
   void receive(std::string_view bytes, Moment now);
   // Takes out what is due, in order.
-  std::deque<Output> due(std::chrono::milliseconds now);
+  std::vector<Output> due(Moment now);
   std::optional<std::chrono::milliseconds> nextDue() const;
 
  private:
   void take(const Received& received, Moment now);
+  void answer(const Command& command, Moment now);
+  void cutPower(const Fault& fault, Moment now);
+  void hangUp(const Fault& fault, Moment now);
+  void deliver(const std::string& frame, const std::vector<Fault>& strikes, Pace pace, Moment now);
+  Pace paceOf(const Command& command, std::size_t printedLines) const;
+  Answer execute(const Command& command, const std::vector<Fault>& strikes, Moment now);
 
   Device& device_;
+  FaultSet& faults_;
+  Speed speed_;
+  EventSink sink_;
   Receiver receiver_;
-  std::deque<Output> outbox_;
+  std::deque<Output> outbox_;  // in the order of time
+  std::string previousFrame_;
+  bool isDark_ = false;
 };
 
 }  // namespace printer

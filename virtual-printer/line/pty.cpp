@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
-#include <utility>
 
 namespace printer {
 namespace {
@@ -29,21 +28,7 @@ void setRaw(int descriptor) {
 
 }  // namespace
 
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  if (this != &other) {
-    close();
-    number_ = other.release();
-  }
-  return *this;
-}
-
-int Descriptor::release() { return std::exchange(number_, -1); }
-
-void Descriptor::close() {
-  if (isOpen()) ::close(release());
-}
-
-Pty::Pty() {
+void Pty::connect() {
   master_ = Descriptor{::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)};
   if (!master_.isOpen()) fail("posix_openpt");
   if (::grantpt(master_.get()) != 0) fail("grantpt");
@@ -57,6 +42,11 @@ Pty::Pty() {
   setRaw(slave_.get());
 }
 
+void Pty::hangUp() {
+  slave_.close();
+  master_.close();
+}
+
 std::string Pty::read() {
   std::array<char, 4096> buffer;
   const ssize_t count = ::read(master_.get(), buffer.data(), buffer.size());
@@ -64,7 +54,7 @@ std::string Pty::read() {
 }
 
 void Pty::write(std::string_view bytes) {
-  while (!bytes.empty()) {
+  while (master_.isOpen() && !bytes.empty()) {
     const ssize_t count = ::write(master_.get(), bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return;
@@ -74,7 +64,7 @@ void Pty::write(std::string_view bytes) {
 
 void Pty::liftStaleExclusiveUse() {
   int exclusive = 0;
-  if (::ioctl(slave_.get(), TIOCGEXCL, &exclusive) != 0 || exclusive == 0) return;
+  if (!slave_.isOpen() || ::ioctl(slave_.get(), TIOCGEXCL, &exclusive) != 0 || exclusive == 0) return;
   if (::flock(slave_.get(), LOCK_EX | LOCK_NB) != 0) return;
   ::ioctl(slave_.get(), TIOCNXCL);
   ::flock(slave_.get(), LOCK_UN);

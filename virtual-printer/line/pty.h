@@ -4,29 +4,21 @@
 #include <string>
 #include <string_view>
 
+#include "line/descriptor.h"
+
 namespace printer {
-
-// A file descriptor that is closed with its owner.
-class Descriptor {
- public:
-  explicit Descriptor(int number = -1) : number_{number} {}
-  Descriptor(Descriptor&& other) noexcept : number_{other.release()} {}
-  Descriptor& operator=(Descriptor&& other) noexcept;
-  ~Descriptor() { close(); }
-  int get() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-  int release();
-  void close();
-
- private:
-  int number_;
-};
 
 class Pty {
  public:
   // Throws std::system_error when the system has no pseudo-terminal to give.
-  Pty();
+  Pty() { connect(); }
 
+  // A new pseudo-terminal under a new device name.
+  void connect();
+  // The host sees its device vanish.
+  void hangUp();
+
+  // Negative while hung up.
   int descriptor() const { return master_.get(); }
   const std::string& device() const { return device_; }
 

@@ -14,7 +14,8 @@ Sheet chequeFaceSheet(const std::string& amount, const std::string& payee, const
   return sheet;
 }
 
-Sheet chequeBackSheet(const std::string& name, const std::string& identityCard, const std::string& telephone) {
+Sheet chequeBackSheet(const std::string& name, const std::string& identityCard,
+                      const std::string& telephone) {
   Sheet sheet{SheetKind::chequeBack, "ENDOSO", {}};
   addText(sheet.lines, "ENDOSO", LineStyle::bold);
   addText(sheet.lines, name);

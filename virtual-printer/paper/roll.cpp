@@ -8,6 +8,7 @@ namespace printer {
 void Roll::print(const Lines& lines) {
   for (const Line& line : lines) {
     current_.lines.push_back(line);
+    ++printedLines_;
     for (PaperWatcher* watcher : watchers_) watcher->printed(current_, line);
   }
 }
@@ -21,6 +22,7 @@ void Roll::cut(std::string title) {
 
 void Roll::printApart(Sheet sheet) {
   sheet.lines.push_back({LineStyle::cut, {}, {}, {}});
+  printedLines_ += sheet.lines.size();
   for (PaperWatcher* watcher : watchers_)
     for (const Line& line : sheet.lines) watcher->printed(sheet, line);
   keep(std::move(sheet));

@@ -32,6 +32,7 @@ class Roll {
   void printApart(Sheet sheet);
 
   const std::deque<Sheet>& sheets() const { return sheets_; }
+  std::size_t printedLines() const { return printedLines_; }
 
  private:
   void keep(Sheet sheet);
@@ -39,6 +40,7 @@ class Roll {
   std::vector<PaperWatcher*> watchers_;
   Sheet current_;
   std::deque<Sheet> sheets_;
+  std::size_t printedLines_ = 0;
 };
 
 }  // namespace printer

@@ -3,14 +3,20 @@
 
 #include <string>
 #include <variant>
+#include <vector>
 
-#include "device/works.h"
+#include "faults/plan.h"
+#include "line/engine.h"
 
 namespace printer {
 
 struct Options {
-  Identity identity;
-  std::string link;
+  Identity identity{{"J-00000000-0", "COMERCIO DE DEMOSTRACION, C.A.", "ZPV0000001"}, 300};
+  std::string link, state, log, control, paper;
+  std::vector<Fault> faults;
+  unsigned seed = 1;
+  Speed speed = Speed::immediate;
+  bool isQuiet = false;
 };
 
 // The options, or the exit code when the command line asked for help or was wrong (then it has been

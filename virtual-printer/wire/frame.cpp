@@ -1,6 +1,7 @@
 // Encoding of answers and decoding of commands whose checksum has been found right.
 #include "wire/frame.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <numeric>
@@ -36,6 +37,14 @@ Command decodeCommand(std::string_view body) {
     at = next;
   }
   return command;
+}
+
+std::size_t wireSize(const Command& command) {
+  constexpr std::size_t fixedBytes = 8;  // STX, sequence, code, ETX, checksum
+  return std::accumulate(command.fields.begin(), command.fields.end(), fixedBytes,
+                         [](std::size_t size, const std::string& field) {
+                           return size + 1 + std::max<std::size_t>(field.size(), 1);
+                         });
 }
 
 }  // namespace printer

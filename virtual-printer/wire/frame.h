@@ -38,6 +38,9 @@ std::string encodeAnswer(const Command& asked, const Answer& answer);
 // Takes the bytes between STX and ETX, both excluded; at least two.
 Command decodeCommand(std::string_view body);
 
+// The number of bytes of the command's frame.
+std::size_t wireSize(const Command& command);
+
 // Upper-case hexadecimal digits, padded with zeros to the width.
 std::string hexadecimal(unsigned value, int width);
 

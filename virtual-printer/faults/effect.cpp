@@ -1,0 +1,49 @@
+// The effects, in the order of the enumeration.
+#include "faults/effect.h"
+
+#include <algorithm>
+#include <array>
+
+namespace printer {
+namespace {
+
+constexpr auto effects = std::to_array<EffectEntry>({
+    {Effect::loseAnswer, "lose-answer", ValueKind::none, 0, false,
+     "the command takes effect, its answer is lost"},
+    {Effect::loseCommand, "lose-command", ValueKind::none, 0, false, "the command is lost, nothing happens"},
+    {Effect::delay, "delay", ValueKind::seconds, 5000, false, "silence for N seconds, then the answer"},
+    {Effect::wait, "wait", ValueKind::seconds, 5000, false, "wait bytes for N seconds, then the answer"},
+    {Effect::badChecksum, "bad-checksum", ValueKind::none, 0, false, "the answer's checksum is wrong"},
+    {Effect::badSequence, "bad-sequence", ValueKind::none, 0, false,
+     "the answer carries another sequence number"},
+    {Effect::repeatAnswer, "repeat-answer", ValueKind::none, 0, false,
+     "the previous answer is sent again instead"},
+    {Effect::noise, "noise", ValueKind::place, 0, false, "junk before the answer, or inside it"},
+    {Effect::pieces, "pieces", ValueKind::bytes, 1, false, "the answer comes in pieces of N bytes"},
+    {Effect::truncate, "truncate", ValueKind::bytes, 8, false, "the answer ends after N bytes"},
+    {Effect::hangUp, "hang-up", ValueKind::seconds, 1000, false,
+     "the command is lost, the line is gone for N seconds"},
+    {Effect::powerCut, "power-cut", ValueKind::seconds, 2000, false,
+     "the command is lost, the printer is dark for N seconds, then restarts"},
+    {Effect::paperNearEnd, "paper-near-end", ValueKind::none, 0, true, "a status bit; printing goes on"},
+    {Effect::paperOut, "paper-out", ValueKind::none, 0, true, "what prints is refused; the document waits"},
+    {Effect::coverOpen, "cover-open", ValueKind::none, 0, true, "what prints is refused; the document waits"},
+    {Effect::memoryNearFull, "memory-near-full", ValueKind::none, 0, true,
+     "a status bit; everything goes on"},
+    {Effect::memoryFull, "memory-full", ValueKind::none, 0, true, "no fiscal document and no Z closing"},
+    {Effect::dayChange, "day-change", ValueKind::none, 0, true, "no fiscal document until a Z closing"},
+});
+
+}  // namespace
+
+std::span<const EffectEntry> effectTable() { return effects; }
+
+const EffectEntry& entryOf(Effect effect) { return effects[static_cast<std::size_t>(effect)]; }
+
+const EffectEntry* findEffect(std::string_view name) {
+  const auto* found =
+      std::find_if(effects.begin(), effects.end(), [&](const auto& entry) { return entry.name == name; });
+  return found == effects.end() ? nullptr : found;
+}
+
+}  // namespace printer

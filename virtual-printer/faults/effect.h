@@ -1,0 +1,45 @@
+// What a fault can do: the table of effects.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace printer {
+
+enum class Effect {
+  loseAnswer,
+  loseCommand,
+  delay,
+  wait,
+  badChecksum,
+  badSequence,
+  repeatAnswer,
+  noise,
+  pieces,
+  truncate,
+  hangUp,
+  powerCut,
+  paperNearEnd,
+  paperOut,
+  coverOpen,
+  memoryNearFull,
+  memoryFull,
+  dayChange,
+};
+
+enum class ValueKind { none, seconds, bytes, place };
+
+struct EffectEntry {
+  Effect effect;
+  const char* name;
+  ValueKind value;
+  int standard;      // milliseconds, bytes, or 0 before and 1 inside the frame
+  bool isCondition;  // lasts on the device, rather than striking one frame
+  const char* help;
+};
+
+std::span<const EffectEntry> effectTable();
+const EffectEntry& entryOf(Effect effect);
+const EffectEntry* findEffect(std::string_view name);
+
+}  // namespace printer

@@ -1,0 +1,169 @@
+// Reading of plans word by word, and writing them back.
+#include "faults/plan.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <stdexcept>
+
+#include "device/commands.h"
+
+namespace printer {
+namespace {
+
+constexpr int mostSeconds = 3600;
+constexpr int mostCount = 1'000'000;
+
+std::vector<std::string> split(std::string_view text, std::string_view separators) {
+  std::vector<std::string> parts;
+  for (std::size_t at = 0; at <= text.size();) {
+    const std::size_t end = std::min(text.find_first_of(separators, at), text.size());
+    parts.emplace_back(text.substr(at, end - at));
+    at = end + 1;
+  }
+  return parts;
+}
+
+std::vector<std::string> wordsOf(std::string_view text) {
+  std::vector<std::string> words = split(text, " \t\r\n");
+  std::erase(words, std::string{});
+  return words;
+}
+
+// Reads one fault; every error names the fault and the word.
+class FaultReader {
+ public:
+  explicit FaultReader(const std::string& text) : text_{text}, words_{wordsOf(text)} {}
+
+  Fault read() {
+    readEffect();
+    while (at_ < words_.size()) readClause(words_[at_++]);
+    return fault_;
+  }
+
+ private:
+  [[noreturn]] void fail(const std::string& what) const {
+    throw std::runtime_error{"fault plan, \"" + text_ + "\": " + what};
+  }
+
+  std::string next(const std::string& after, const std::string& expected) {
+    if (at_ == words_.size()) fail("behind \"" + after + "\" " + expected + " is expected");
+    return words_[at_++];
+  }
+
+  int count(const std::string& word, int least, int most) const {
+    int value = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    if (error != std::errc{} || end != word.data() + word.size() || value < least || value > most)
+      fail("\"" + word + "\" is no whole number from " + std::to_string(least) + " to " +
+           std::to_string(most));
+    return value;
+  }
+
+  void readEffect() {
+    if (words_.empty()) fail("an effect is expected; --help lists them");
+    const std::vector<std::string> parts = split(words_[at_++], "=");
+    const EffectEntry* entry = findEffect(parts[0]);
+    if (entry == nullptr) fail("there is no effect \"" + parts[0] + "\"; --help lists them");
+    if (parts.size() > 2) fail("one value is expected behind \"" + parts[0] + "\"");
+    fault_.effect = entry->effect;
+    fault_.value = parts.size() == 2 ? readValue(*entry, parts[1]) : entry->standard;
+    if (!entry->isCondition) fault_.times = 1;
+  }
+
+  int readValue(const EffectEntry& entry, const std::string& word) const {
+    switch (entry.value) {
+      case ValueKind::none:
+        fail(std::string{"\""} + entry.name + "\" takes no value");
+      case ValueKind::bytes:
+        return count(word, 1, mostCount);
+      case ValueKind::seconds:
+        return milliseconds(word);
+      case ValueKind::place:
+        break;
+    }
+    if (word != "before" && word != "inside") fail("\"" + word + "\" is neither before nor inside");
+    return word == "inside" ? 1 : 0;
+  }
+
+  int milliseconds(const std::string& word) const {
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), seconds);
+    if (error != std::errc{} || end != word.data() + word.size() || !(seconds >= 0 && seconds <= mostSeconds))
+      fail("\"" + word + "\" is no number of seconds from 0 to " + std::to_string(mostSeconds));
+    return static_cast<int>(std::lround(seconds * 1000));
+  }
+
+  void readClause(const std::string& word) {
+    if (word == "on") return readCommands(next(word, "a command"));
+    if (word == "after") {
+      fault_.after = count(next(word, "a number"), 0, mostCount);
+    } else if (word == "chance") {
+      std::string percent = next(word, "a percentage");
+      if (percent.ends_with('%')) percent.pop_back();
+      fault_.chance = count(percent, 1, 100);
+    } else if (word == "once") {
+      fault_.times = 1;
+    } else if (word == "times") {
+      fault_.times = count(next(word, "a number"), 1, mostCount);
+    } else if (word == "always") {
+      fault_.times.reset();
+    } else {
+      fail("\"" + word + "\" is none of: on, after, chance, once, times, always");
+    }
+  }
+
+  void readCommands(const std::string& list) {
+    for (const std::string& name : split(list, ",")) {
+      unsigned code = 0;
+      const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), code, 16);
+      const bool isCode = error == std::errc{} && end == name.data() + name.size() && name.size() == 2;
+      const CommandEntry* entry = isCode ? findCommand(static_cast<std::uint8_t>(code)) : findCommand(name);
+      if (entry == nullptr) fail("there is no command \"" + name + "\"; --help lists them");
+      fault_.commands.push_back(entry->code);
+    }
+  }
+
+  std::string text_;
+  std::vector<std::string> words_;
+  std::size_t at_ = 0;
+  Fault fault_;
+};
+
+std::string valueText(const EffectEntry& entry, int value) {
+  switch (entry.value) {
+    case ValueKind::none:
+      return {};
+    case ValueKind::bytes:
+      return "=" + std::to_string(value);
+    case ValueKind::place:
+      return value == 0 ? "=before" : "=inside";
+    case ValueKind::seconds:
+      break;
+  }
+  std::string text = "=" + std::to_string(value / 1000);
+  if (value % 1000 != 0) text += "." + std::to_string(1000 + value % 1000).substr(1);
+  return text;
+}
+
+}  // namespace
+
+std::vector<Fault> parsePlan(std::string_view text) {
+  std::vector<Fault> faults;
+  for (const std::string& part : split(text, ";")) faults.push_back(FaultReader{part}.read());
+  return faults;
+}
+
+std::string describe(const Fault& fault) {
+  const EffectEntry& entry = entryOf(fault.effect);
+  std::string text = entry.name + valueText(entry, fault.value);
+  for (std::size_t at = 0; at < fault.commands.size(); ++at)
+    text += std::string{at == 0 ? " on " : ","} + findCommand(fault.commands[at])->name;
+  if (fault.after > 0) text += " after " + std::to_string(fault.after);
+  if (fault.chance < 100) text += " chance " + std::to_string(fault.chance) + "%";
+  if (!fault.times) return text + " always";
+  return text + (*fault.times == 1 ? " once" : " times " + std::to_string(*fault.times));
+}
+
+}  // namespace printer

@@ -1,0 +1,41 @@
+// The grammar of fault plans.
+//
+//   plan    = fault { ";" fault }
+//   fault   = effect [ "=" value ] { clause }
+//   clause  = "on" command { "," command }   only these commands, by name (item) or code (42); else any
+//           | "after" n                      let the first n of them pass
+//           | "chance" p "%"                 strike with this probability; else always
+//           | "once" | "times" n | "always"  the end; wire effects strike once, device effects last until
+//           cleared
+//
+//   lose-answer on close          delay=13 on payment after 1          noise=inside chance 5% always
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "faults/effect.h"
+
+namespace printer {
+
+struct Fault {
+  Effect effect = Effect::loseAnswer;
+  int value = 0;
+  std::vector<std::uint8_t> commands;  // none: any command
+  int after = 0;
+  int chance = 100;          // percent
+  std::optional<int> times;  // none: until cleared
+
+  bool operator==(const Fault&) const = default;
+};
+
+// Throws std::runtime_error that says which word is wrong and what is expected there.
+std::vector<Fault> parsePlan(std::string_view text);
+
+// The fault in the words of the grammar.
+std::string describe(const Fault& fault);
+
+}  // namespace printer

@@ -1,0 +1,33 @@
+// What happens on the line and in the printer, as the log and the user see it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "device/works.h"
+#include "wire/frame.h"
+
+namespace printer {
+
+// A point in time: steady for what is due when, local for what is printed.
+struct Moment {
+  std::chrono::milliseconds steady{0};
+  LocalTime local{};
+};
+
+enum class EventKind { command, answer, noise, reset, fault, power };
+
+struct Event {
+  EventKind kind = EventKind::noise;
+  std::string name{};   // of the command; of the fault, in the words of its plan; "off" or "on" of the power
+  std::string bytes{};  // the frame, or what was no frame
+  int sequence = 0;
+  std::uint8_t code = 0;
+  std::vector<std::string> fields{};
+  std::uint16_t printerStatus = 0, fiscalStatus = 0;
+};
+
+using EventSink = std::function<void(const Moment&, const Event&)>;
+
+}  // namespace printer

@@ -1,0 +1,87 @@
+// The commands of the control language.
+#include "shell/control.h"
+
+#include <stdexcept>
+
+#include "device/status.h"
+#include "wire/frame.h"
+
+namespace printer {
+namespace {
+
+constexpr std::size_t longestLine = 4096;
+
+constexpr const char* helpText =
+    "help           this list\n"
+    "fault PLAN     adds faults, for example: fault lose-answer on close\n"
+    "faults         lists the faults in force\n"
+    "clear          removes all faults; paper is back, the cover is closed\n"
+    "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
+    "status         open document, status words and last numbers\n"
+    "quit           ends the printer\n"
+    "ok";
+
+std::string clear(const std::string& name, FaultSet& faults) {
+  if (name.empty()) {
+    faults.clear();
+    return "ok all faults cleared";
+  }
+  const EffectEntry* entry = findEffect(name);
+  if (entry == nullptr) return "error: there is no effect \"" + name + "\"";
+  return "ok " + std::to_string(faults.clear(entry->effect)) + " cleared";
+}
+
+std::string status(const Works& works) {
+  const Counters& last = works.books.counters;
+  return "ok document=" + std::to_string(documentStatus(works.machine)) +
+         " printer=" + hexadecimal(printerStatus(works), 4) +
+         " fiscal=" + hexadecimal(fiscalStatus(works), 4) + " invoice=" + std::to_string(last.invoice) +
+         " credit-note=" + std::to_string(last.creditNote) + " non-fiscal=" + std::to_string(last.nonFiscal) +
+         " z=" + std::to_string(last.z);
+}
+
+std::string addFaults(const std::string& plan, FaultSet& faults) {
+  try {
+    faults.add(parsePlan(plan));
+    return "ok";
+  } catch (const std::runtime_error& error) {
+    return std::string{"error: "} + error.what();
+  }
+}
+
+std::string list(const FaultSet& faults) {
+  std::string text;
+  for (const std::string& fault : faults.list()) text += fault + "\n";
+  return text + "ok";
+}
+
+}  // namespace
+
+ControlReply control(std::string_view line, FaultSet& faults, const Works& works) {
+  while (!line.empty() && (line.back() == ' ' || line.back() == '\r')) line.remove_suffix(1);
+  const std::size_t space = line.find(' ');
+  const std::string_view verb = line.substr(0, space);
+  const std::string rest{space == std::string_view::npos ? std::string_view{} : line.substr(space + 1)};
+  if (verb == "help") return {helpText};
+  if (verb == "fault") return {addFaults(rest, faults)};
+  if (verb == "faults") return {list(faults)};
+  if (verb == "clear") return {clear(rest, faults)};
+  if (verb == "status") return {status(works)};
+  if (verb == "quit") return {"ok", true};
+  return {"error: \"" + std::string{verb} + "\" is no command; help lists them"};
+}
+
+std::vector<std::string> LineReader::feed(std::string_view bytes) {
+  std::vector<std::string> lines;
+  for (const char byte : bytes) {
+    if (byte == '\n') {
+      lines.push_back(std::move(pending_));
+      pending_.clear();
+    } else if (pending_.size() < longestLine) {
+      pending_ += byte;
+    }
+  }
+  return lines;
+}
+
+}  // namespace printer

@@ -1,0 +1,29 @@
+// The control language: one line in, one reply out. The same on standard input and on the control socket.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "device/device.h"
+#include "faults/fault_set.h"
+
+namespace printer {
+
+struct ControlReply {
+  std::string text;  // lines; the last begins with "ok" or "error"
+  bool quit = false;
+};
+
+ControlReply control(std::string_view line, FaultSet& faults, const Works& works);
+
+// Cuts a stream of bytes into lines. A line without end is dropped before it fills the memory.
+class LineReader {
+ public:
+  std::vector<std::string> feed(std::string_view bytes);
+
+ private:
+  std::string pending_;
+};
+
+}  // namespace printer

@@ -1,0 +1,33 @@
+// Who watches the paper: the roll on standard output, and the file that is rewritten after each document.
+#pragma once
+
+#include <string>
+
+#include "paper/roll.h"
+
+namespace printer {
+
+class RollOnScreen final : public PaperWatcher {
+ public:
+  void printed(const Sheet& sheet, const Line& line) override;
+  void finished(const std::deque<Sheet>&) override {}
+};
+
+class PaperFile final : public PaperWatcher {
+ public:
+  // The form follows the ending: .txt, .svg or .html. Writes the file at once, so that a path that cannot be
+  // written fails before anything is printed. Throws std::runtime_error or std::system_error.
+  explicit PaperFile(std::string path);
+
+  void printed(const Sheet&, const Line&) override {}
+  // A file that cannot be written any more is reported on standard error; printing goes on.
+  void finished(const std::deque<Sheet>& sheets) override;
+
+ private:
+  using Renderer = std::string (*)(const std::deque<Sheet>&);
+
+  std::string path_;
+  Renderer render_;
+};
+
+}  // namespace printer
