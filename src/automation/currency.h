@@ -1,0 +1,36 @@
+// The automation currency type: 64-bit fixed point with four decimals.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <string>
+
+#include "platform/export.h"
+
+namespace zentaro {
+
+class ZENTARO_API Currency {
+ public:
+  constexpr Currency() = default;
+  /// `scaled` ten-thousandths.
+  static constexpr Currency fromScaled(std::int64_t scaled) { return Currency(scaled); }
+  /// Rounded to four decimals, ties to even; raises 6 (overflow) outside the 64-bit range, also for NaN.
+  static Currency fromDouble(double value);
+
+  constexpr std::int64_t scaled() const { return scaled_; }
+  double toDouble() const;
+  auto operator<=>(const Currency&) const = default;
+
+ private:
+  constexpr explicit Currency(std::int64_t scaled) : scaled_(scaled) {}
+  std::int64_t scaled_ = 0;
+};
+
+/// The shortest decimal text, at most four decimals: "12.5", "-0.0001", "0".
+std::u16string currencyText(Currency value, char16_t decimalSeparator);
+/// Always four decimals with a point: "12.5000".
+ZENTARO_API std::string currencyText4(Currency value);
+/// The reverse, exact: a sign, digits, and up to four decimals behind a point. Raises 13 for anything else, 6 outside the range.
+ZENTARO_API Currency currencyFromText4(std::string_view text);
+
+}  // namespace zentaro

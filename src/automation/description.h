@@ -1,0 +1,72 @@
+// What a class description is: the members of an automation class in interface order, from which late binding, the command
+// line, the line protocol and the reference manual are all read.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "automation/object.h"
+#include "automation/variant.h"
+
+namespace zentaro {
+
+enum class ValueType { None, Variant, Boolean, Int16, Int32, Double, Currency, Date, Text, Array, Object, Enumeration };
+enum class Access { Get, Let, Set, Call };
+enum class Passing { ByValue, ByReference };
+
+struct Type {
+  ValueType kind = ValueType::None;
+  std::string_view name = {};  // of a class or an enumeration
+};
+
+/// The value of an optional parameter that was left out.
+struct Default {
+  enum class Kind { None, Missing, Zero, EmptyText, Text, True };
+  Kind kind = Kind::None;
+  std::string_view text = {};
+  Variant value() const;
+};
+
+struct Parameter {
+  std::string_view name;
+  Type type;
+  Passing passing = Passing::ByReference;
+  Default fallback = {};  // a kind other than None makes the parameter optional
+  bool isOptional() const { return fallback.kind != Default::Kind::None; }
+};
+
+/// One accessor or method. `arguments` has one element for each parameter; for a Let or Set its last is the new value.
+using Thunk = Variant (*)(void* instance, std::span<Variant> arguments);
+
+struct Member {
+  std::string_view name;
+  Access access;
+  std::span<const Parameter> parameters;
+  Type result;
+  std::string_view help;
+  Thunk thunk;
+};
+
+struct ClassDescription {
+  std::string_view name;       // "CZentaro"
+  std::string_view interface;  // "_CZentaro"
+  std::string_view help;
+  std::span<const Member> members;  // in interface order, the accessors of a property one behind the other
+  std::shared_ptr<void> (*create)();  // null when a host cannot create one
+};
+
+struct EnumerationValue {
+  std::string_view name;
+  int value;
+};
+struct EnumerationDescription {
+  std::string_view name;
+  std::span<const EnumerationValue> values;
+};
+
+/// The description of the class T; defined for each class where the interface is described.
+template <class T>
+const ClassDescription& describe();
+
+}  // namespace zentaro

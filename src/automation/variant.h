@@ -1,0 +1,109 @@
+// The value that crosses the automation interface: one of twelve kinds.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <initializer_list>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "automation/currency.h"
+#include "automation/date.h"
+#include "automation/object.h"
+#include "platform/unicode.h"
+
+namespace zentaro {
+
+class Variant;
+
+/// A one-dimensional array of Variant with lower bound 0. A default Array was never given bounds: asking for its bounds is
+/// a subscript error (9), other than for an array without elements.
+class ZENTARO_API Array {
+ public:
+  Array() = default;
+  Array(std::initializer_list<Variant> items);
+  explicit Array(std::vector<Variant> items) : items_(std::move(items)), hasBounds_(true) {}
+
+  bool hasBounds() const { return hasBounds_; }
+  /// The elements; raises 9 when the array has no bounds.
+  const std::vector<Variant>& items() const;
+  /// The index of the last element, -1 without elements; raises 9 when the array has no bounds.
+  int upperBound() const;
+  /// Raises 9 for an index outside the array.
+  const Variant& at(int index) const;
+
+ private:
+  std::vector<Variant> items_;
+  bool hasBounds_ = false;
+};
+
+class ZENTARO_API Variant {
+ public:
+  enum class Kind { Empty, Null, Missing, Boolean, Int16, Int32, Double, Currency, Date, Text, Array, Object };
+  struct NullValue {};
+  struct MissingValue {};
+
+  Variant() = default;
+  Variant(NullValue value) : value_(value) {}
+  Variant(MissingValue value) : value_(value) {}
+  Variant(bool value) : value_(value) {}
+  Variant(double value) : value_(value) {}
+  /// A whole number: Int16 up to 16 bits wide, else Int32, else (outside 32 bits) Double.
+  template <std::integral T>
+    requires(!std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, char16_t>)
+  Variant(T value) : value_(wholeNumber(value)) {}
+  Variant(zentaro::Currency value) : value_(value) {}
+  Variant(zentaro::Date value) : value_(value) {}
+  Variant(const char* utf8) : value_(utf16(utf8)) {}
+  Variant(const std::string& utf8) : value_(utf16(utf8)) {}
+  Variant(const char16_t* text) : value_(std::u16string(text)) {}
+  Variant(std::u16string text) : value_(std::move(text)) {}
+  Variant(zentaro::Array array) : value_(std::move(array)) {}
+  Variant(zentaro::Object object) : value_(std::move(object)) {}
+
+  static Variant null() { return NullValue{}; }
+  /// What stands for an optional argument that was left out.
+  static Variant missing() { return MissingValue{}; }
+
+  Kind kind() const { return static_cast<Kind>(value_.index()); }
+  bool is(Kind wanted) const { return kind() == wanted; }
+
+  // The value of a Variant that is known to be of that kind; anything else is a type mismatch (13), never a conversion.
+  bool boolean() const { return get<bool>(); }
+  std::int16_t int16() const { return get<std::int16_t>(); }
+  std::int32_t int32() const { return get<std::int32_t>(); }
+  double number() const { return get<double>(); }
+  zentaro::Currency currency() const { return get<zentaro::Currency>(); }
+  zentaro::Date date() const { return get<zentaro::Date>(); }
+  const std::u16string& text() const { return get<std::u16string>(); }
+  const zentaro::Array& array() const { return get<zentaro::Array>(); }
+  const zentaro::Object& object() const { return get<zentaro::Object>(); }
+
+ private:
+  using Value = std::variant<std::monostate, NullValue, MissingValue, bool, std::int16_t, std::int32_t, double,
+                             zentaro::Currency, zentaro::Date, std::u16string, zentaro::Array, zentaro::Object>;
+
+  template <class T>
+  static Value wholeNumber(T value) {
+    if constexpr (sizeof(T) < 2 || std::same_as<T, short>) {
+      return static_cast<std::int16_t>(value);
+    } else {
+      return std::in_range<std::int32_t>(value) ? Value(static_cast<std::int32_t>(value))
+                                                : Value(static_cast<double>(value));
+    }
+  }
+  template <class T>
+  const T& get() const {
+    if (const T* value = std::get_if<T>(&value_)) return *value;
+    raiseTypeMismatch();
+  }
+  [[noreturn]] static void raiseTypeMismatch();
+
+  Value value_;
+};
+
+}  // namespace zentaro

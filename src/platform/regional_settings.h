@@ -1,0 +1,20 @@
+// The user's regional settings, as far as texts depend on them.
+#pragma once
+
+#include <string>
+
+namespace zentaro {
+
+struct Regional {
+  char16_t decimalSeparator = u'.';
+  char16_t groupSeparator = u',';
+  std::u16string shortDate = u"dd/mm/yyyy";  // from the parts d, dd, m, mm, yy, yyyy and separators
+};
+
+class RegionalSettings {
+ public:
+  virtual ~RegionalSettings() = default;
+  virtual Regional current() = 0;
+};
+
+}  // namespace zentaro
