@@ -23,9 +23,11 @@ enum class ErrorNumber : int {
   DiskFull = 61,
   PathFileAccess = 75,
   PathNotFound = 76,
+  ObjectNotSet = 91,
   InvalidUseOfNull = 94,
   CannotCreateObject = 429,
   NoSuchMember = 438,
+  WrongArguments = 450,
 };
 
 class ZENTARO_API AutomationError : public std::exception {
@@ -47,7 +49,7 @@ class ZENTARO_API AutomationError : public std::exception {
   std::string what_;
 };
 
-/// The error for a file that could not be opened or written: 53, 57, 61, 75 or 76.
+/// The error for a file that could not be opened or written: 52, 57, 61, 75 or 76.
 AutomationError fileError(const std::error_code& reason);
 
 }  // namespace zentaro

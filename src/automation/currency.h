@@ -4,7 +4,9 @@
 #include <compare>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
+#include "automation/decimal_digits.h"
 #include "platform/export.h"
 
 namespace zentaro {
@@ -17,8 +19,12 @@ class ZENTARO_API Currency {
   /// Rounded to four decimals, ties to even; raises 6 (overflow) outside the 64-bit range, also for NaN.
   static Currency fromDouble(double value);
 
+  /// Rounded to four decimals, ties to even, from all digits; raises 6 outside the 64-bit range.
+  static Currency fromDecimal(const DecimalDigits& value);
+
   constexpr std::int64_t scaled() const { return scaled_; }
   double toDouble() const;
+  DecimalDigits toDecimal() const;
   auto operator<=>(const Currency&) const = default;
 
  private:
@@ -30,7 +36,8 @@ class ZENTARO_API Currency {
 std::u16string currencyText(Currency value, char16_t decimalSeparator);
 /// Always four decimals with a point: "12.5000".
 ZENTARO_API std::string currencyText4(Currency value);
-/// The reverse, exact: a sign, digits, and up to four decimals behind a point. Raises 13 for anything else, 6 outside the range.
+/// The reverse, exact: a sign, digits, and up to four decimals behind a point. Raises 13 for anything else, 6
+/// outside the range.
 ZENTARO_API Currency currencyFromText4(std::string_view text);
 
 }  // namespace zentaro

@@ -1,5 +1,5 @@
-// What a class description is: the members of an automation class in interface order, from which late binding, the command
-// line, the line protocol and the reference manual are all read.
+// What a class description is: the members of an automation class in interface order, from which late
+// binding, the command line, the line protocol and the reference manual are all read.
 #pragma once
 
 #include <memory>
@@ -11,7 +11,20 @@
 
 namespace zentaro {
 
-enum class ValueType { None, Variant, Boolean, Int16, Int32, Double, Currency, Date, Text, Array, Object, Enumeration };
+enum class ValueType {
+  None,
+  Variant,
+  Boolean,
+  Int16,
+  Int32,
+  Double,
+  Currency,
+  Date,
+  Text,
+  Array,
+  Object,
+  Enumeration
+};
 enum class Access { Get, Let, Set, Call };
 enum class Passing { ByValue, ByReference };
 
@@ -36,7 +49,8 @@ struct Parameter {
   bool isOptional() const { return fallback.kind != Default::Kind::None; }
 };
 
-/// One accessor or method. `arguments` has one element for each parameter; for a Let or Set its last is the new value.
+/// One accessor or method. `arguments` has one element for each parameter and, for a Let or Set, the new
+/// value behind them.
 using Thunk = Variant (*)(void* instance, std::span<Variant> arguments);
 
 struct Member {
@@ -52,7 +66,7 @@ struct ClassDescription {
   std::string_view name;       // "CZentaro"
   std::string_view interface;  // "_CZentaro"
   std::string_view help;
-  std::span<const Member> members;  // in interface order, the accessors of a property one behind the other
+  std::span<const Member> members;    // in interface order, the accessors of a property one behind the other
   std::shared_ptr<void> (*create)();  // null when a host cannot create one
 };
 

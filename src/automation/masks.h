@@ -1,4 +1,5 @@
-// The formatting masks that the library uses.
+// The formatting masks that the library uses. The masks of dates raise as calendarTime does, those of numbers
+// as toDouble does, and 6 (overflow) for an infinity and NaN.
 #pragma once
 
 #include <string>
@@ -8,15 +9,15 @@
 
 namespace zentaro {
 
-/// Mask "yymmdd"; raises as calendarTime does.
+/// Mask "yymmdd".
 std::u16string maskDate(Date date);
 /// Mask "hhnnss", 24 hours.
 std::u16string maskTime(Date date);
-/// Mask "00000000": rounded to a whole number (half away from zero), at least eight digits, "-" in front of a negative one.
-/// `value` is anything that converts to a number.
+/// Mask "00000000": rounded to a whole number (half away from zero), at least eight digits, "-" in front of a
+/// negative one.
 std::u16string maskWholeNumber8(const Variant& value);
-/// Mask "###,###,##0.00": two decimals (half away from zero on the value's 15 significant digits), the integer digits
-/// grouped in threes, with the regional separators. `value` is anything that converts to a number; a currency is exact.
+/// Mask "###,###,##0.00": two decimals (half away from zero on the value's 15 significant digits), the
+/// integer digits grouped in threes, with the regional separators. A currency is exact.
 std::u16string maskAmount(const Variant& value);
 /// The regional short date, "15/03/2024".
 std::u16string maskShortDate(Date date);

@@ -27,14 +27,17 @@ class ZENTARO_API Object {
   void* instance() const { return instance_.get(); }
   bool operator==(const Object& other) const { return instance_ == other.instance_; }
 
-  /// The member's id, found without regard to case; raises 438 for an unknown name.
+  /// The member's id, found without regard to case: the index of the first of the members of that name.
+  /// Raises 438 for an unknown name, 91 for the null reference.
   int memberId(std::string_view name) const;
-  /// Reads, assigns or calls a member. `arguments` are converted to the parameters' types, may leave out optional ones at
-  /// the end, and are written back where the member takes them by reference. Raises 438 when the member has no such access,
-  /// 13 for a wrong argument, and what the member itself raises.
+  /// Reads, assigns or calls a member; a property that has only one of Let and Set takes it for both. The new
+  /// value is the last argument of a Let or Set. Optional arguments may be left out at the end or given as
+  /// missing. What the member changes in a by-reference argument is written back, also when it raises. Raises
+  /// 438 when the member has no such access, 450 for a wrong number of arguments, 91 for the null reference,
+  /// and what the member itself raises.
   Variant invoke(int memberId, Access access, std::span<Variant> arguments) const;
 
-  // The three kinds of access by name.
+  // The three kinds of access by name; a reference to an object is assigned by Set, anything else by Let.
   Variant get(std::string_view name) const;
   void put(std::string_view name, const Variant& value) const;
   Variant call(std::string_view name, std::span<Variant> arguments) const;

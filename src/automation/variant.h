@@ -20,8 +20,8 @@ namespace zentaro {
 
 class Variant;
 
-/// A one-dimensional array of Variant with lower bound 0. A default Array was never given bounds: asking for its bounds is
-/// a subscript error (9), other than for an array without elements.
+/// A one-dimensional array of Variant with lower bound 0. A default Array was never given bounds: asking for
+/// its bounds is a subscript error (9), other than for an array without elements.
 class ZENTARO_API Array {
  public:
   Array() = default;
@@ -43,7 +43,20 @@ class ZENTARO_API Array {
 
 class ZENTARO_API Variant {
  public:
-  enum class Kind { Empty, Null, Missing, Boolean, Int16, Int32, Double, Currency, Date, Text, Array, Object };
+  enum class Kind {
+    Empty,
+    Null,
+    Missing,
+    Boolean,
+    Int16,
+    Int32,
+    Double,
+    Currency,
+    Date,
+    Text,
+    Array,
+    Object
+  };
   struct NullValue {};
   struct MissingValue {};
 
@@ -54,8 +67,8 @@ class ZENTARO_API Variant {
   Variant(double value) : value_(value) {}
   /// A whole number: Int16 up to 16 bits wide, else Int32, else (outside 32 bits) Double.
   template <std::integral T>
-    requires(!std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, char16_t>)
-  Variant(T value) : value_(wholeNumber(value)) {}
+  requires(!std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, char16_t>) Variant(T value)
+      : value_(wholeNumber(value)) {}
   Variant(zentaro::Currency value) : value_(value) {}
   Variant(zentaro::Date value) : value_(value) {}
   Variant(const char* utf8) : value_(utf16(utf8)) {}
@@ -72,7 +85,8 @@ class ZENTARO_API Variant {
   Kind kind() const { return static_cast<Kind>(value_.index()); }
   bool is(Kind wanted) const { return kind() == wanted; }
 
-  // The value of a Variant that is known to be of that kind; anything else is a type mismatch (13), never a conversion.
+  // The value of a Variant that is known to be of that kind; anything else is a type mismatch (13), never a
+  // conversion.
   bool boolean() const { return get<bool>(); }
   std::int16_t int16() const { return get<std::int16_t>(); }
   std::int32_t int32() const { return get<std::int32_t>(); }
@@ -84,8 +98,9 @@ class ZENTARO_API Variant {
   const zentaro::Object& object() const { return get<zentaro::Object>(); }
 
  private:
-  using Value = std::variant<std::monostate, NullValue, MissingValue, bool, std::int16_t, std::int32_t, double,
-                             zentaro::Currency, zentaro::Date, std::u16string, zentaro::Array, zentaro::Object>;
+  using Value =
+      std::variant<std::monostate, NullValue, MissingValue, bool, std::int16_t, std::int32_t, double,
+                   zentaro::Currency, zentaro::Date, std::u16string, zentaro::Array, zentaro::Object>;
 
   template <class T>
   static Value wholeNumber(T value) {

@@ -1,0 +1,85 @@
+// Dates and numbers written by a mask.
+#include "automation/masks.h"
+
+#include <cmath>
+
+#include "automation/automation_error.h"
+#include "automation/conversions.h"
+#include "automation/numbers.h"
+#include "platform/ascii.h"
+#include "platform/services.h"
+#include "platform/unicode.h"
+
+namespace zentaro {
+namespace {
+
+std::u16string twoDigits(int value) { return utf16(paddedDigits(value, 2)); }
+
+DecimalDigits decimalOf(const Variant& value) {
+  if (value.is(Variant::Kind::Currency)) return value.currency().toDecimal();
+  const double number = toDouble(value);
+  if (!std::isfinite(number)) throw AutomationError(ErrorNumber::Overflow);
+  return decimalDigits(number);
+}
+
+std::u16string grouped(std::u16string digits, char16_t separator) {
+  for (auto position = digits.size(); position > 3;) {
+    position -= 3;
+    digits.insert(position, 1, separator);
+  }
+  return digits;
+}
+
+// One part of a short date: a run of d, m or y. Other characters stand for themselves.
+std::u16string datePart(char16_t letter, std::size_t length, const CalendarTime& parts) {
+  switch (asciiLower(letter)) {
+    case u'd':
+      return utf16(paddedDigits(parts.day, length));
+    case u'm':
+      return utf16(paddedDigits(parts.month, length));
+    case u'y':
+      return length > 2 ? utf16(paddedDigits(parts.year, 4)) : twoDigits(parts.year % 100);
+    default:
+      return std::u16string(length, letter);
+  }
+}
+
+}  // namespace
+
+std::u16string maskDate(Date date) {
+  const CalendarTime parts = calendarTime(date);
+  return twoDigits(parts.year % 100) + twoDigits(parts.month) + twoDigits(parts.day);
+}
+
+std::u16string maskTime(Date date) {
+  const CalendarTime parts = calendarTime(date);
+  return twoDigits(parts.hour) + twoDigits(parts.minute) + twoDigits(parts.second);
+}
+
+std::u16string maskWholeNumber8(const Variant& value) {
+  constexpr std::size_t leastDigits = 8;
+  const FixedDigits digits = fixedDigits(decimalOf(value), 0);
+  const auto missing = leastDigits - std::min(leastDigits, digits.integer.size());
+  return utf16((digits.negative ? "-" : "") + std::string(missing, '0') + digits.integer);
+}
+
+std::u16string maskAmount(const Variant& value) {
+  const FixedDigits digits = fixedDigits(decimalOf(value), 2);
+  const Regional regional = services().regional->current();
+  return (digits.negative ? u"-" : u"") + grouped(utf16(digits.integer), regional.groupSeparator) +
+         regional.decimalSeparator + utf16(digits.fraction);
+}
+
+std::u16string maskShortDate(Date date) {
+  const CalendarTime parts = calendarTime(date);
+  const std::u16string pattern = services().regional->current().shortDate;
+  std::u16string text;
+  for (std::size_t start = 0; start < pattern.size();) {
+    const auto end = std::min(pattern.find_first_not_of(pattern[start], start), pattern.size());
+    text += datePart(pattern[start], end - start, parts);
+    start = end;
+  }
+  return text;
+}
+
+}  // namespace zentaro

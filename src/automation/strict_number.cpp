@@ -1,0 +1,111 @@
+// Reads a text that must be a number as a whole.
+//
+//   decimal:  [sign] digits [group digits]... [separator [digits]] [E|D [sign] digits]
+//   other:    &H hexadecimal digits, &O octal digits
+#include <charconv>
+#include <utility>
+
+#include "automation/numbers.h"
+#include "platform/ascii.h"
+#include "platform/unicode.h"
+
+namespace zentaro {
+namespace {
+
+// Larger exponents make no difference to any number that fits into memory.
+constexpr int exponentLimit = 1'000'000;
+
+class Reader {
+ public:
+  explicit Reader(std::u16string_view text) : rest_(text) {}
+
+  bool atEnd() const { return rest_.empty(); }
+  bool atDigit() const { return !rest_.empty() && isAsciiDigit(rest_.front()); }
+  bool take(char16_t wanted) {
+    const bool isThere = !rest_.empty() && asciiLower(rest_.front()) == asciiLower(wanted);
+    if (isThere) rest_.remove_prefix(1);
+    return isThere;
+  }
+  /// Takes a sign if there is one; true for "-".
+  bool takeSign() {
+    const bool isNegative = take(u'-');
+    if (!isNegative) take(u'+');
+    return isNegative;
+  }
+  /// Takes `separator` only where digits follow it.
+  bool takeBeforeDigit(char16_t separator) {
+    return rest_.size() > 1 && isAsciiDigit(rest_[1]) && take(separator);
+  }
+  std::string takeDigits() {
+    std::string digits;
+    for (; atDigit(); rest_.remove_prefix(1)) digits += static_cast<char>(rest_.front());
+    return digits;
+  }
+
+ private:
+  std::u16string_view rest_;
+};
+
+std::u16string_view withoutBlanks(std::u16string_view text) {
+  constexpr std::u16string_view blanks = u" \t\r\n";
+  const auto first = text.find_first_not_of(blanks);
+  if (first == text.npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string integerDigits(Reader& reader, char16_t decimalSeparator, char16_t groupSeparator) {
+  std::string digits = reader.takeDigits();
+  if (groupSeparator == decimalSeparator) return digits;
+  while (!digits.empty() && reader.takeBeforeDigit(groupSeparator)) digits += reader.takeDigits();
+  return digits;
+}
+
+// Nothing when an exponent is begun but has no digits.
+std::optional<int> exponentOf(Reader& reader) {
+  if (!reader.take(u'e') && !reader.take(u'd')) return 0;
+  const bool isNegative = reader.takeSign();
+  const std::string digits = reader.takeDigits();
+  if (digits.empty()) return std::nullopt;
+  int exponent = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+  if (error != std::errc() || exponent > exponentLimit) exponent = exponentLimit;
+  return isNegative ? -exponent : exponent;
+}
+
+// Digits of the base 8 or 16 as a signed number of 16 or 32 bits, as many as it needs.
+std::optional<double> wholeNumber(std::u16string_view text, int base) {
+  const std::string digits = utf8(text);
+  std::uint32_t value = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
+  if (error != std::errc() || stop != end || digits.size() > (base == 16 ? 8U : 11U)) return std::nullopt;
+  const bool isShort = base == 16 ? digits.size() <= 4 : value <= 0xFFFF;
+  return isShort ? static_cast<std::int16_t>(value) : static_cast<std::int32_t>(value);
+}
+
+}  // namespace
+
+std::optional<DecimalDigits> strictDecimal(std::u16string_view text, char16_t decimalSeparator,
+                                           char16_t groupSeparator) {
+  Reader reader(withoutBlanks(text));
+  const bool isNegative = reader.takeSign();
+  std::string digits = integerDigits(reader, decimalSeparator, groupSeparator);
+  const auto integerCount = static_cast<int>(digits.size());
+  if (reader.take(decimalSeparator)) digits += reader.takeDigits();
+  if (digits.empty()) return std::nullopt;
+  const auto exponent = exponentOf(reader);
+  if (!exponent || !reader.atEnd()) return std::nullopt;
+  return decimalDigits(isNegative, std::move(digits), integerCount + *exponent);
+}
+
+std::optional<double> strictNumber(std::u16string_view text, char16_t decimalSeparator,
+                                   char16_t groupSeparator) {
+  const std::u16string_view content = withoutBlanks(text);
+  if (content.starts_with(u"&H") || content.starts_with(u"&h")) return wholeNumber(content.substr(2), 16);
+  if (content.starts_with(u"&O") || content.starts_with(u"&o")) return wholeNumber(content.substr(2), 8);
+  const auto decimal = strictDecimal(content, decimalSeparator, groupSeparator);
+  if (!decimal) return std::nullopt;
+  return decimalValue(*decimal);
+}
+
+}  // namespace zentaro

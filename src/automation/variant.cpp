@@ -1,0 +1,24 @@
+// The array of a Variant, and the one error of its accessors.
+#include "automation/variant.h"
+
+#include "automation/automation_error.h"
+
+namespace zentaro {
+
+Array::Array(std::initializer_list<Variant> items) : items_(items), hasBounds_(true) {}
+
+const std::vector<Variant>& Array::items() const {
+  if (!hasBounds_) throw AutomationError(ErrorNumber::SubscriptOutOfRange);
+  return items_;
+}
+
+int Array::upperBound() const { return static_cast<int>(items().size()) - 1; }
+
+const Variant& Array::at(int index) const {
+  if (index < 0 || index > upperBound()) throw AutomationError(ErrorNumber::SubscriptOutOfRange);
+  return items_[static_cast<std::size_t>(index)];
+}
+
+void Variant::raiseTypeMismatch() { throw AutomationError(ErrorNumber::TypeMismatch); }
+
+}  // namespace zentaro
