@@ -5,18 +5,21 @@
 
 namespace zentaro {
 
-Array::Array(std::initializer_list<Variant> items) : items_(items), hasBounds_(true) {}
+Array::Array(std::initializer_list<Variant> items) : Array(std::vector<Variant>(items)) {}
+
+Array::Array(std::vector<Variant> items)
+    : items_(std::make_shared<const std::vector<Variant>>(std::move(items))) {}
 
 const std::vector<Variant>& Array::items() const {
-  if (!hasBounds_) throw AutomationError(ErrorNumber::SubscriptOutOfRange);
-  return items_;
+  if (!hasBounds()) throw AutomationError(ErrorNumber::SubscriptOutOfRange);
+  return *items_;
 }
 
 int Array::upperBound() const { return static_cast<int>(items().size()) - 1; }
 
 const Variant& Array::at(int index) const {
   if (index < 0 || index > upperBound()) throw AutomationError(ErrorNumber::SubscriptOutOfRange);
-  return items_[static_cast<std::size_t>(index)];
+  return items()[static_cast<std::size_t>(index)];
 }
 
 void Variant::raiseTypeMismatch() { throw AutomationError(ErrorNumber::TypeMismatch); }

@@ -4,7 +4,7 @@
 #include <concepts>
 #include <cstdint>
 #include <initializer_list>
-#include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,9 +26,9 @@ class ZENTARO_API Array {
  public:
   Array() = default;
   Array(std::initializer_list<Variant> items);
-  explicit Array(std::vector<Variant> items) : items_(std::move(items)), hasBounds_(true) {}
+  explicit Array(std::vector<Variant> items);
 
-  bool hasBounds() const { return hasBounds_; }
+  bool hasBounds() const { return items_ != nullptr; }
   /// The elements; raises 9 when the array has no bounds.
   const std::vector<Variant>& items() const;
   /// The index of the last element, -1 without elements; raises 9 when the array has no bounds.
@@ -37,9 +37,13 @@ class ZENTARO_API Array {
   const Variant& at(int index) const;
 
  private:
-  std::vector<Variant> items_;
-  bool hasBounds_ = false;
+  // Never changed, so that copies can share it; null without bounds.
+  std::shared_ptr<const std::vector<Variant>> items_;
 };
+
+template <class T>
+concept WholeNumber =
+    std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, char16_t>;
 
 class ZENTARO_API Variant {
  public:
@@ -66,9 +70,8 @@ class ZENTARO_API Variant {
   Variant(bool value) : value_(value) {}
   Variant(double value) : value_(value) {}
   /// A whole number: Int16 up to 16 bits wide, else Int32, else (outside 32 bits) Double.
-  template <std::integral T>
-  requires(!std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, char16_t>) Variant(T value)
-      : value_(wholeNumber(value)) {}
+  template <WholeNumber T>
+  Variant(T value) : value_(wholeNumber(value)) {}
   Variant(zentaro::Currency value) : value_(value) {}
   Variant(zentaro::Date value) : value_(value) {}
   Variant(const char* utf8) : value_(utf16(utf8)) {}
