@@ -1,0 +1,29 @@
+// Which device a port's name stands for.
+#include <charconv>
+
+#include "platform/services.h"
+#include "platform/system_paths.h"
+#include "platform/unicode.h"
+
+namespace zentaro {
+namespace {
+
+/// The n of "COMn"; 0 for any other name.
+int portNumber(std::string_view name) {
+  constexpr std::string_view prefix = "COM";
+  if (!name.starts_with(prefix)) return 0;
+  int number = 0;
+  const auto [end, error] = std::from_chars(name.data() + prefix.size(), name.data() + name.size(), number);
+  return error == std::errc() && end == name.data() + name.size() && number > 0 ? number : 0;
+}
+
+}  // namespace
+
+std::string devicePath(const std::string& deviceName) {
+  const int number = portNumber(deviceName);
+  if (number == 0) return deviceName.find('/') == std::string::npos ? std::string() : deviceName;
+  const std::string path = utf8(services().settings->read("TRV", "Config\\ModComm", deviceName, u""));
+  return path.empty() ? "/dev/ttyS" + std::to_string(number - 1) : path;
+}
+
+}  // namespace zentaro

@@ -1,0 +1,59 @@
+// Opening a serial device for this process alone, and the table of those that are open.
+#include "platform/posix/open_device.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+
+#include <cerrno>
+
+namespace zentaro::posix {
+
+std::optional<OpenDevice> OpenDevice::open(const std::string& path) {
+  // O_NONBLOCK: opening a line without a carrier must not wait. O_NOCTTY: a hang-up must not end the program.
+  constexpr int flags = O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC;
+  Descriptor descriptor(uninterrupted([&] { return ::open(path.c_str(), flags); }));
+  if (!descriptor.isOpen()) return std::nullopt;
+  if (uninterrupted([&] { return ::flock(descriptor.number(), LOCK_EX | LOCK_NB); }) < 0) {
+    if (errno == EWOULDBLOCK) errno = EBUSY;
+    return std::nullopt;
+  }
+  if (::ioctl(descriptor.number(), TIOCEXCL) < 0 && errno != ENOTTY) return std::nullopt;
+  return OpenDevice(std::move(descriptor));
+}
+
+OpenDevice::OpenDevice(Descriptor descriptor)
+    : descriptor_(std::move(descriptor)),
+      isTerminal_(::isatty(descriptor_.number()) == 1),
+      counters_(lineCounters(descriptor_.number())) {}
+
+OpenDevice::~OpenDevice() {
+  if (!descriptor_.isOpen()) return;  // moved from
+  // Both outlive this descriptor where another one shares the device: after a fork, or on a pseudo-terminal.
+  ::ioctl(descriptor_.number(), TIOCNXCL);
+  ::flock(descriptor_.number(), LOCK_UN);
+}
+
+std::uint32_t OpenDevice::takeLineErrors() {
+  const LineCounters before = std::exchange(counters_, lineCounters(descriptor_.number()));
+  return lineErrorFlags(before, counters_);
+}
+
+SerialHandle DeviceTable::add(OpenDevice device) {
+  const std::lock_guard lock(mutex_);
+  devices_.emplace(++last_, std::move(device));
+  return last_;
+}
+
+OpenDevice* DeviceTable::find(SerialHandle handle) {
+  const std::lock_guard lock(mutex_);
+  const auto found = devices_.find(handle);
+  return found == devices_.end() ? nullptr : &found->second;
+}
+
+void DeviceTable::remove(SerialHandle handle) {
+  const std::lock_guard lock(mutex_);
+  devices_.erase(handle);
+}
+
+}  // namespace zentaro::posix

@@ -1,0 +1,56 @@
+// The serial devices that this process has open, by handle.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "platform/posix/descriptor.h"
+#include "platform/posix/line_status.h"
+#include "platform/serial_services.h"
+
+namespace zentaro::posix {
+
+/// A device held exclusively: by an advisory lock against everybody who looks for one, and by the terminal's
+/// own exclusive mode against everybody else. Destroying it gives the device back.
+class OpenDevice {
+ public:
+  /// Nothing, with errno set, when the device cannot be opened; EBUSY when somebody holds it.
+  static std::optional<OpenDevice> open(const std::string& path);
+
+  OpenDevice(OpenDevice&&) = default;
+  OpenDevice& operator=(OpenDevice&&) = delete;
+  ~OpenDevice();
+
+  int descriptor() const { return descriptor_.number(); }
+  bool isTerminal() const { return isTerminal_; }
+  /// The flags of the line errors since the last call, or since the device was opened.
+  std::uint32_t takeLineErrors();
+
+  CommTimeouts timeouts{0xFFFFFFFF, 0, 1000, 1000, 0};
+
+ private:
+  explicit OpenDevice(Descriptor descriptor);
+
+  Descriptor descriptor_;
+  bool isTerminal_;
+  LineCounters counters_;
+};
+
+/// A handle is never given out twice, so one that was closed can never reach another device. A handle is used
+/// by the thread that opened it; only the table itself is shared.
+class DeviceTable {
+ public:
+  SerialHandle add(OpenDevice device);
+  /// Null for a handle that is not open.
+  OpenDevice* find(SerialHandle handle);
+  void remove(SerialHandle handle);
+
+ private:
+  std::mutex mutex_;
+  std::map<SerialHandle, OpenDevice> devices_;
+  SerialHandle last_ = 0;
+};
+
+}  // namespace zentaro::posix

@@ -1,0 +1,16 @@
+// The POSIX implementation of each platform service: one object a service, made at its first use, living as
+// long as the program.
+#pragma once
+
+#include "platform/services.h"
+
+namespace zentaro::posix {
+
+SerialServices& serialServices();
+SettingsStore& settingsFile();
+Clock& clock();
+Host& host();
+Files& files();
+RegionalSettings& regionalSettings();
+
+}  // namespace zentaro::posix
