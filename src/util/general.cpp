@@ -1,0 +1,31 @@
+// The printer's packed date and time texts.
+#include "util/general.h"
+
+#include <algorithm>
+
+#include "automation/automation_error.h"
+#include "automation/conversions.h"
+
+namespace zentaro::General {
+namespace {
+
+/// Up to two characters from `position`, as many as there are.
+std::u16string pairAt(const std::u16string& text, std::size_t position) {
+  return text.substr(std::min(position, text.size()), 2);
+}
+
+std::u16string lastPair(const std::u16string& text) {
+  return pairAt(text, text.size() - std::min<std::size_t>(2, text.size()));
+}
+
+}  // namespace
+
+Date MakeDateTime(const std::u16string& dateText, const std::u16string& timeText) {
+  const std::u16string isoForm = u"20" + pairAt(dateText, 0) + u"-" + pairAt(dateText, 2) + u"-" +
+                                 lastPair(dateText) + u" " + pairAt(timeText, 0) + u":" + pairAt(timeText, 2);
+  const auto date = textToDate(isoForm);
+  if (!date) throw AutomationError(ErrorNumber::TypeMismatch);
+  return *date;
+}
+
+}  // namespace zentaro::General
