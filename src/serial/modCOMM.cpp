@@ -1,0 +1,194 @@
+// The serial port driver. Each operation does its system calls in a fixed order and stops at the first that
+// fails.
+#include "serial/modCOMM.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/services.h"
+#include "platform/unicode.h"
+#include "serial/driver_state.h"
+#include "serial/driver_trace.h"
+#include "serial/last_error.h"
+
+namespace zentaro::modCOMM {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::uint32_t stillPending = 997, notYetComplete = 996;
+constexpr std::uint32_t bufferSize = 4096;
+constexpr int yieldsAfterWrite = 10;
+
+/// A mistake that an operation finds in its own arguments.
+struct Fault {
+  std::int32_t number;
+  std::u16string description;
+  int line;
+};
+
+SerialServices& serial() { return *services().serial; }
+
+void yieldToHost(int times) {
+  for (; times > 0; --times) services().host->yield();
+}
+
+/// `line` is the caller's own.
+PortEntry& portAt(std::int16_t port, int line = __builtin_LINE()) {
+  auto& ports = driverState().ports;
+  if (port < 1 || port > static_cast<int>(ports.size())) throw Fault{9, u"Subscript out of range", line};
+  return ports[static_cast<std::size_t>(port - 1)];
+}
+
+/// Configures a device that was just opened; the name of the system call that failed, or nothing.
+std::u16string_view configure(PortEntry& entry, const std::string& settings) {
+  constexpr CommTimeouts timeouts{0xFFFFFFFF, 0, 1000, 1000, 0};
+  if (!serial().SetupComm(entry.handle, 1024, 1024)) return u"SetupComm";
+  if (!serial().PurgeComm(entry.handle, 0x0F)) return u"PurgeComm";
+  if (!serial().SetCommTimeouts(entry.handle, timeouts)) return u"SetCommTimeouts";
+  if (!serial().GetCommState(entry.handle, entry.line)) return u"GetCommState";
+  if (!serial().BuildCommDCBA(settings, entry.line)) return u"BuildCommDCB";
+  if (!serial().SetCommState(entry.handle, entry.line)) return u"SetCommState";
+  return {};
+}
+
+std::int32_t openPort(PortEntry& entry, const std::string& device, const std::string& settings) {
+  if (entry.open) return keepError(-1, u"CommOpen", u"Port in use.");
+  entry.services = &serial();
+  entry.handle = serial().CreateFileA(device, 0xC0000000, 0, 3, 0x80);
+  if (entry.handle == invalidSerialHandle) {
+    return CommRecordError(serial().GetLastError(), u"CommOpen (CreateFile)");
+  }
+  entry.open = true;  // required: a configuration that fails leaves the port open, for CommClose to release
+  const std::u16string_view failed = configure(entry, settings);
+  if (failed.empty()) return 0;
+  return CommRecordError(serial().GetLastError(), u"CommOpen (" + std::u16string(failed) + u")");
+}
+
+std::int32_t closePort(PortEntry& entry) {
+  if (!entry.open) return 0;
+  if (!serial().CloseHandle(entry.handle)) {
+    return CommRecordError(serial().GetLastError(), u"CommClose (CloseHandle)");
+  }
+  entry.open = false;
+  return 0;
+}
+
+/// The code of a transfer call: 0 when it succeeded.
+std::uint32_t codeOf(bool succeeded) { return succeeded ? 0 : serial().GetLastError(); }
+
+/// Waits until a pending transfer is over; its code, 0 when it succeeded.
+std::uint32_t waitForTransfer(const PortEntry& entry, std::uint32_t& count) {
+  std::uint32_t code;
+  do {
+    code = codeOf(serial().GetOverlappedResult(entry.handle, driverState().overlapped, count, true));
+  } while (code == notYetComplete);
+  return code;
+}
+
+std::int32_t readPort(const PortEntry& entry, std::u16string& data, std::int32_t wanted) {
+  yieldToHost(1);
+  std::uint32_t flags = 0, waiting = 0;
+  if (!serial().ClearCommError(entry.handle, flags, waiting)) {
+    CommRecordError(serial().GetLastError(), u"CommRead (ClearCommError)");
+    return -1;
+  }
+  if (waiting == 0) return 0;
+
+  const auto size = std::min(std::max(waiting, static_cast<std::uint32_t>(std::max(wanted, 0))), bufferSize);
+  std::string buffer(bufferSize, '\0');
+  std::uint32_t count = 0;
+  if (!serial().ReadFile(entry.handle, buffer.data(), size, count, driverState().overlapped)) {
+    const std::uint32_t code = serial().GetLastError();
+    if (code != stillPending) {
+      CommRecordLineError(code, u"CommRead (ReadFile)", entry);
+      return -1;
+    }
+    if (const std::uint32_t waitCode = waitForTransfer(entry, count); waitCode != 0) {
+      CommRecordLineError(waitCode, u"CommRead (GetOverlappedResult)", entry);
+      return -1;
+    }
+  }
+  data = services().codePage->text(std::string_view(buffer).substr(0, count));
+  return static_cast<std::int32_t>(data.size());
+}
+
+/// `written` counts what left, as far as the calls say so before anything is raised.
+void writePort(const PortEntry& entry, const std::string& bytes, std::int32_t& written) {
+  const auto size = static_cast<std::uint32_t>(bytes.size());
+  std::uint32_t count = 0;
+  const bool done = serial().WriteFile(entry.handle, bytes.data(), size, count, driverState().overlapped);
+  const std::uint32_t code = codeOf(done);  // taken before the host's code can make calls of its own
+  yieldToHost(1);
+  written = static_cast<std::int32_t>(count);
+  if (done) return yieldToHost(yieldsAfterWrite);
+  if (code == 0) return;
+  if (code != stillPending) {
+    CommRecordLineError(code, u"CommWrite (WriteFile)", entry);
+    written = -1;
+    return;
+  }
+  const std::uint32_t waitCode = waitForTransfer(entry, count);
+  written = static_cast<std::int32_t>(count);
+  if (waitCode == 0) return yieldToHost(yieldsAfterWrite);
+  CommRecordLineError(waitCode, u"CommWrite (GetOverlappedResult)", entry);
+}
+
+}  // namespace
+
+std::int32_t CommOpen(std::int16_t port, const std::u16string& device, const std::u16string& settings) {
+  std::int32_t result = 0;
+  try {
+    result = openPort(portAt(port), utf8(device), utf8(settings));
+  } catch (const Fault& fault) {
+    result = keepError(fault.number, u"CommOpen",
+                       fault.description + u" LINEA " + utf16(std::to_string(fault.line)));
+  }
+  if (result != 0) CommTraceStart();
+  return result;
+}
+
+std::int32_t CommClose(std::int16_t port) {
+  std::int32_t result = 0;
+  try {
+    result = closePort(portAt(port));
+  } catch (const Fault& fault) {
+    result = keepError(fault.number, u"CommClose", fault.description);
+  }
+  CommTraceStop();
+  return result;
+}
+
+std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t wanted) {
+  data.clear();
+  std::int32_t count = -1;
+  try {
+    count = readPort(portAt(port), data, wanted);
+  } catch (const Fault& fault) {
+    keepError(fault.number, u"CommRead", fault.description);
+  }
+  if (count > 0) CommTraceRead(data);
+  return count;
+}
+
+std::int32_t CommWrite(std::int16_t port, const std::u16string& data) {
+  std::int32_t written = 0;
+  try {
+    writePort(portAt(port), services().codePage->bytes(data), written);
+  } catch (const Fault& fault) {
+    keepError(fault.number, u"CommWrite", fault.description);
+  }
+  if (written != -1) CommTraceSend(data);
+  return written;
+}
+
+void CommWait(std::int16_t port, milliseconds limit) {
+  const milliseconds longest(services().host->wantsYields() ? 10 : 250);
+  const auto& ports = driverState().ports;
+  const bool exists = port >= 1 && port <= static_cast<int>(ports.size());
+  const PortEntry* entry = exists ? &ports[static_cast<std::size_t>(port - 1)] : nullptr;
+  const SerialHandle handle = entry != nullptr && entry->open ? entry->handle : invalidSerialHandle;
+  serial().WaitForInput(handle, std::clamp(limit, milliseconds(0), longest));
+}
+
+}  // namespace zentaro::modCOMM
