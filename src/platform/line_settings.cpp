@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <optional>
+#include <type_traits>
 
 #include "platform/ascii.h"
 
@@ -17,10 +18,11 @@ std::optional<std::uint32_t> numberBetween(std::uint32_t low, std::uint32_t high
   return number;
 }
 
-bool setBaud(std::string_view value, LineSettings& settings) {
-  const auto rate = numberBetween(1, 4'000'000, value);
-  if (rate) settings.baudRate = *rate;
-  return rate.has_value();
+template <auto member, std::uint32_t low, std::uint32_t high>
+bool setNumber(std::string_view value, LineSettings& settings) {
+  const auto number = numberBetween(low, high, value);
+  if (number) settings.*member = static_cast<std::remove_reference_t<decltype(settings.*member)>>(*number);
+  return number.has_value();
 }
 
 bool setParity(std::string_view value, LineSettings& settings) {
@@ -31,24 +33,14 @@ bool setParity(std::string_view value, LineSettings& settings) {
   return true;
 }
 
-bool setDataBits(std::string_view value, LineSettings& settings) {
-  const auto bits = numberBetween(5, 8, value);
-  if (bits) settings.dataBits = static_cast<std::uint8_t>(*bits);
-  return bits.has_value();
-}
-
-bool setStopBits(std::string_view value, LineSettings& settings) {
-  const auto bits = numberBetween(1, 2, value);
-  if (bits) settings.stopBits = static_cast<std::uint8_t>(*bits);
-  return bits.has_value();
-}
-
 struct Setting {
   std::string_view name;
   bool (*set)(std::string_view value, LineSettings& settings);
 };
-constexpr Setting known[] = {
-    {"baud", setBaud}, {"parity", setParity}, {"data", setDataBits}, {"stop", setStopBits}};
+constexpr Setting known[] = {{"baud", setNumber<&LineSettings::baudRate, 1, 4'000'000>},
+                             {"parity", setParity},
+                             {"data", setNumber<&LineSettings::dataBits, 5, 8>},
+                             {"stop", setNumber<&LineSettings::stopBits, 1, 2>}};
 
 bool apply(std::string_view part, LineSettings& settings) {
   const auto equals = part.find('=');

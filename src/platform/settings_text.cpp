@@ -49,15 +49,36 @@ Line parse(std::string_view text) {
   return entryOf(line, equals);
 }
 
-// Calls visit(index, section, line) for each line; a section's header belongs to it.
+// Calls visit(index, line) for each line of a section; its header belongs to it.
 template <class Visit>
-void forEachLine(const std::vector<std::string>& lines, Visit visit) {
-  std::string_view section;
+void forEachLineOf(std::string_view section, const std::vector<std::string>& lines, Visit visit) {
+  std::string_view current;
   for (std::size_t index = 0; index < lines.size(); ++index) {
     const Line line = parse(lines[index]);
-    if (line.kind == Line::Kind::Section) section = line.name;
-    visit(index, section, line);
+    if (line.kind == Line::Kind::Section) current = line.name;
+    if (equalIgnoringCase(current, section)) visit(index, line);
   }
+}
+
+// The index of the line that holds.
+std::optional<std::size_t> lastEntry(const std::vector<std::string>& lines, std::string_view section,
+                                     std::string_view key) {
+  std::optional<std::size_t> found;
+  forEachLineOf(section, lines, [&](std::size_t index, const Line& line) {
+    if (line.kind == Line::Kind::Entry && equalIgnoringCase(line.name, key)) found = index;
+  });
+  return found;
+}
+
+// The index behind the last header or entry of a section; what precedes the first header is the section
+// without a name.
+std::optional<std::size_t> sectionEnd(const std::vector<std::string>& lines, std::string_view section) {
+  std::optional<std::size_t> end;
+  if (section.empty()) end = 0;
+  forEachLineOf(section, lines, [&](std::size_t index, const Line& line) {
+    if (line.kind != Line::Kind::Other) end = index + 1;
+  });
+  return end;
 }
 
 // A value that itself stands in quotes needs a pair around it that reading takes away.
@@ -66,17 +87,23 @@ std::string written(std::string_view value) {
   return isQuoted ? '"' + std::string(value) + '"' : std::string(value);
 }
 
+// The line with another value; its spacing and its end stay.
+std::string changedLine(std::string_view line, std::string_view value) {
+  const std::string_view before = parse(line).beforeValue;
+  const bool needsBlank = before.size() > 1 && before.ends_with('=') && isBlank(before[before.size() - 2]);
+  return std::string(before) + (needsBlank ? " " : "") + written(value) + (line.ends_with('\r') ? "\r" : "");
+}
+
 void requireWritable(std::string_view section, std::string_view key, std::string_view value) {
-  constexpr std::string_view lineBreaks("\r\n");
-  const bool isSectionWrong = section.find_first_of("\r\n[]") != section.npos || trimmed(section) != section;
-  const bool isKeyWrong = key.empty() || trimmed(key) != key || key.find_first_of("\r\n=") != key.npos ||
-                          key.starts_with('[') || key.starts_with(';');
-  if (isSectionWrong)
-    throw std::invalid_argument("a section name cannot hold brackets, line breaks or outer blanks");
-  if (isKeyWrong)
-    throw std::invalid_argument("a key must be a name without \"=\", line breaks or outer blanks");
-  if (value.find_first_of(lineBreaks) != value.npos)
-    throw std::invalid_argument("a value must be a single line");
+  const auto isName = [](std::string_view name) {
+    return trimmed(name) == name && name.find_first_of("\r\n") == name.npos;
+  };
+  const bool isKey = isName(key) && !key.empty() && key.find('=') == key.npos && key.find_first_of("[;") != 0;
+  if (!isName(section)) throw std::invalid_argument("a section name cannot hold line breaks or outer blanks");
+  if (!isKey)
+    throw std::invalid_argument(
+        "a key cannot be empty, hold \"=\", line breaks or outer blanks, or begin with \"[\" or \";\"");
+  if (value.find_first_of("\r\n") != value.npos) throw std::invalid_argument("a value must be a single line");
 }
 
 }  // namespace
@@ -90,49 +117,37 @@ SettingsText::SettingsText(std::string_view text) {
 }
 
 std::optional<std::string> SettingsText::value(std::string_view section, std::string_view key) const {
-  std::optional<std::string> found;
-  forEachLine(lines_, [&](std::size_t, std::string_view current, const Line& line) {
-    if (line.kind == Line::Kind::Entry && equalIgnoringCase(current, section) &&
-        equalIgnoringCase(line.name, key)) {
-      found = line.value;
-    }
-  });
-  return found;
+  const auto index = lastEntry(lines_, section, key);
+  if (!index) return std::nullopt;
+  return std::string(parse(lines_[*index]).value);
 }
 
 std::vector<SettingsText::Entry> SettingsText::entries() const {
   std::vector<Entry> entries;
-  forEachLine(lines_, [&](std::size_t, std::string_view section, const Line& line) {
-    if (line.kind != Line::Kind::Entry) return;
-    entries.push_back({std::string(section), std::string(line.name), std::string(line.value)});
-  });
+  std::string section;
+  for (const std::string& text : lines_) {
+    const Line line = parse(text);
+    if (line.kind == Line::Kind::Section) section = line.name;
+    if (line.kind == Line::Kind::Entry)
+      entries.push_back({section, std::string(line.name), std::string(line.value)});
+  }
   return entries;
 }
 
 void SettingsText::set(std::string_view section, std::string_view key, std::string_view value) {
   requireWritable(section, key, value);
-  const std::string lineEnd = !lines_.empty() && lines_.front().ends_with('\r') ? "\r" : "";
-  std::optional<std::size_t> entryIndex, sectionEnd;
-  std::string changed = std::string(key) + "=" + written(value) + lineEnd;
-  if (section.empty()) sectionEnd = 0;
-  forEachLine(lines_, [&](std::size_t index, std::string_view current, const Line& line) {
-    if (!equalIgnoringCase(current, section)) return;
-    if (line.kind != Line::Kind::Other) sectionEnd = index + 1;
-    if (line.kind != Line::Kind::Entry || !equalIgnoringCase(line.name, key)) return;
-    entryIndex = index;
-    const bool needsBlank = line.beforeValue.ends_with('=') && line.beforeValue.size() > 1 &&
-                            isBlank(line.beforeValue[line.beforeValue.size() - 2]);
-    changed = std::string(line.beforeValue) + (needsBlank ? " " : "") + written(value) + lineEnd;
-  });
-  if (entryIndex) {
-    lines_[*entryIndex] = changed;
+  if (const auto index = lastEntry(lines_, section, key)) {
+    lines_[*index] = changedLine(lines_[*index], value);
     return;
   }
-  if (!sectionEnd) {
+  const std::string lineEnd = !lines_.empty() && lines_.front().ends_with('\r') ? "\r" : "";
+  auto end = sectionEnd(lines_, section);
+  if (!end) {
     lines_.push_back("[" + std::string(section) + "]" + lineEnd);
-    sectionEnd = lines_.size();
+    end = lines_.size();
   }
-  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(*sectionEnd), changed);
+  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(*end),
+                std::string(key) + "=" + written(value) + lineEnd);
 }
 
 std::string SettingsText::text() const {

@@ -1,13 +1,15 @@
-// The text of a settings file: sections, keys and values, read without ever failing and changed without losing a line.
+// The text of a settings file: sections, keys and values, read without ever failing and changed without
+// losing a line.
 //
 //   [Config\EPSONZT]
 //   TimeOutZT=12
 //   DumpZT = "C:\IFTRACE.TXT"
 //   ; a comment
 //
-// Names are matched without regard to case. A value is taken as it stands behind the "=": blanks count ("DebugZT= 0" is
-// not "0"). Only a line that also has a blank before the "=" loses one blank behind it, and a pair of double quotes around
-// the whole value is taken away. The last of two equal keys holds. A line that is none of this is skipped.
+// Names are matched without regard to case. A value is taken as it stands behind the "=": blanks count
+// ("DebugZT= 0" is not "0"). Only a line that also has a blank before the "=" loses one blank behind it, and
+// a pair of double quotes around the whole value is taken away. The last of two equal keys holds. A line that
+// is none of this is skipped.
 #pragma once
 
 #include <optional>
@@ -30,7 +32,9 @@ class ZENTARO_API SettingsText {
 
   std::optional<std::string> value(std::string_view section, std::string_view key) const;
   std::vector<Entry> entries() const;
-  /// Replaces the value in its line, or adds key and section; every other line stays as it is.
+  /// Replaces the value in its line, or adds key and section; every other line stays as it is. Raises
+  /// std::invalid_argument, and changes nothing, for what reading would not give back: a name or value with a
+  /// line break, a name with outer blanks, a key that is empty, holds "=" or begins with "[" or ";".
   void set(std::string_view section, std::string_view key, std::string_view value);
   std::string text() const;
 
