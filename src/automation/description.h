@@ -2,6 +2,9 @@
 // binding, the command line, the line protocol and the reference manual are all read.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -49,6 +52,25 @@ struct Parameter {
   bool isOptional() const { return fallback.kind != Default::Kind::None; }
 };
 
+/// The parameters of a member, at most six, as a constant.
+class ParameterList {
+ public:
+  constexpr ParameterList() = default;
+  constexpr ParameterList(std::initializer_list<Parameter> parameters) : size_(parameters.size()) {
+    std::copy(parameters.begin(), parameters.end(), items_.begin());
+  }
+
+  constexpr std::size_t size() const { return size_; }
+  constexpr const Parameter& operator[](std::size_t index) const { return items_[index]; }
+  constexpr Parameter& operator[](std::size_t index) { return items_[index]; }
+  constexpr const Parameter* begin() const { return items_.data(); }
+  constexpr const Parameter* end() const { return items_.data() + size_; }
+
+ private:
+  std::array<Parameter, 6> items_{};
+  std::size_t size_ = 0;
+};
+
 /// One accessor or method. `arguments` has one element for each parameter and, for a Let or Set, the new
 /// value behind them.
 using Thunk = Variant (*)(void* instance, std::span<Variant> arguments);
@@ -56,7 +78,7 @@ using Thunk = Variant (*)(void* instance, std::span<Variant> arguments);
 struct Member {
   std::string_view name;
   Access access;
-  std::span<const Parameter> parameters;
+  ParameterList parameters;
   Type result;
   std::string_view help;
   Thunk thunk;

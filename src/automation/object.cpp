@@ -57,8 +57,10 @@ class Call {
   std::span<Variant> values() { return values_; }
 
  private:
+  // Only an optional parameter can be left out by the value that says so; any other takes it as it is.
   bool isGiven(std::size_t index) const {
-    return index < given_.size() && !given_[index].is(Variant::Kind::Missing);
+    return index < given_.size() &&
+           !(parameters_[index].isOptional() && given_[index].is(Variant::Kind::Missing));
   }
   bool isWrittenBack(std::size_t index) const {
     return isGiven(index) && parameters_[index].passing == Passing::ByReference;
@@ -69,7 +71,7 @@ class Call {
     return parameters_[index].fallback.value();
   }
 
-  std::span<const Parameter> parameters_;
+  const ParameterList& parameters_;
   std::span<Variant> given_;  // without the new value
   std::vector<Variant> values_;
 };

@@ -1,4 +1,5 @@
-// Payments, discounts, and the end of a fiscal document: cancelled, or closed with or without a base for the IGTF tax.
+// Payments, discounts, and the end of a fiscal document: cancelled, or closed with or without a base for the
+// IGTF tax.
 #include "automation/conversions.h"
 #include "documents/encoding.h"
 #include "printer/czentaro.h"
@@ -53,7 +54,8 @@ std::int16_t CZentaro::CancelarComprobante() {
 
 // No port check: the interface says so, here and below.
 std::int16_t CZentaro::CerrarComprobante(const Variant& TipoCierre) {
-  if (TipoCierre.is(Variant::Kind::Empty) || isText(TipoCierre, empty)) return run(Command::CloseDocument, {});
+  if (TipoCierre.is(Variant::Kind::Empty) || isText(TipoCierre, empty))
+    return run(Command::CloseDocument, {});
   return run(Command::CloseDocument, {TipoCierre});
 }
 

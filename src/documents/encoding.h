@@ -9,13 +9,13 @@
 
 namespace zentaro {
 
-/// Cut to `length` characters (0 means 20), then trimmed of blanks, then reduced to 7-bit characters: the accents of the
-/// lower-case vowels and of N are dropped, a double quote becomes an apostrophe, any other character above 127 a full stop.
-/// Raises 5 for a negative length, 94 or 13 for a value without a text form.
+/// Cut to `length` characters (0 means 20), then trimmed of blanks, then reduced to 7-bit characters: the
+/// accents of the lower-case vowels and of N are dropped, a double quote becomes an apostrophe, any other
+/// character above 127 a full stop. Raises 5 for a negative length, 94 or 13 for a value without a text form.
 std::u16string CleanText(const Variant& value, std::int32_t length);
 
-/// The value with that many implied decimals, halves rounded upward: 12.34 with 2 is "1234", -1.25 with 1 is "-12". Raises 6
-/// for an infinite or undefined result.
+/// The value with that many implied decimals, halves rounded upward: 12.34 with 2 is "1234", -1.25 with 1 is
+/// "-12". Raises 6 for an infinite or undefined result.
 std::u16string FormatImplied(double value, std::int16_t decimals);
 /// The same for a host's value; raises as toDouble does.
 std::u16string implied(const Variant& value, std::int16_t decimals);

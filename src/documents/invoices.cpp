@@ -35,13 +35,14 @@ void foldQuantity(Variant& price, Variant& quantity) {
 
 std::int16_t CZentaro::IniciarFactura(const Variant& sNombreCliente, const Variant& sRIFCliente) {
   if (!isPortOpen) return ENVERR_DEVICE;
-  return run(Command::OpenDocument, {CleanText(sNombreCliente, nameLength), CleanText(sRIFCliente, rifLength), empty,
-                                     empty, empty, empty, empty, empty, empty});
+  return run(Command::OpenDocument, {CleanText(sNombreCliente, nameLength), CleanText(sRIFCliente, rifLength),
+                                     empty, empty, empty, empty, empty, empty, empty});
 }
 
 std::int16_t CZentaro::IniciarDevolucion(const Variant& sNombreCliente, const Variant& sRIFCliente,
                                          const Variant& NumeroComprobante, const Variant& sSerialEquipo,
-                                         const Variant& dtFechaComprobante, const Variant& dtHoraComprobante) {
+                                         const Variant& dtFechaComprobante,
+                                         const Variant& dtHoraComprobante) {
   if (!isPortOpen) return ENVERR_DEVICE;
   // required: date and time are converted before the names, which stand in front of them in the frame.
   const std::u16string date = maskedOrEmpty(dtFechaComprobante, maskDate);
@@ -55,8 +56,8 @@ std::u16string CZentaro::description(const Variant& text, std::int16_t extraLeng
   return CleanText(text, toInt16(length));  // required: the sum is one of 16 bits
 }
 
-std::int16_t CZentaro::PasarLineaItem(const Variant& text, Variant& price, Variant& quantity, const Variant& tax,
-                                      const char16_t* lineType) {
+std::int16_t CZentaro::PasarLineaItem(const Variant& text, Variant& price, Variant& quantity,
+                                      const Variant& tax, const char16_t* lineType) {
   if (!isPortOpen) return ENVERR_DEVICE;
   // required: written back before anything is encoded, so it stands even if a conversion below fails.
   if (settings_.suppressesDecimals()) foldQuantity(price, quantity);
@@ -82,7 +83,8 @@ std::int16_t CZentaro::PasarLineaDevolucion(const Variant& istrDescripcion, Vari
 }
 
 std::int16_t CZentaro::PasarLineaDevolucion(const Variant& istrDescripcion, const Variant& ivmPrecioNeto,
-                                            const Variant& idblCantidad, const Variant& ivmPorcentajeImpuesto) {
+                                            const Variant& idblCantidad,
+                                            const Variant& ivmPorcentajeImpuesto) {
   Variant price = ivmPrecioNeto;
   Variant quantity = idblCantidad;
   return PasarLineaDevolucion(istrDescripcion, price, quantity, ivmPorcentajeImpuesto);

@@ -21,7 +21,8 @@ std::int16_t CZentaro::PasarLineaDNF(const Variant& istrTexto) {
 
 std::int16_t CZentaro::CerrarDNF() { return runCommand(Command::CloseNonFiscal); }
 
-std::int16_t CZentaro::SetTextoFormato(const Variant& bEncabezado, const Variant& nLinea, const Variant& sTextoLinea) {
+std::int16_t CZentaro::SetTextoFormato(const Variant& bEncabezado, const Variant& nLinea,
+                                       const Variant& sTextoLinea) {
   if (!isPortOpen) return ENVERR_DEVICE;
   const std::optional<double> line = asNumber(nLinea);
   if (!line || !(*line >= 1 && *line <= 5)) return ENVERR_BADARG;  // required: only returned

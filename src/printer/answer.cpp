@@ -13,11 +13,13 @@ namespace {
 
 constexpr std::int32_t errorBit = 0x8000;
 
-Answer failure(ENVERR_CODES outcome, const std::u16string& received, std::optional<std::u16string> errorText = {}) {
+Answer failure(ENVERR_CODES outcome, const std::u16string& received,
+               std::optional<std::u16string> errorText = {}) {
   return {outcome, errorBit, errorBit, std::move(errorText), Array{Variant()}, received};
 }
 
-// From the STX through the first ETX behind it; all of the text when an ETX stood only in the junk before the STX.
+// From the STX through the first ETX behind it; all of the text when an ETX stood only in the junk before the
+// STX.
 std::u16string_view bodyOf(std::u16string_view answer) {
   return answer.substr(0, std::min(answer.find(ETX), answer.size() - 1) + 1);
 }
@@ -64,7 +66,8 @@ Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence
   const std::u16string_view body = bodyOf(answer);
   const std::u16string errorText = errorTextOf(body);
   if (verifyCheckSum && !checkSumMatches(answer, body)) return failure(ENVERR_CHECKSUM, received, errorText);
-  if (answer.size() < 2 || byteOf(answer[1]) != expectedSequence) return failure(ENVERR_BADSEQ, received, errorText);
+  if (answer.size() < 2 || byteOf(answer[1]) != expectedSequence)
+    return failure(ENVERR_BADSEQ, received, errorText);
 
   Answer result;
   result.errorText = errorText;
@@ -74,7 +77,8 @@ Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence
   while (fields.size() < 2) fields.emplace_back(u"");
   result.printerStatus = statusWord(fields[0], result.outcome);
   result.fiscalStatus = statusWord(fields[1], result.outcome);
-  fields.insert(fields.begin(), static_cast<std::int16_t>(result.traced.empty() ? 0 : byteOf(result.traced[0])));
+  fields.insert(fields.begin(),
+                static_cast<std::int16_t>(result.traced.empty() ? 0 : byteOf(result.traced[0])));
   result.fields = Array(std::move(fields));
   return result;
 }

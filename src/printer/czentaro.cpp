@@ -87,7 +87,8 @@ Variant CZentaro::ReadResponse(std::int16_t expected) {
   trace_.readStatus();
   Receiver receiver;
   const bool complete = receiveAnswer(CommPort, settings_, receiver);
-  Answer answer = complete ? checkAnswer(receiver.text(), expected, verifyCheckSum) : timedOut(receiver.text());
+  Answer answer =
+      complete ? checkAnswer(receiver.text(), expected, verifyCheckSum) : timedOut(receiver.text());
   if (answer.errorText) sLastError = *answer.errorText;
   dwordPrinterStatus = answer.printerStatus;
   dwordStatusFiscal = answer.fiscalStatus;

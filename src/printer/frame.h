@@ -3,8 +3,8 @@
 //   command  STX  sequence  command code  { FS  field }  ETX  checksum
 //   answer   STX  sequence  command code  FS  printer status  FS  fiscal status  { FS  field }  ETX  checksum
 //
-// The checksum is the sum of all bytes from STX through ETX in upper-case hexadecimal digits, four at least. Frames are held
-// as text whose characters stand for bytes in the thread's code page.
+// The checksum is the sum of all bytes from STX through ETX in upper-case hexadecimal digits, four at least.
+// Frames are held as text whose characters stand for bytes in the thread's code page.
 #pragma once
 
 #include <cstdint>
@@ -39,8 +39,8 @@ char16_t characterOf(std::uint8_t byte);
 /// The sum of the bytes. Raises 6 (overflow) for a text of more than 32,767 characters.
 std::int32_t checkSum(std::u16string_view text);
 
-/// A complete command frame. Raises 5 for a command outside 0 to 255, 9 for an array without bounds, and what the conversion
-/// of a field to text raises.
+/// A complete command frame. Raises 5 for a command outside 0 to 255, 9 for an array without bounds, and what
+/// the conversion of a field to text raises.
 std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Array& fields);
 
 }  // namespace zentaro

@@ -1,4 +1,5 @@
-// Collects the chunks of an answer until its checksum is there. Whether the answer is valid is another question (answer.h).
+// Collects the chunks of an answer until its checksum is there. Whether the answer is valid is another
+// question (answer.h).
 #pragma once
 
 #include <cstddef>

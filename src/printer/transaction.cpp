@@ -17,7 +17,8 @@ double now() { return services().clock->secondsSinceMidnight(); }
 // A whole number of seconds, ties to even.
 double newDeadline(CachedSettings& settings) { return std::nearbyint(now() + settings.timeOut()); }
 
-// One look at the port: true when a chunk came, else after a sleep that ends with the next byte or the deadline.
+// One look at the port: true when a chunk came, else after a sleep that ends with the next byte or the
+// deadline.
 bool readChunk(const Variant& commPort, Receiver& receiver, double deadline) {
   constexpr std::int32_t largestChunk = 4096;
   const std::int16_t port = toInt16(commPort);
@@ -42,7 +43,8 @@ bool receiveAnswer(const Variant& commPort, CachedSettings& settings, Receiver& 
   while (receiver.started() && !receiver.complete() && now() < deadline) {
     if (readChunk(commPort, receiver, deadline)) deadline = newDeadline(settings);
     // required: once the ETX is there, the chunks of the checksum do not move the deadline.
-    while (receiver.hasEtx() && !receiver.complete() && now() < deadline) readChunk(commPort, receiver, deadline);
+    while (receiver.hasEtx() && !receiver.complete() && now() < deadline)
+      readChunk(commPort, receiver, deadline);
   }
   return receiver.complete();
 }

@@ -25,7 +25,8 @@ std::int16_t CZentaro::LlenarCheque(const Variant& vmMontoCheque, const Variant&
   });
 }
 
-std::int16_t CZentaro::EndosarCheque(const Variant& strNombre, const Variant& strCedula, const Variant& strTelefono) {
+std::int16_t CZentaro::EndosarCheque(const Variant& strNombre, const Variant& strCedula,
+                                     const Variant& strTelefono) {
   if (!isPortOpen) return ENVERR_DEVICE;
   return printCheque(Command::ChequeEndorsement, [&]() -> Fields {
     return {CleanText(strNombre, 40), CleanText(strCedula, 20), CleanText(strTelefono, 20)};

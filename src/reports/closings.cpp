@@ -4,7 +4,6 @@
 #include "automation/masks.h"
 #include "documents/encoding.h"
 #include "printer/czentaro.h"
-#include "reports/closing_type.h"
 #include "reports/resultado_cierre.h"
 
 namespace zentaro {
@@ -19,11 +18,13 @@ Value valueOrMismatch(std::optional<Value> value) {
 }
 
 std::u16string reportDate(const Variant& value) { return maskDate(valueOrMismatch(asDate(value))); }
-std::u16string reportNumber(const Variant& value) { return maskWholeNumber8(valueOrMismatch(asNumber(value))); }
+std::u16string reportNumber(const Variant& value) {
+  return maskWholeNumber8(valueOrMismatch(asNumber(value)));
+}
 
 }  // namespace
 
-std::int16_t CZentaro::RealizarCierre(std::int32_t nTipo, const Variant& Imprimir) {
+std::int16_t CZentaro::RealizarCierre(nTipoCierreFiscal nTipo, const Variant& Imprimir) {
   if (!isPortOpen) return ENVERR_DEVICE;
   if (nTipo != CIERRE_X) return run(Command::Closing, {u"Z"});
   return run(Command::Closing, {u"X", toBoolean(Imprimir) ? u"P" : u"S"});
@@ -46,7 +47,7 @@ std::int16_t CZentaro::ReporteMemoriaPorNumero(const Variant& lngInicial, const 
   return run(Command::MemoryReport, {reportNumber(lngInicial), reportNumber(lngFinal), sTipoReporte});
 }
 
-std::unique_ptr<ResultadoCierre> CZentaro::PerformReturnCierre(std::int32_t TipoCierre) {
+std::unique_ptr<ResultadoCierre> CZentaro::PerformReturnCierre(nTipoCierreFiscal TipoCierre) {
   if (RealizarCierre(TipoCierre, true) != ENVERR_OK) return nullptr;
   auto record = std::make_unique<ResultadoCierre>();
   record->LoadFromParams(vaResponse);

@@ -14,7 +14,8 @@ namespace {
 
 std::u16string upperCase(std::u16string text) {
   std::transform(text.begin(), text.end(), text.begin(), [](char16_t character) {
-    return character >= u'a' && character <= u'z' ? static_cast<char16_t>(character - u'a' + u'A') : character;
+    return character >= u'a' && character <= u'z' ? static_cast<char16_t>(character - u'a' + u'A')
+                                                  : character;
   });
   return text;
 }

@@ -31,7 +31,9 @@ void lastInvoice(ResultadoCierre& record, const Variant& entry) {
   record.FechaUltimaFactura = General::MakeDateTime(pair(8) + pair(6) + pair(4), pair(2) + pair(0));
 }
 
-void lastNumber(ResultadoCierre& record, const Variant& entry) { record.numeroUltimaFactura = toInt32(entry); }
+void lastNumber(ResultadoCierre& record, const Variant& entry) {
+  record.numeroUltimaFactura = toInt32(entry);
+}
 
 constexpr int firstElement = 3;
 constexpr std::array<Loader, 19> loaders{

@@ -16,7 +16,8 @@ void statusHASAR::LoadFromResponse(const Variant& response) {
   statusPrinter = leadingSignedHex(toText(elements.at(0)));
   statusFiscal = leadingSignedHex(toText(elements.at(1)));
   int element = 2;
-  for (const auto counter : counters) this->*counter = roundToInt32(leadingNumber(toText(elements.at(element++))));
+  for (const auto counter : counters)
+    this->*counter = roundToInt32(leadingNumber(toText(elements.at(element++))));
 }
 
 }  // namespace zentaro

@@ -10,9 +10,14 @@ namespace zentaro {
 
 void statusN::LoadFromResponse(const Variant& response) {
   constexpr int firstElement = 4;
-  constexpr std::array fields{&statusN::CodigoStatus,   &statusN::UltimoComando,      &statusN::sFecha,
-                              &statusN::sHora,          &statusN::sFacturasPeriodo,   &statusN::sDNFPeriodo,
-                              &statusN::sNumeroFacturaAcumulado, &statusN::sNumeroDNFAcumulado,
+  constexpr std::array fields{&statusN::CodigoStatus,
+                              &statusN::UltimoComando,
+                              &statusN::sFecha,
+                              &statusN::sHora,
+                              &statusN::sFacturasPeriodo,
+                              &statusN::sDNFPeriodo,
+                              &statusN::sNumeroFacturaAcumulado,
+                              &statusN::sNumeroDNFAcumulado,
                               &statusN::sUltimoCierreZ};
   const Array& elements = response.array();
   int element = firstElement;

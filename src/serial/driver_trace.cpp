@@ -2,16 +2,12 @@
 #include "serial/driver_trace.h"
 
 #include "automation/automation_error.h"
-#include "platform/services.h"
+#include "platform/setting_keys.h"
 #include "serial/driver_state.h"
 #include "serial/trace_text.h"
 
 namespace zentaro::modCOMM {
 namespace {
-
-std::u16string setting(std::string_view key, std::u16string_view fallback) {
-  return services().settings->read("TRV", "Config\\ModComm", key, fallback);
-}
 
 void record(std::u16string_view word, const std::u16string& data) {
   TraceFile& trace = driverState().trace;
@@ -24,8 +20,8 @@ void record(std::u16string_view word, const std::u16string& data) {
 
 void CommTraceStart() {
   CommTraceStop();
-  if (setting("DEBUG", u"0") == u"0") return;
-  const std::u16string path = setting("DumpFile", u"");
+  if (readSetting(settingDriverTrace) == u"0") return;
+  const std::u16string path = readSetting(settingDriverTraceFile);
   if (path.empty()) return;
   try {
     driverState().trace.open(path);

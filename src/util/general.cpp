@@ -18,14 +18,25 @@ std::u16string lastPair(const std::u16string& text) {
   return pairAt(text, text.size() - std::min<std::size_t>(2, text.size()));
 }
 
-}  // namespace
+std::u16string dayAndMinute(const std::u16string& dateText, const std::u16string& timeText) {
+  return u"20" + pairAt(dateText, 0) + u"-" + pairAt(dateText, 2) + u"-" + lastPair(dateText) + u" " +
+         pairAt(timeText, 0) + u":" + pairAt(timeText, 2);
+}
 
-Date MakeDateTime(const std::u16string& dateText, const std::u16string& timeText) {
-  const std::u16string isoForm = u"20" + pairAt(dateText, 0) + u"-" + pairAt(dateText, 2) + u"-" +
-                                 lastPair(dateText) + u" " + pairAt(timeText, 0) + u":" + pairAt(timeText, 2);
+Date convert(const std::u16string& isoForm) {
   const auto date = textToDate(isoForm);
   if (!date) throw AutomationError(ErrorNumber::TypeMismatch);
   return *date;
+}
+
+}  // namespace
+
+Date MakeDateTime(const std::u16string& dateText, const std::u16string& timeText) {
+  return convert(dayAndMinute(dateText, timeText));
+}
+
+Date MakeDateTimeWithSeconds(const std::u16string& dateText, const std::u16string& timeText) {
+  return convert(dayAndMinute(dateText, timeText) + u":" + lastPair(timeText));
 }
 
 }  // namespace zentaro::General

@@ -11,4 +11,7 @@ namespace zentaro::General {
 /// minute. The seconds are always 0. Raises 13 (type mismatch) when they form no date and time.
 Date MakeDateTime(const std::u16string& dateText, const std::u16string& timeText);
 
+/// The same, with the last two characters of `timeText` as the seconds.
+Date MakeDateTimeWithSeconds(const std::u16string& dateText, const std::u16string& timeText);
+
 }  // namespace zentaro::General

@@ -1,0 +1,61 @@
+// The type library.
+#include "interface/library.h"
+
+#include <array>
+
+#include "automation/automation_error.h"
+#include "platform/ascii.h"
+#include "printer/czentaro.h"
+#include "reports/resultado_cierre.h"
+#include "reports/status_hasar.h"
+#include "reports/status_n.h"
+
+namespace zentaro {
+
+namespace {
+
+constexpr std::array outcomeValues{
+    EnumerationValue{"ENVERR_DEVICE", ENVERR_DEVICE},     EnumerationValue{"ENVERR_OK", ENVERR_OK},
+    EnumerationValue{"ENVERR_COMM", ENVERR_COMM},         EnumerationValue{"ENVERR_INVALID", ENVERR_INVALID},
+    EnumerationValue{"ENVERR_CHECKSUM", ENVERR_CHECKSUM}, EnumerationValue{"ENVERR_BADSEQ", ENVERR_BADSEQ},
+    EnumerationValue{"ENVERR_STATUS", ENVERR_STATUS},     EnumerationValue{"ENVERR_BADARG", ENVERR_BADARG}};
+constexpr std::array closingValues{EnumerationValue{"CIERRE_X", CIERRE_X},
+                                   EnumerationValue{"CIERRE_Z", CIERRE_Z}};
+
+constexpr std::array enumerations{EnumerationDescription{"ENVERR_CODES", outcomeValues},
+                                  EnumerationDescription{"nTipoCierreFiscal", closingValues}};
+
+// The name without "Zentaro." in front of it.
+std::string_view withoutLibrary(std::string_view name) {
+  const std::size_t length = libraryName.size();
+  const bool qualified =
+      name.size() > length && name[length] == '.' && equalIgnoringCase(name.substr(0, length), libraryName);
+  return qualified ? name.substr(length + 1) : name;
+}
+
+}  // namespace
+
+std::span<const ClassDescription* const> libraryClasses() {
+  static const std::array classes{&describe<CZentaro>(), &describe<statusN>(), &describe<statusHASAR>(),
+                                  &describe<ResultadoCierre>()};
+  return classes;
+}
+
+std::span<const EnumerationDescription> libraryEnumerations() { return enumerations; }
+
+const ClassDescription* findClass(std::string_view name) {
+  for (const ClassDescription* description : libraryClasses()) {
+    if (equalIgnoringCase(description->name, withoutLibrary(name))) return description;
+  }
+  return nullptr;
+}
+
+Object createObject(std::string_view className) {
+  const ClassDescription* description = findClass(className);
+  if (description == nullptr || description->create == nullptr) {
+    throw AutomationError(ErrorNumber::CannotCreateObject);
+  }
+  return {*description, description->create()};
+}
+
+}  // namespace zentaro
