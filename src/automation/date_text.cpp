@@ -114,7 +114,8 @@ bool readTime(Reader& reader, CalendarTime& parts) {
 
 // The time behind the day, which may be left out.
 bool readRest(Reader& reader, CalendarTime& parts) {
-  if (reader.atEnd() || reader.take(u'T')) return reader.atEnd() || readTime(reader, parts);
+  if (reader.atEnd()) return true;
+  if (reader.take(u'T')) return readTime(reader, parts);
   if (!reader.take(u' ')) return false;
   while (reader.take(u' ')) {
   }

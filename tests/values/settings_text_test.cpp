@@ -1,0 +1,105 @@
+// The settings file: what a reader sees, and that writing loses nothing.
+#include "platform/settings_text.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace zentaro {
+namespace {
+
+TEST(SettingsTexts, AreReadLineByLine) {
+  const SettingsText settings(
+      "\xEF\xBB\xBF[Config\\EPSONZT]\r\n"
+      "TimeOutZT=12\r\n"
+      "  Indented=1\n"
+      "DebugZT= 0\n"
+      "DumpZT = \"C:\\IFTRACE.TXT\"\n"
+      "Spaced =  two blanks  \n"
+      "Tight =x\n"
+      "Quote=\"\n"
+      "Equals=a=b\n"
+      "Empty=\n"
+      ";Comment=1\n"
+      "=nameless\n"
+      "not a setting\n"
+      "[half a section\n"
+      "[ Other ]\n"
+      "timeoutzt=1\n"
+      "TimeOutZT=2\n"
+      "[config\\epsonzt]\n"
+      "Again=\"\"");
+  const struct {
+    const char *section, *key;
+    std::optional<std::string> value;
+  } rows[] = {
+      {"Config\\EPSONZT", "TimeOutZT", "12"},
+      {"CONFIG\\epsonzt", "TIMEOUTzt", "12"},
+      {"Config\\EPSONZT", "Indented", "1"},
+      {"Config\\EPSONZT", "DebugZT", " 0"},
+      {"Config\\EPSONZT", "DumpZT", "C:\\IFTRACE.TXT"},
+      {"Config\\EPSONZT", "Spaced", " two blanks  "},
+      {"Config\\EPSONZT", "Tight", "x"},
+      {"Config\\EPSONZT", "Quote", "\""},
+      {"Config\\EPSONZT", "Equals", "a=b"},
+      {"Config\\EPSONZT", "Empty", ""},
+      {"Config\\EPSONZT", ";Comment", std::nullopt},
+      {"Config\\EPSONZT", "", std::nullopt},
+      {"Config\\EPSONZT", "Again", ""},
+      {"Other", "TimeOutZT", "2"},
+      {"Other", "DebugZT", std::nullopt},
+      {"Nowhere", "TimeOutZT", std::nullopt},
+  };
+  for (const auto& row : rows) EXPECT_EQ(settings.value(row.section, row.key), row.value) << row.key;
+
+  const auto entries = settings.entries();
+  ASSERT_EQ(entries.size(), 12U);
+  EXPECT_EQ(entries[9].section, "Other");
+  EXPECT_EQ(entries[9].key, "timeoutzt");
+  EXPECT_EQ(entries[9].value, "1");
+}
+
+TEST(SettingsTexts, ChangeOneLine) {
+  const struct {
+    const char *row, *before, *key, *value, *after;
+  } rows[] = {
+      {"in its place", "; first\n[S]\nA=1\n\nB=2\n", "A", "9", "; first\n[S]\nA=9\n\nB=2\n"},
+      {"with its spacing", "[S]\n a = \"1\"\n", "A", "9", "[S]\n a = 9\n"},
+      {"a missing blank", "[S]\nA =1\n", "A", "9", "[S]\nA = 9\n"},
+      {"with its line end", "[S]\r\nA=1\r\nB=2\r\n", "A", "9", "[S]\r\nA=9\r\nB=2\r\n"},
+      {"the one that holds", "[S]\nA=1\nA=2\n", "A", "9", "[S]\nA=1\nA=9\n"},
+      {"a new key behind the last", "[S]\nA=1\n\n[T]\nC=3\n", "B", "2", "[S]\nA=1\nB=2\n\n[T]\nC=3\n"},
+      {"a new section at the end", "[T]\r\nnonsense", "A", "1", "[T]\r\nnonsense\n[S]\r\nA=1\r\n"},
+      {"an empty file", "", "A", "1", "[S]\nA=1\n"},
+  };
+  for (const auto& row : rows) {
+    SettingsText settings(row.before);
+    settings.set("S", row.key, row.value);
+    EXPECT_EQ(settings.text(), row.after) << row.row;
+  }
+}
+
+TEST(SettingsTexts, GiveBackWhatWasSet) {
+  for (const char* value : {"", " ", " x ", "\"", "\"\"", "\"C:\\X.TXT\"", "a=b", ";x", "[x]", "\xC3\xB1"}) {
+    for (const char* before : {"", "[S]\nA=1\n", "[S]\nA = 1\n", "[S]\nA =1\n", "[S]\r\nA=\r\n"}) {
+      SettingsText settings(before);
+      settings.set("S", "A", value);
+      EXPECT_EQ(SettingsText(settings.text()).value("S", "A"), value) << before << value;
+    }
+  }
+}
+
+TEST(SettingsTexts, RefuseWhatALineCannotHold) {
+  SettingsText settings("[S]\nA=1\n");
+  const struct {
+    const char *section, *key, *value;
+  } rows[] = {{"S", "A", "1\n2"}, {"S", "A", "1\r"}, {"S\n", "A", "1"}, {" S", "A", "1"}, {"S", "", "1"},
+              {"S", "A=B", "1"},  {"S", "[A", "1"},  {"S", ";A", "1"},  {"S", "A ", "1"}, {"S", "A\nB", "1"}};
+  for (const auto& row : rows) {
+    EXPECT_THROW(settings.set(row.section, row.key, row.value), std::invalid_argument) << row.key;
+  }
+  EXPECT_EQ(settings.text(), "[S]\nA=1\n");
+}
+
+}  // namespace
+}  // namespace zentaro
