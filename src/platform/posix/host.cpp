@@ -56,10 +56,7 @@ void setMessageBoxCallback(std::function<void(std::u16string_view, std::u16strin
 
 namespace posix {
 
-Host& host() {
-  static CallbackHost host;
-  return host;
-}
+Host& host() { return lasting<CallbackHost>(); }
 
 }  // namespace posix
 }  // namespace zentaro

@@ -4,10 +4,28 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <cerrno>
 
 namespace zentaro::posix {
+namespace {
+
+/// The slave side, by the device numbers that the system reserves for it.
+bool isPseudoTerminal(int descriptor) {
+  struct stat status {};
+  if (::fstat(descriptor, &status) < 0 || !S_ISCHR(status.st_mode)) return false;
+  return major(status.st_rdev) >= 136 && major(status.st_rdev) <= 143;
+}
+
+/// A pseudo-terminal stays exclusive after a program that was killed, as long as its other side is open, and
+/// nobody could use it again: there the lock has to do.
+bool makeExclusive(int descriptor) {
+  return isPseudoTerminal(descriptor) || ::ioctl(descriptor, TIOCEXCL) == 0 || errno == ENOTTY;
+}
+
+}  // namespace
 
 std::optional<OpenDevice> OpenDevice::open(const std::string& path) {
   // O_NONBLOCK: opening a line without a carrier must not wait. O_NOCTTY: a hang-up must not end the program.
@@ -18,7 +36,7 @@ std::optional<OpenDevice> OpenDevice::open(const std::string& path) {
     if (errno == EWOULDBLOCK) errno = EBUSY;
     return std::nullopt;
   }
-  if (::ioctl(descriptor.number(), TIOCEXCL) < 0 && errno != ENOTTY) return std::nullopt;
+  if (!makeExclusive(descriptor.number())) return std::nullopt;
   return OpenDevice(std::move(descriptor));
 }
 
@@ -29,7 +47,7 @@ OpenDevice::OpenDevice(Descriptor descriptor)
 
 OpenDevice::~OpenDevice() {
   if (!descriptor_.isOpen()) return;  // moved from
-  // Both outlive this descriptor where another one shares the device: after a fork, or on a pseudo-terminal.
+  // Both would outlive this descriptor where a forked child has it too.
   ::ioctl(descriptor_.number(), TIOCNXCL);
   ::flock(descriptor_.number(), LOCK_UN);
 }

@@ -44,9 +44,6 @@ class PosixClock : public Clock {
 
 }  // namespace
 
-Clock& clock() {
-  static PosixClock clock;
-  return clock;
-}
+Clock& clock() { return lasting<PosixClock>(); }
 
 }  // namespace zentaro::posix

@@ -40,9 +40,6 @@ class PosixFiles : public Files {
 
 }  // namespace
 
-Files& files() {
-  static PosixFiles files;
-  return files;
-}
+Files& files() { return lasting<PosixFiles>(); }
 
 }  // namespace zentaro::posix

@@ -150,9 +150,6 @@ class PosixSerial : public SerialServices {
 
 }  // namespace
 
-SerialServices& serialServices() {
-  static PosixSerial serial;
-  return serial;
-}
+SerialServices& serialServices() { return lasting<PosixSerial>(); }
 
 }  // namespace zentaro::posix

@@ -118,9 +118,6 @@ class EnvironmentRegional : public RegionalSettings {
 
 }  // namespace
 
-RegionalSettings& regionalSettings() {
-  static EnvironmentRegional settings;
-  return settings;
-}
+RegionalSettings& regionalSettings() { return lasting<EnvironmentRegional>(); }
 
 }  // namespace zentaro::posix

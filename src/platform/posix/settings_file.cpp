@@ -87,10 +87,7 @@ std::string settingsPath() {
 
 namespace posix {
 
-SettingsStore& settingsFile() {
-  static SettingsFile store;
-  return store;
-}
+SettingsStore& settingsFile() { return lasting<SettingsFile>(); }
 
 }  // namespace posix
 }  // namespace zentaro
