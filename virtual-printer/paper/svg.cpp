@@ -8,6 +8,8 @@ namespace printer {
 namespace {
 
 constexpr int columnTenths = 72;  // width of a column in tenths of a pixel
+constexpr int largeColumnTenths = 96;
+constexpr std::size_t largeColumns = paperColumns * columnTenths / largeColumnTenths - 1;
 constexpr int lineHeight = 17;
 constexpr int tallLineHeight = 27;
 constexpr int margin = 24;
@@ -42,21 +44,28 @@ std::string attribute(const char* name, std::string_view value) {
   return " " + std::string{name} + "=\"" + std::string{value} + "\"";
 }
 
-std::string pixels(std::size_t columns) {
-  const auto tenths = static_cast<int>(columns) * columnTenths;
+std::string pixels(std::size_t columns, int tenthsEach) {
+  const auto tenths = static_cast<int>(columns) * tenthsEach;
   return number(tenths / 10) + "." + number(tenths % 10);
 }
 
-// A title is twice as tall as it is wide, like the double height of a thermal printer.
-std::string textElement(std::string_view text, const char* anchor, int x, int y, LineStyle style) {
+// A title is larger, as long as its line has room for larger columns.
+bool isLarge(const Line& line) {
+  const std::size_t taken = columnsOf(line.left) + columnsOf(line.middle) + columnsOf(line.right);
+  return line.style == LineStyle::title && taken <= largeColumns;
+}
+
+std::string textElement(std::string_view text, const char* anchor, int x, int y, const Line& line) {
   if (text.empty()) return {};
-  std::string element = "<text" + attribute("text-anchor", anchor);
-  const bool isTall = style == LineStyle::title;
-  element += attribute("transform",
-                       "translate(" + number(x) + "," + number(y) + ")" + (isTall ? " scale(1,1.6)" : ""));
-  element += attribute("textLength", pixels(columnsOf(text))) + attribute("lengthAdjust", "spacingAndGlyphs");
-  if (isTall || style == LineStyle::bold) element += attribute("font-weight", "bold");
-  if (style == LineStyle::faint) element += attribute("fill", "#777");
+  std::string element = "<text" + attribute("x", number(x)) + attribute("y", number(y));
+  element += attribute("text-anchor", anchor);
+  element +=
+      attribute("textLength", pixels(columnsOf(text), isLarge(line) ? largeColumnTenths : columnTenths));
+  element += attribute("lengthAdjust", "spacingAndGlyphs");
+  if (isLarge(line)) element += attribute("font-size", "16");
+  if (line.style == LineStyle::title || line.style == LineStyle::bold)
+    element += attribute("font-weight", "bold");
+  if (line.style == LineStyle::faint) element += attribute("fill", "#777");
   return element + ">" + escaped(text) + "</text>\n";
 }
 
@@ -66,9 +75,9 @@ std::string lineElements(const Line& line, int width, int y) {
     return "<path" +
            attribute("d", "M" + number(margin) + " " + number(y - 5) + "H" + number(width - margin)) +
            attribute("stroke", "#55555c") + attribute("stroke-dasharray", "4 3") + "/>\n";
-  return textElement(line.left, "start", margin, y, line.style) +
-         textElement(line.middle, "middle", width / 2, y, line.style) +
-         textElement(line.right, "end", width - margin, y, line.style);
+  return textElement(line.left, "start", margin, y, line) +
+         textElement(line.middle, "middle", width / 2, y, line) +
+         textElement(line.right, "end", width - margin, y, line);
 }
 
 // A strip with teeth where the paper was torn off.
@@ -83,18 +92,27 @@ std::string stripPath(int width, int height) {
   return path + "Z";
 }
 
+// A shape with its shadow, which is the same shape, blurred by hand: not every viewer knows filters.
+std::string withShadow(const std::string& shape, const std::string& paint) {
+  std::string elements;
+  for (int depth = 4; depth >= 1; --depth)
+    elements += "<" + shape + attribute("transform", "translate(0," + number(depth) + ")") +
+                attribute("fill", "#000") + attribute("fill-opacity", ".06") + "/>\n";
+  return elements + "<" + shape + paint + "/>\n";
+}
+
 std::string outline(const Sheet& sheet, int width, int height) {
   const Look look = lookOf(sheet.kind);
   const std::string paint = attribute("fill", look.paper) + attribute("stroke", look.edge);
   if (sheet.kind == SheetKind::roll)
-    return "<path" + attribute("d", stripPath(width, height)) + paint + attribute("filter", "url(#shadow)") +
-           "/>\n";
-  const std::string size = attribute("width", number(width)) + attribute("height", number(height));
-  const std::string inner = attribute("x", "7") + attribute("y", "7") +
-                            attribute("width", number(width - 14)) + attribute("height", number(height - 14));
-  return "<rect" + size + attribute("rx", "6") + paint + attribute("filter", "url(#shadow)") + "/>\n<rect" +
-         inner + attribute("rx", "3") + attribute("fill", "none") + attribute("stroke", look.edge) +
-         attribute("stroke-dasharray", "1 2") + "/>\n";
+    return withShadow("path" + attribute("d", stripPath(width, height)), paint);
+  const auto box = [&](int inset, const char* radius) {
+    return "rect" + attribute("x", number(inset)) + attribute("y", number(inset)) +
+           attribute("width", number(width - 2 * inset)) + attribute("height", number(height - 2 * inset)) +
+           attribute("rx", radius);
+  };
+  return withShadow(box(0, "6"), paint) + "<" + box(7, "3") + attribute("fill", "none") +
+         attribute("stroke", look.edge) + attribute("stroke-dasharray", "1 2") + "/>\n";
 }
 
 }  // namespace
@@ -108,7 +126,7 @@ Drawing drawSheet(const Sheet& sheet) {
   int y = margin;
   for (const Line& line : sheet.lines) {
     y += heightOf(line);
-    content += lineElements(line, width, y - (line.style == LineStyle::title ? 6 : 4));
+    content += lineElements(line, width, y - (line.style == LineStyle::title ? 8 : 4));
   }
   return {width, height, content};
 }

@@ -51,7 +51,10 @@ std::string rateLabel(const RateTable& rates, std::size_t slot) {
   return std::string{slotLetters[slot]} + " (" + paperRate(rates.rates[slot]) + ")";
 }
 
-void addMachine(Lines& lines, const Owner& owner) { addPair(lines, "MH", owner.serial, LineStyle::bold); }
+void addMachine(Lines& lines, const Owner& owner) {
+  lines.emplace_back();
+  addMiddle(lines, "MH  " + owner.serial, LineStyle::bold);
+}
 
 std::string documentTitle(DocumentKind kind, int number) {
   return kindName(kind) + " " + eightDigits(number);
@@ -59,11 +62,12 @@ std::string documentTitle(DocumentKind kind, int number) {
 
 Lines headingLines(const Owner& owner, const TextLines& header) {
   Lines lines;
-  addMiddle(lines, "SENIAT", LineStyle::bold);
+  addMiddle(lines, "SENIAT", LineStyle::title);
   addMiddle(lines, "RIF " + owner.rif);
   addMiddle(lines, owner.name);
   for (const std::string& text : header)
     if (!text.empty()) addMiddle(lines, text);
+  lines.emplace_back();
   return lines;
 }
 
@@ -143,7 +147,7 @@ Lines settlementLines(const Document& document, Rate igtfRate) {
 }
 
 Lines closingLines(const Owner& owner, const TextLines& footer) {
-  Lines lines;
+  Lines lines{{}};
   for (const std::string& text : footer)
     if (!text.empty()) addMiddle(lines, text);
   addMachine(lines, owner);
