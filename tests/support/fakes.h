@@ -53,7 +53,9 @@ class FakeHost : public Host {
     if (onYield) onYield();
   }
   bool wantsYields() const override { return static_cast<bool>(onYield); }
-  void errorBox(std::u16string_view title, std::u16string_view text) override { boxes.emplace_back(title, text); }
+  void errorBox(std::u16string_view title, std::u16string_view text) override {
+    boxes.emplace_back(title, text);
+  }
 };
 
 class FakeRegional : public RegionalSettings {

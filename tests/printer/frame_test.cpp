@@ -1,0 +1,85 @@
+// Command frames byte for byte, the sequence number, and what a failing frame leaves behind.
+#include "printer/frame.h"
+
+#include <gtest/gtest.h>
+
+#include "support/printer_fixture.h"
+
+namespace zentaro::testing {
+namespace {
+
+using FrameTest = PrinterTest;
+
+std::string frameBytes(const std::u16string& frame) { return windows1252().bytes(frame); }
+
+TEST_F(FrameTest, FramesAreBuiltByteForByte) {
+  struct Row {
+    const char* name;
+    std::int16_t command;
+    Array fields;
+    const char* expected;
+  };
+  const Row rows[] = {
+      {"no fields", 0x48, Array(std::vector<Variant>()), "<STX>\"H<ETX>006F"},
+      {"one field", 0x49, {u"HOLA"}, "<STX>#I<FS>HOLA<ETX>01B1"},
+      {"an empty field, a number and a letter",
+       0x44,
+       {u"", 1250, u"T"},
+       "<STX>$D<FS><DEL><FS>1250<FS>T<ETX>025C"},
+      {"an Empty and a negative number", 0x49, {Variant(), -5}, "<STX>%I<FS><DEL><FS>-5<ETX>018C"},
+      {"a command above 127", 0x80, Array(std::vector<Variant>()), "<STX>&<80><ETX>00AB"},
+      {"a byte above 127 and one outside the code page",
+       0x49,
+       {u"\u00F1\u4E00"},
+       "<STX>'I<FS><F1>?<ETX>01C1"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(frameBytes(z->BuildOMB(row.command, row.fields)), bytes(row.expected)) << row.name;
+    EXPECT_EQ(z->nLastCommand, row.command) << row.name;
+  }
+  EXPECT_TRUE(line.written.empty());
+}
+
+TEST_F(FrameTest, ASumAbove65535IsWrittenInFull) {
+  const std::u16string frame = z->BuildOMB(0x49, {std::u16string(600, u'z')});
+  // 02 + 22 + 49 + 1C + 600 * 7A + 03 = 73,340
+  EXPECT_EQ(frameBytes(frame).substr(frame.size() - 5), "11E7C");
+}
+
+TEST_F(FrameTest, TheSequenceRunsFrom22To7FAndBackTo21) {
+  const Array none{std::vector<Variant>()};
+  std::string sequence;
+  for (int frames = 0; frames < 96; ++frames) sequence += frameBytes(z->BuildOMB(0x48, none))[1];
+  EXPECT_EQ(sequence.front(), '\x22');
+  EXPECT_EQ(sequence[93], '\x7F');
+  EXPECT_EQ(sequence.substr(94), "\x21\x22");
+}
+
+TEST_F(FrameTest, AFailingFrameHasStillTakenItsSequenceNumber) {
+  struct Row {
+    const char* name;
+    std::int16_t command;
+    Array fields;
+    int error;
+  };
+  const Row rows[] = {
+      {"a command below 0", -1, Array(std::vector<Variant>()), 5},
+      {"a command above 255", 256, Array(std::vector<Variant>()), 5},
+      {"an array without bounds", 0x41, Array(), 9},
+      {"Null", 0x41, {u"x", Variant::null()}, 94},
+      {"an array", 0x41, {Array{1}}, 13},
+      {"an omitted argument", 0x41, {Variant::missing()}, 13},
+      {"more than 32,767 characters", 0x41, {std::u16string(32768, u'x')}, 6},
+  };
+  char expected = '\x22';
+  for (const Row& row : rows) {
+    EXPECT_EQ(raised([&] { z->BuildOMB(row.command, row.fields); }), row.error) << row.name;
+    EXPECT_EQ(z->nLastCommand, row.command) << row.name;
+    ++expected;
+    EXPECT_EQ(frameBytes(z->BuildOMB(0x48, Array(std::vector<Variant>())))[1], expected) << row.name;
+    ++expected;
+  }
+}
+
+}  // namespace
+}  // namespace zentaro::testing
