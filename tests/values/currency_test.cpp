@@ -33,7 +33,7 @@ TEST(Currency, RoundsADoubleToFourDecimalsWithTiesToEven) {
               {-900719925474.25, -9007199254742500}};
   for (const auto& row : rows) EXPECT_EQ(Currency::fromDouble(row.value).scaled(), row.scaled) << row.value;
   for (const double value :
-       {922337203685478.0, -922337203685478.0, 1e300, std::numeric_limits<double>::infinity(),
+       {922337203685477.58, -922337203685478.0, 1e300, std::numeric_limits<double>::infinity(),
         std::numeric_limits<double>::quiet_NaN()}) {
     EXPECT_EQ(errorOf([value] { Currency::fromDouble(value); }), 6) << value;
   }

@@ -70,6 +70,7 @@ TEST(SettingsTexts, ChangeOneLine) {
       {"the one that holds", "[S]\nA=1\nA=2\n", "A", "9", "[S]\nA=1\nA=9\n"},
       {"a new key behind the last", "[S]\nA=1\n\n[T]\nC=3\n", "B", "2", "[S]\nA=1\nB=2\n\n[T]\nC=3\n"},
       {"a new section at the end", "[T]\r\nnonsense", "A", "1", "[T]\r\nnonsense\n[S]\r\nA=1\r\n"},
+      {"an empty section", "[S]\n\n[T]\n", "A", "1", "[S]\nA=1\n\n[T]\n"},
       {"an empty file", "", "A", "1", "[S]\nA=1\n"},
   };
   for (const auto& row : rows) {
@@ -77,6 +78,12 @@ TEST(SettingsTexts, ChangeOneLine) {
     settings.set("S", row.key, row.value);
     EXPECT_EQ(settings.text(), row.after) << row.row;
   }
+}
+
+TEST(SettingsTexts, AddToWhatPrecedesTheFirstSection) {
+  SettingsText settings("[S]\nA=1\n");
+  settings.set("", "B", "2");
+  EXPECT_EQ(settings.text(), "B=2\n[S]\nA=1\n");
 }
 
 TEST(SettingsTexts, GiveBackWhatWasSet) {
