@@ -1,0 +1,94 @@
+// A printer on the bench: a till talks to it in short lines, and time passes only when it is told to.
+//
+//   till.say("42 Cafe|2000|1250|1600|M")   sends command 42 with these fields; gives "2900", the data fields of the
+//                                          answer, or "!03" for a refusal with this number
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "bytes.h"
+#include "line/engine.h"
+#include "paper/text.h"
+
+namespace bench {
+
+using namespace std::chrono_literals;
+
+inline constexpr printer::LocalTime afternoon =
+    std::chrono::local_days{std::chrono::year{2026} / 11 / 24} + std::chrono::hours{15} + std::chrono::minutes{4};
+
+inline const printer::Identity identity{{"J-12345678-9", "BODEGA LA PRUEBA", "ZPV0000007"}, 300};
+
+class Till {
+ public:
+  explicit Till(printer::Books books = {}, printer::Speed speed = printer::Speed::immediate)
+      : device{identity, std::move(books), [this](const printer::Books& saved) { lastSaved = saved; }},
+        engine{device, faults, speed, [this](const printer::Moment&, const printer::Event& event) {
+                 events.push_back(event);
+               }} {
+    device.start(now.local);
+  }
+
+  // The raw answer to a command, after the time told, or nothing.
+  std::string exchange(const std::string& line) {
+    const std::size_t space = line.find(' ');
+    sequence = sequence == '\x7F' ? '!' : static_cast<char>(sequence + 1);
+    engine.receive(commandFrame(sequence, line.substr(0, space),
+                                space == std::string::npos ? std::vector<std::string>{}
+                                                           : split(line.substr(space + 1), '|')),
+                   now);
+    return arrived();
+  }
+
+  std::string arrived() {
+    std::string out;
+    for (const printer::Output& output : engine.due(now)) out += output.bytes;
+    return out;
+  }
+
+  std::string say(const std::string& line) {
+    std::string frame = exchange(line);
+    if (frame.size() < 8) return "no answer";
+    std::vector<std::string> parts = split(frame.substr(0, frame.find('\x03')), '\x1C');
+    printerStatus = parts.at(1);
+    fiscalStatus = parts.at(2);
+    parts.erase(parts.begin(), parts.begin() + 3);
+    const bool isRefused = (std::stoul(fiscalStatus, nullptr, 16) & 0x8000U) != 0;
+    if (!isRefused) return joined(parts, "|");
+    EXPECT_EQ(parts.at(0).substr(0, 6), "ERROR ") << line;
+    return "!" + parts.at(0).substr(6, 2);
+  }
+
+  // Rows of "command => expected", or of a command alone when its answer is another test's affair; a refused row must have changed and printed nothing.
+  void dialogue(const std::string& text) {
+    for (const std::string& row : split(text, '\n')) {
+      const std::size_t begin = row.find_first_not_of(' ');
+      if (begin == std::string::npos) continue;
+      const std::size_t arrow = row.find(" =>");
+      const printer::Books before = device.works().books;
+      const std::size_t linesBefore = device.roll().printedLines();
+      const std::string answer = say(row.substr(begin, arrow - begin));
+      if (arrow != std::string::npos) {
+        EXPECT_EQ(answer, row.substr(std::min(arrow + 4, row.size()))) << row;
+      }
+      if (answer[0] != '!') continue;
+      EXPECT_TRUE(before == device.works().books) << row;
+      EXPECT_EQ(linesBefore, device.roll().printedLines()) << row;
+    }
+  }
+
+  void wait(std::chrono::milliseconds time) { now.steady += time; }
+
+  std::string paper() { return printer::textPaper(device.roll().sheets()); }
+
+  printer::Moment now{1000ms, afternoon};
+  printer::Books lastSaved;
+  std::vector<printer::Event> events;
+  printer::FaultSet faults;
+  printer::Device device;
+  printer::Engine engine;
+  char sequence = '!';
+  std::string printerStatus, fiscalStatus;
+};
+
+}  // namespace bench
