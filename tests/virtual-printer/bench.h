@@ -1,6 +1,7 @@
 // A printer on the bench: a till talks to it in short lines, and time passes only when it is told to.
 //
-//   till.say("42 Cafe|2000|1250|1600|M")   sends command 42 with these fields; gives "2900", the data fields of the
+//   till.say("42 Cafe|2000|1250|1600|M")   sends command 42 with these fields; gives "2900", the data fields
+//   of the
 //                                          answer, or "!03" for a refusal with this number
 #pragma once
 
@@ -14,8 +15,8 @@ namespace bench {
 
 using namespace std::chrono_literals;
 
-inline constexpr printer::LocalTime afternoon =
-    std::chrono::local_days{std::chrono::year{2026} / 11 / 24} + std::chrono::hours{15} + std::chrono::minutes{4};
+inline constexpr printer::LocalTime afternoon = std::chrono::local_days{std::chrono::year{2026} / 11 / 24} +
+                                                std::chrono::hours{15} + std::chrono::minutes{4};
 
 inline const printer::Identity identity{{"J-12345678-9", "BODEGA LA PRUEBA", "ZPV0000007"}, 300};
 
@@ -23,9 +24,8 @@ class Till {
  public:
   explicit Till(printer::Books books = {}, printer::Speed speed = printer::Speed::immediate)
       : device{identity, std::move(books), [this](const printer::Books& saved) { lastSaved = saved; }},
-        engine{device, faults, speed, [this](const printer::Moment&, const printer::Event& event) {
-                 events.push_back(event);
-               }} {
+        engine{device, faults, speed,
+               [this](const printer::Moment&, const printer::Event& event) { events.push_back(event); }} {
     device.start(now.local);
   }
 
@@ -42,7 +42,10 @@ class Till {
 
   std::string arrived() {
     std::string out;
-    for (const printer::Output& output : engine.due(now)) out += output.bytes;
+    for (const printer::Output& output : engine.due(now)) {
+      out += output.bytes;
+      isHungUp = isHungUp || output.kind == printer::Output::Kind::hangUp;
+    }
     return out;
   }
 
@@ -59,7 +62,8 @@ class Till {
     return "!" + parts.at(0).substr(6, 2);
   }
 
-  // Rows of "command => expected", or of a command alone when its answer is another test's affair; a refused row must have changed and printed nothing.
+  // Rows of "command => expected", or of a command alone when its answer is another test's affair; a refused
+  // row must have changed and printed nothing.
   void dialogue(const std::string& text) {
     for (const std::string& row : split(text, '\n')) {
       const std::size_t begin = row.find_first_not_of(' ');
@@ -87,6 +91,7 @@ class Till {
   printer::FaultSet faults;
   printer::Device device;
   printer::Engine engine;
+  bool isHungUp = false;  // and stays so, like a port that is not opened again
   char sequence = '!';
   std::string printerStatus, fiscalStatus;
 };

@@ -14,13 +14,20 @@ inline std::string bytes(std::string_view text) {
   while (!text.empty()) {
     const std::size_t end = text[0] == '<' ? text.find('>') : 0;
     const std::string_view name = text.substr(text[0] == '<' ? 1 : 0, end == 0 ? 1 : end - 1);
-    if (text[0] != '<') out += text[0];
-    else if (name == "STX") out += '\x02';
-    else if (name == "ETX") out += '\x03';
-    else if (name == "FS") out += '\x1C';
-    else if (name == "DEL") out += '\x7F';
-    else if (name == "WAIT") out += '\x0C';
-    else out += static_cast<char>(std::stoi(std::string{name}, nullptr, 16));
+    if (text[0] != '<')
+      out += text[0];
+    else if (name == "STX")
+      out += '\x02';
+    else if (name == "ETX")
+      out += '\x03';
+    else if (name == "FS")
+      out += '\x1C';
+    else if (name == "DEL")
+      out += '\x7F';
+    else if (name == "WAIT")
+      out += '\x0C';
+    else
+      out += static_cast<char>(std::stoi(std::string{name}, nullptr, 16));
     text.remove_prefix(end + 1);
   }
   return out;
@@ -29,8 +36,10 @@ inline std::string bytes(std::string_view text) {
 inline std::vector<std::string> split(const std::string& text, char separator) {
   std::vector<std::string> parts{""};
   for (const char c : text) {
-    if (c == separator) parts.emplace_back();
-    else parts.back() += c;
+    if (c == separator)
+      parts.emplace_back();
+    else
+      parts.back() += c;
   }
   return parts;
 }
@@ -41,7 +50,8 @@ inline std::string joined(const std::vector<std::string>& parts, const char* sep
   return text;
 }
 
-inline std::string commandFrame(char sequence, const std::string& code, const std::vector<std::string>& fields) {
+inline std::string commandFrame(char sequence, const std::string& code,
+                                const std::vector<std::string>& fields) {
   std::string frame = bytes("<STX>") + sequence + static_cast<char>(std::stoi(code, nullptr, 16));
   for (const std::string& field : fields) frame += bytes("<FS>") + (field.empty() ? bytes("<DEL>") : field);
   frame += bytes("<ETX>");

@@ -1,1 +1,146 @@
+// Files and links at the edge: the state file, the paper file, the link, the control socket's path.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+
+#include "line/link.h"
+#include "line/pty.h"
+#include "scratch.h"
+#include "shell/control_socket.h"
+#include "shell/paper_watchers.h"
+#include "shell/state_file.h"
+
+using namespace printer;
+namespace files = std::filesystem;
+
+namespace {
+
+template <class Action>
+std::string complaint(Action action) {
+  try {
+    action();
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  return "no complaint";
+}
+
+bool contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
+
+}  // namespace
+
+TEST(StateFile, BooksComeBackAndABadFileIsLeftAlone) {
+  const bench::Scratch scratch;
+  const files::path path = scratch / "state.json";
+  Books books;
+  {
+    const StateFile file{path};
+    EXPECT_TRUE(file.load() == Books{}) << "no file yet";
+    books.counters.invoice = 7;
+    file.save(books);
+  }
+  EXPECT_TRUE(StateFile{path}.load() == books);
+  bench::write(path, "{\"format\": 1");
+  const std::string said = complaint([&] { StateFile{path}.load(); });
+  EXPECT_TRUE(contains(said, "state.json: it is not JSON; move the file away")) << said;
+  EXPECT_EQ(bench::read(path), "{\"format\": 1");
+}
+
+TEST(StateFile, ASaveThatFailsKeepsTheOldBooks) {
+  const bench::Scratch scratch;
+  const StateFile file{scratch / "state.json"};
+  Books books;
+  file.save(books);
+  files::create_directory(scratch / "state.json.new");  // where the new content would be written
+  books.counters.invoice = 1;
+  EXPECT_TRUE(contains(complaint([&] { file.save(books); }), "state.json.new"));
+  EXPECT_TRUE(file.load() == Books{});
+}
+
+TEST(StateFile, BelongsToOnePrinter) {
+  const bench::Scratch scratch;
+  const StateFile first{scratch / "state.json"};
+  EXPECT_TRUE(
+      contains(complaint([&] { StateFile{scratch / "state.json"}; }), "another printer is using this file"));
+  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "no" / "state.json"}; }), "--state: opening"));
+}
+
+TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
+  const bench::Scratch scratch;
+  const struct {
+    const char* name;
+    const char* empty;
+    const char* printed;
+  } rows[] = {{"paper.txt", "", "HOLA\n"},
+              {"paper.svg", "</svg>", ">HOLA</text>"},
+              {"paper.html", "</html>", ">HOLA</text>"}};
+  for (const auto& row : rows) {
+    PaperFile file{scratch / row.name};
+    EXPECT_TRUE(contains(bench::read(scratch / row.name), row.empty)) << row.name;
+    Roll roll;
+    roll.watch(file);
+    roll.print({{LineStyle::plain, "HOLA", {}, {}}});
+    EXPECT_FALSE(contains(bench::read(scratch / row.name), "HOLA"))
+        << row.name << ": the sheet is not finished";
+    roll.cut("x");
+    EXPECT_TRUE(contains(bench::read(scratch / row.name), row.printed)) << row.name;
+  }
+  EXPECT_TRUE(
+      contains(complaint([&] { PaperFile{scratch / "paper.pdf"}; }), "must end in .txt, .svg or .html"));
+  EXPECT_TRUE(contains(complaint([&] { PaperFile{scratch / "no" / "paper.txt"}; }), "No such file"));
+}
+
+TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
+  const bench::Scratch scratch;
+  bench::write(scratch / "file", "precious");
+  bench::write(scratch / "device", "");
+  files::create_symlink(scratch / "device", scratch / "used");
+  files::create_symlink(scratch / "gone", scratch / "stale");
+  EXPECT_TRUE(contains(complaint([&] { Link{scratch / "file"}; }), "there is a file"));
+  EXPECT_TRUE(contains(complaint([&] { Link{scratch / "used"}; }), "there is a link to"));
+  std::optional<Pty> living{std::in_place};
+  living->connect();
+  files::create_symlink(living->device(), scratch / "served");
+  EXPECT_TRUE(contains(complaint([&] { Link{scratch / "served"}; }), "another printer is using it"));
+  const Descriptor host{::open(living->device().c_str(), O_RDWR | O_NOCTTY)};
+  living.reset();
+  EXPECT_EQ(complaint([&] { Link{scratch / "served"}; }), "no complaint")
+      << "a host still has the dead printer's device";
+  EXPECT_EQ(bench::read(scratch / "file"), "precious");
+  for (const char* name : {"stale", "new"}) {
+    {
+      Link link{scratch / name};
+      link.pointTo(scratch / "device");
+      EXPECT_EQ(files::read_symlink(scratch / name), scratch / "device");
+      link.pointTo(scratch / "file");
+      EXPECT_EQ(files::read_symlink(scratch / name), scratch / "file");
+    }
+    EXPECT_FALSE(files::is_symlink(scratch / name)) << "removed at the end";
+  }
+  {
+    Link link{scratch / "new"};
+    link.pointTo(scratch / "device");
+    files::remove(scratch / "new");
+    files::create_symlink(scratch / "file", scratch / "new");
+  }
+  EXPECT_TRUE(files::is_symlink(scratch / "new")) << "somebody else's link by now";
+}
+
+TEST(ControlSocket, TakesOnlyAPathThatIsFreeOrStale) {
+  const bench::Scratch scratch;
+  bench::write(scratch / "file", "precious");
+  EXPECT_TRUE(contains(complaint([&] { ControlSocket{scratch / "file"}; }), "there is a file"));
+  EXPECT_TRUE(
+      contains(complaint([&] { ControlSocket{scratch / std::string(200, 'x')}; }), "too long for a socket"));
+  EXPECT_EQ(bench::read(scratch / "file"), "precious");
+  {
+    const ControlSocket first{scratch / "socket"};
+    EXPECT_TRUE(contains(complaint([&] { ControlSocket{scratch / "socket"}; }), "another printer is using"));
+    files::rename(scratch / "socket", scratch / "kept");
+  }
+  files::rename(scratch / "kept", scratch / "socket");  // as a killed printer leaves it behind
+  { const ControlSocket second{scratch / "socket"}; }
+  EXPECT_FALSE(files::exists(scratch / "socket"));
+}

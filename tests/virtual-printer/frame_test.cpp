@@ -17,11 +17,17 @@ TEST(AnswerFrame, CarriesStatusWordsFieldsAndAFourDigitChecksum) {
     const char* frame;
   } rows[] = {
       {"no data fields", {'"', 0x49, {}}, {0x0600, 0x3080, {}}, "<STX>\"I<FS>0600<FS>3080<ETX>0239"},
-      {"status words are padded and in capitals", {'!', 0x40, {}}, {0x000A, 0xABCD, {}},
+      {"status words are padded and in capitals",
+       {'!', 0x40, {}},
+       {0x000A, 0xABCD, {}},
        "<STX>!@<FS>000A<FS>ABCD<ETX>0279"},
-      {"two data fields", {'"', 0x49, {}}, {0x0600, 0x3080, {"12", "3"}},
+      {"two data fields",
+       {'"', 0x49, {}},
+       {0x0600, 0x3080, {"12", "3"}},
        "<STX>\"I<FS>0600<FS>3080<FS>12<FS>3<ETX>0307"},
-      {"an empty field would vanish, so it is sent as DEL", {'"', 0x49, {}}, {0x0600, 0x3080, {""}},
+      {"an empty field would vanish, so it is sent as DEL",
+       {'"', 0x49, {}},
+       {0x0600, 0x3080, {""}},
        "<STX>\"I<FS>0600<FS>3080<FS><DEL><ETX>02D4"},
   };
   for (const auto& row : rows) EXPECT_EQ(encodeAnswer(row.asked, row.answer), bytes(row.frame)) << row.name;
@@ -56,9 +62,9 @@ TEST(CodePage, BytesOfTheLineBecomeUtf8AndControlsDots) {
     const char* wire;
     const char* text;
   } rows[] = {
-      {"Cafe", "Cafe"},           {"Caf<E9>", "Caf\u00E9"},       {"<D1>o<F1>o", "\u00D1o\u00F1o"},
-      {"<80> 5", "\u20AC 5"},     {"<93>a<94>", "\u201Ca\u201D"}, {"a<09>b<1B>c<DEL>", "a.b.c."},
-      {"<81><8D><9D>", "..."},    {"<9F><FF>", "\u0178\u00FF"},
+      {"Cafe", "Cafe"},        {"Caf<E9>", "Caf\u00E9"},       {"<D1>o<F1>o", "\u00D1o\u00F1o"},
+      {"<80> 5", "\u20AC 5"},  {"<93>a<94>", "\u201Ca\u201D"}, {"a<09>b<1B>c<DEL>", "a.b.c."},
+      {"<81><8D><9D>", "..."}, {"<9F><FF>", "\u0178\u00FF"},
   };
   for (const auto& row : rows) EXPECT_EQ(utf8FromWire(bytes(row.wire)), row.text) << row.wire;
 }

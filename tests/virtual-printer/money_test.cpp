@@ -12,18 +12,16 @@ TEST(Money, LineAmountRoundsHalfUpToACent) {
     Thousandths quantity;
     Cents price, amount;
   } rows[] = {
-      {1000, 1250, 1250},  // one piece
-      {2000, 1250, 2500},
-      {525, 999, 524},     // 524.475
-      {500, 1, 1},         // half a cent
-      {499, 1, 0},
-      {1500, 333, 500},    // 499.5
-      {1, 499, 0},         // 0.499
-      {1, 500, 1},         // 0.5
-      {1000, 0, 0},
-      {largestQuantity, largestPrice, 999'999'998'999'000'000},
+      {1000, 1250, 1250},                    // one piece
+      {2000, 1250, 2500}, {525, 999, 524},   // 524.475
+      {500, 1, 1},                           // half a cent
+      {499, 1, 0},        {1500, 333, 500},  // 499.5
+      {1, 499, 0},                           // 0.499
+      {1, 500, 1},                           // 0.5
+      {1000, 0, 0},       {largestQuantity, largestPrice, 999'999'998'999'000'000},
   };
-  for (const auto& row : rows) EXPECT_EQ(lineAmount(row.quantity, row.price), row.amount) << row.quantity << " x " << row.price;
+  for (const auto& row : rows)
+    EXPECT_EQ(lineAmount(row.quantity, row.price), row.amount) << row.quantity << " x " << row.price;
 }
 
 TEST(Money, TaxRoundsHalfUpOnTheWholeBase) {
@@ -32,14 +30,15 @@ TEST(Money, TaxRoundsHalfUpOnTheWholeBase) {
     Rate rate;
     Cents tax;
   } rows[] = {
-      {2500, 1600, 400}, {2251, 1600, 360},   // 360.16
-      {3, 1600, 0},                           // 0.48
-      {25, 1800, 5},                          // 4.5
-      {50, 100, 1},                           // 0.5
-      {49, 100, 0},      {999, 3100, 310},    // 309.69
+      {2500, 1600, 400}, {2251, 1600, 360},  // 360.16
+      {3, 1600, 0},                          // 0.48
+      {25, 1800, 5},                         // 4.5
+      {50, 100, 1},                          // 0.5
+      {49, 100, 0},      {999, 3100, 310},   // 309.69
       {2000, 300, 60},   {largestAmount, largestRate, 9'998'999'999'999},
   };
-  for (const auto& row : rows) EXPECT_EQ(percentage(row.base, row.rate), row.tax) << row.base << " at " << row.rate;
+  for (const auto& row : rows)
+    EXPECT_EQ(percentage(row.base, row.rate), row.tax) << row.base << " at " << row.rate;
 }
 
 TEST(Money, DiscountIsSharedByLargestRemainder) {
@@ -56,7 +55,8 @@ TEST(Money, DiscountIsSharedByLargestRemainder) {
       {"two left over go to two bases", {0, 100, 100, 100}, 2, {0, 1, 1, 0}},
       {"the larger remainder wins over the order", {100, 200, 0, 0}, 1, {0, 1, 0, 0}},  // 1/3 and 2/3
       {"thirds", {100, 100, 100, 0}, 100, {34, 33, 33, 0}},
-      // 524/5022 of 500 is 52.17, 2500: 248.90, 999: 99.46 twice; two cents left go to .90 and then .46 of rate 2
+      // 524/5022 of 500 is 52.17, 2500: 248.90, 999: 99.46 twice; two cents left go to .90 and then .46 of
+      // rate 2
       {"four bases", {524, 2500, 999, 999}, 500, {52, 249, 100, 99}},
       {"all of it", {524, 2500, 999, 999}, 5022, {524, 2500, 999, 999}},
       {"nothing to share", {0, 0, 0, 0}, 0, {0, 0, 0, 0}},
@@ -71,9 +71,12 @@ TEST(Money, AmountsAreWrittenForAnswersAndForPaper) {
     const char* plain;
     const char* paper;
   } rows[] = {
-      {0, "0.00", "0,00"},           {5, "0.05", "0,05"},
-      {123456, "1234.56", "1.234,56"}, {-500, "-5.00", "-5,00"},
-      {99999, "999.99", "999,99"},   {100000, "1000.00", "1.000,00"},
+      {0, "0.00", "0,00"},
+      {5, "0.05", "0,05"},
+      {123456, "1234.56", "1.234,56"},
+      {-500, "-5.00", "-5,00"},
+      {99999, "999.99", "999,99"},
+      {100000, "1000.00", "1.000,00"},
       {123456789012, "1234567890.12", "1.234.567.890,12"},
   };
   for (const auto& row : rows) {

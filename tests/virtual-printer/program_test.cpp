@@ -1,1 +1,287 @@
+// The program itself, as its own process on a real pseudo-terminal: start and end, kills, the line, the
+// control channels. Every wait has a bound.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <thread>
+
+#include "bytes.h"
+#include "line/descriptor.h"
+#include "scratch.h"
+
+extern char** environ;
+
+namespace {
+
+using namespace std::chrono_literals;
+using printer::Descriptor;
+
+bool eventually(const std::function<bool()>& condition) {
+  for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
+    if (condition()) return true;
+    std::this_thread::sleep_for(5ms);
+  }
+  return false;
+}
+
+std::string readFor(int descriptor, const std::function<bool(const std::string&)>& isEnough) {
+  std::string text;
+  pollfd watched{descriptor, POLLIN, 0};
+  while (!isEnough(text) && ::poll(&watched, 1, 10'000) > 0) {
+    std::array<char, 4096> buffer{};
+    const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+    if (count <= 0) break;
+    text.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+  return text;
+}
+
+// A printer in a process of its own; its files stand in the scratch directory.
+class Printer {
+ public:
+  Printer(const bench::Scratch& scratch, std::vector<std::string> options) : scratch_{scratch} {
+    options.insert(options.begin(), PROGRAM);
+    std::vector<char*> words;
+    for (std::string& option : options) words.push_back(option.data());
+    words.push_back(nullptr);
+    std::array<int, 2> input{};
+    EXPECT_EQ(::pipe2(input.data(), O_CLOEXEC), 0);
+    input_ = Descriptor{input[1]};
+    const Descriptor readEnd{input[0]};
+    posix_spawn_file_actions_t files;
+    ::posix_spawn_file_actions_init(&files);
+    ::posix_spawn_file_actions_adddup2(&files, readEnd.get(), 0);
+    addOutput(files, 1, "out");
+    addOutput(files, 2, "err");
+    EXPECT_EQ(::posix_spawn(&process_, PROGRAM, &files, nullptr, words.data(), environ), 0);
+    ::posix_spawn_file_actions_destroy(&files);
+  }
+  Printer(const Printer&) = delete;
+  Printer& operator=(const Printer&) = delete;
+  ~Printer() {
+    if (process_ > 0) end(SIGKILL);
+  }
+
+  bool isReady() const {
+    return eventually([&] { return bench::read(scratch_ / "err").find("ready: ") != std::string::npos; });
+  }
+  // The exit code, or minus the number of the signal.
+  int end(int signal) {
+    if (signal != 0) ::kill(process_, signal);
+    int status = 0;
+    ::waitpid(process_, &status, 0);
+    process_ = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  }
+  void type(const std::string& line) const {
+    EXPECT_EQ(::write(input_.get(), line.data(), line.size()), static_cast<ssize_t>(line.size()));
+  }
+  std::string errors() const { return bench::read(scratch_ / "err"); }
+  std::string paper() const { return bench::read(scratch_ / "out"); }
+
+ private:
+  void addOutput(posix_spawn_file_actions_t& files, int number, const char* name) const {
+    ::posix_spawn_file_actions_addopen(&files, number, (scratch_ / name).c_str(),
+                                       O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  }
+
+  const bench::Scratch& scratch_;
+  Descriptor input_;
+  pid_t process_ = 0;
+};
+
+// A host on the line; gives the data fields of the answer.
+class Port {
+ public:
+  explicit Port(const std::string& device) : line_{::open(device.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)} {}
+  bool isOpen() const { return line_.isOpen(); }
+  int get() const { return line_.get(); }
+
+  std::string say(const std::string& line) {
+    const std::string frame =
+        bench::commandFrame('"', line.substr(0, 2),
+                            line.size() > 3 ? bench::split(line.substr(3), '|') : std::vector<std::string>{});
+    EXPECT_EQ(::write(line_.get(), frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
+    const std::string answer = readFor(line_.get(), [](const std::string& text) {
+      return text.find('\x03') != std::string::npos && text.size() >= text.find('\x03') + 5;
+    });
+    std::vector<std::string> parts = bench::split(answer.substr(0, answer.find('\x03')), '\x1C');
+    if (parts.size() < 3) return "no answer";
+    parts.erase(parts.begin(), parts.begin() + 3);
+    return bench::joined(parts, "|");
+  }
+
+ private:
+  Descriptor line_;
+};
+
+std::vector<std::string> with(const bench::Scratch& scratch, std::vector<std::string> more = {}) {
+  more.insert(more.end(), {"--link", scratch / "port", "--state", scratch / "state.json"});
+  return more;
+}
+
+}  // namespace
+
+TEST(Program, ASignalEndsItCleanly) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    const bench::Scratch scratch;
+    Printer printer{scratch, with(scratch, {"--control", scratch / "control", "--rif", "J-1"})};
+    ASSERT_TRUE(printer.isReady());
+    EXPECT_EQ(printer.errors(), "ready: " + (scratch / "port").string() + "\n");
+    EXPECT_EQ(printer.end(signal), 0);
+    EXPECT_FALSE(std::filesystem::is_symlink(scratch / "port"));
+    EXPECT_FALSE(std::filesystem::exists(scratch / "control"));
+  }
+}
+
+TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
+  const bench::Scratch scratch;
+  bench::write(scratch / "file", "precious");
+  const std::string precious = scratch / "file";
+  const struct {
+    std::vector<std::string> options;
+    const char* complaint;
+  } rows[] = {
+      {{"--fault", "explode"}, "there is no effect \"explode\""},
+      {{"--frobnicate"}, "--frobnicate"},
+      {{"--serial", "a b"}, "capital letters and digits"},
+      {{"--igtf", "100"}, "--igtf"},
+      {{"--paper", "x.pdf"}, "must end in .txt, .svg or .html"},
+      {{"--link", precious}, "there is a file"},
+      {{"--state", precious}, "it is not JSON"},
+      {{"--control", precious}, "there is a file"},
+      {{"--log", "/"}, "--log: opening /"},
+  };
+  for (const auto& row : rows) {
+    Printer printer{scratch, row.options};
+    EXPECT_GT(printer.end(0), 0) << row.complaint;
+    EXPECT_NE(printer.errors().find(row.complaint), std::string::npos) << printer.errors();
+    EXPECT_EQ(printer.errors().find("ready"), std::string::npos);
+  }
+  EXPECT_EQ(bench::read(scratch / "file"), "precious");
+}
+
+TEST(Program, AKillLosesAtMostTheOpenDocument) {
+  const bench::Scratch scratch;
+  {
+    Printer printer{scratch, with(scratch)};
+    ASSERT_TRUE(printer.isReady());
+    Port port{scratch / "port"};
+    port.say("40 ||||||||");
+    port.say("42 a|1000|100|0|M");
+    port.say("44 |100|T");
+    EXPECT_EQ(port.say("45 T"), "00000001|100|0");
+    port.say("40 ||||||||");
+    port.say("42 b|1000|100|0|M");
+    EXPECT_EQ(printer.end(SIGKILL), -SIGKILL);
+  }
+  Printer printer{scratch, with(scratch)};
+  ASSERT_TRUE(printer.isReady()) << "the link that the killed printer left behind is replaced";
+  EXPECT_NE(printer.paper().find("FACTURA:                        00000002"), std::string::npos);
+  EXPECT_NE(printer.paper().find("DOCUMENTO ANULADO"), std::string::npos);
+  Port port{scratch / "port"};
+  EXPECT_EQ(port.say("38 *"), "0|0|2|0|0|0");
+  EXPECT_EQ(port.say("39 X|S").substr(0, 5), "1.00|");
+  EXPECT_EQ(port.say("40 ||||||||"), "00000003");
+}
+
+TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
+  const bench::Scratch scratch;
+  int last = 0;
+  for (int round = 0; round < 12; ++round) {
+    Printer printer{scratch, with(scratch, {"--quiet"})};
+    ASSERT_TRUE(printer.isReady()) << printer.errors();
+    Port port{scratch / "port"};
+    const std::string number = port.say("48");
+    EXPECT_GT(std::stoi(number), last) << "no number is given twice";
+    last = std::stoi(number);
+    port.say("4A");
+    // Two dozen commands on their way, and the kill somewhere among them.
+    std::string flood;
+    for (int pair = 0; pair < 12; ++pair)
+      flood += bench::commandFrame('"', "48", {}) + bench::commandFrame('"', "4A", {});
+    EXPECT_GT(::write(port.get(), flood.data(), flood.size()), 0);
+    readFor(port.get(),
+            [&](const std::string& text) { return text.size() >= static_cast<std::size_t>(round) * 20 + 1; });
+    EXPECT_EQ(printer.end(SIGKILL), -SIGKILL);
+  }
+}
+
+TEST(Program, TheLineOutlivesItsHosts) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, with(scratch)};
+  ASSERT_TRUE(printer.isReady());
+  for (int host = 0; host < 3; ++host) EXPECT_EQ(Port{scratch / "port"}.say("80"), "ZPV0000001");
+  {
+    Port crashed{scratch / "port"};
+    ASSERT_EQ(::ioctl(crashed.get(), TIOCEXCL), 0);
+  }
+  EXPECT_TRUE(eventually([&] {
+    const Port next{scratch / "port"};
+    int isExclusive = 1;
+    return next.isOpen() && ::ioctl(next.get(), TIOCGEXCL, &isExclusive) == 0 && isExclusive == 0;
+  })) << "the mark of the crashed host is lifted";
+}
+
+TEST(Program, AHostThatHoldsTheLockKeepsThePort) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, with(scratch)};
+  ASSERT_TRUE(printer.isReady());
+  const Port host{scratch / "port"};
+  ASSERT_EQ(::flock(host.get(), LOCK_EX | LOCK_NB), 0);
+  ASSERT_EQ(::ioctl(host.get(), TIOCEXCL), 0);
+  std::this_thread::sleep_for(2500ms);  // longer than two looks at the idle line
+  int isExclusive = 0;
+  ASSERT_EQ(::ioctl(host.get(), TIOCGEXCL, &isExclusive), 0);
+  EXPECT_NE(isExclusive, 0);
+}
+
+TEST(Program, AfterAHangUpTheLinkLeadsToANewDevice) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, with(scratch, {"--fault", "hang-up=0.1 on serial"})};
+  ASSERT_TRUE(printer.isReady());
+  const std::filesystem::path before = std::filesystem::read_symlink(scratch / "port");
+  Port port{scratch / "port"};
+  EXPECT_EQ(port.say("59").size(), 13U);
+  EXPECT_EQ(port.say("80"), "no answer");
+  EXPECT_TRUE(eventually([&] { return bench::split(printer.errors(), '\n').size() == 4; }))
+      << printer.errors();
+  EXPECT_EQ(Port{scratch / "port"}.say("80"), "ZPV0000001");
+}
+
+TEST(Program, FaultsAreSwitchedOnBothControlChannels) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, with(scratch, {"--control", scratch / "control", "--log", scratch / "log"})};
+  ASSERT_TRUE(printer.isReady());
+  Port port{scratch / "port"};
+  printer.type("fault paper-out\n");
+  ASSERT_TRUE(eventually([&] { return printer.errors().ends_with("\nok\n"); }));
+  EXPECT_EQ(port.say("48"), "ERROR 20 SIN PAPEL");
+  const Descriptor client{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  (scratch / "control").string().copy(address.sun_path, sizeof address.sun_path - 1);
+  ASSERT_EQ(::connect(client.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  const std::string lines = "faults\nclear\n";
+  ASSERT_EQ(::write(client.get(), lines.data(), lines.size()), static_cast<ssize_t>(lines.size()));
+  EXPECT_EQ(readFor(client.get(), [](const std::string& text) { return text.ends_with("cleared\n"); }),
+            "paper-out always (in force)\nok\nok all faults cleared\n");
+  EXPECT_EQ(port.say("48"), "00000001");
+  const std::string log = bench::read(scratch / "log");
+  EXPECT_NE(log.find("\"event\":\"fault\",\"name\":\"paper-out always\""), std::string::npos) << log;
+  EXPECT_EQ(bench::split(log, '\n').size(), 6U) << "two commands, two answers, one fault";
+  printer.type("quit\n");
+  EXPECT_EQ(printer.end(0), 0);
+}

@@ -19,7 +19,8 @@ struct Heard {
 
 void add(Heard& heard, const std::vector<Received>& received) {
   for (const Received& one : received) {
-    if (const auto* command = std::get_if<Command>(&one)) heard.what += std::string{"C"} + static_cast<char>(command->code);
+    if (const auto* command = std::get_if<Command>(&one))
+      heard.what += std::string{"C"} + static_cast<char>(command->code);
     if (std::holds_alternative<ResetSequence>(one)) heard.what += "R";
     if (const auto* ignored = std::get_if<Ignored>(&one)) heard.ignored += ignored->bytes.size();
   }

@@ -41,8 +41,9 @@ TEST(Closing, NineteenFiguresInTheirOrder) {
   EXPECT_EQ(till.say("39 X|P"), figures);
   EXPECT_EQ(till.device.roll().sheets().size(), sheets + 1);
   EXPECT_EQ(till.say("39 Z|T"), figures);
-  EXPECT_EQ(till.say("39 Z"),
-            "0.00|0.00|0.00|0.00|0.00|0.00|0.00|261124|0.00|0.00|0.00|0.00|0.00|0.00|0.00|0.00|0.00|0415241126|1");
+  EXPECT_EQ(
+      till.say("39 Z"),
+      "0.00|0.00|0.00|0.00|0.00|0.00|0.00|261124|0.00|0.00|0.00|0.00|0.00|0.00|0.00|0.00|0.00|0415241126|1");
 }
 
 TEST(Closing, BeforeTheFirstInvoiceTheLastOneIsNumberZero) {

@@ -183,13 +183,15 @@ TEST(Sale, IgtfIsDueOnTopOfTheTotal) {
     const char* name;
     const char* rows;
   } cases[] = {
-      {"half a cent up", "44 |11700|T => 0|100\n 45 U|50 => 00000001|11602|98"},   // 1.5 becomes 2
+      {"half a cent up", "44 |11700|T => 0|100\n 45 U|50 => 00000001|11602|98"},  // 1.5 becomes 2
       {"the whole total", "44 |11948|T => 0|348\n 45 U|11600 => 00000001|11948|0"},
-      {"a cent short", "44 |11947|T => 0|347\n 45 U|11600 => !11\n 44 |1|T => 0|348\n 45 U|11600 => 00000001|11948|0"},
+      {"a cent short",
+       "44 |11947|T => 0|347\n 45 U|11600 => !11\n 44 |1|T => 0|348\n 45 U|11600 => 00000001|11948|0"},
       {"nothing more can be due", "44 |11948|T => 0|348\n 44 |1|T => !10"},
       {"definitive at once", "44 |11700|T => 0|100\n 45 E|50 => 00000001|11602|98"},
       {"empty type with a base", "44 |11700|T => 0|100\n 45 |50 => 00000001|11602|98"},
-      {"partial with a base", "44 |11700|T => 0|100\n 45 B|50 => 00000001|11602|98\n 41 x|S =>\n 45 E => 00000001|11602|98"},
+      {"partial with a base",
+       "44 |11700|T => 0|100\n 45 B|50 => 00000001|11602|98\n 41 x|S =>\n 45 E => 00000001|11602|98"},
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
@@ -199,8 +201,9 @@ TEST(Sale, IgtfIsDueOnTopOfTheTotal) {
 }
 
 TEST(Sale, EveryWayToCloseADocumentThatIsPaid) {
-  for (const char* close : {"45 T => 00000001|116|0", "45 => 00000001|116|0", "45 E => 00000001|116|0",
-                            "45 T|0 => 00000001|116|0", "45 A => 00000001|116|0\n41 x|S =>\n45 E|0 => 00000001|116|0"}) {
+  for (const char* close :
+       {"45 T => 00000001|116|0", "45 => 00000001|116|0", "45 E => 00000001|116|0",
+        "45 T|0 => 00000001|116|0", "45 A => 00000001|116|0\n41 x|S =>\n45 E|0 => 00000001|116|0"}) {
     Till till;
     till.dialogue(std::string{openInvoice} + "\n42 Cafe|1000|100|1600|M => 116\n44 |116|T => 0|0\n" + close);
     EXPECT_EQ(till.device.works().books.day.invoices, 1) << close;
@@ -225,8 +228,9 @@ TEST(Sale, ACancelledDocumentUsesItsNumberAndNothingElse) {
 
 TEST(Sale, ResetCancelsWhatIsOpenInAnyPhaseAndAnswersNothing) {
   const std::string reset = bench::bytes("<07><08><09><0A><0B><0C><0D><0E><0F><10><11>");
-  for (const char* rows : {"48\n49 x", "40 ||||||||\n42 a|1000|100|0|M", "40 ||||||||\n42 a|1000|100|0|M\n44 |100|T",
-                           "40 ||||||||\n42 a|1000|100|0|M\n44 |100|T\n45 A"}) {
+  for (const char* rows :
+       {"48\n49 x", "40 ||||||||\n42 a|1000|100|0|M", "40 ||||||||\n42 a|1000|100|0|M\n44 |100|T",
+        "40 ||||||||\n42 a|1000|100|0|M\n44 |100|T\n45 A"}) {
     Till till;
     till.dialogue(rows);
     till.say("A0");
@@ -243,13 +247,15 @@ TEST(Sale, StatusBitsFollowTheDocument) {
   const struct {
     const char* command;
     const char* fiscal;
-  } rows[] = {{"38 N", "0000"},  {openInvoice, "0001"},      {"42 a|1000|100|1600|M", "0001"}, {"44 |116|T", "0011"},
-              {"45 A", "0009"},  {"45 E", "0020"},           {openCreditNote, "0022"},         {"44 |0|C", "0020"},
-              {"48", "0024"},    {"4A", "0020"},             {"42 a|1000|100|1600|M", "8020"}, {"39 Z", "0000"},
-              {"A0", "0000"},    {"99", "8000"}};
+  } rows[] = {
+      {"38 N", "0000"}, {openInvoice, "0001"}, {"42 a|1000|100|1600|M", "0001"}, {"44 |116|T", "0011"},
+      {"45 A", "0009"}, {"45 E", "0020"},      {openCreditNote, "0022"},         {"44 |0|C", "0020"},
+      {"48", "0024"},   {"4A", "0020"},        {"42 a|1000|100|1600|M", "8020"}, {"39 Z", "0000"},
+      {"A0", "0000"},   {"99", "8000"}};
   for (const auto& row : rows) {
     till.say(row.command);
     EXPECT_EQ(till.fiscalStatus, row.fiscal) << row.command;
-    EXPECT_EQ(till.printerStatus, std::string{row.command} == "A0" || std::string{row.command} == "99" ? "0100" : "0000");
+    EXPECT_EQ(till.printerStatus,
+              std::string{row.command} == "A0" || std::string{row.command} == "99" ? "0100" : "0000");
   }
 }

@@ -63,7 +63,9 @@ TEST(Stations, SerialDrawersFeedAndSlip) {
 
 TEST(Stations, AChequeInTheMiddleOfAnInvoiceIsASheetOfItsOwn) {
   Till till;
-  till.dialogue("40 ||||||||\n42 Cafe|1000|100|0|M\nA0\nAA 1,00|JOSE|24/11/2026\nA1\n44 |100|T\n45 T => 00000001|100|0");
+  till.dialogue(
+      "40 ||||||||\n42 Cafe|1000|100|0|M\nA0\nAA 1,00|JOSE|24/11/2026\nA1\n44 |100|T\n45 T => "
+      "00000001|100|0");
   const auto& sheets = till.device.roll().sheets();
   ASSERT_EQ(sheets.size(), 2U);
   EXPECT_EQ(sheets[0].kind, printer::SheetKind::chequeFace);
@@ -79,7 +81,8 @@ TEST(Trouble, PaperOutHoldsTheDocumentUntilPaperIsBack) {
     const std::string refusal = std::string{trouble} == "paper-out" ? "!20" : "!21";
     for (const char* printing : {"42 b|1000|100|0|M", "41 x|S", "44 |100|T", "45 T", "44 |0|C", "43 |"})
       till.dialogue(printing + (" => " + refusal));
-    till.dialogue("38 * => " + std::string{trouble[0] == 'p' ? "32" : "4"} + "|1|1|0|0|0\n59 => 261124|150400\n7B =>");
+    till.dialogue("38 * => " + std::string{trouble[0] == 'p' ? "32" : "4"} +
+                  "|1|1|0|0|0\n59 => 261124|150400\n7B =>");
     till.faults.clear();
     till.dialogue("42 b|1000|100|0|M => 200\n44 |200|T => 0|0\n45 T => 00000001|200|0");
     till.faults.add(printer::parsePlan(trouble));

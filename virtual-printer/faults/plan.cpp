@@ -143,8 +143,9 @@ std::string valueText(const EffectEntry& entry, int value) {
       break;
   }
   std::string text = "=" + std::to_string(value / 1000);
-  if (value % 1000 != 0) text += "." + std::to_string(1000 + value % 1000).substr(1);
-  return text;
+  if (value % 1000 == 0) return text;
+  text += "." + std::to_string(1000 + value % 1000).substr(1);
+  return text.substr(0, text.find_last_not_of('0') + 1);
 }
 
 }  // namespace

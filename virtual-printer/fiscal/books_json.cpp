@@ -13,6 +13,9 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr int formatVersion = 1;
+// Far above what a printer can sell, far below what sums can hold.
+constexpr Cents largestTotal = 1'000'000'000'000'000'000;
+constexpr Cents largestOffset = 100LL * 366 * 24 * 3600;
 constexpr std::array<const char*, 3> kindNames{"invoice", "creditNote", "nonFiscal"};
 
 template <class Visit>
@@ -125,16 +128,16 @@ struct Reader {
     throw std::runtime_error{path.empty() ? what : path + ": " + what};
   }
 
-  void read(int& value) const {
-    Cents wide = 0;
-    read(wide);
-    if (wide < 0 || wide > std::numeric_limits<int>::max()) fail("the number is out of range");
-    value = static_cast<int>(wide);
-  }
-  void read(Cents& value) const {
+  Cents whole(Cents least, Cents most) const {
     if (!from.is_number_integer()) fail("a whole number is expected");
-    value = from.get<Cents>();
+    const bool isTooLarge =
+        from.is_number_unsigned() && from.get<std::uint64_t>() > static_cast<std::uint64_t>(most);
+    if (isTooLarge || from.get<Cents>() < least) fail("the number is out of range");
+    return from.get<Cents>();
   }
+
+  void read(int& value) const { value = static_cast<int>(whole(0, std::numeric_limits<int>::max())); }
+  void read(Cents& value) const { value = whole(0, largestTotal); }
   void read(std::string& value) const {
     if (!from.is_string()) fail("a text is expected");
     value = from.get<std::string>();
@@ -147,9 +150,7 @@ struct Reader {
     value = *time;
   }
   void read(std::chrono::seconds& value) const {
-    Cents count = 0;
-    read(count);
-    value = std::chrono::seconds{count};
+    value = std::chrono::seconds{whole(-largestOffset, largestOffset)};
   }
   void read(DocumentKind& value) const {
     std::string name;

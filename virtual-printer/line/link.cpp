@@ -4,18 +4,23 @@
 #include <stdexcept>
 #include <utility>
 
+#include "line/served_mark.h"
+
 namespace printer {
 
 namespace files = std::filesystem;
 
 Link::Link(files::path path) : path_{std::move(path)} {
-  const bool isThere = files::symlink_status(path_).type() != files::file_type::not_found;
-  if (isThere && !files::is_symlink(path_))
-    throw std::runtime_error{"--link " + path_.string() +
-                             ": there is a file; name another path or remove it"};
-  if (isThere && files::exists(path_))
-    throw std::runtime_error{"--link " + path_.string() + ": the link is in use (it leads to " +
-                             files::read_symlink(path_).string() + "); name another path or remove it"};
+  if (files::symlink_status(path_).type() == files::file_type::not_found) return;
+  const std::string place = "--link " + path_.string() + ": ";
+  if (!files::is_symlink(path_))
+    throw std::runtime_error{place + "there is a file; name another path or remove it"};
+  const files::path target = files::read_symlink(path_);
+  if (files::exists(path_) && target.parent_path() != "/dev/pts")
+    throw std::runtime_error{place + "there is a link to " + target.string() +
+                             "; name another path or remove it"};
+  if (isServed(path_))
+    throw std::runtime_error{place + "another printer is using it; name another path or end that printer"};
 }
 
 Link::~Link() {

@@ -7,8 +7,8 @@ namespace printer {
 
 class Link {
  public:
-  // Throws std::runtime_error when something other than a symbolic link, or a link to something that is still
-  // there, stands at the path.
+  // Takes the place of a link that a printer left behind. Throws std::runtime_error when a living printer has
+  // the link, or when anything else stands at the path.
   explicit Link(std::filesystem::path path);
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;

@@ -10,15 +10,13 @@ namespace printer {
 
 class Pty {
  public:
-  // Throws std::system_error when the system has no pseudo-terminal to give.
-  Pty() { connect(); }
-
-  // A new pseudo-terminal under a new device name.
+  // A new pseudo-terminal under a new device name; before it there is no line. Throws std::system_error when
+  // the system has none to give.
   void connect();
   // The host sees its device vanish.
   void hangUp();
 
-  // Negative while hung up.
+  // Negative while there is no line.
   int descriptor() const { return master_.get(); }
   const std::string& device() const { return device_; }
 

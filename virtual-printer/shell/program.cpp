@@ -59,7 +59,7 @@ class Program {
  private:
   void save(const Books& books) const;
   void note(const Moment& moment, const Event& event);
-  void announce();
+  void connect();
   void carry(const Output& output);
   void readStandardInput();
   std::string reply(const std::string& line);
@@ -120,7 +120,8 @@ void Program::note(const Moment& moment, const Event& event) {
   if (event.kind == EventKind::power) std::fprintf(stderr, "power: %s\n", event.name.c_str());
 }
 
-void Program::announce() {
+void Program::connect() {
+  pty_.connect();
   if (link_) link_->pointTo(pty_.device());
   std::fprintf(stderr, "ready: %s\n", link_ ? options_.link.c_str() : pty_.device().c_str());
 }
@@ -134,8 +135,7 @@ void Program::carry(const Output& output) {
       pty_.hangUp();
       break;
     case Output::Kind::reconnect:
-      pty_.connect();
-      announce();
+      connect();
       break;
     case Output::Kind::powerOn:
       break;
@@ -165,7 +165,7 @@ int Program::waitTime() const {
 
 int Program::run() {
   device_.start(currentMoment().local);
-  announce();
+  connect();
   while (!isQuitting_) {
     // A negative descriptor is passed over by poll.
     std::vector<pollfd> watched{{signals_.get(), POLLIN, 0},
