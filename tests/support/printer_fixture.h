@@ -4,10 +4,19 @@
 #include <memory>
 
 #include "automation/automation_error.h"
+#include "automation/conversions.h"
 #include "printer/czentaro.h"
 #include "support/line.h"
 
 namespace zentaro::testing {
+
+/// A frame between its sequence number and its checksum, with FS shown as "|" and DEL as "~".
+inline std::string shown(const std::string& frame) {
+  std::string text = frame.size() > 7 ? frame.substr(2, frame.find('\x03') - 2) : frame;
+  std::replace(text.begin(), text.end(), '\x1C', '|');
+  std::replace(text.begin(), text.end(), '\x7F', '~');
+  return text;
+}
 
 class PrinterTest : public ::testing::Test {
  protected:
@@ -40,13 +49,6 @@ class PrinterTest : public ::testing::Test {
     return *z;
   }
 
-  /// A frame between its sequence number and its checksum, with FS shown as "|" and DEL as "~".
-  static std::string shown(const std::string& frame) {
-    std::string text = frame.size() > 7 ? frame.substr(2, frame.find('\x03') - 2) : frame;
-    std::replace(text.begin(), text.end(), '\x1C', '|');
-    std::replace(text.begin(), text.end(), '\x7F', '~');
-    return text;
-  }
   std::string sent() const { return line.written.empty() ? "nothing" : shown(line.written.back()); }
 
   /// An answer to the frame with that sequence character whose checksum nobody looks at.

@@ -1,0 +1,135 @@
+// How the host's texts and amounts are encoded.
+#include "documents/encoding.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "support/printer_fixture.h"
+
+namespace zentaro::testing {
+namespace {
+
+using EncodingTest = PrinterTest;
+
+TEST_F(EncodingTest, TextsAreCutThenTrimmedThenReduced) {
+  struct Row {
+    Variant value;
+    int length;
+    const char16_t* expected;
+  };
+  const Row rows[] = {
+      {u"  Año nuevo  ", 40, u"Ano nuevo"},
+      {u"ÁRBOL \"óptimo\" Ñ", 40, u".RBOL 'optimo' N"},
+      {u"áéíóúñ ÉÍÓÚÜü€°", 40, u"aeioun ........"},
+      {u"   ABCDEF", 4, u"A"},
+      {u"abcdefghijklmnopqrstuvwxyz", 0, u"abcdefghijklmnopqrst"},
+      {u"\tabc\r\x7F ", 20, u"\tabc\r\x7F"},
+      {u"   ", 20, u""},
+      {u"a\U0001F600", 20, u"a.."},
+      {12.5, 20, u"12.5"},
+      {Date{45366}, 20, u"15/03/2024"},
+      {Variant(), 20, u""},
+  };
+  for (const Row& row : rows) EXPECT_EQ(CleanText(row.value, row.length), row.expected);
+  EXPECT_EQ(raised([] { CleanText(Variant::null(), 40); }), 94);
+  EXPECT_EQ(raised([] { CleanText(u"x", -1); }), 5);
+}
+
+TEST_F(EncodingTest, AmountsHaveImpliedDecimalsRoundedHalfUp) {
+  struct Row {
+    double value;
+    std::int16_t decimals;
+    const char16_t* expected;
+  };
+  const Row rows[] = {{12.34, 2, u"1234"}, {16, 2, u"1600"},
+                      {0, 2, u"0"},        {1.005, 2, u"100"},
+                      {1.5, 3, u"1500"},   {0.3333, 3, u"333"},
+                      {0.0005, 3, u"1"},   {12.5, 0, u"13"},
+                      {13.5, 0, u"14"},    {-1.25, 1, u"-12"},
+                      {-1.26, 1, u"-13"},  {-0.4, 0, u"0"},
+                      {-0.0, 2, u"0"},     {1e15, 2, u"100000000000000000"}};
+  for (const Row& row : rows) EXPECT_EQ(FormatImplied(row.value, row.decimals), row.expected) << row.value;
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const double value : {infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), 1e308}) {
+    EXPECT_EQ(raised([=] { FormatImplied(value, 2); }), 6) << value;
+  }
+  EXPECT_EQ(implied(u" 12.5 ", 2), u"1250");
+  EXPECT_EQ(implied(Currency::fromScaled(123456), 2), u"1235");
+}
+
+TEST_F(EncodingTest, DescriptionsAreCutAsTheSettingSays) {
+  const std::u16string letters(60, u'x');
+  struct Row {
+    const char16_t* setting;
+    std::size_t item, extra;  // lengths
+    int reads;
+  };
+  const Row rows[] = {{u"20", 20, 34, 1},   {u"30abc", 30, 44, 1}, {u"20.5", 20, 34, 1},
+                      {u"21.5", 22, 36, 1}, {u"99999", 20, 34, 1}, {u"abc", 20, 14, 2},
+                      {u"0", 20, 14, 2},    {u" 1 0", 10, 24, 1}};
+  for (const Row& row : rows) {
+    setting("LenDescripcionZT", row.setting);
+    renew();
+    platform.settings.reads.clear();
+    z->PasarLineaFactura(letters, 1, 1, 16);
+    EXPECT_EQ(sent(), "B|" + std::string(row.item, 'x') + "|1000|100|1600|M");
+    z->PasarLineaExtra(letters);
+    EXPECT_EQ(sent(), "A|" + std::string(row.extra, 'x') + "|S");
+    const auto& reads = platform.settings.reads;
+    EXPECT_EQ(std::count(reads.begin(), reads.end(), "LenDescripcionZT"), row.reads) << utf8(row.setting);
+  }
+  setting("LenDescripcionZT", u"-3");
+  EXPECT_EQ(raised([&] { renew().PasarLineaFactura(u"x", 1, 1, 16); }), 5);
+  setting("LenDescripcionZT", u"32760");
+  EXPECT_EQ(raised([&] { renew().PasarLineaExtra(u"x"); }), 6);
+  EXPECT_TRUE(line.written.empty());
+}
+
+TEST_F(EncodingTest, AFractionalQuantityIsFoldedIntoThePriceWhenTheSettingSays) {
+  struct Row {
+    const char16_t* setting;
+    double price, quantity;
+    const char* expected;
+  };
+  const Row rows[] = {
+      {u"1", 10, 2.5, "B|Queso|1000|2500|1600|M"},   {u"0.6", 10, 2.5, "B|Queso|1000|2500|1600|M"},
+      {u"0.5", 10, 2.5, "B|Queso|2500|1000|1600|M"}, {u"99999", 10, 2.5, "B|Queso|2500|1000|1600|M"},
+      {u"x", 10, 2.5, "B|Queso|2500|1000|1600|M"},   {u"1", 10, 2, "B|Queso|2000|1000|1600|M"},
+      {u"1", 10, -2.5, "B|Queso|1000|-2500|1600|M"}};
+  for (const Row& row : rows) {
+    setting("SuprimirDecimalesEZT", row.setting);
+    renew();
+    Variant price = row.price, quantity = row.quantity;
+    z->PasarLineaFactura(u"Queso", price, quantity, 16);
+    EXPECT_EQ(sent(), row.expected);
+    const bool folded = std::string(row.expected).find("|1000|1000") == std::string::npos &&
+                        row.quantity != 2 && std::string(row.expected).find("|1000|") == 7;
+    EXPECT_EQ(toDouble(price), folded ? row.price * row.quantity : row.price) << row.expected;
+    EXPECT_EQ(toDouble(quantity), folded ? 1 : row.quantity) << row.expected;
+  }
+}
+
+TEST_F(EncodingTest, TheWriteBackStandsAlsoWhenALaterConversionFails) {
+  setting("SuprimirDecimalesEZT", u"1");
+  renew();
+  Variant price = 10, quantity = 2.5;
+  EXPECT_EQ(raised([&] { z->PasarLineaDevolucion(u"Queso", price, quantity, u"x"); }), 13);
+  EXPECT_EQ(price.number(), 25);
+  EXPECT_EQ(quantity.int16(), 1);
+  z->PortOpen(false);
+  quantity = 2.5;
+  EXPECT_EQ(z->PasarLineaFactura(u"Queso", price, quantity, 16), -1);
+  EXPECT_EQ(quantity.number(), 2.5);
+  EXPECT_TRUE(line.written.empty());
+}
+
+TEST_F(EncodingTest, AHostsTextForgesNeitherFieldNorFrame) {
+  z->IniciarFactura(u"A\u0002B\u0003C\u001CD", u"J-1");
+  EXPECT_EQ(sent(), "@|A.B.C.D|J-1|~|~|~|~|~|~|~");
+  z->PagoConMedio(u"1\u001C9999", 2);
+  EXPECT_EQ(sent(), "D|1.9999|200|T");
+}
+
+}  // namespace
+}  // namespace zentaro::testing

@@ -1,0 +1,65 @@
+// Cheques: three exchanges in a row, and what they leave in the object.
+#include <gtest/gtest.h>
+
+#include "support/printer_fixture.h"
+
+namespace zentaro::testing {
+namespace {
+
+class ChequeTest : public PrinterTest {
+ protected:
+  std::string allSent() const {
+    std::string text;
+    for (const std::string& frame : line.written) text += shown(frame) + " / ";
+    return text;
+  }
+  int fill() { return z->LlenarCheque(1500, u"JOSÉ  PEREZ", dateOf({2024, 3, 15, 0, 0, 0})); }
+};
+
+TEST_F(ChequeTest, ThreeFramesAndTheOutcomeOfTheLast) {
+  line.answer({{ok('"', ' ')}});
+  line.answer({{"<STX>#x<FS>8000<FS>3080<FS>ERROR 9 X<ETX>0000"}});
+  line.answer({{ok('$', '!')}});
+  EXPECT_EQ(fill(), 0);
+  EXPECT_EQ(allSent(), "\xA0 / \xAA|1,500.00|JOS.  PEREZ|15/03/2024 / \xA1 / ");
+  EXPECT_EQ(element(3), "ERROR 9 X");
+  EXPECT_EQ(z->dwordPrinterStatus, 0x0600);
+  EXPECT_EQ(z->nLastCommand, 161);
+  EXPECT_EQ(z->sLastError, u"VOID");
+}
+
+TEST_F(ChequeTest, TheSlipStationIsSwitchedOffAfterAnyCheque) {
+  line.answer({{ok('"', ' ')}});
+  EXPECT_EQ(z->EndosarCheque(std::u16string(50, u'n'), u"V-12345678", std::u16string(25, u'5')), 1);
+  EXPECT_EQ(allSent(),
+            "\xA0 / \xAB|" + std::string(40, 'n') + "|V-12345678|" + std::string(20, '5') + " / \xA1 / ");
+  EXPECT_TRUE(z->response(0).is(Variant::Kind::Empty));
+}
+
+TEST_F(ChequeTest, AStationThatStaysOffEndsIt) {
+  line.answer({{"<STX>\"x<FS>0000<FS>8000<ETX>0000"}});
+  EXPECT_EQ(fill(), 5);
+  EXPECT_EQ(allSent(), "\xA0 / ");
+}
+
+TEST_F(ChequeTest, BadAmountsAndDatesAreRejectedBeforeTheStationIsOn) {
+  const Date day = dateOf({2024, 3, 15, 0, 0, 0});
+  EXPECT_EQ(raised([&] { z->LlenarCheque(u"x", u"A", day); }), 13);
+  EXPECT_EQ(raised([&] { z->LlenarCheque(Variant::null(), u"A", day); }), 13);
+  EXPECT_EQ(raised([&] { z->LlenarCheque(1, u"A", u"31/02/2024"); }), 13);
+  EXPECT_EQ(raised([&] { z->LlenarCheque(1, u"A", Variant()); }), 13);
+  EXPECT_EQ(allSent(), "");
+  line.answer({{ok('"', ' ')}});
+  EXPECT_EQ(raised([&] { z->LlenarCheque(1, Variant::null(), day); }), 94);
+  EXPECT_EQ(allSent(), "\xA0 / ");  // the station stays on
+}
+
+TEST_F(ChequeTest, AmountsAndDatesAreWrittenInTheRegionalForm) {
+  platform.regional.settings = {u',', u'.', u"d-m-yy"};
+  line.answer({{ok('"', ' ')}});
+  z->LlenarCheque(u"1.234.567,5", u"A", u"2024-03-05");
+  EXPECT_EQ(shown(line.written[1]), "\xAA|1.234.567,50|A|5-3-24");
+}
+
+}  // namespace
+}  // namespace zentaro::testing
