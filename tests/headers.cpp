@@ -1,0 +1,1 @@
+// Only there to have the shared headers compiled.
