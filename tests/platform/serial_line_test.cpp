@@ -1,0 +1,235 @@
+// The serial services on a real pseudo-terminal.
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+#include "platform/posix/line_status.h"
+#include "platform/pseudo_terminal.h"
+#include "platform/services.h"
+
+namespace zentaro::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+class SerialLine : public ::testing::Test {
+ protected:
+  PseudoTerminal printer;
+  SerialServices& serial = *systemServices().serial;
+  SerialHandle handle = open(printer.device());
+  Overlapped overlapped;
+
+  ~SerialLine() override { serial.CloseHandle(handle); }
+
+  SerialHandle open(const std::string& path) { return serial.CreateFileA(path, 0xC0000000, 0, 3, 0x80); }
+  bool configure(const std::string& text) {
+    LineSettings line;
+    return serial.GetCommState(handle, line) && serial.BuildCommDCBA(text, line) &&
+           serial.SetCommState(handle, line);
+  }
+  void makeRaw() { ASSERT_TRUE(configure("baud=9600 parity=N data=8 stop=1")); }
+  /// The bytes waiting; -1 when the call fails.
+  int waiting() {
+    std::uint32_t flags = 99, count = 0;
+    if (!serial.ClearCommError(handle, flags, count)) return -1;
+    EXPECT_EQ(flags, 0U);
+    return static_cast<int>(count);
+  }
+  std::string read(std::uint32_t most) {
+    std::string buffer(most, '\0');
+    std::uint32_t count = 0;
+    EXPECT_TRUE(serial.ReadFile(handle, buffer.data(), most, count, overlapped));
+    return buffer.substr(0, count);
+  }
+  bool write(const std::string& bytes, std::uint32_t& written) {
+    return serial.WriteFile(handle, bytes.data(), static_cast<std::uint32_t>(bytes.size()), written,
+                            overlapped);
+  }
+  void setTimeouts(std::uint32_t readConstant, std::uint32_t writeConstant) {
+    EXPECT_TRUE(serial.SetCommTimeouts(handle, {0xFFFFFFFF, 0, readConstant, 0, writeConstant}));
+  }
+};
+
+TEST_F(SerialLine, IsMadeRawAndKeepsEveryOtherSetting) {
+  termios before = printer.settings();
+  before.c_iflag |= IXON | IXOFF | ICRNL | ISTRIP | IUTF8;
+  before.c_cflag |= CSTOPB | CRTSCTS | HUPCL;
+  before.c_lflag |= ECHO | ICANON | TOSTOP;
+  before.c_cc[VERASE] = 0x15;
+  printer.changeSettings(before);
+
+  makeRaw();
+  const termios after = printer.settings();
+  EXPECT_EQ(after.c_iflag & ~tcflag_t{IUTF8}, 0U);
+  EXPECT_EQ(after.c_oflag & OPOST, 0U);
+  EXPECT_EQ(after.c_lflag & (ECHO | ECHONL | ICANON | ISIG | IEXTEN), 0U);
+  EXPECT_EQ(after.c_cflag & (CSIZE | PARENB | CSTOPB | CRTSCTS | CLOCAL | CREAD),
+            tcflag_t{CS8 | CLOCAL | CREAD});
+  EXPECT_EQ(::cfgetospeed(&after), speed_t{B9600});
+  EXPECT_EQ(::cfgetispeed(&after), speed_t{B9600});
+  EXPECT_EQ(after.c_cc[VMIN] + after.c_cc[VTIME], 0);
+  EXPECT_NE(after.c_iflag & IUTF8, 0U);
+  EXPECT_NE(after.c_lflag & TOSTOP, 0U);
+  EXPECT_NE(after.c_cflag & HUPCL, 0U);
+  EXPECT_EQ(after.c_cc[VERASE], 0x15);
+
+  serial.CloseHandle(handle);
+  EXPECT_EQ(printer.settings().c_lflag, after.c_lflag) << "closing restores nothing";
+}
+
+TEST_F(SerialLine, SettingsThatTheDeviceDoesNotTakeAreAnError) {
+  EXPECT_FALSE(configure("baud=9600 parity=E data=7 stop=1")) << "a pseudo-terminal always has eight bits";
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EINVAL});
+  LineSettings line;
+  EXPECT_FALSE(serial.BuildCommDCBA("baud=fast", line));
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EINVAL});
+}
+
+TEST_F(SerialLine, IsHeldByOneOpeningOnly) {
+  EXPECT_EQ(open(printer.device()), invalidSerialHandle);
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EBUSY});
+  const pid_t child = ::fork();
+  if (child == 0)
+    ::_exit(open(printer.device()) == invalidSerialHandle ? static_cast<int>(serial.GetLastError()) : 0);
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(WEXITSTATUS(status), EBUSY) << "in another process";
+
+  const SerialHandle closed = handle;
+  EXPECT_TRUE(serial.CloseHandle(handle));
+  handle = open(printer.device());
+  EXPECT_NE(handle, invalidSerialHandle);
+  EXPECT_NE(handle, closed) << "a closed handle must never reach the next device";
+  EXPECT_FALSE(serial.CloseHandle(closed));
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EBADF});
+}
+
+TEST_F(SerialLine, WhatIsNoSerialDeviceFails) {
+  for (const char* name : {"/none/tty", "tty", ""}) {
+    EXPECT_EQ(open(name), invalidSerialHandle) << name;
+    EXPECT_EQ(serial.GetLastError(), std::uint32_t{ENOENT}) << name;
+  }
+  EXPECT_EQ(serial.FormatMessageA(ENOENT), "No such file or directory");
+  EXPECT_EQ(serial.FormatMessageA(99999), "");
+
+  std::string path = ::testing::TempDir() + "zentaro-no-terminal-XXXXXX";
+  ::close(::mkstemp(path.data()));
+  const SerialHandle file = open(path);
+  std::uint32_t flags = 0, count = 0;
+  EXPECT_FALSE(serial.SetupComm(file, 1024, 1024));
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{ENOTTY});
+  EXPECT_FALSE(serial.ClearCommError(file, flags, count)) << "a file must not be taken for an answer";
+  EXPECT_TRUE(serial.CloseHandle(file));
+  ::unlink(path.c_str());
+}
+
+TEST_F(SerialLine, ReadGivesWhatIsThereAndEveryByteValue) {
+  makeRaw();
+  std::string all(256, '\0');
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char>(i);
+  printer.send(all);
+  serial.WaitForInput(handle, 5s);
+  EXPECT_EQ(waiting(), 256);
+  EXPECT_EQ(read(10), all.substr(0, 10));
+  EXPECT_EQ(read(4096), all.substr(10));
+  setTimeouts(1, 0);
+  EXPECT_EQ(read(10), "") << "the time is over";
+
+  std::uint32_t written = 0;
+  EXPECT_TRUE(write(all, written));
+  EXPECT_EQ(printer.receive(), all);
+}
+
+TEST_F(SerialLine, PurgeDiscardsWhatHasArrived) {
+  makeRaw();
+  printer.send("late answer");
+  serial.WaitForInput(handle, 5s);
+  EXPECT_TRUE(serial.PurgeComm(handle, 0x0F));
+  EXPECT_EQ(waiting(), 0);
+}
+
+TEST_F(SerialLine, LongWriteWaitsForASlowReader) {
+  makeRaw();
+  std::string sent(300000, 'a'), received;
+  for (std::size_t i = 0; i < sent.size(); ++i) sent[i] = static_cast<char>('a' + i % 23);
+  std::thread reader([&] {
+    while (received.size() < sent.size()) {
+      const std::string part = printer.receive();
+      if (part.empty()) return;
+      received += part;
+    }
+  });
+  std::uint32_t written = 0;
+  EXPECT_TRUE(write(sent, written));
+  if (written < sent.size()) printer.vanish();  // the reader would wait for ever
+  reader.join();
+  EXPECT_EQ(written, sent.size());
+  EXPECT_EQ(received, sent);
+}
+
+TEST_F(SerialLine, WriteThatNobodyReadsEndsWhenItsTimeIsOver) {
+  makeRaw();
+  setTimeouts(0, 20);
+  std::uint32_t written = 0;
+  EXPECT_TRUE(write(std::string(1000000, 'x'), written));
+  EXPECT_LT(written, 1000000U);
+  EXPECT_GT(written, 0U);
+}
+
+TEST_F(SerialLine, VanishedDeviceIsAnErrorOfEveryCallAndNeverASpin) {
+  makeRaw();
+  printer.vanish();
+  std::uint32_t count = 0;
+  char byte = 0;
+  EXPECT_EQ(waiting(), -1);
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EIO});
+  EXPECT_FALSE(serial.ReadFile(handle, &byte, 1, count, overlapped));
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EIO});
+  EXPECT_FALSE(write("x", count));
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EIO});
+
+  for (const SerialHandle gone : {handle, invalidSerialHandle}) {
+    const auto before = steady_clock::now();
+    serial.WaitForInput(gone, 30ms);
+    EXPECT_GE(steady_clock::now() - before, 30ms) << "a poll loop around it would spin";
+  }
+  EXPECT_TRUE(serial.CloseHandle(handle));
+}
+
+TEST_F(SerialLine, DeviceThatVanishesDuringAWaitEndsTheTransfer) {
+  makeRaw();
+  setTimeouts(60000, 60000);
+  std::thread unplug([&] {
+    std::this_thread::sleep_for(20ms);
+    printer.vanish();
+  });
+  char byte = 0;
+  std::uint32_t count = 0;
+  EXPECT_FALSE(serial.ReadFile(handle, &byte, 1, count, overlapped));
+  EXPECT_EQ(serial.GetLastError(), std::uint32_t{EIO});
+  unplug.join();
+}
+
+TEST(LineErrors, AreTheCountersThatChanged) {
+  const posix::LineCounters none;
+  struct Row {
+    posix::LineCounters now;
+    std::uint32_t flags;
+  };
+  for (const Row& row : {Row{{}, 0},
+                         {{.overrun = 1}, 2},
+                         {{.parity = 2}, 4},
+                         {{.frame = 1}, 8},
+                         {{.breaks = 1}, 0x10},
+                         {{.bufferOverrun = 1}, 1},
+                         {{.overrun = 1, .frame = 1}, 10}}) {
+    EXPECT_EQ(posix::lineErrorFlags(none, row.now), row.flags);
+    EXPECT_EQ(posix::lineErrorFlags(row.now, row.now), 0U);
+  }
+}
+
+}  // namespace
+}  // namespace zentaro::testing
