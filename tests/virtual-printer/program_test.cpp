@@ -54,6 +54,7 @@ class Printer {
   Printer(const bench::Scratch& scratch, std::vector<std::string> options) : scratch_{scratch} {
     options.insert(options.begin(), PROGRAM);
     std::vector<char*> words;
+    words.reserve(options.size() + 1);
     for (std::string& option : options) words.push_back(option.data());
     words.push_back(nullptr);
     std::array<int, 2> input{};

@@ -17,7 +17,7 @@ constexpr const char* helpText =
     "faults         lists the faults in force\n"
     "clear          removes all faults; paper is back, the cover is closed\n"
     "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
-    "status         open document, status words and last numbers\n"
+    "status         open document, status words of the last command, last numbers\n"
     "quit           ends the printer\n"
     "ok";
 
