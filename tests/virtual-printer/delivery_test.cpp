@@ -86,6 +86,13 @@ TEST(Delivery, AnAnswerNeverOvertakesTheOneBefore) {
   EXPECT_EQ(late[late.find('\x02', 1) + 1], till.sequence);
 }
 
+TEST(Delivery, AnAnswerThatWasLostCanStillBeRepeated) {
+  bench::Till till;
+  till.faults.add(parsePlan("lose-answer on clock; repeat-answer on serial"));
+  EXPECT_EQ(till.say("59"), "no answer");
+  EXPECT_EQ(till.say("80"), "261124|150400") << "the answer of the clock";
+}
+
 TEST(Delivery, RealtimeTakesTheTimeOfTheLineAndOfThePrintingHead) {
   bench::Till till{{}, Speed::realtime};
   const std::string first = till.exchange("59");

@@ -57,6 +57,8 @@ TEST(StateFile, ASaveThatFailsKeepsTheOldBooks) {
   books.counters.invoice = 1;
   EXPECT_TRUE(contains(complaint([&] { file.save(books); }), "state.json.new"));
   EXPECT_TRUE(file.load() == Books{});
+  files::create_directory(scratch / "taken");
+  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "taken"}.save(books); }), "taken"));
 }
 
 TEST(StateFile, BelongsToOnePrinter) {

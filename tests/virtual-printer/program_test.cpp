@@ -232,8 +232,9 @@ TEST(Program, TheLineOutlivesItsHosts) {
   EXPECT_TRUE(eventually([&] {
     const Port next{scratch / "port"};
     int isExclusive = 1;
-    return next.isOpen() && ::ioctl(next.get(), TIOCGEXCL, &isExclusive) == 0 && isExclusive == 0;
-  })) << "the mark of the crashed host is lifted";
+    return next.isOpen() && ::ioctl(next.get(), TIOCGEXCL, &isExclusive) == 0 && isExclusive == 0 &&
+           ::flock(next.get(), LOCK_EX | LOCK_NB) == 0;
+  })) << "the mark of the crashed host is lifted, and the lock free";
 }
 
 TEST(Program, AHostThatHoldsTheLockKeepsThePort) {

@@ -123,3 +123,15 @@ TEST(Trouble, APowerCutEndsTheOpenDocumentAsCancelledAtTheRestart) {
   EXPECT_NE(last.find("DOCUMENTO ANULADO"), std::string::npos);
   EXPECT_EQ(till.say("40 ||||||||"), "00000002");
 }
+
+TEST(Trouble, WhatStoodOnTheLineIsGoneWithThePower) {
+  Till till;
+  till.faults.add(printer::parsePlan("power-cut=1 on serial"));
+  const std::string lost = bench::commandFrame('"', "80", {});
+  const std::string next = bench::commandFrame('#', "59", {});
+  till.engine.receive(lost + next + next.substr(0, 4), till.now);
+  till.wait(1s);
+  till.arrived();
+  till.engine.receive(next.substr(4), till.now);
+  EXPECT_EQ(till.arrived(), "");
+}
