@@ -20,7 +20,7 @@ class DriverTrace : public DriverTest {
     CommRead(1, data, 4096);
   }
   void write(const std::string& bytes) {
-    serial.expect("WriteFile 7 " + bytes, {.count = 1});
+    serial.expect("WriteFile 7 " + bytes, {.count = static_cast<std::uint32_t>(bytes.size())});
     CommWrite(1, services().codePage->text(bytes));
   }
 };
@@ -31,15 +31,17 @@ TEST_F(DriverTrace, RecordsEveryWriteAndEveryChunkByteForByte) {
       "\x02"
       "8\x1C"
       "N\x03");
-  read("ABCDEFGHIJKLMNO\n");
+  read("ABCDEFG HIJKLMN\n");
   read("\xC8");
   write("");
   serial.expect("ClearCommError 7");
   CommRead(1, data, 4096);  // nothing waiting: no record
+  serial.expect("WriteFile 7 lost", {.error = 5}).expect("ClearCommError 7");
+  CommWrite(1, u"lost");
   const std::string stamp = " 15-03-2024 14:05:09\r\n";
   EXPECT_EQ(platform.files.contents["trace.txt"],
             "Send" + stamp + "02 38 1C 4E 03                                  .8.N.\r\n" + "Read" + stamp +
-                "41 42 43 44 45 46 47 48 49 4A 4B 4C 4D 4E 4F 0A ABCDEFGHIJKLMNO.\r\n" + "Read" + stamp +
+                "41 42 43 44 45 46 47 20 48 49 4A 4B 4C 4D 4E 0A ABCDEFG HIJKLMN.\r\n" + "Read" + stamp +
                 "C8                                              \xC8\r\n" + "Send" + stamp);
   EXPECT_EQ(platform.files.writes.size(), 7U) << "each line is one write";
 }

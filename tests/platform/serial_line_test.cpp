@@ -1,8 +1,10 @@
 // The serial services on a real pseudo-terminal.
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <thread>
 
 #include "platform/posix/line_status.h"
@@ -98,9 +100,16 @@ TEST_F(SerialLine, IsHeldByOneOpeningOnly) {
   ASSERT_EQ(::waitpid(child, &status, 0), child);
   EXPECT_EQ(WEXITSTATUS(status), EBUSY) << "in another process";
 
+  const pid_t heir = ::fork();  // has the descriptor too
+  if (heir == 0) {
+    ::alarm(60);
+    ::pause();
+  }
   const SerialHandle closed = handle;
   EXPECT_TRUE(serial.CloseHandle(handle));
   handle = open(printer.device());
+  ::kill(heir, SIGKILL);
+  ::waitpid(heir, nullptr, 0);
   EXPECT_NE(handle, invalidSerialHandle);
   EXPECT_NE(handle, closed) << "a closed handle must never reach the next device";
   EXPECT_FALSE(serial.CloseHandle(closed));

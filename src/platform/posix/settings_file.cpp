@@ -35,12 +35,12 @@ std::string homeDirectory() {
   return done ? entry.pw_dir : "";
 }
 
-/// Nothing for what is no regular file: reading a pipe or a device might never end.
+/// Never more than the size that the system gives, so that a pipe or a device, which has none, is not read.
 std::optional<std::string> fileContents(const std::string& path) {
   const posix::Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status {};
   if (!file.isOpen() || ::fstat(file.number(), &status) < 0) return std::nullopt;
-  if (!S_ISREG(status.st_mode) || status.st_size > largestFile) return std::nullopt;
+  if (status.st_size > largestFile) return std::nullopt;
 
   std::string contents(static_cast<std::size_t>(status.st_size), '\0');
   std::size_t length = 0;
