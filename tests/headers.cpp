@@ -1,1 +1,0 @@
-// Only there to have the shared headers compiled.
