@@ -157,6 +157,7 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
   } rows[] = {
       {{"--fault", "explode"}, "there is no effect \"explode\""},
       {{"--frobnicate"}, "--frobnicate"},
+      {{"--fault", "delay=1", "wait=1"}, "wait=1"},
       {{"--serial", "a b"}, "capital letters and digits"},
       {{"--igtf", "100"}, "--igtf"},
       {{"--paper", "x.pdf"}, "must end in .txt, .svg or .html"},

@@ -48,7 +48,9 @@ std::variant<Options, int> parseOptions(int count, const char* const* words) {
       ->type_name("FILE");
   app.add_option("--paper", options.paper, "Draw the paper into FILE.txt, FILE.svg or FILE.html")
       ->type_name("FILE");
-  app.add_option("--fault", plans, "Disturb line or device; may be given several times")->type_name("PLAN");
+  app.add_option("--fault", plans, "Disturb line or device; may be given several times")
+      ->type_name("PLAN")
+      ->allow_extra_args(false);
   app.add_option("--seed", options.seed, "Seed of the probabilities in fault plans (1)")->type_name("N");
   app.add_option("--log", options.log, "Append every frame and fault to FILE, one JSON object a line")
       ->type_name("FILE");
