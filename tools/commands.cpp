@@ -3,11 +3,13 @@
 
 #include <array>
 
+#include "host/host_command.h"
+
 namespace zentaro::tools {
 
 namespace {
 
-constexpr std::array<AddCommand, 0> commands{};
+constexpr std::array<AddCommand, 1> commands{addHostCommand};
 
 }  // namespace
 

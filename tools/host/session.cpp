@@ -1,0 +1,164 @@
+// Requests and responses of the line protocol.
+#include "host/session.h"
+
+#include <array>
+#include <limits>
+#include <vector>
+
+#include "automation/automation_error.h"
+#include "automation/description.h"
+#include "common/describe_json.h"
+#include "host/rpc_error.h"
+#include "host/values.h"
+#include "interface/library.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+struct Method {
+  std::string_view name;
+  Json (HostSession::*run)(const Json& params);
+};
+constexpr std::array methods{
+    Method{"create", &HostSession::create}, Method{"release", &HostSession::release},
+    Method{"get", &HostSession::get},       Method{"put", &HostSession::put},
+    Method{"call", &HostSession::call},     Method{"describe", &HostSession::describe}};
+
+const Json& parameter(const Json& params, const char* name) {
+  const auto found = params.find(name);
+  if (found == params.end()) throw invalidParameters(std::string("\"") + name + "\" is missing in params");
+  return *found;
+}
+
+const std::string& textParameter(const Json& params, const char* name) {
+  const Json& value = parameter(params, name);
+  if (!value.is_string()) throw invalidParameters(std::string("\"") + name + "\" must be a text");
+  return value.get_ref<const std::string&>();
+}
+
+// 0, which is no object, for a number that no object can have.
+int idParameter(const Json& params) {
+  const Json& id = parameter(params, "object");
+  if (!id.is_number_integer()) throw invalidParameters("\"object\" must be the number of an object");
+  const bool fits = id >= 0 && id <= std::numeric_limits<int>::max();
+  return fits ? id.get<int>() : 0;
+}
+
+RpcError unknownObject(const Json& params) {
+  return invalidParameters("no object " + params["object"].dump() +
+                           ": it was never created, or was released");
+}
+
+std::vector<Variant> argumentsOf(const Json& params, const ObjectTable& objects) {
+  std::vector<Variant> arguments;
+  const auto given = params.find("args");
+  if (given == params.end()) return arguments;
+  if (!given->is_array()) throw invalidParameters("\"args\" must be an array");
+  for (const Json& argument : *given) arguments.push_back(variantOf(argument, objects));
+  return arguments;
+}
+
+bool canBeId(const Json& id) { return id.is_string() || id.is_number() || id.is_null(); }
+
+Json idOf(const Json& request) {
+  const auto id = request.is_object() ? request.find("id") : request.end();
+  return id != request.end() && canBeId(*id) ? *id : Json(nullptr);
+}
+
+const Method& methodOf(const Json& request) {
+  const auto invalid = [](const char* message) { return RpcError(RpcCode::InvalidRequest, message); };
+  if (request.is_array()) throw invalid("batches are not supported: send one request per line");
+  if (!request.is_object()) throw invalid("a request is a JSON object");
+  if (request.value("jsonrpc", Json()) != "2.0") throw invalid("\"jsonrpc\" must be \"2.0\"");
+  if (!canBeId(request.value("id", Json()))) throw invalid("\"id\" must be a text, a number or null");
+  const Json name = request.value("method", Json());
+  if (!name.is_string()) throw invalid("\"method\" must be a text");
+  for (const Method& method : methods) {
+    if (name == method.name) return method;
+  }
+  throw RpcError(RpcCode::UnknownMethod, "unknown method " + jsonLine(name) +
+                                             ": there are create, release, get, put, call and describe");
+}
+
+Json parsed(std::string_view line) {
+  Json request = Json::parse(line, nullptr, false);
+  if (request.is_discarded()) throw RpcError(RpcCode::ParseError, "the line is not JSON in UTF-8");
+  return request;
+}
+
+Json paramsOf(const Json& request) {
+  Json params = request.value("params", Json::object());
+  if (!params.is_object()) throw invalidParameters("\"params\" must be a JSON object");
+  return params;
+}
+
+Json error(int code, std::string_view message) { return {{"code", code}, {"message", message}}; }
+
+// What `work` returns, or the error that it raised, as the member of the response that it is.
+template <class Work>
+std::pair<const char*, Json> outcomeOf(const Work& work) {
+  try {
+    return {"result", work()};
+  } catch (const RpcError& failure) {
+    return {"error", error(static_cast<int>(failure.code()), failure.what())};
+  } catch (const AutomationError& failure) {
+    Json json = error(failure.number(), failure.what());
+    json["data"] = {{"source", utf8(failure.source())}};
+    return {"error", json};
+  } catch (const std::exception& failure) {
+    return {"error", error(static_cast<int>(RpcCode::InternalError), failure.what())};
+  }
+}
+
+}  // namespace
+
+std::string HostSession::answer(std::string_view line) {
+  Json id;
+  auto [member, outcome] = outcomeOf([&] {
+    const Json request = parsed(line);
+    id = idOf(request);
+    const Method& method = methodOf(request);
+    return (this->*method.run)(paramsOf(request));
+  });
+  return jsonLine({{"jsonrpc", "2.0"}, {"id", std::move(id)}, {member, std::move(outcome)}});
+}
+
+Json HostSession::create(const Json& params) {
+  return {{"object", objects_.idOf(createObject(textParameter(params, "class")))}};
+}
+
+Json HostSession::release(const Json& params) {
+  if (!objects_.release(idParameter(params))) throw unknownObject(params);
+  return Json::object();
+}
+
+Json HostSession::get(const Json& params) {
+  return {{"value", jsonOf(object(params).get(textParameter(params, "name")), objects_)}};
+}
+
+Json HostSession::put(const Json& params) {
+  object(params).put(textParameter(params, "name"), variantOf(parameter(params, "value"), objects_));
+  return Json::object();
+}
+
+Json HostSession::call(const Json& params) {
+  std::vector<Variant> arguments = argumentsOf(params, objects_);
+  const Variant result = object(params).call(textParameter(params, "name"), arguments);
+  return {{"value", jsonOf(result, objects_)}, {"args", jsonOf(Array(std::move(arguments)), objects_)}};
+}
+
+Json HostSession::describe(const Json& params) {
+  const std::string& name = textParameter(params, "class");
+  const ClassDescription* description = findClass(name);
+  if (description == nullptr) throw invalidParameters("unknown class " + jsonLine(name));
+  return describeClass(*description);
+}
+
+const Object& HostSession::object(const Json& params) const {
+  const Object* found = objects_.find(idParameter(params));
+  if (found == nullptr) throw unknownObject(params);
+  return *found;
+}
+
+}  // namespace zentaro::tools
