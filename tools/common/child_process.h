@@ -1,0 +1,33 @@
+// A program that runs beside this one and never outlives it.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace zentaro::tools {
+
+/// The program of that name beside the running one, else the bare name, which is then looked up in PATH.
+std::string companionProgram(const std::string& name);
+
+class ChildProcess {
+ public:
+  /// Starts `words[0]` with /dev/null as its input and output; its standard error can be read. A program that
+  /// cannot be started says so there. Raises std::system_error when there is no process to be had.
+  explicit ChildProcess(const std::vector<std::string>& words);
+  /// Asks it to end (SIGTERM) and waits for it.
+  ~ChildProcess();
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+
+  /// The next line of its standard error, without the line end. False, with what there is of a line, at its
+  /// end or when `milliseconds` are over.
+  bool readErrorLine(std::string& line, int milliseconds);
+
+ private:
+  pid_t id_ = -1;
+  int errors_ = -1;
+};
+
+}  // namespace zentaro::tools

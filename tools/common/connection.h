@@ -1,0 +1,50 @@
+// A printer object on an open port, and the options by which a user says which port.
+//
+// A real port is used only when it is named, by its number or by its device; otherwise a virtual printer is
+// started.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "automation/object.h"
+#include "common/overlay_settings.h"
+#include "common/virtual_printer.h"
+#include "platform/services.h"
+#include "printer/czentaro.h"
+
+namespace zentaro::tools {
+
+struct PortOptions {
+  std::optional<int> port;     // --port: 1 to 8, with the device that the user's settings give it
+  std::string device;          // --device: a path, whatever the settings say
+  std::optional<int> timeout;  // --timeout: whole seconds, instead of the setting TimeOutZT
+};
+
+/// Adds --port, --device and --timeout; `options` must live until the command line is parsed.
+void addPortOptions(CLI::App& command, PortOptions& options);
+
+class Connection {
+ public:
+  /// Opens the port. Raises AutomationError 40001, or std::runtime_error when a virtual printer cannot be
+  /// started. Says on standard error when it starts one, with these further options of zentaro-printer.
+  explicit Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions = {});
+  /// Closes the port, and ends the virtual printer.
+  ~Connection() = default;
+
+  CZentaro& printer() { return *static_cast<CZentaro*>(object_.instance()); }
+  /// The same printer object for calls by name.
+  const Object& object() const { return object_; }
+  /// Null on a real port.
+  const VirtualPrinter* virtualPrinter() const { return virtualPrinter_.get(); }
+
+ private:
+  std::unique_ptr<VirtualPrinter> virtualPrinter_;
+  OverlaySettings settings_;
+  ServicesScope scope_;
+  Object object_;
+};
+
+}  // namespace zentaro::tools

@@ -1,0 +1,152 @@
+// Values and answers as text and JSON.
+#include "common/show.h"
+
+#include <vector>
+
+#include "automation/conversions.h"
+#include "automation/description.h"
+#include "util/lm_hex_str.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+std::string hex(std::int32_t value, std::int16_t digits) {
+  return "0x" + utf8(lmHexStr::HexStr(value, digits));
+}
+
+std::string printable(std::string_view text) {
+  std::string shown;
+  for (const char character : text) {
+    const auto code = static_cast<unsigned char>(character);
+    const bool isControl = code < 0x20 || code == 0x7F;
+    shown += isControl ? "\\x" + utf8(lmHexStr::HexStr(code, 2)) : std::string(1, character);
+  }
+  return shown;
+}
+
+// What a record holds: its properties, and the methods that only compute a value from them.
+bool isValue(const Member& member) {
+  const bool isComputed = member.access == Access::Call && member.parameters.size() == 0;
+  return member.access == Access::Get || (isComputed && member.result.kind != ValueType::None);
+}
+
+Variant memberValue(const Object& record, const Member& member) {
+  return member.thunk(record.instance(), {});
+}
+
+template <class Add>
+void forEachValue(const Object& record, const Add& add) {
+  if (record.isNothing()) return;
+  for (const Member& member : record.description().members) {
+    if (isValue(member)) add(std::string(member.name), memberValue(record, member));
+  }
+}
+
+std::string recordText(const Object& record) {
+  std::string text;
+  forEachValue(record, [&](const std::string& name, const Variant& value) {
+    text += (text.empty() ? "" : ", ") + name + " " + valueText(value);
+  });
+  return text.empty() ? "(nothing)" : text;
+}
+
+Json recordJson(const Object& record) {
+  Json json;
+  forEachValue(record, [&](const std::string& name, const Variant& value) { json[name] = valueJson(value); });
+  return json;
+}
+
+std::string arrayText(const Array& array) {
+  std::string text;
+  for (int index = 0; array.hasBounds() && index <= array.upperBound(); ++index) {
+    text += (text.empty() ? "" : ", ") + valueText(array.at(index));
+  }
+  return "[" + text + "]";
+}
+
+Json arrayJson(const Array& array) {
+  Json json = Json::array();
+  for (int index = 0; array.hasBounds() && index <= array.upperBound(); ++index) {
+    json.push_back(valueJson(array.at(index)));
+  }
+  return json;
+}
+
+}  // namespace
+
+std::string valueText(const Variant& value) {
+  switch (value.kind()) {
+    case Variant::Kind::Empty:
+      return "(empty)";
+    case Variant::Kind::Null:
+      return "(null)";
+    case Variant::Kind::Missing:
+      return "(omitted)";
+    case Variant::Kind::Currency:
+      return currencyText4(value.currency());
+    case Variant::Kind::Date:
+      return isoText(value.date());
+    case Variant::Kind::Array:
+      return arrayText(value.array());
+    case Variant::Kind::Object:
+      return recordText(value.object());
+    default:
+      return printable(utf8(toText(value)));
+  }
+}
+
+Json valueJson(const Variant& value) {
+  switch (value.kind()) {
+    case Variant::Kind::Empty:
+    case Variant::Kind::Null:
+    case Variant::Kind::Missing:
+      return nullptr;
+    case Variant::Kind::Boolean:
+      return value.boolean();
+    case Variant::Kind::Int16:
+      return value.int16();
+    case Variant::Kind::Int32:
+      return value.int32();
+    case Variant::Kind::Double:
+      return value.number();
+    case Variant::Kind::Text:
+      return utf8(value.text());
+    case Variant::Kind::Array:
+      return arrayJson(value.array());
+    case Variant::Kind::Object:
+      return recordJson(value.object());
+    default:
+      return valueText(value);
+  }
+}
+
+std::string outcomeLine(ENVERR_CODES outcome) {
+  return std::to_string(static_cast<int>(outcome)) + " " + utf8(outcomeText(outcome));
+}
+
+std::string hexWord(std::int32_t word) { return hex(word, 4); }
+
+std::string answerText(const CZentaro& printer) {
+  std::string text = "Printer status  " + hexWord(printer.dwordPrinterStatus) + "\nFiscal status   " +
+                     hexWord(printer.dwordStatusFiscal) + "\n";
+  if (!printer.sLastError.empty()) text += "Printer says    " + printable(utf8(printer.sLastError)) + "\n";
+  const Variant fields = printer.getResponse(0);
+  for (int index = 0; fields.is(Variant::Kind::Array) && index <= fields.array().upperBound(); ++index) {
+    const std::string number = std::to_string(index);
+    text +=
+        "Field " + number + std::string(10 - number.size(), ' ') + valueText(fields.array().at(index)) + "\n";
+  }
+  return text;
+}
+
+Json answerJson(const CZentaro& printer) {
+  const Variant fields = printer.getResponse(0);
+  return {{"printerStatus", hexWord(printer.dwordPrinterStatus)},
+          {"fiscalStatus", hexWord(printer.dwordStatusFiscal)},
+          {"error", utf8(printer.sLastError)},
+          {"command", hex(printer.nLastCommand, 2)},
+          {"fields", fields.is(Variant::Kind::Array) ? valueJson(fields) : Json::array()}};
+}
+
+}  // namespace zentaro::tools
