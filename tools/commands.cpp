@@ -3,17 +3,39 @@
 
 #include <array>
 
+#include "call/call_command.h"
+#include "call/demo_command.h"
+#include "call/doctor_command.h"
+#include "call/members_command.h"
+#include "call/printer_command.h"
+#include "call/settings_command.h"
 #include "host/host_command.h"
 
 namespace zentaro::tools {
 
 namespace {
 
-constexpr std::array<AddCommand, 1> commands{addHostCommand};
+constexpr std::array commands{
+    addDemoCommand,      //
+    addPrinterCommand,   //
+    addCallCommand,      //
+    addMembersCommand,   //
+    addSettingsCommand,  //
+    addDoctorCommand,    //
+    addHostCommand,      //
+};
+
+// An unknown subcommand would only be reported as a missing one.
+std::string explain(const CLI::App* app, const CLI::Error& error) {
+  const std::vector<std::string> rest = app->remaining();
+  if (!app->get_subcommands().empty() || rest.empty()) return CLI::FailureMessage::simple(app, error);
+  return "unknown subcommand \"" + rest.front() + "\": \"zentaro --help\" lists all\n";
+}
 
 }  // namespace
 
 void addCommands(CLI::App& app, int& status) {
+  app.failure_message(explain);
   for (const AddCommand add : commands) add(app, status);
 }
 

@@ -48,7 +48,8 @@ struct Parameter {
   std::string_view name;
   Type type;
   Passing passing = Passing::ByReference;
-  Default fallback = {};  // a kind other than None makes the parameter optional
+  Default fallback = {};       // a kind other than None makes the parameter optional
+  std::string_view note = {};  // meaning, unit and encoding
   bool isOptional() const { return fallback.kind != Default::Kind::None; }
 };
 
@@ -75,6 +76,20 @@ class ParameterList {
 /// value behind them.
 using Thunk = Variant (*)(void* instance, std::span<Variant> arguments);
 
+/// Which outcome codes a member gives; any of them together.
+enum OutcomeSet : unsigned {
+  noOutcome = 0,
+  checksPort = 1,      // -1 while the port is closed
+  exchanges = 2,       // 0 to 5, of the exchange with the printer
+  checksArgument = 4,  // 6, for an argument that is rejected before anything is sent
+};
+
+/// What a member does on the line.
+struct Effect {
+  std::string_view sends = {};  // the commands with their fields in frame order: "0x44: empty, amount, \"T\""
+  unsigned outcomes = noOutcome;  // an OutcomeSet
+};
+
 struct Member {
   std::string_view name;
   Access access;
@@ -82,6 +97,13 @@ struct Member {
   Type result;
   std::string_view help;
   Thunk thunk;
+  Effect effect = {};
+
+  /// Whether the result is the outcome code; the outcome of any other member is in nEnvironmentError.
+  bool returnsOutcome() const {
+    return effect.outcomes != noOutcome &&
+           (result.kind == ValueType::Int16 || result.kind == ValueType::Variant);
+  }
 };
 
 struct ClassDescription {

@@ -105,12 +105,24 @@ inline constexpr Default omitted{Default::Kind::Missing}, zero{Default::Kind::Ze
     emptyText{Default::Kind::EmptyText}, isTrue{Default::Kind::True};
 constexpr Default text(std::string_view value) { return {Default::Kind::Text, value}; }
 
-constexpr Parameter byRef(std::string_view name, Default fallback = {}) {
-  return {name, {}, Passing::ByReference, fallback};
+constexpr Parameter byRef(std::string_view name, std::string_view note, Default fallback = {}) {
+  return {name, {}, Passing::ByReference, fallback, note};
 }
-constexpr Parameter byValue(std::string_view name, Default fallback = {}) {
-  return {name, {}, Passing::ByValue, fallback};
+constexpr Parameter byValue(std::string_view name, std::string_view note, Default fallback = {}) {
+  return {name, {}, Passing::ByValue, fallback, note};
 }
+
+// --- What a member sends
+// -------------------------------------------------------------------------------------------------------
+
+/// The usual operation: refused on a closed port.
+constexpr Effect sends(std::string_view commands) { return {commands, checksPort | exchanges}; }
+/// The same, and 6 for an argument outside its range.
+constexpr Effect sendsChecked(std::string_view commands) {
+  return {commands, checksPort | exchanges | checksArgument};
+}
+/// Sent whether the port is open or not.
+constexpr Effect sendsAlways(std::string_view commands) { return {commands, exchanges}; }
 
 // --- What is derived from a member pointer
 // ---------------------------------------------------------------------------
@@ -171,11 +183,11 @@ using VariableTraitsOf = decltype(variableTraitsOf(variable));
 
 template <auto function>
 consteval std::array<Member, 1> method(std::string_view name, ParameterList parameters = {},
-                                       std::string_view help = {}) {
+                                       std::string_view help = {}, Effect effect = {}) {
   using Traits = TraitsOf<function>;
   if (parameters.size() != Traits::arity) throw "every parameter of the C++ member needs a name";
   return {Member{name, Access::Call, Traits::typed(parameters), Traits::resultType, help,
-                 &Traits::template thunk<function>}};
+                 &Traits::template thunk<function>, effect}};
 }
 
 /// A public variable: get and let, and set when it can hold an object.

@@ -14,7 +14,7 @@ constexpr auto statusNMembers = rows(
     variable<&statusN::CodigoStatus>("CodigoStatus", "Status code of the answer."),
     variable<&statusN::UltimoComando>("UltimoComando", "Last command that the printer carried out."),
     method<&statusN::LoadFromResponse>(
-        "LoadFromResponse", {byRef("response")},
+        "LoadFromResponse", {byRef("response", "array of Variant, lower bound 0")},
         "Loads the record from the elements 4 to 12 of an array of answer fields."),
     method<&statusN::FechaImpresora>("FechaImpresora", {}, "The printer's date and time, to the minute."),
     method<&statusN::FacturasPeriodo>("FacturasPeriodo", {}, "Invoices of the period."),
@@ -32,7 +32,8 @@ constexpr auto statusHASARMembers = rows(
     variable<&statusHASAR::numeroUltimaND>("numeroUltimaND", "Number of the last debit note."),
     variable<&statusHASAR::numeroUltimaNC>("numeroUltimaNC", "Number of the last credit note."),
     variable<&statusHASAR::numeroUltimoDNF>("numeroUltimoDNF", "Number of the last non-fiscal document."),
-    method<&statusHASAR::LoadFromResponse>("LoadFromResponse", {byRef("response")},
+    method<&statusHASAR::LoadFromResponse>("LoadFromResponse",
+                                           {byRef("response", "array of Variant, lower bound 0")},
                                            "Loads the record from the elements 0 to 7 of an array."));
 
 using R = ResultadoCierre;
@@ -56,7 +57,7 @@ constexpr auto closingMembers = rows(
     variable<&R::ImpuestoNCBase3>("ImpuestoNCBase3", "Credit notes, tax of rate 3."),
     variable<&R::FechaUltimaFactura>("FechaUltimaFactura", "Date and time of the last invoice."),
     variable<&R::numeroUltimaFactura>("numeroUltimaFactura", "Number of the last invoice."),
-    method<&R::LoadFromParams>("LoadFromParams", {byRef("v")},
+    method<&R::LoadFromParams>("LoadFromParams", {byRef("v", "array of Variant, lower bound 0")},
                                "Loads the record from the elements 3 to 21 of an array of answer fields."));
 
 }  // namespace

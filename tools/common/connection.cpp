@@ -3,8 +3,8 @@
 
 #include <iostream>
 
+#include "common/known_settings.h"
 #include "interface/library.h"
-#include "platform/setting_keys.h"
 
 namespace zentaro::tools {
 
@@ -30,7 +30,7 @@ Services withSettings(SettingsStore& settings) {
 
 void addPortOptions(CLI::App& command, PortOptions& options) {
   CLI::Option* port = command.add_option("--port", options.port, "Serial port, by the settings COM1 to COM8")
-                          ->check(CLI::Range(1, 8))
+                          ->check(CLI::Range(1, portCount))
                           ->type_name("N");
   command.add_option("--device", options.device, "Serial device, whatever the settings say")
       ->excludes(port)
@@ -46,7 +46,7 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
       scope_(withSettings(settings_)) {
   const std::string device = virtualPrinter_ ? virtualPrinter_->device() : options.device;
   if (!device.empty()) {
-    settings_.replace(R"(Config\ModComm)", "COM" + std::to_string(ownPort), utf16(device));
+    settings_.replace(portSection, portKey(ownPort), utf16(device));
   }
   if (options.timeout) {
     settings_.replace(settingTimeOut.section, settingTimeOut.key, utf16(std::to_string(*options.timeout)));

@@ -1,0 +1,80 @@
+// Words as values, and what is checked before a port is opened.
+#include "call/call_arguments.h"
+
+#include <charconv>
+#include <stdexcept>
+
+#include "common/iso_date.h"
+#include "common/signatures.h"
+#include "platform/ascii.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+// All of the text, and in the one way in which a number is usually written.
+template <class Number>
+std::optional<Number> numberIn(std::string_view text) {
+  const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;
+  const bool hasLeadingZero = digits.size() > 1 && digits[0] == '0' && isAsciiDigit(digits[1]);
+  if (digits.empty() || !isAsciiDigit(digits.front()) || !isAsciiDigit(digits.back()) || hasLeadingZero) {
+    return std::nullopt;
+  }
+  Number value{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+// The names that begin as the wrong one does, or all of them by the command that lists them.
+std::string suggestion(const ClassDescription& description, std::string_view name) {
+  constexpr std::size_t enough = 4;
+  const std::string_view start = name.substr(0, enough);
+  std::string similar;
+  for (const auto& group : memberGroups(description)) {
+    const std::string_view known = group.front().name;
+    if (equalIgnoringCase(known.substr(0, enough), start)) similar += " " + std::string(known);
+  }
+  return similar.empty() ? "\"zentaro members\" lists all" : "there is" + similar;
+}
+
+std::size_t requiredCount(const Member& member) {
+  std::size_t count = 0;
+  for (const Parameter& parameter : member.parameters) count += parameter.isOptional() ? 0U : 1U;
+  return count;
+}
+
+}  // namespace
+
+Variant argumentOf(std::string_view word) {
+  constexpr std::string_view forcedText = "text:";
+  if (word.starts_with(forcedText)) return std::string(word.substr(forcedText.size()));
+  if (word == "true" || word == "false") return word == "true";
+  if (const auto whole = numberIn<std::int64_t>(word)) return *whole;
+  if (const auto number = numberIn<double>(word)) return *number;
+  if (const auto date = dateFromIso(word)) return *date;
+  return std::string(word);
+}
+
+CallRequest callRequest(const ClassDescription& description, const std::vector<std::string>& words) {
+  const std::string& name = words.at(0);
+  CallRequest request{findMember(description, name), {}};
+  if (request.member.empty()) {
+    throw std::runtime_error("no member \"" + name + "\": " + suggestion(description, name));
+  }
+  const Member& member = request.member.front();
+  const std::size_t given = words.size() - 1;
+  const bool isMethod = member.access == Access::Call;
+  if (!isMethod && given > 0) {
+    throw std::runtime_error(std::string(member.name) +
+                             " is a property: it is only read here, without arguments");
+  }
+  if (isMethod && (given < requiredCount(member) || given > member.parameters.size())) {
+    throw std::runtime_error("wrong number of arguments (" + std::to_string(given) +
+                             "): " + signature(request.member));
+  }
+  for (std::size_t index = 1; index < words.size(); ++index)
+    request.arguments.push_back(argumentOf(words[index]));
+  return request;
+}
+
+}  // namespace zentaro::tools

@@ -1,0 +1,10 @@
+// `zentaro call`: one member of a printer object, from the command line.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace zentaro::tools {
+
+void addCallCommand(CLI::App& app, int& status);
+
+}  // namespace zentaro::tools

@@ -1,0 +1,37 @@
+// Becomes the program zentaro-printer.
+#include "call/printer_command.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
+#include "common/child_process.h"
+#include "common/guarded.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+int become(std::vector<std::string> words) {
+  const std::string program = companionProgram("zentaro-printer");
+  words.insert(words.begin(), program);
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  ::execvp(program.c_str(), arguments.data());
+  throw std::runtime_error("cannot start " + program + ": " + std::strerror(errno));
+}
+
+}  // namespace
+
+void addPrinterCommand(CLI::App& app, int& status) {
+  CLI::App* command =
+      app.add_subcommand("printer", "Run the virtual printer; \"zentaro printer --help\" lists its options");
+  command->set_help_flag();  // all options are those of zentaro-printer
+  command->prefix_command();
+  command->callback([command, &status] { status = guarded([&] { return become(command->remaining()); }); });
+}
+
+}  // namespace zentaro::tools

@@ -1,0 +1,10 @@
+// `zentaro settings`: list, get and set.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace zentaro::tools {
+
+void addSettingsCommand(CLI::App& app, int& status);
+
+}  // namespace zentaro::tools

@@ -1,0 +1,33 @@
+// The user's settings file: read as it stands, and replaced as a whole.
+#pragma once
+
+#include <string>
+
+#include "platform/settings_text.h"
+
+namespace zentaro::tools {
+
+class SettingsFile {
+ public:
+  /// Raises std::runtime_error when there is no place for a settings file, and when the one that is there
+  /// cannot be read.
+  explicit SettingsFile(std::string path);
+
+  const std::string& path() const { return path_; }
+  bool exists() const { return exists_; }
+  const SettingsText& settings() const { return settings_; }
+
+  /// Sets one value and writes the file, making its folder. A reader sees the old file or the new one. Raises
+  /// std::runtime_error, with the old file as it was, when it cannot be written, and as SettingsText::set
+  /// does.
+  void set(std::string_view section, std::string_view key, std::string_view value);
+
+ private:
+  void write() const;
+
+  std::string path_;
+  bool exists_ = false;
+  SettingsText settings_;
+};
+
+}  // namespace zentaro::tools

@@ -1,0 +1,34 @@
+// The list of settings.
+#include "common/known_settings.h"
+
+#include <limits>
+
+#include "platform/unicode.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+KnownSetting known(const SettingKey& setting) {
+  KnownSetting result{std::string(setting.section), std::string(setting.key), utf8(setting.fallback),
+                      std::string(setting.meaning)};
+  const bool isCount = setting.key == settingTimeOut.key || setting.key == settingDescriptionLength.key;
+  if (isCount) result.lowest = 1;
+  if (isCount || setting.key == settingSuppressDecimals.key)
+    result.highest = std::numeric_limits<std::int16_t>::max();
+  return result;
+}
+
+}  // namespace
+
+std::vector<KnownSetting> knownSettings() {
+  std::vector<KnownSetting> settings;
+  for (const SettingKey& setting : allSettings) settings.push_back(known(setting));
+  for (int port = 1; port <= portCount; ++port) {
+    settings.push_back({std::string(portSection), portKey(port), "/dev/ttyS" + std::to_string(port - 1),
+                        "device of serial port " + std::to_string(port)});
+  }
+  return settings;
+}
+
+}  // namespace zentaro::tools
