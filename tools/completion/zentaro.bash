@@ -1,0 +1,41 @@
+# bash completion of zentaro. Everything is asked from the program itself, so it never lists what is not there.
+
+_zentaro_subcommands() {
+  "$1" "${@:2}" --help 2>/dev/null | sed -n '/^Subcommands:/,$ s/^  \([a-z][a-z-]*\) .*/\1/p'
+}
+
+_zentaro_options() {
+  "$1" "${@:2}" --help 2>/dev/null | grep -oE -- '(^| |,)--[a-z][a-z-]*' | tr -d ' ,' | sort -u
+}
+
+# The members of the printer object: what stands indented before "(" or ":".
+_zentaro_members() {
+  "$1" members CZentaro 2>/dev/null | sed -n 's/^  \([A-Za-z]*\)[(:].*/\1/p'
+}
+
+_zentaro_settings() {
+  "$1" settings list 2>/dev/null | sed -n 's/^\([A-Za-z0-9]*\)  *.*  \(default\|set\) .*/\1/p'
+}
+
+_zentaro() {
+  local program=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  local command=${COMP_WORDS[1]} choices=
+  COMPREPLY=()
+  if ((COMP_CWORD == 1)); then
+    choices=$(_zentaro_subcommands "$program")
+  elif [[ $previous == --port ]]; then
+    choices='1 2 3 4 5 6 7 8'
+  elif [[ $word == --* ]]; then
+    choices=$(_zentaro_options "$program" "$command")
+  elif [[ $command == call || $command == members ]] && [[ $previous != --* || $previous == --json ]]; then
+    choices=$(_zentaro_members "$program")
+  elif [[ $command == settings ]] && ((COMP_CWORD == 2)); then
+    choices=$(_zentaro_subcommands "$program" settings)
+  elif [[ $command == settings ]] && ((COMP_CWORD == 3)); then
+    choices=$(_zentaro_settings "$program")
+  fi
+  # Without choices, bash offers the names of files.
+  [[ -n $choices ]] && mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
+}
+
+complete -o bashdefault -o default -F _zentaro zentaro
