@@ -16,15 +16,41 @@ struct Step {
   std::vector<Variant> arguments;
 };
 
-std::vector<Step> steps() {
-  return {{"IniciarFactura", {"Inversiones La Ceiba, C.A.", "J-30123456-7"}},
-          {"PasarLineaFactura", {"Café molido 500 g", 12.5, 2, 16}},
-          {"PasarLineaFactura", {"Azúcar 1 kg", 3.2, 1.5, 0}},
-          {"Subtotal", {}},
-          {"RegistrarDescuento", {2}},
-          {"PagoConMedio", {"Efectivo", 35}},
-          {"CerrarComprobante", {"T"}},
-          {"RealizarCierre", {1}}};
+struct Chapter {
+  std::string_view title;
+  std::vector<Step> steps;
+};
+
+std::vector<Chapter> chapters(const Variant& serial) {
+  const Variant date = "2026-03-15";
+  return {
+      {"The printer",
+       {{"GetStatusN", {}},
+        {"SerialImpresora", {}},
+        {"SetDateTime", {"2026-03-15 14:05:00"}},
+        {"GetDateTime", {}}}},
+      {"An invoice, partly paid in foreign currency",
+       {{"IniciarFactura", {"Inversiones Peñalver, C.A.", "J-30123456-7"}},
+        {"PasarLineaFactura", {"Café molido 500 g", 12.5, 2, 16}},
+        {"PasarLineaFactura", {"Jamón ahumado", 14.4, 0.75, 16}},
+        {"PasarLineaFactura", {"Azúcar 1 kg", 3.2, 1.5, 0}},
+        {"RegistrarDescuentoExt", {2, "Cliente frecuente"}},
+        {"Subtotal", {}},
+        {"PagoConMedio", {"Divisas", 30}},
+        {"RecibirPago", {20}},
+        {"CerrarComprobanteIGTF", {"T", 30}}}},
+      {"A credit note that refers to it",
+       {{"IniciarDevolucion", {"Inversiones Peñalver, C.A.", "J-30123456-7", 1, serial, date, "14:05:00"}},
+        {"PasarLineaDevolucion", {"Azúcar 1 kg", 3.2, 1.5, 0}},
+        {"CerrarComprobante", {}}}},
+      {"A cheque",
+       {{"LlenarCheque", {1500, "JOSE PEREZ", date}},
+        {"EndosarCheque", {"Ana Rojas", "V-12345678", "0212-5551234"}}}},
+      {"The end of the day",
+       {{"GetStatusHASAR", {}},
+        {"PerformReturnCierre", {0}},
+        {"PerformReturnCierre", {1}},
+        {"ReporteMemoriaPorNumero", {1, 1}}}}};
 }
 
 std::string callText(const Step& step) {
@@ -37,28 +63,45 @@ std::string callText(const Step& step) {
   return std::string(step.member) + "(" + arguments + ")";
 }
 
+// What a call gives besides its outcome: a record as a table, a text or date behind "=".
+void showResult(const Variant& result) {
+  if (result.is(Variant::Kind::Object)) {
+    std::cout << recordTable(result.object(), "    ");
+  } else if (result.is(Variant::Kind::Text) || result.is(Variant::Kind::Date)) {
+    std::cout << "  = " << valueText(result) << '\n';
+  }
+}
+
 bool take(Step step, Connection& connection) {
   std::cout << callText(step) << std::flush;
-  connection.object().call(step.member, step.arguments);
+  const Variant result = connection.object().call(step.member, step.arguments);
   const ENVERR_CODES outcome = connection.printer().nEnvironmentError;
   std::cout << "\n  " << outcomeLine(outcome) << '\n';
-  if (outcome != ENVERR_OK) std::cout << answerText(connection.printer());
+  if (outcome == ENVERR_OK) {
+    showResult(result);
+  } else {
+    std::cout << answerText(connection.printer());
+  }
   return outcome == ENVERR_OK;
 }
 
 int run() {
   Connection connection({});
-  for (const Step& step : steps()) {
-    if (!take(step, connection)) return exitRefused;
+  for (const Chapter& chapter : chapters(connection.printer().SerialImpresora())) {
+    std::cout << "\n-- " << chapter.title << '\n';
+    for (const Step& step : chapter.steps) {
+      if (!take(step, connection)) return exitRefused;
+    }
   }
-  std::cout << "\nThe paper:\n\n" << connection.virtualPrinter()->paper();
+  std::cout << "\n-- The paper\n\n" << connection.virtualPrinter()->paper() << '\n';
   return exitDone;
 }
 
 }  // namespace
 
 void addDemoCommand(CLI::App& app, int& status) {
-  CLI::App* command = app.add_subcommand("demo", "An invoice and the end of the day, on a virtual printer");
+  CLI::App* command = app.add_subcommand(
+      "demo", "An invoice, a credit note, a cheque and the end of a day, on a virtual printer");
   command->callback([&status] { status = guarded(run); });
 }
 

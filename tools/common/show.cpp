@@ -1,6 +1,7 @@
 // Values and answers as text and JSON.
 #include "common/show.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "automation/conversions.h"
@@ -39,21 +40,23 @@ template <class Add>
 void forEachValue(const Object& record, const Add& add) {
   if (record.isNothing()) return;
   for (const Member& member : record.description().members) {
-    if (isValue(member)) add(std::string(member.name), memberValue(record, member));
+    if (isValue(member)) add(member, memberValue(record, member));
   }
 }
 
 std::string recordText(const Object& record) {
   std::string text;
-  forEachValue(record, [&](const std::string& name, const Variant& value) {
-    text += (text.empty() ? "" : ", ") + name + " " + valueText(value);
+  forEachValue(record, [&](const Member& member, const Variant& value) {
+    text += (text.empty() ? "" : ", ") + std::string(member.name) + " " + valueText(value);
   });
   return text.empty() ? "(nothing)" : text;
 }
 
 Json recordJson(const Object& record) {
   Json json;
-  forEachValue(record, [&](const std::string& name, const Variant& value) { json[name] = valueJson(value); });
+  forEachValue(record, [&](const Member& member, const Variant& value) {
+    json[std::string(member.name)] = valueJson(value);
+  });
   return json;
 }
 
@@ -73,7 +76,23 @@ Json arrayJson(const Array& array) {
   return json;
 }
 
+std::string padded(const std::string& text, std::size_t width) {
+  return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
 }  // namespace
+
+std::string recordTable(const Object& record, std::string_view indent) {
+  constexpr std::size_t nameWidth = 22, valueWidth = 19;  // the longest name and an ISO date
+  std::string table;
+  forEachValue(record, [&](const Member& member, const Variant& value) {
+    std::string name(member.name);
+    name.resize(std::max(nameWidth, name.size()), ' ');
+    table += std::string(indent) + name + padded(valueText(value), valueWidth) + "  " +
+             std::string(member.help) + "\n";
+  });
+  return table;
+}
 
 std::string valueText(const Variant& value) {
   switch (value.kind()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "automation/variant.h"
 #include "common/json.h"
@@ -15,6 +16,9 @@ std::string valueText(const Variant& value);
 /// The same as JSON for scripts: a text for dates and currency amounts, null for what holds no value, an
 /// object for a record.
 Json valueJson(const Variant& value);
+
+/// What a record holds, one value a line behind `indent`: name, value, and what it is.
+std::string recordTable(const Object& record, std::string_view indent);
 
 /// "0 OK", "1 TIEMPO AGOTADO".
 std::string outcomeLine(ENVERR_CODES outcome);
