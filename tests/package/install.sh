@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# install.sh BUILD EXAMPLE COMPILER: installs the build into a folder of its own, builds the example against it with CMake and with
+# pkg-config, and runs both.
+set -euo pipefail
+build=$1 example=$2 compiler=$3
+folder=$(mktemp -d)
+trap 'rm -r "$folder"' EXIT
+prefix=$folder/prefix
+
+cmake --install "$build" --prefix "$prefix" >"$folder/log"
+cmake -G Ninja -S "$example" -B "$folder/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" >>"$folder/log"
+cmake --build "$folder/build" >>"$folder/log" || { cat "$folder/log"; exit 1; }
+
+libraries=$(dirname "$(find "$prefix" -name libzentaro.so)")
+flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --define-prefix --cflags --libs zentaro)
+# shellcheck disable=SC2086
+"$compiler" "$example/sale.cpp" -o "$folder/sale" $flags -Wl,-rpath,"$libraries"
+
+export PATH=$prefix/bin:$PATH
+for sale in "$folder/build/sale" "$folder/sale"; do
+  "$sale" >"$folder/ticket" || { cat "$folder/ticket"; exit 1; }
+  grep -q "TOTAL  *Bs 35,00" "$folder/ticket"
+done
+zentaro --help >/dev/null
+for page in zentaro zentaro-printer; do
+  test -e "$(find "$prefix" -name "$page.1")" || { echo "no man page $page"; exit 1; }
+done
+test -e "$(find "$prefix" -path '*bash-completion*' -name 'zentaro*')" || { echo "no completion"; exit 1; }
+echo "an installed tree serves a program"
