@@ -183,7 +183,7 @@ std::int32_t CommWrite(std::int16_t port, const std::u16string& data) {
 }
 
 void CommWait(std::int16_t port, milliseconds limit) {
-  const milliseconds longest(services().host->wantsYields() ? 10 : 250);
+  const milliseconds longest(services().host->wantsYields() ? 9 : 250);
   const auto& ports = driverState().ports;
   const bool exists = port >= 1 && port <= static_cast<int>(ports.size());
   const PortEntry* entry = exists ? &ports[static_cast<std::size_t>(port - 1)] : nullptr;

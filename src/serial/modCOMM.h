@@ -32,7 +32,7 @@ std::int32_t CommWrite(std::int16_t port, const std::u16string& data);
 /// The code in the last-error record; `text` becomes "Error (code): function - message".
 std::int32_t CommErrorText(std::u16string& text);
 
-/// Sleeps until a byte can be read or `limit` is over, but never long: 250 ms at most, 10 ms when the host
+/// Sleeps until a byte can be read or `limit` is over, but never long: 250 ms at most, 9 ms when the host
 /// wants to be yielded to. On a port that is not open it sleeps for that time.
 void CommWait(std::int16_t port, std::chrono::milliseconds limit);
 

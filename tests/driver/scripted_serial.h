@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <deque>
 #include <map>
 #include <string>
@@ -38,84 +37,76 @@ class ScriptedSerial : public SerialServices {
     return *this;
   }
 
-  SerialHandle CreateFileA(const std::string& name, std::uint32_t access, std::uint32_t share,
-                           std::uint32_t creation, std::uint32_t attributes) override {
-    const Answer answer = next("CreateFileA " + name + list({access, share, creation, attributes}));
-    return answer.fails ? invalidSerialHandle : 7;
+  using Word = std::uint32_t;
+  SerialHandle CreateFileA(const std::string& name, Word access, Word share, Word creation,
+                           Word attributes) override {
+    return next("CreateFileA " + name, access, share, creation, attributes) ? 7 : invalidSerialHandle;
   }
-  bool SetupComm(SerialHandle handle, std::uint32_t input, std::uint32_t output) override {
-    return !next("SetupComm" + list({handle, input, output})).fails;
+  bool SetupComm(SerialHandle handle, Word input, Word output) override {
+    return next("SetupComm", handle, input, output);
   }
-  bool PurgeComm(SerialHandle handle, std::uint32_t flags) override {
-    return !next("PurgeComm" + list({handle, flags})).fails;
-  }
+  bool PurgeComm(SerialHandle handle, Word flags) override { return next("PurgeComm", handle, flags); }
   bool SetCommTimeouts(SerialHandle handle, const CommTimeouts& t) override {
-    return !next("SetCommTimeouts" + list({handle, t.readInterval, t.readMultiplier, t.readConstant,
-                                           t.writeMultiplier, t.writeConstant}))
-                .fails;
+    return next("SetCommTimeouts", handle, t.readInterval, t.readMultiplier, t.readConstant,
+                t.writeMultiplier, t.writeConstant);
   }
   bool GetCommState(SerialHandle handle, LineSettings& line) override {
     line.native[0] = std::byte{0x5A};
-    return !next("GetCommState" + list({handle})).fails;
+    return next("GetCommState", handle);
   }
   bool BuildCommDCBA(const std::string& text, LineSettings& line) override {
     line.baudRate = 9600;
-    return !next("BuildCommDCBA " + text).fails;
+    return next("BuildCommDCBA " + text);
   }
   bool SetCommState(SerialHandle handle, const LineSettings& line) override {
-    return !next("SetCommState" + list({handle, line.baudRate, static_cast<int>(line.native[0])})).fails;
+    return next("SetCommState", handle, line.baudRate, static_cast<int>(line.native[0]));
   }
-  bool CloseHandle(SerialHandle handle) override { return !next("CloseHandle" + list({handle})).fails; }
-  bool ClearCommError(SerialHandle handle, std::uint32_t& flags, std::uint32_t& waiting) override {
-    const Answer answer = next("ClearCommError" + list({handle}));
-    flags = answer.flags;
-    waiting = answer.count;
-    return !answer.fails;
+  bool CloseHandle(SerialHandle handle) override { return next("CloseHandle", handle); }
+  bool ClearCommError(SerialHandle handle, Word& flags, Word& waiting) override {
+    const bool done = next("ClearCommError", handle);
+    flags = answer_.flags;
+    waiting = answer_.count;
+    return done;
   }
-  bool ReadFile(SerialHandle handle, char* buffer, std::uint32_t count, std::uint32_t& read,
-                Overlapped&) override {
-    const Answer answer = next("ReadFile" + list({handle, count}));
-    std::ranges::copy(answer.data, buffer);
-    read = answer.fails ? 0 : static_cast<std::uint32_t>(answer.data.size());
-    return !answer.fails;
+  bool ReadFile(SerialHandle handle, char* buffer, Word count, Word& read, Overlapped&) override {
+    const bool done = next("ReadFile", handle, count);
+    std::ranges::copy(answer_.data, buffer);
+    read = done ? static_cast<Word>(answer_.data.size()) : 0;
+    return done;
   }
-  bool WriteFile(SerialHandle handle, const char* bytes, std::uint32_t count, std::uint32_t& written,
-                 Overlapped&) override {
-    const Answer answer = next("WriteFile" + list({handle}) + " " + std::string(bytes, count));
-    written = answer.count;
-    return !answer.fails;
+  bool WriteFile(SerialHandle handle, const char* bytes, Word count, Word& written, Overlapped&) override {
+    const bool done = next("WriteFile " + std::string(bytes, count), handle);
+    written = answer_.count;
+    return done;
   }
-  bool GetOverlappedResult(SerialHandle handle, Overlapped&, std::uint32_t& count, bool wait) override {
-    const Answer answer = next("GetOverlappedResult" + list({handle, wait}));
-    count = answer.count;
-    return !answer.fails;
+  bool GetOverlappedResult(SerialHandle handle, Overlapped&, Word& count, bool wait) override {
+    const bool done = next("GetOverlappedResult", handle, wait);
+    count = answer_.count;
+    return done;
   }
-  std::uint32_t GetLastError() override { return error_; }
-  std::string FormatMessageA(std::uint32_t code) override { return texts[code]; }
+  Word GetLastError() override { return error_; }
+  std::string FormatMessageA(Word code) override { return texts[code]; }
   void WaitForInput(SerialHandle handle, std::chrono::milliseconds limit) override {
-    waits.push_back(list({handle, limit.count()}));
+    waits.push_back(std::to_string(handle) + " " + std::to_string(limit.count()));
   }
 
  private:
-  static std::string list(std::initializer_list<std::int64_t> numbers) {
-    std::string text;
-    for (const std::int64_t number : numbers) text += " " + std::to_string(number);
-    return text;
-  }
-
-  Answer next(const std::string& call) {
-    if (isFree) return {};
-    const bool isScripted = !script_.empty() && script_.front().first == call;
-    EXPECT_TRUE(isScripted) << "called: " << call
-                            << "\nscript: " << (script_.empty() ? "(at its end)" : script_.front().first);
-    const Answer answer = script_.empty() ? Answer{} : script_.front().second;
-    if (!script_.empty()) script_.pop_front();
-    if (answer.fails) error_ = answer.error;
-    return answer;
+  template <class... Numbers>
+  bool next(std::string call, Numbers... numbers) {
+    answer_ = {};
+    if (isFree) return true;
+    ((call += " " + std::to_string(numbers)), ...);
+    if (script_.empty()) script_.emplace_back("(at its end)", Answer{});
+    EXPECT_EQ(call, script_.front().first);
+    answer_ = script_.front().second;
+    script_.pop_front();
+    if (answer_.fails) error_ = answer_.error;
+    return !answer_.fails;
   }
 
   std::deque<std::pair<std::string, Answer>> script_;
-  std::uint32_t error_ = 0;
+  Answer answer_;
+  Word error_ = 0;
 };
 
 }  // namespace zentaro::testing

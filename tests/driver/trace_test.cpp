@@ -20,7 +20,7 @@ class DriverTrace : public DriverTest {
     CommRead(1, data, 4096);
   }
   void write(const std::string& bytes) {
-    serial.expect("WriteFile 7 " + bytes, {.count = static_cast<std::uint32_t>(bytes.size())});
+    serial.expect("WriteFile " + bytes + " 7", {.count = static_cast<std::uint32_t>(bytes.size())});
     CommWrite(1, services().codePage->text(bytes));
   }
 };
@@ -36,7 +36,7 @@ TEST_F(DriverTrace, RecordsEveryWriteAndEveryChunkByteForByte) {
   write("");
   serial.expect("ClearCommError 7");
   CommRead(1, data, 4096);  // nothing waiting: no record
-  serial.expect("WriteFile 7 lost", {.error = 5}).expect("ClearCommError 7");
+  serial.expect("WriteFile lost 7", {.error = 5}).expect("ClearCommError 7");
   CommWrite(1, u"lost");
   const std::string stamp = " 15-03-2024 14:05:09\r\n";
   EXPECT_EQ(platform.files.contents["trace.txt"],

@@ -77,7 +77,7 @@ class DriverWrite : public DriverTransfer, public ::testing::WithParamInterface<
 TEST_P(DriverWrite, EndsAsItsCallsSay) {
   const WriteRow& row = GetParam();
   const std::string before = errorText();
-  serial.expect("WriteFile 7 \x02?\xE9", row.write);
+  serial.expect("WriteFile \x02?\xE9 7", row.write);
   for (const Answer& wait : row.waits) serial.expect("GetOverlappedResult 7 1", wait);
   if (!row.error.empty()) serial.expect("ClearCommError 7", {.flags = 2});
   EXPECT_EQ(CommWrite(1, u"\u0002\u4E2D\u00E9"), row.result);
@@ -112,7 +112,7 @@ TEST_F(DriverTransfer, CodeOfAFailureSurvivesCallsThatTheHostMakesMeanwhile) {
     EXPECT_EQ(CommRead(1, data, 1), -1);
     serial.expect("ClearCommError 7");
   };
-  serial.expect("WriteFile 7 a", {.error = 5});
+  serial.expect("WriteFile a 7", {.error = 5});
   EXPECT_EQ(CommWrite(1, u"a"), -1);
   EXPECT_EQ(errorText(), "Error (5): CommWrite (WriteFile) - Access denied.  COMM Error Flags = 0");
 }
@@ -120,7 +120,7 @@ TEST_F(DriverTransfer, CodeOfAFailureSurvivesCallsThatTheHostMakesMeanwhile) {
 TEST_F(DriverTransfer, WhatTheHostThrowsPassesThroughAndTheNextTransferWorks) {
   platform.host.onYield = [] { throw std::runtime_error("host"); };
   EXPECT_THROW(CommRead(1, data, 4096), std::runtime_error);
-  serial.expect("WriteFile 7 a", {.count = 1});
+  serial.expect("WriteFile a 7", {.count = 1});
   EXPECT_THROW(CommWrite(1, u"a"), std::runtime_error);
 
   platform.host.onYield = nullptr;

@@ -3,45 +3,26 @@
 
 #include <thread>
 
-#include "automation/automation_error.h"
 #include "platform/unicode.h"
-#include "support/fakes.h"
 #include "util/general.h"
 #include "util/lm_hex_str.h"
 #include "util/lm_string_lib.h"
 #include "util/lm_strtok.h"
+#include "values/values.h"
 
 namespace zentaro::testing {
 namespace {
 
-/// The number of the automation error that `call` raises; 0 for none.
-template <class Call>
-int errorOf(Call call) {
-  try {
-    call();
-  } catch (const AutomationError& error) {
-    return error.number();
-  }
-  return 0;
-}
-
 TEST(HexStr, IsUpperCaseOfAtLeastTheWidthAndNeverCut) {
-  struct Row {
-    std::int32_t value;
-    std::int16_t width;
-    const char16_t* text;
-  };
-  for (const Row& row : {Row{111, 4, u"006F"},
-                         {0, 4, u"0000"},
-                         {0, 0, u"0"},
-                         {255, 2, u"FF"},
-                         {109517, 4, u"1ABCD"},
-                         {16, -1, u"10"},
-                         {0x7FFFFFFF, 2, u"7FFFFFFF"},
-                         {-1, 4, u"FFFFFFFF"},
-                         {INT32_MIN, 1, u"80000000"}}) {
-    EXPECT_EQ(lmHexStr::HexStr(row.value, row.width), row.text);
-  }
+  using lmHexStr::HexStr;
+  EXPECT_EQ(HexStr(111, 4), u"006F");
+  EXPECT_EQ(HexStr(0, 4), u"0000");
+  EXPECT_EQ(HexStr(0, 0), u"0");
+  EXPECT_EQ(HexStr(255, 2), u"FF");
+  EXPECT_EQ(HexStr(109517, 4), u"1ABCD");
+  EXPECT_EQ(HexStr(16, -1), u"10");
+  EXPECT_EQ(HexStr(-1, 4), u"FFFFFFFF");
+  EXPECT_EQ(HexStr(INT32_MIN, 1), u"80000000");
   EXPECT_EQ(lmHexStr::HexDigit(9) + lmHexStr::HexDigit(10) + lmHexStr::HexDigit(15), u"9AF");
 }
 
@@ -53,32 +34,19 @@ TEST(FixLen, CutsOrFills) {
   EXPECT_EQ(errorOf([] { lmStringLib::FixLen(u"abc", -1); }), 5);
 }
 
-std::vector<std::u16string> tokens(const std::u16string& text, const std::u16string& delimiters) {
-  std::vector<std::u16string> all;
-  for (auto token = lmstrtok(text, delimiters); !token.empty(); token = lmstrtok(u"", delimiters))
-    all.push_back(token);
+/// The tokens with a "|" behind each.
+std::u16string tokens(const std::u16string& text, const std::u16string& delimiters) {
+  std::u16string all, token = lmstrtok(text, delimiters);
+  for (; !token.empty(); token = lmstrtok(u"", delimiters)) all += token + u"|";
   EXPECT_EQ(lmstrtok(u"", delimiters), u"") << "the text stays used up";
   return all;
 }
 
 TEST(Tokens, AreNeverEmpty) {
-  using Texts = std::vector<std::u16string>;
-  const std::u16string marks = u"\x1C\x03";
-  EXPECT_EQ(tokens(u"A\x1C\x1C"
-                   u"B\x03"
-                   u"1F2E",
-                   marks),
-            (Texts{u"A", u"B", u"1F2E"}));
-  EXPECT_EQ(tokens(u"\x1C"
-                   u"A\x1C",
-                   marks),
-            (Texts{u"A"}));
-  EXPECT_EQ(tokens(u"\x1C\x03", marks), (Texts{}));
-  EXPECT_EQ(tokens(u"A\x1C"
-                   u"B",
-                   u""),
-            (Texts{u"A\x1C"
-                   u"B"}));
+  EXPECT_EQ(tokens(u"A--B.1F2E", u"-."), u"A|B|1F2E|");
+  EXPECT_EQ(tokens(u".-A-", u"-."), u"A|");
+  EXPECT_EQ(tokens(u"-.", u"-."), u"");
+  EXPECT_EQ(tokens(u"A-B", u""), u"A-B|");
 }
 
 TEST(Tokens, AreRememberedForEachThread) {
@@ -95,26 +63,17 @@ TEST(Tokens, AreRememberedForEachThread) {
 TEST(PackedDate, IsOfThisCenturyAndWithoutSeconds) {
   FakePlatform platform;
   platform.regional.settings.shortDate = u"mm/dd/yyyy";
-  const auto isoDate = [](const char16_t* date, const char16_t* time) {
-    return isoText(General::MakeDateTime(date, time));
+  const auto packed = [](const char16_t* date, const char16_t* time) {
+    return textOrError([&] { return utf16(isoText(General::MakeDateTime(date, time))); });
   };
-  EXPECT_EQ(isoDate(u"240131", u"140559"), "2024-01-31T14:05:00");
-  EXPECT_EQ(isoDate(u"991231", u"0000"), "2099-12-31T00:00:00");
-  EXPECT_EQ(isoDate(u"000229", u"2359"), "2000-02-29T23:59:00");
-  struct Row {
-    const char16_t *date, *time;
-  };
-  for (const Row& row : {Row{u"", u""},
-                         {u"241331", u"1405"},
-                         {u"240131", u"2505"},
-                         {u"240131", u""},
-                         {u"", u"1405"},
-                         {u"230229", u"1405"},
-                         {u"2401", u"1"},
-                         {u"ABCDEF", u"1405"}}) {
-    EXPECT_EQ(errorOf([&] { General::MakeDateTime(row.date, row.time); }), 13)
-        << utf8(row.date) << " " << utf8(row.time);
+  EXPECT_EQ(packed(u"240131", u"140559"), "2024-01-31T14:05:00");
+  EXPECT_EQ(packed(u"991231", u"0000"), "2099-12-31T00:00:00");
+  EXPECT_EQ(packed(u"000229", u"2359"), "2000-02-29T23:59:00");
+  for (const char16_t* date : {u"", u"241331", u"230229", u"24", u"ABCDEF"}) {
+    EXPECT_EQ(packed(date, u"1405"), "error 13") << utf8(date);
   }
+  for (const char16_t* time : {u"", u"1", u"2505"})
+    EXPECT_EQ(packed(u"240131", time), "error 13") << utf8(time);
 }
 
 }  // namespace
