@@ -39,7 +39,7 @@ class SerialServices {
  public:
   virtual ~SerialServices() = default;
 
-  /// Opens the existing serial device `name` ("COM1") for exclusive use; invalidSerialHandle on failure.
+  /// Opens the existing serial device `name` ("COM1"; UTF-8) for exclusive use; invalidSerialHandle on failure.
   virtual SerialHandle CreateFileA(const std::string& name, std::uint32_t access, std::uint32_t shareMode,
                                    std::uint32_t creation, std::uint32_t attributes) = 0;
   virtual bool SetupComm(SerialHandle handle, std::uint32_t inputQueue, std::uint32_t outputQueue) = 0;

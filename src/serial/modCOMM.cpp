@@ -183,6 +183,7 @@ std::int32_t CommWrite(std::int16_t port, const std::u16string& data) {
 }
 
 void CommWait(std::int16_t port, milliseconds limit) {
+  // 9 ms: a sleep overshoots a little, and the host is promised 100 yields a second.
   const milliseconds longest(services().host->wantsYields() ? 9 : 250);
   const auto& ports = driverState().ports;
   const bool exists = port >= 1 && port <= static_cast<int>(ports.size());
