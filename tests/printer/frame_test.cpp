@@ -67,7 +67,7 @@ TEST_F(FrameTest, AFailingFrameHasStillTakenItsSequenceNumber) {
       {"a command above 255", 256, Array(std::vector<Variant>()), 5},
       {"an array without bounds", 0x41, Array(), 9},
       {"Null", 0x41, {u"x", Variant::null()}, 94},
-      {"an array", 0x41, {Array{1}}, 13},
+      {"an array", 0x41, {Variant(Array{1})}, 13},
       {"an omitted argument", 0x41, {Variant::missing()}, 13},
       {"more than 32,767 characters", 0x41, {std::u16string(32768, u'x')}, 6},
   };

@@ -102,14 +102,14 @@ TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
   files::create_symlink(scratch / "gone", scratch / "stale");
   EXPECT_TRUE(contains(complaint([&] { Link{scratch / "file"}; }), "there is a file"));
   EXPECT_TRUE(contains(complaint([&] { Link{scratch / "used"}; }), "there is a link to"));
-  std::optional<Pty> living{std::in_place};
-  living->connect();
-  files::create_symlink(living->device(), scratch / "served");
+  Pty living;
+  living.connect();
+  Link serving{scratch / "served"};
+  serving.pointTo(living.device());
   EXPECT_TRUE(contains(complaint([&] { Link{scratch / "served"}; }), "another printer is using it"));
-  const Descriptor host{::open(living->device().c_str(), O_RDWR | O_NOCTTY)};
-  living.reset();
-  EXPECT_EQ(complaint([&] { Link{scratch / "served"}; }), "no complaint")
-      << "a host still has the dead printer's device";
+  files::create_symlink(living.device(), scratch / "recycled");
+  EXPECT_EQ(complaint([&] { Link{scratch / "recycled"}; }), "no complaint")
+      << "the dead printer's device number was given to another printer";
   EXPECT_EQ(bench::read(scratch / "file"), "precious");
   for (const char* name : {"stale", "new"}) {
     {

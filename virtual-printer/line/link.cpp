@@ -32,6 +32,7 @@ void Link::pointTo(const files::path& device) {
   const files::path fresh = path_.string() + ".new";
   files::remove(fresh);
   files::create_symlink(device, fresh);
+  mark_ = markServed(device, path_);
   files::rename(fresh, path_);
   device_ = device;
 }

@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+#include "line/descriptor.h"
+
 namespace printer {
 
 class Link {
@@ -20,6 +22,7 @@ class Link {
  private:
   std::filesystem::path path_;
   std::filesystem::path device_;
+  Descriptor mark_;  // tells other printers that the link is served
 };
 
 }  // namespace printer

@@ -12,8 +12,6 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "line/served_mark.h"
-
 namespace printer {
 namespace {
 
@@ -42,7 +40,6 @@ void Pty::connect() {
   slave_ = Descriptor{::open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)};
   if (!slave_.isOpen()) fail("opening the pseudo-terminal's slave side");
   setRaw(slave_.get());
-  markServed(slave_.get());
 }
 
 void Pty::hangUp() {
