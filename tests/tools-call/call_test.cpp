@@ -1,0 +1,109 @@
+// `zentaro call`, `demo`, `members` and `printer` against the virtual printer on a real pseudo-terminal.
+#include "common/json.h"
+#include "common/virtual_printer.h"
+#include "tools-call/program.h"
+
+namespace zentaro::tools {
+namespace {
+
+using testing::contains;
+using testing::Ran;
+
+class Call : public testing::Shell {};
+
+TEST_F(Call, PrintsOnTheNamedDeviceAndShowsTheAnswer) {
+  const VirtualPrinter printer({"--serial", "ZPV0000042"});
+  const std::string call = "zentaro call --device " + printer.device() + " ";
+  const Ran serial = run(call + "SerialImpresora");
+  EXPECT_EQ(serial.status, 0);
+  EXPECT_TRUE(contains(serial.output,
+                       "Outcome         0 OK\nResult          ZPV0000042\nPrinter status  0x0000\n"
+                       "Fiscal status   0x0000\nPrinter says    VOID\nField 0         128\n"))
+      << serial.output;
+  EXPECT_EQ(run(call + "AbrirDNF; " + call + "PasarLineaDNF 'Año'; " + call + "CerrarDNF").status, 0);
+  EXPECT_TRUE(contains(printer.paper(), "Ano")) << printer.paper();
+  EXPECT_FALSE(std::filesystem::exists(file("settings.ini"))) << "--device is not kept";
+}
+
+TEST_F(Call, StartsAVirtualPrinterWhenNoPortIsNamed) {
+  const Ran ran = run("zentaro call --json GetStatusN 2>" + file("said"));
+  EXPECT_EQ(ran.status, 0);
+  const Json answer = Json::parse(ran.output);
+  EXPECT_EQ(answer["outcome"], 0);
+  EXPECT_EQ(answer["outcomeText"], "OK");
+  EXPECT_EQ(answer["result"]["UltimoCierreZ"], 0);
+  EXPECT_EQ(answer["command"], "0x38");
+  EXPECT_EQ(answer["fields"][0], 0x38);
+  const std::string said = contents(file("said"));
+  EXPECT_TRUE(contains(said, "zentaro: no --port and no --device: using a virtual printer on ")) << said;
+  const std::string link = said.substr(said.find('/'), said.find('\n') - said.find('/'));
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(link).parent_path())) << "nothing is left of it";
+}
+
+TEST_F(Call, TellsOutcomesApartByItsExitStatus) {
+  struct {
+    const char* words;
+    int status;
+    const char* output;
+  } const rows[] = {
+      {"RecibirPago 5", 1, "Outcome         5 PRINTER STATUS\n"},
+      {"AbrirGavetaN 3", 1, "Outcome         6 ARGUMENTOS INVALIDOS\n"},
+      {"StatusIF N --timeout 5", 0, "Outcome         0 OK\n"},
+      {"PrinterType", 0, "Result          EPSON TMU\n"},
+      {"RecibirPago cinco", 2, "(error 13)\n"},
+      {"--device /nowhere/printer Subtotal", 2,
+       "No such file or directory (error 40001)\n\"zentaro doctor\" says"},
+      {"--device '' --port 9 Subtotal", 105, "--port: Value 9 not in range 1 to 8"},
+      {"--port 1 --device x Subtotal", 108, "excludes"},
+      {"", 106, "MEMBER is required"},
+  };
+  for (const auto& row : rows) {
+    const Ran ran = run(std::string("zentaro call ") + row.words);
+    EXPECT_EQ(ran.status, row.status) << row.words << ": " << ran.output;
+    EXPECT_TRUE(contains(ran.output, row.output)) << row.words << ": " << ran.output;
+  }
+}
+
+TEST_F(Call, TakesThePortsOfTheSettingsAndItsOwnTimeOut) {
+  const VirtualPrinter deaf({"--fault", "lose-answer always"});
+  write("settings.ini", "[Config\\ModComm]\nCOM5=" + deaf.device() + "\n[Config\\EPSONZT]\nTimeOutZT=1000\n");
+  const Ran ran = run("timeout 30 zentaro call --port 5 --timeout 1 StatusIF N");
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_TRUE(contains(ran.output, "Outcome         1 TIEMPO AGOTADO\nPrinter status  0x8000\n"))
+      << ran.output;
+}
+
+TEST_F(Call, SaysWhyNoVirtualPrinterStarted) {
+  const Ran refused = run("cp \"$(command -v zentaro)\" " + file("zentaro") + "; PATH=/usr/bin:/bin " +
+                          file("zentaro") + " call Subtotal");
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_TRUE(contains(refused.output, "cannot start zentaro-printer: No such file or directory"))
+      << refused.output;
+  EXPECT_THROW(VirtualPrinter({"--no-such-option"}), std::runtime_error);
+}
+
+TEST_F(Call, IsShownByTheDemo) {
+  const Ran ran = run("zentaro demo");
+  EXPECT_EQ(ran.status, 0);
+  for (const char* part : {"PasarLineaFactura(\"Café molido 500 g\", 12.5, 2, 16)\n  0 OK\n",
+                           "RealizarCierre(1)\n  0 OK\n", "Cafe molido 500 g (G)", "REPORTE Z 00000001"}) {
+    EXPECT_TRUE(contains(ran.output, part)) << part << "\n" << ran.output;
+  }
+}
+
+TEST_F(Call, IsHelpedByMembersAndPrinter) {
+  const Ran one = run("zentaro members recibirpago");
+  EXPECT_EQ(one.output,
+            "CZentaro.RecibirPago(ivmMontoRecibido: Variant): Int16\n\n  Registers a payment.\n"
+            "  ivmMontoRecibido: amount, 2 implied decimals\n  Sends 0x44: empty, amount, \"T\"\n"
+            "  Outcome, the result: -1, 0 to 5\n\n");
+  EXPECT_TRUE(contains(run("zentaro members statusn").output, "  UltimoCierreZ(): Int32\n")) << "a class";
+  EXPECT_TRUE(contains(run("zentaro members ntipocierrefiscal").output, "  CIERRE_Z = 1\n"));
+  EXPECT_EQ(Json::parse(run("zentaro members --json").output).size(), 4U);
+  EXPECT_EQ(run("zentaro members Nope").status, 2);
+  EXPECT_TRUE(contains(run("zentaro printer --link /nowhere/link").output, "/nowhere/link"));
+  EXPECT_EQ(run("zentaro nope").output, "unknown subcommand \"nope\": \"zentaro --help\" lists all\n");
+}
+
+}  // namespace
+}  // namespace zentaro::tools

@@ -1,0 +1,88 @@
+// `zentaro settings`: what it shows, and that a change neither loses a line nor leaves half a file.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tools-call/program.h"
+
+namespace zentaro::tools {
+namespace {
+
+using testing::contains;
+using testing::Ran;
+
+class Settings : public testing::Shell {
+ protected:
+  std::string stored() const { return contents(file("settings.ini")); }
+};
+
+TEST_F(Settings, AreListedWithTheirSource) {
+  write("settings.ini", "[config\\epsonzt]\ntimeoutzt=30\n");
+  const std::string list = run("zentaro settings list | tr -s ' '").output;
+  EXPECT_TRUE(contains(list, "File: " + file("settings.ini") + "\n")) << list;
+  EXPECT_TRUE(contains(list, "\nTimeOutZT 30 set time-out of an answer in whole seconds (default: 12)\n"))
+      << list;
+  EXPECT_TRUE(contains(list, "\nDumpFile (empty) default file of the driver trace\n")) << list;
+  EXPECT_TRUE(contains(list, "\nCOM8 /dev/ttyS7 default device of serial port 8\n")) << list;
+  EXPECT_EQ(run("zentaro settings get TimeOutzt").output, "30\n");
+  EXPECT_TRUE(
+      contains(run("zentaro settings list --json").output, "\"value\": \"30\",\n      \"source\": \"set\""));
+}
+
+TEST_F(Settings, KeepEveryOtherLineWhenOneChanges) {
+  write("settings.ini", "; mine\n[Config\\EPSONZT]\nTimeOutZT=30\nrubbish\n[Other]\nx=1\n");
+  EXPECT_EQ(run("zentaro settings set timeoutzt 5 && zentaro settings set COM2 '/dev/tty USB0'").status, 0);
+  EXPECT_EQ(stored(),
+            "; mine\n[Config\\EPSONZT]\nTimeOutZT=5\nrubbish\n[Other]\nx=1\n[Config\\ModComm]\nCOM2=/dev/tty "
+            "USB0\n");
+  EXPECT_EQ(run("ls " + folder.path().string()).output, "settings.ini\n") << "no temporary file is left";
+}
+
+TEST_F(Settings, MakeTheFolderOfTheFile) {
+  const std::string at = "ZENTARO_SETTINGS=" + file("a/b/settings.ini") + " zentaro settings ";
+  EXPECT_EQ(run(at + "set DebugZT 1; " + at + "get DebugZT").output, "1\n");
+}
+
+TEST_F(Settings, KeepLinkAndPermissionsOfTheFile) {
+  write("real.ini", "");
+  ::chmod(file("real.ini").c_str(), 0600);
+  ::symlink("real.ini", file("settings.ini").c_str());
+  EXPECT_EQ(run("zentaro settings set DebugZT 1").status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(file("settings.ini")));
+  EXPECT_EQ(contents(file("real.ini")), "[Config\\EPSONZT]\nDebugZT=1\n");
+  EXPECT_EQ(std::filesystem::status(file("real.ini")).permissions(), std::filesystem::perms(0600));
+}
+
+TEST_F(Settings, StayAsTheyAreWhenTheNewOneIsRefused) {
+  const std::string before = "[Config\\EPSONZT]\nTimeOutZT=30\n";
+  write("settings.ini", before);
+  const std::pair<const char*, const char*> rows[] = {
+      {"set TimeOutZT 0", "must be a whole number from 1 to 32767, not \"0\""},
+      {"set TimeOutZT 12s", "not \"12s\""},
+      {"set LenDescripcionZT 32768", "from 1 to 32767"},
+      {"set SuprimirDecimalesEZT ''", "from 0 to 32767"},
+      {"set Nope 1", "no setting \"Nope\": there are TimeOutZT"},
+      {"get Nope", "no setting \"Nope\""},
+      {"set DumpZT \"$(printf 'a\\nb')\"", "zentaro: "},
+  };
+  for (const auto& [words, message] : rows) {
+    const Ran ran = run(std::string("zentaro settings ") + words);
+    EXPECT_EQ(ran.status, 2) << words;
+    EXPECT_TRUE(contains(ran.output, message)) << words << ": " << ran.output;
+    EXPECT_EQ(stored(), before) << words;
+  }
+}
+
+TEST_F(Settings, SayWhyTheyCannotBeReadOrWritten) {
+  const std::pair<std::string, const char*> rows[] = {
+      {folder.path().string(), "cannot read"},  // a folder
+      {"/proc/version/settings.ini", "cannot make the folder"},
+  };
+  for (const auto& [path, message] : rows) {
+    const Ran ran = run("ZENTARO_SETTINGS=" + path + " zentaro settings set DebugZT 1");
+    EXPECT_EQ(ran.status, 2) << path;
+    EXPECT_TRUE(contains(ran.output, message)) << ran.output;
+  }
+}
+
+}  // namespace
+}  // namespace zentaro::tools
