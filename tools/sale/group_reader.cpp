@@ -1,0 +1,112 @@
+// Members of a group, checked one by one.
+#include "sale/group_reader.h"
+
+#include <algorithm>
+
+#include "platform/unicode.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+bool hasControlCharacter(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), [](unsigned char c) { return c < 32 || c == 127; });
+}
+
+std::string joined(const std::set<std::string, std::less<>>& names) {
+  std::string all;
+  for (const std::string& name : names) all += (all.empty() ? "" : ", ") + name;
+  return all;
+}
+
+bool isScalar(const Node& node) { return node.kind == Node::Kind::Number || node.kind == Node::Kind::Text; }
+
+}  // namespace
+
+GroupReader::GroupReader(const Node& node, std::string path, Problems& problems)
+    : node_(node), path_(std::move(path)), problems_(problems) {
+  if (node.kind != Node::Kind::Group)
+    problems_.push_back({path_, "is " + std::string(kindName(node.kind)) + "; write a group in braces here"});
+}
+
+GroupReader::~GroupReader() {
+  for (const std::string& name : node_.names)
+    if (!asked_.contains(name)) report(name, "is not known here; known are " + joined(asked_));
+}
+
+bool GroupReader::has(std::string_view name) const {
+  return std::find(node_.names.begin(), node_.names.end(), name) != node_.names.end();
+}
+
+const Node* GroupReader::find(std::string_view name) {
+  asked_.emplace(name);
+  const auto found = std::find(node_.names.begin(), node_.names.end(), name);
+  if (found == node_.names.end()) return nullptr;
+  return &node_.items[static_cast<std::size_t>(found - node_.names.begin())];
+}
+
+std::string GroupReader::text(std::string_view name, const TextRule& rule) {
+  const Node* node = find(name);
+  if (node != nullptr) return readText(*node, path(name), rule, problems_);
+  if (rule.presence == Presence::Required && node_.kind == Node::Kind::Group)
+    report(name, "is missing; write a text");
+  return {};
+}
+
+std::int64_t GroupReader::number(std::string_view name, const NumberRule& rule) {
+  const Node* node = find(name);
+  if (node == nullptr) {
+    if (node_.kind == Node::Kind::Group) report(name, "is missing; write a number");
+    return 0;
+  }
+  if (!isScalar(*node)) {
+    report(name, "is " + std::string(kindName(node->kind)) + "; write a number");
+    return 0;
+  }
+  const DecimalReading reading = readDecimal(node->text, rule.decimals);
+  if (!reading.problem.empty()) {
+    report(name, "\"" + node->text + "\" " + reading.problem);
+  } else if (reading.value < rule.least || reading.value > rule.most) {
+    report(name, "\"" + node->text + "\" is outside " + shortDecimalText(rule.least, rule.decimals) + " to " +
+                     shortDecimalText(rule.most, rule.decimals));
+  }
+  return reading.value;
+}
+
+const std::vector<Node>& GroupReader::list(std::string_view name) {
+  static const std::vector<Node> none;
+  const Node* node = find(name);
+  if (node == nullptr) return none;
+  if (node->kind == Node::Kind::List) return node->items;
+  report(name, "is " + std::string(kindName(node->kind)) + "; write a list in brackets");
+  return none;
+}
+
+void GroupReader::report(std::string_view name, std::string text) {
+  problems_.push_back({path(name), std::move(text)});
+}
+
+std::string GroupReader::path(std::string_view name) const {
+  return path_.empty() ? std::string(name) : path_ + "." + std::string(name);
+}
+
+std::string readText(const Node& node, const std::string& path, const TextRule& rule, Problems& problems) {
+  const auto problem = [&](std::string text) {
+    problems.push_back({path, std::move(text)});
+    return std::string();
+  };
+  if (!isScalar(node)) return problem("is " + std::string(kindName(node.kind)) + "; write a text");
+  if (node.text.find_first_not_of(' ') == std::string::npos && rule.presence == Presence::Required)
+    return problem("is empty; write a text");
+  if (hasControlCharacter(node.text))
+    return problem("holds a control character such as a line end or a tab; remove it");
+  if (rule.longest != 0 && utf16(node.text).size() > rule.longest)
+    return problem("is longer than " + std::to_string(rule.longest) + " characters; shorten it");
+  return node.text;
+}
+
+std::string indexed(std::string_view path, std::size_t index) {
+  return std::string(path) + "[" + std::to_string(index) + "]";
+}
+
+}  // namespace zentaro::tools

@@ -1,0 +1,99 @@
+// From JSON text to the tree, event by event.
+#include "sale/node.h"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+
+namespace zentaro::tools {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::size_t deepest = 16;
+
+/// Takes the parser's events. A value that is ready is put into the group or list that is open.
+class TreeBuilder : public nlohmann::json_sax<Json> {
+ public:
+  bool null() override { return put({}); }
+  bool boolean(bool value) override { return put({Node::Kind::Boolean, value ? "true" : "false", {}, {}}); }
+  bool number_integer(Json::number_integer_t value) override { return number(std::to_string(value)); }
+  bool number_unsigned(Json::number_unsigned_t value) override { return number(std::to_string(value)); }
+  bool number_float(Json::number_float_t, const std::string& asWritten) override { return number(asWritten); }
+  bool string(std::string& value) override { return put({Node::Kind::Text, value, {}, {}}); }
+  bool binary(Json::binary_t&) override { return false; }
+  bool start_object(std::size_t) override { return open(Node::Kind::Group); }
+  bool key(std::string& name) override {
+    std::vector<std::string>& names = open_.back().names;
+    if (std::find(names.begin(), names.end(), name) != names.end())
+      return fail("the name \"" + name + "\" stands twice in one group; keep one of them");
+    names.push_back(name);
+    return true;
+  }
+  bool end_object() override { return close(); }
+  bool start_array(std::size_t) override { return open(Node::Kind::List); }
+  bool end_array() override { return close(); }
+  bool parse_error(std::size_t, const std::string&, const Json::exception& error) override {
+    return fail(withoutTag(error.what()));
+  }
+
+  ParsedNode result() && {
+    if (!problem_.empty()) return {std::nullopt, problem_};
+    return {std::move(root_), {}};
+  }
+
+ private:
+  bool number(std::string asWritten) { return put({Node::Kind::Number, std::move(asWritten), {}, {}}); }
+
+  bool put(Node node) {
+    if (open_.empty())
+      root_ = std::move(node);
+    else
+      open_.back().items.push_back(std::move(node));
+    return true;
+  }
+
+  bool open(Node::Kind kind) {
+    if (open_.size() == deepest) return fail("groups and lists are nested too deeply");
+    open_.push_back({kind, {}, {}, {}});
+    return true;
+  }
+
+  bool close() {
+    Node ready = std::move(open_.back());
+    open_.pop_back();
+    return put(std::move(ready));
+  }
+
+  bool fail(std::string problem) {
+    problem_ = std::move(problem);
+    return false;
+  }
+
+  // "[json.exception.parse_error.101] parse error at line 1, column 5: ..."
+  static std::string withoutTag(const std::string& text) {
+    const std::size_t end = text.find("] ");
+    return end == std::string::npos ? text : text.substr(end + 2);
+  }
+
+  std::vector<Node> open_;
+  std::optional<Node> root_;
+  std::string problem_;
+};
+
+}  // namespace
+
+std::string_view kindName(Node::Kind kind) {
+  constexpr std::array<std::string_view, 6> names{"null",   "true or false", "a number",
+                                                  "a text", "a list",        "a group"};
+  return names[static_cast<std::size_t>(kind)];
+}
+
+ParsedNode parseNode(std::string_view json) {
+  TreeBuilder builder;
+  Json::sax_parse(json.begin(), json.end(), &builder);
+  return std::move(builder).result();
+}
+
+}  // namespace zentaro::tools
