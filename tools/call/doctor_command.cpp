@@ -70,8 +70,7 @@ Finding askPrinter(const PortOptions& options) {
     const ENVERR_CODES outcome = connection.printer().nEnvironmentError;
     const bool hasAnswered = outcome == ENVERR_OK || outcome == ENVERR_STATUS;
     if (!hasAnswered) return silent(outcome);
-    const Finding answered{false, "a printer answers: " + outcomeLine(outcome), ""};
-    if (outcome == ENVERR_OK) return answered;
+    if (outcome == ENVERR_OK) return {false, "a printer answers: " + outcomeLine(outcome), ""};
     return {true, "a printer answers that something is wrong: " + utf8(connection.printer().sLastError),
             "\"zentaro call StatusIF N\" with the same port shows its status words"};
   } catch (const AutomationError& error) {

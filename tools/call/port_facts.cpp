@@ -45,7 +45,7 @@ std::string holderOf(const files::path& device) {
     const std::string id = entry.path().filename().string();
     if (!std::ranges::all_of(id, isAsciiDigit<char>) || id == std::to_string(::getpid())) continue;
     if (!hasOpen(entry.path(), device)) continue;
-    if (const std::string name = processName(entry.path()); !isVirtualPrinter(name)) return name;
+    if (std::string name = processName(entry.path()); !isVirtualPrinter(name)) return name;
   }
   return {};
 }

@@ -17,10 +17,7 @@ namespace {
 int become(std::vector<std::string> words) {
   const std::string program = companionProgram("zentaro-printer");
   words.insert(words.begin(), program);
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  ::execvp(program.c_str(), arguments.data());
+  ::execvp(program.c_str(), argumentVector(words).data());
   throw std::runtime_error("cannot start " + program + ": " + std::strerror(errno));
 }
 

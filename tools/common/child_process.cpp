@@ -21,13 +21,6 @@ namespace {
 
 [[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
 
-std::vector<char*> argumentVector(std::vector<std::string>& words) {
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  return arguments;
-}
-
 // Runs in the child, where only calls that are safe behind a fork are allowed.
 [[noreturn]] void become(char* const* arguments, int errors) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -44,6 +37,14 @@ std::vector<char*> argumentVector(std::vector<std::string>& words) {
 }
 
 }  // namespace
+
+std::vector<char*> argumentVector(std::vector<std::string>& words) {
+  std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  return arguments;
+}
 
 std::string companionProgram(const std::string& name) {
   std::error_code failed;

@@ -11,6 +11,9 @@ namespace zentaro::tools {
 /// The program of that name beside the running one, else the bare name, which is then looked up in PATH.
 std::string companionProgram(const std::string& name);
 
+/// What execvp() takes: the words, which must outlive it, and a null pointer.
+std::vector<char*> argumentVector(std::vector<std::string>& words);
+
 class ChildProcess {
  public:
   /// Starts `words[0]` with /dev/null as its input and output; its standard error can be read. A program that

@@ -23,6 +23,7 @@ KnownSetting known(const SettingKey& setting) {
 
 std::vector<KnownSetting> knownSettings() {
   std::vector<KnownSetting> settings;
+  settings.reserve(allSettings.size() + portCount);
   for (const SettingKey& setting : allSettings) settings.push_back(known(setting));
   for (int port = 1; port <= portCount; ++port) {
     settings.push_back({std::string(portSection), portKey(port), "/dev/ttyS" + std::to_string(port - 1),

@@ -8,6 +8,7 @@
 #include "automation/automation_error.h"
 #include "automation/description.h"
 #include "common/iso_date.h"
+#include "common/show.h"
 #include "common/type_names.h"
 #include "host/rpc_error.h"
 
@@ -127,30 +128,21 @@ Json jsonOf(const Variant& value, ObjectTable& objects) {
   switch (value.kind()) {
     case Variant::Kind::Empty:
       return {{"type", "empty"}};
-    case Variant::Kind::Null:
-      return nullptr;
     case Variant::Kind::Missing:
       return {{"type", "missing"}};
-    case Variant::Kind::Boolean:
-      return value.boolean();
-    case Variant::Kind::Int16:
-      return value.int16();
-    case Variant::Kind::Int32:
-      return value.int32();
     case Variant::Kind::Double:
       return numberJson(value.number());
     case Variant::Kind::Currency:
       return typed("currency", currencyText4(value.currency()));
     case Variant::Kind::Date:
       return typed("date", isoText(value.date()));
-    case Variant::Kind::Text:
-      return utf8(value.text());
     case Variant::Kind::Array:
       return arrayJson(value.array(), objects);
     case Variant::Kind::Object:
       return objectJson(value.object(), objects);
+    default:
+      return valueJson(value);  // JSON has a value of its own for it
   }
-  return nullptr;
 }
 
 Variant variantOf(const Json& json, const ObjectTable& objects) { return value(json, objects, 0); }
