@@ -10,6 +10,7 @@
 #include "call/printer_command.h"
 #include "call/settings_command.h"
 #include "host/host_command.h"
+#include "reports/report_commands.h"
 
 namespace zentaro::tools {
 
@@ -19,6 +20,8 @@ constexpr std::array commands{
     addDemoCommand,      //
     addPrinterCommand,   //
     addCallCommand,      //
+    addStatusCommand,    //
+    addCierreCommand,    //
     addMembersCommand,   //
     addSettingsCommand,  //
     addDoctorCommand,    //

@@ -29,6 +29,8 @@ _zentaro() {
     choices=$(_zentaro_options "$program" "$command")
   elif [[ $command == call || $command == members ]] && [[ $previous != --* || $previous == --json ]]; then
     choices=$(_zentaro_members "$program")
+  elif [[ $command == cierre ]]; then
+    choices='x z'
   elif [[ $command == settings ]] && ((COMP_CWORD == 2)); then
     choices=$(_zentaro_subcommands "$program" settings)
   elif [[ $command == settings ]] && ((COMP_CWORD == 3)); then

@@ -1,0 +1,47 @@
+// `zentaro status` and `zentaro cierre` against the virtual printer on a real pseudo-terminal.
+#include "common/json.h"
+#include "common/virtual_printer.h"
+#include "tools-call/program.h"
+
+namespace zentaro::tools {
+namespace {
+
+using testing::contains;
+
+class Reports : public testing::Shell {
+ protected:
+  VirtualPrinter printer;
+  testing::Ran on(const std::string& command, const std::string& rest) {
+    return run("zentaro " + command + " --device " + printer.device() + " " + rest);
+  }
+};
+
+TEST_F(Reports, ShowTheFiguresOfTheDayAsTableAndAsJson) {
+  for (const char* step :
+       {"IniciarFactura", "PasarLineaFactura Pan 10 1 16", "RecibirPago 12", "CerrarComprobante"}) {
+    ASSERT_EQ(on("call", step).status, 0) << step;
+  }
+  const testing::Ran table = on("cierre", "X");
+  EXPECT_EQ(table.status, 0);
+  EXPECT_TRUE(
+      contains(table.output, "\n  BaseGravable1                     10.0000  Taxable base, rate 1.\n"))
+      << table.output;
+  const Json figures = Json::parse(on("cierre", "z --json").output)["ResultadoCierre"];
+  EXPECT_EQ(figures["Impuesto1"], "1.6000");
+  EXPECT_EQ(figures["numeroUltimaFactura"], 1);
+  const Json status = Json::parse(on("status", "--json").output);
+  EXPECT_EQ(status["statusN"]["UltimoCierreZ"], 1);
+  EXPECT_EQ(status["statusHASAR"]["numeroUltimaFactura"], 1);
+}
+
+TEST_F(Reports, SayWhyThereIsNoRecord) {
+  ASSERT_EQ(on("call", "IniciarFactura").status, 0);
+  const testing::Ran refused = on("cierre", "z");
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_TRUE(contains(refused.output, "PerformReturnCierre: 5 PRINTER STATUS\n")) << refused.output;
+  EXPECT_TRUE(contains(refused.output, "ERROR 04 HAY UN DOCUMENTO ABIERTO")) << refused.output;
+  EXPECT_NE(on("cierre", "y").status, 0);
+}
+
+}  // namespace
+}  // namespace zentaro::tools
