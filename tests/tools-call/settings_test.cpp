@@ -44,12 +44,12 @@ TEST_F(Settings, MakeTheFolderOfTheFile) {
 
 TEST_F(Settings, KeepLinkAndPermissionsOfTheFile) {
   write("real.ini", "");
-  ::chmod(file("real.ini").c_str(), 0600);
+  ::chmod(file("real.ini").c_str(), 0640);
   ::symlink("real.ini", file("settings.ini").c_str());
   EXPECT_EQ(run("zentaro settings set DebugZT 1").status, 0);
   EXPECT_TRUE(std::filesystem::is_symlink(file("settings.ini")));
   EXPECT_EQ(contents(file("real.ini")), "[Config\\EPSONZT]\nDebugZT=1\n");
-  EXPECT_EQ(std::filesystem::status(file("real.ini")).permissions(), std::filesystem::perms(0600));
+  EXPECT_EQ(std::filesystem::status(file("real.ini")).permissions(), std::filesystem::perms(0640));
 }
 
 TEST_F(Settings, StayAsTheyAreWhenTheNewOneIsRefused) {
