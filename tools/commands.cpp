@@ -11,6 +11,7 @@
 #include "call/settings_command.h"
 #include "host/host_command.h"
 #include "reports/report_commands.h"
+#include "sale/sale_command.h"
 
 namespace zentaro::tools {
 
@@ -22,6 +23,7 @@ constexpr std::array commands{
     addCallCommand,      //
     addStatusCommand,    //
     addCierreCommand,    //
+    addSaleCommand,      //
     addMembersCommand,   //
     addSettingsCommand,  //
     addDoctorCommand,    //

@@ -14,30 +14,35 @@ struct VerdictText {
   std::string_view text;
 };
 
-constexpr std::array<VerdictText, 6> verdictTexts{{
+constexpr std::array<VerdictText, 7> verdictTexts{{
     {0, "PRINTED. The document is closed and counted. Do not print it again."},
     {0,
      "PRINTED, but extra lines may be missing. The document is closed and counted. Do not print it again; "
-     "look at the "
-     "paper and write down by hand what is missing."},
+     "look "
+     "at the paper and write down by hand what is missing."},
     {3,
      "NOT PRINTED. The document was not counted; what is on the paper is void. Remove the cause, then print "
-     "the sale "
-     "again."},
+     "the "
+     "sale again."},
     {4,
-     "UNKNOWN. The printer cannot say whether the document was counted. Do not print it again. Look at the "
-     "paper: if "
-     "it ends with the fiscal closing lines, the sale is done; if it ends as cancelled, print it again; if a "
-     "document "
-     "is still open, have it cancelled first."},
+     "UNKNOWN. The printer cannot say whether the document was counted. Do not print it again yet. Look at "
+     "the "
+     "paper: if it ends like a complete document, the sale is done; if it ends as cancelled, print the sale "
+     "again; if it ends in the middle, the document is still open and must be cancelled first (zentaro call "
+     "CancelarComprobante)."},
+    {4,
+     "UNKNOWN. The document is still open on the printer and could not be ended. Put the printer in order "
+     "(paper, cover), then look at the paper: if the payments and the end of the sale are on it, close the "
+     "document (zentaro call CerrarComprobante E), and the sale is done; if not, cancel it (zentaro call "
+     "CancelarComprobante) and print the sale again."},
     {5,
      "NOT PRINTED. A document is open on the printer, left by another program or by a failure. Nothing was "
-     "sent. Look "
-     "at the paper, then cancel that document (zentaro call CancelarComprobante) and print the sale again."},
+     "sent. "
+     "Look at the paper, end that document (zentaro call CancelarComprobante), then print the sale again."},
     {3,
-     "NOT PRINTED. The printer does not answer; nothing was sent. Look at power, cable, paper and port, then "
-     "print the "
-     "sale again."},
+     "NOT PRINTED. The printer does not give its counters; nothing was sent. Look at power, cable, paper and "
+     "port, "
+     "then print the sale again."},
 }};
 
 const VerdictText& textOf(Verdict verdict) { return verdictTexts[static_cast<std::size_t>(verdict)]; }
@@ -71,11 +76,13 @@ class Carrier {
   void askCounters() {
     const std::optional<Counters> counters = printer_.counters();
     progress_ << "  --  counters: ";
-    if (!counters)
-      progress_ << "no answer\n";
-    else
+    if (!counters) {
+      progress_ << "none, " << printer_.trouble() << "\n";
+      if (reason_.empty()) reason_ = "counters: " + printer_.trouble();
+    } else {
       progress_ << "last number " << counters->lastNumber
                 << (counters->document == 0 ? ", no document open\n" : ", a document is open\n");
+    }
     machine_.counted(counters);
   }
 

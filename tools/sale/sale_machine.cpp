@@ -25,7 +25,7 @@ void SaleMachine::sent(Fate fate) {
   if (state_ == State::Printing && isDone) {
     if (++step_ == steps_) end(Verdict::Printed);
   } else if (state_ == State::Finishing && isDone) {
-    end(Verdict::PrintedInPart);
+    end(printed());
   } else {
     state_ = State::Judging;
   }
@@ -58,14 +58,19 @@ Verdict SaleMachine::judgedBy(const Counters& now) const {
   if (!before_.dayNet || !now.dayNet || net_ == 0)
     return numbersUsed == 0 ? Verdict::NotPrinted : Verdict::Unknown;
   const Cents counted = *now.dayNet - *before_.dayNet;
-  if (numbersUsed == 1 && counted == net_) return Verdict::Printed;
+  if (numbersUsed == 1 && counted == net_) return printed();
   return (numbersUsed == 0 || numbersUsed == 1) && counted == 0 ? Verdict::NotPrinted : Verdict::Unknown;
+}
+
+// Only the definitive close, the last step, may be the one that failed while nothing is missing on the paper.
+Verdict SaleMachine::printed() const {
+  return step_ + 1 < steps_ ? Verdict::PrintedInPart : Verdict::Printed;
 }
 
 // The printer has just said that the document is still open, so this is no blind repetition.
 void SaleMachine::tryToEnd(State how) {
   constexpr int mostAttempts = 2;
-  if (++attempts_ > mostAttempts) return end(Verdict::Unknown);
+  if (++attempts_ > mostAttempts) return end(Verdict::StillOpen);
   state_ = how;
 }
 

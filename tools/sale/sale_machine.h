@@ -41,6 +41,7 @@ enum class Verdict {
   PrintedInPart,  // closed and counted, but extra lines may be missing
   NotPrinted,
   Unknown,
+  StillOpen,   // not counted so far, and could neither be cancelled nor finished
   OpenBefore,  // a document was open before; nothing was sent
   Unreachable  // the printer did not give its counters at the start; nothing was sent
 };
@@ -67,6 +68,7 @@ class SaleMachine {
   void start(const Counters& now);
   void judge(const Counters& now);
   Verdict judgedBy(const Counters& now) const;
+  Verdict printed() const;
   void tryToEnd(State how);
   void end(Verdict verdict);
 

@@ -62,6 +62,12 @@ std::optional<Counters> ObjectSalePrinter::counters() {
   return std::nullopt;
 }
 
+std::string ObjectSalePrinter::trouble() const {
+  const ENVERR_CODES outcome = printer_.nEnvironmentError;
+  return outcome == ENVERR_OK ? "the answer has too few fields"
+                              : replyOf(printer_, static_cast<std::int16_t>(outcome)).text;
+}
+
 std::optional<Counters> ObjectSalePrinter::askOnce() {
   try {
     const auto status = printer_.GetStatusHASAR();

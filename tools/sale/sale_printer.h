@@ -23,6 +23,8 @@ class SalePrinter {
   virtual Reply finish() = 0;
   /// Asks again when an answer is lost: a status request changes nothing.
   virtual std::optional<Counters> counters() = 0;
+  /// Why counters() gave nothing.
+  virtual std::string trouble() const = 0;
 };
 
 /// The printer object must be open and outlive it. Its answers' checksums are verified from now on.
@@ -33,6 +35,7 @@ class ObjectSalePrinter : public SalePrinter {
   Reply cancel() override;
   Reply finish() override;
   std::optional<Counters> counters() override;
+  std::string trouble() const override;
 
  private:
   std::optional<Counters> askOnce();

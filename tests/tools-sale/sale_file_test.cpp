@@ -1,0 +1,106 @@
+// What a file may say, and what is said about a wrong one.
+#include "sale/sale_file.h"
+
+#include <gtest/gtest.h>
+
+namespace zentaro::tools {
+namespace {
+
+std::string listed(const Problems& problems) {
+  std::string all;
+  for (const Problem& problem : problems) all += problem.path + ": " + problem.text + "\n";
+  return all;
+}
+
+TEST(SaleFile, KeepsAmountsAsTheyAreWritten) {
+  const auto [sale, problems] = readSale(R"({"document": "invoice",
+      "customer": {"name": "Juan Pérez", "rif": "J1"},
+      "lines": [{"description": "A", "price": 0.1, "quantity": "2.005", "tax": 16}, {"text": "T"},
+                {"description": 7, "price": "1234567890.12", "tax": 8.5}],
+      "discounts": [{"amount": 1}],
+      "payments": [{"amount": 100000000000000000000e0}, {"amount": 12.30, "medium": 3}],
+      "igtf": {"base": 10}, "extraLines": ["Adiós"]})");
+  ASSERT_EQ(problems.size(), 1U) << listed(problems);
+  EXPECT_EQ(problems[0].path, "payments[0].amount");
+  EXPECT_EQ(problems[0].text, "\"100000000000000000000e0\" has an exponent; write all digits");
+  const Item& first = std::get<Item>(sale.lines[0]);
+  EXPECT_EQ(first.price, 10);
+  EXPECT_EQ(first.quantity, 2005);
+  EXPECT_EQ(first.tax, 1600);
+  EXPECT_EQ(std::get<std::string>(sale.lines[1]), "T");
+  const Item& last = std::get<Item>(sale.lines[2]);
+  EXPECT_EQ(last.description, "7");
+  EXPECT_EQ(last.price, 123456789012);
+  EXPECT_EQ(last.quantity, 1000) << "one piece when nothing is said";
+  EXPECT_EQ(sale.payments[1].medium, "3");
+  EXPECT_EQ(sale.igtf.base, 1000);
+  EXPECT_EQ(sale.igtf.rate, 300);
+  EXPECT_EQ(sale.extraLines, std::vector<std::string>{"Adiós"});
+}
+
+TEST(SaleFile, NamesTheInvoiceThatACreditNoteTakesBack) {
+  const auto [sale, problems] = readSale(R"({"document": "credit note",
+      "invoice": {"number": 12, "serial": "Z1", "date": "2024-02-29", "time": "00:00"},
+      "lines": [{"description": "A", "price": 1, "tax": 0}]})");
+  EXPECT_TRUE(problems.empty()) << listed(problems);
+  EXPECT_TRUE(sale.isCreditNote);
+  EXPECT_EQ(sale.invoice.number, "12");
+  EXPECT_EQ(sale.invoice.time, "00:00:00");
+}
+
+// Each row changes one thing of a good file, and has one problem.
+TEST(SaleFile, NamesThePathOfEachProblem) {
+  const std::string good =
+      R"({"document": "invoice", "lines": [{"description": "A", "price": 1, "tax": 0}]})";
+  ASSERT_TRUE(readSale(good).problems.empty());
+  struct {
+    const char* from;
+    const char* to;
+    const char* problem;
+  } const rows[] = {
+      {"\"price\": 1", "\"price\": \"1,5\"", "lines[0].price: \"1,5\" has a comma"},
+      {"\"price\": 1", "\"price\": null", "lines[0].price: is null; write a number"},
+      {"\"price\": 1, ", "", "lines[0].price: is missing; write a number"},
+      {"\"price\": 1", "\"price\": 1, \"quantity\": 0",
+       "lines[0].quantity: \"0\" is outside 0.001 to 999999.999"},
+      {"\"tax\": 0", "\"tax\": 100", "lines[0].tax: \"100\" is outside 0 to 99.99"},
+      {"\"tax\": 0", "\"tax\": 0, \"discount\": 1",
+       "lines[0].discount: is not known here; known are description, price, quantity, tax"},
+      {"\"A\"", "\"  \"", "lines[0].description: is empty"},
+      {"\"A\"", "\"a\\u001cb\"", "lines[0].description: holds a control character"},
+      {"\"A\"", "[]", "lines[0].description: is a list; write a text"},
+      {"[{", "[7, {", "lines[0]: is a number; write a group in braces here"},
+      {"\"invoice\"", "\"ticket\"", "document: is \"ticket\"; write \"invoice\" or \"credit note\""},
+      {"\"invoice\"", "\"credit note\"", "invoice: is missing; name the invoice"},
+      {"\"lines\"", "\"invoice\": {\"number\": 1}, \"lines\"", "invoice: belongs to a credit note"},
+      {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2023-02-29\"}",
+       "invoice.date: \"2023-02-29\" is no date"},
+      {"\"invoice\"",
+       "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2023-02-28\", \"time\": \"24:00\"}",
+       "invoice.time: \"24:00:00\" is no time"},
+      {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"time\": \"12:00\"}",
+       "invoice.time: stands without a date"},
+      {"\"lines\"", "\"customer\": {\"rif\": \"J-123456789-012\"}, \"lines\"",
+       "customer.rif: is longer than 14 characters"},
+      {"\"lines\"", "\"payments\": [{\"amount\": 0}], \"lines\"",
+       "payments[0].amount: \"0\" is outside 0.01"},
+      {"\"lines\"", "\"discounts\": {}, \"lines\"", "discounts: is a group; write a list in brackets"},
+      {"\"description\": \"A\", \"price\": 1, \"tax\": 0", "\"text\": \"A\"", "lines: holds no item"},
+      {"\"lines\"", "\"document\": \"invoice\", \"lines\"", ": the name \"document\" stands twice"},
+      {"\"price\": 1", "\"price\": 1.", ": parse error at line 1, column"},
+      {"]}", "]", ": parse error at line 1, column"},
+  };
+  for (const auto& row : rows) {
+    std::string text = good;
+    const std::size_t at = text.find(row.from);
+    ASSERT_NE(at, std::string::npos) << row.from;
+    const Problems problems = readSale(text.replace(at, std::string(row.from).size(), row.to)).problems;
+    EXPECT_EQ(problems.size(), 1U) << text << "\n" << listed(problems);
+    EXPECT_EQ(listed(problems).rfind(row.problem, 0), 0U) << row.problem << "\n" << listed(problems);
+  }
+  EXPECT_EQ(readSale(std::string(100000, '[')).problems[0].text, "groups and lists are nested too deeply");
+  EXPECT_EQ(readSale("[]").problems[0].text, "the file holds no group in braces");
+}
+
+}  // namespace
+}  // namespace zentaro::tools
