@@ -1,4 +1,5 @@
-// Every setting that the library reads: section, key, default and meaning. All belong to the application "TRV".
+// Every setting that the library reads: section, key, default and meaning. All belong to the application
+// "TRV".
 #pragma once
 
 #include <array>
@@ -30,11 +31,12 @@ inline constexpr SettingKey settingObjectTraceFile{R"(Config\EPSONZT)", "DumpZT"
                                                    "file of the object trace"};
 inline constexpr SettingKey settingDriverTrace{R"(Config\ModComm)", "DEBUG", u"0",
                                                "other than \"0\": the driver traces after a failed opening"};
-inline constexpr SettingKey settingDriverTraceFile{R"(Config\ModComm)", "DumpFile", u"", "file of the driver trace"};
+inline constexpr SettingKey settingDriverTraceFile{R"(Config\ModComm)", "DumpFile", u"",
+                                                   "file of the driver trace"};
 
-inline constexpr std::array allSettings{settingTimeOut,         settingDescriptionLength, settingSuppressDecimals,
-                                        settingObjectTrace,     settingObjectTraceFile,   settingDriverTrace,
-                                        settingDriverTraceFile};
+inline constexpr std::array allSettings{
+    settingTimeOut,         settingDescriptionLength, settingSuppressDecimals, settingObjectTrace,
+    settingObjectTraceFile, settingDriverTrace,       settingDriverTraceFile};
 
 /// The setting's value in the store of the thread's services, or its default.
 inline std::u16string readSetting(const SettingKey& setting) {
