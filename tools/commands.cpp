@@ -12,6 +12,7 @@
 #include "host/host_command.h"
 #include "reports/report_commands.h"
 #include "sale/sale_command.h"
+#include "trace/trace_command.h"
 
 namespace zentaro::tools {
 
@@ -24,6 +25,7 @@ constexpr std::array commands{
     addStatusCommand,    //
     addCierreCommand,    //
     addSaleCommand,      //
+    addTraceCommand,     //
     addMembersCommand,   //
     addSettingsCommand,  //
     addDoctorCommand,    //

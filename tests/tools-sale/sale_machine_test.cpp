@@ -114,7 +114,7 @@ TEST(SaleMachine, EndsInAStatedWay) {
       {"cannot be finished",
        {before, done, done, lost, partial(8), refused, partial(8), refused, partial(8)},
        "ASSSAFAFA.",
-       Verdict::StillOpen},
+       Verdict::StillToBeClosed},
   };
   for (const Row& row : rows) check(row, 3, 500);
 }
@@ -127,9 +127,10 @@ TEST(SaleMachine, GoesByTheNumberAloneWhenADocumentAddsNothing) {
 
 // Nobody may print again what could have been printed.
 TEST(SaleMachine, TellsScriptsTheVerdictByTheExitStatus) {
-  const std::vector<std::pair<Verdict, int>> statuses{
-      {Verdict::Printed, 0},   {Verdict::PrintedInPart, 0}, {Verdict::NotPrinted, 3}, {Verdict::Unknown, 4},
-      {Verdict::StillOpen, 4}, {Verdict::OpenBefore, 5},    {Verdict::Unreachable, 3}};
+  const std::vector<std::pair<Verdict, int>> statuses{{Verdict::Printed, 0},    {Verdict::PrintedInPart, 0},
+                                                      {Verdict::NotPrinted, 3}, {Verdict::Unknown, 4},
+                                                      {Verdict::StillOpen, 4},  {Verdict::StillToBeClosed, 4},
+                                                      {Verdict::OpenBefore, 5}, {Verdict::Unreachable, 3}};
   for (const auto& [verdict, status] : statuses) EXPECT_EQ(exitStatus(verdict), status);
 }
 

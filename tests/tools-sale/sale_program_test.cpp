@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
         FaultRow{"CancelAnswerLost", "lose-answer on payment times 2", 3, "cancel the document: answer lost",
                  0},
         FaultRow{"OpenRefused", "memory-full on open", 3, "open invoice: ERROR 22 MEMORIA FISCAL LLENA", 0},
-        FaultRow{"PaperOut", "paper-out on item after 1", 4, "could not be ended", 0},
+        FaultRow{"PaperOut", "paper-out on item after 1", 4, "STILL OPEN. The document is not counted", 0},
         FaultRow{"Silence", "lose-answer on close;lose-answer on status after 1 always", 4, "UNKNOWN.", 1},
         FaultRow{"SilenceFromTheStart", "lose-command always", 3, "does not give its counters", 0}),
     [](const auto& row) { return row.param.name; });

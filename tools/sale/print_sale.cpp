@@ -14,7 +14,7 @@ struct VerdictText {
   std::string_view text;
 };
 
-constexpr std::array<VerdictText, 7> verdictTexts{{
+constexpr std::array<VerdictText, 8> verdictTexts{{
     {0, "PRINTED. The document is closed and counted. Do not print it again."},
     {0,
      "PRINTED, but extra lines may be missing. The document is closed and counted. Do not print it again; "
@@ -31,10 +31,15 @@ constexpr std::array<VerdictText, 7> verdictTexts{{
      "again; if it ends in the middle, the document is still open and must be cancelled first (zentaro call "
      "CancelarComprobante)."},
     {4,
-     "UNKNOWN. The document is still open on the printer and could not be ended. Put the printer in order "
-     "(paper, cover), then look at the paper: if the payments and the end of the sale are on it, close the "
-     "document (zentaro call CerrarComprobante E), and the sale is done; if not, cancel it (zentaro call "
-     "CancelarComprobante) and print the sale again."},
+     "STILL OPEN. The document is not counted, but the printer does not cancel it. Put the printer in order "
+     "(paper, "
+     "cover), cancel the document (zentaro call CancelarComprobante), then print the sale again."},
+    {4,
+     "STILL OPEN. The document is paid and partially closed, but the printer does not close it. Do not print "
+     "it "
+     "again. Put the printer in order (paper, cover), then close the document (zentaro call "
+     "CerrarComprobante E): "
+     "the sale is then done."},
     {5,
      "NOT PRINTED. A document is open on the printer, left by another program or by a failure. Nothing was "
      "sent. "

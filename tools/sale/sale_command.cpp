@@ -1,16 +1,13 @@
 // Reads the file, checks all of it, opens the port and prints.
 #include "sale/sale_command.h"
 
-#include <cerrno>
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <sstream>
-#include <system_error>
 
 #include "common/connection.h"
 #include "common/guarded.h"
 #include "sale/print_sale.h"
+#include "sale/read_input.h"
 #include "sale/sale_file.h"
 
 namespace zentaro::tools {
@@ -23,19 +20,6 @@ struct Options {
   std::vector<std::string> faults;
   bool isCheckOnly = false;
 };
-
-std::string contentsOf(const std::string& path) {
-  const bool isInput = path == "-";
-  std::ifstream file;
-  errno = 0;
-  if (!isInput) file.open(path, std::ios::binary);
-  std::ostringstream text;
-  text << (isInput ? std::cin.rdbuf() : file.rdbuf());
-  // A folder can be opened, but not read; nothing comes out of an empty file either, but without an error.
-  const bool isRead = isInput || (file.is_open() && !(text.fail() && errno != 0));
-  if (!isRead) throw std::system_error(errno, std::generic_category(), path);
-  return text.str();
-}
 
 int refuse(const std::string& file, const Problems& problems) {
   for (const Problem& problem : problems)
@@ -67,7 +51,7 @@ int printOn(Connection& connection, const Sale& sale, const Totals& totals) {
 }
 
 int run(const Options& options) {
-  auto [sale, problems] = readSale(contentsOf(options.file));
+  auto [sale, problems] = readSale(readInput(options.file));
   if (!problems.empty()) return refuse(options.file, problems);
   const Totals totals = reckon(sale, problems);
   if (!problems.empty()) return refuse(options.file, problems);

@@ -70,7 +70,8 @@ Verdict SaleMachine::printed() const {
 // The printer has just said that the document is still open, so this is no blind repetition.
 void SaleMachine::tryToEnd(State how) {
   constexpr int mostAttempts = 2;
-  if (++attempts_ > mostAttempts) return end(Verdict::StillOpen);
+  if (++attempts_ > mostAttempts)
+    return end(how == State::Finishing ? Verdict::StillToBeClosed : Verdict::StillOpen);
   state_ = how;
 }
 

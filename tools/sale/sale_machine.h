@@ -41,9 +41,10 @@ enum class Verdict {
   PrintedInPart,  // closed and counted, but extra lines may be missing
   NotPrinted,
   Unknown,
-  StillOpen,   // not counted so far, and could neither be cancelled nor finished
-  OpenBefore,  // a document was open before; nothing was sent
-  Unreachable  // the printer did not give its counters at the start; nothing was sent
+  StillOpen,        // not counted; the printer refuses to cancel it
+  StillToBeClosed,  // partially closed; the printer refuses the definitive close
+  OpenBefore,       // a document was open before; nothing was sent
+  Unreachable       // the printer did not give its counters at the start; nothing was sent
 };
 
 class SaleMachine {

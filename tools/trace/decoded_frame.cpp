@@ -1,0 +1,52 @@
+// Cutting a frame out of the bytes around it.
+#include "trace/decoded_frame.h"
+
+#include <charconv>
+
+namespace zentaro::tools {
+
+namespace {
+
+constexpr std::string_view resetBytes = "\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11";
+constexpr std::size_t answerDigits = 4;
+
+bool isGood(std::string_view digits, std::string_view summed, Direction direction) {
+  unsigned value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+  const unsigned sum = printer::byteSum(summed);
+  return error == std::errc() && end == digits.data() + digits.size() && digits.size() >= answerDigits &&
+         value == (direction == Direction::Answer ? sum & 0xFFFFU : sum);
+}
+
+}  // namespace
+
+FrameBounds frameBounds(std::string_view bytes) {
+  const std::size_t stx = bytes.find(printer::stx);
+  if (stx == std::string_view::npos) return {};
+  const std::size_t etx = bytes.find(printer::etx, stx);
+  const bool hasCode = etx != std::string_view::npos && etx >= stx + 3;
+  return {stx, hasCode ? etx : std::string_view::npos};
+}
+
+DecodedFrame decodeFrame(std::string_view bytes, Direction direction) {
+  DecodedFrame frame;
+  if (bytes.find_first_not_of(printer::waitByte) == std::string_view::npos) return frame;
+  if (bytes == resetBytes) {
+    frame.form = DecodedFrame::Form::Reset;
+    return frame;
+  }
+  const FrameBounds bounds = frameBounds(bytes);
+  if (!bounds.areFound()) {
+    frame.form = DecodedFrame::Form::Junk;
+    return frame;
+  }
+  frame.form = DecodedFrame::Form::Frame;
+  frame.content = printer::decodeCommand(bytes.substr(bounds.stx + 1, bounds.etx - bounds.stx - 1));
+  frame.checksum =
+      bytes.substr(bounds.etx + 1, direction == Direction::Answer ? answerDigits : std::string_view::npos);
+  frame.isChecksumGood =
+      isGood(frame.checksum, bytes.substr(bounds.stx, bounds.etx - bounds.stx + 1), direction);
+  return frame;
+}
+
+}  // namespace zentaro::tools

@@ -1,0 +1,48 @@
+// Each command with what came before the next one.
+#include "trace/exchange.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+std::string asOnTheLine(const TraceRecord& record, const std::optional<TracedFrame>& command) {
+  const std::string& bytes = record.bytes;
+  const bool isShortened = record.kind == TraceRecord::Kind::ReadStatus && command &&
+                           command->frame.form == DecodedFrame::Form::Frame && !bytes.empty() &&
+                           bytes.find(printer::stx) == std::string::npos &&
+                           static_cast<std::uint8_t>(bytes.front()) == command->frame.content.code;
+  if (!isShortened) return bytes;
+  return std::string{printer::stx, command->frame.content.sequence} + bytes;
+}
+
+void addAnswer(Exchange& exchange, const TraceRecord& record) {
+  const std::string bytes = asOnTheLine(record, exchange.command);
+  if (!exchange.answer) {
+    exchange.answer = TracedFrame{record.line, record.time, bytes, 1, {}};
+  } else {
+    exchange.answer->time = record.time;
+    exchange.answer->bytes += bytes;
+    ++exchange.answer->pieces;
+  }
+}
+
+}  // namespace
+
+std::vector<Exchange> exchangesOf(const std::vector<TraceRecord>& records) {
+  std::vector<Exchange> exchanges;
+  for (const TraceRecord& record : records) {
+    if (record.kind == TraceRecord::Kind::Send) {
+      exchanges.push_back({TracedFrame{record.line, record.time, record.bytes, 1,
+                                       decodeFrame(record.bytes, Direction::Command)},
+                           std::nullopt});
+    } else {
+      if (exchanges.empty()) exchanges.emplace_back();
+      addAnswer(exchanges.back(), record);
+    }
+  }
+  for (Exchange& exchange : exchanges)
+    if (exchange.answer) exchange.answer->frame = decodeFrame(exchange.answer->bytes, Direction::Answer);
+  return exchanges;
+}
+
+}  // namespace zentaro::tools

@@ -1,0 +1,50 @@
+// The loop of the scripted printer.
+#include "trace/replay.h"
+
+#include <poll.h>
+
+#include <iostream>
+
+#include "device/commands.h"
+#include "line/pty.h"
+#include "wire/receiver.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+std::string nameOf(const printer::Command& command) {
+  const printer::CommandEntry* known = printer::findCommand(command.code);
+  return printer::hexadecimal(command.code, 2) + (known == nullptr ? "" : " " + std::string(known->name));
+}
+
+void answer(const printer::Command& command, Script& script, printer::Pty& line) {
+  const Script::Reply reply = script.answer(command);
+  line.write(reply.bytes);
+  std::cerr << nameOf(command)
+            << (!reply.isRecorded     ? ": not in the trace any more, no answer"
+                : reply.bytes.empty() ? ": no answer, as in the trace"
+                                      : ": answered")
+            << "; " << script.left() << " left" << std::endl;
+}
+
+}  // namespace
+
+void replay(Script script) {
+  printer::Pty line;
+  line.connect();
+  std::cout << line.device() << std::endl;
+  printer::Receiver receiver;
+  while (true) {
+    constexpr int idleCheck = 1000;  // milliseconds
+    pollfd watched{line.descriptor(), POLLIN, 0};
+    if (::poll(&watched, 1, idleCheck) <= 0) {
+      line.liftStaleExclusiveUse();
+      continue;
+    }
+    for (const printer::Received& received : receiver.feed(line.read()))
+      if (const auto* command = std::get_if<printer::Command>(&received)) answer(*command, script, line);
+  }
+}
+
+}  // namespace zentaro::tools
