@@ -1,0 +1,52 @@
+// A trace of a session with the virtual printer answers the same session again.
+#include "common/virtual_printer.h"
+#include "tools-call/program.h"
+
+namespace zentaro::tools {
+namespace {
+
+using testing::contains;
+using testing::Ran;
+
+class Replay : public testing::Shell {
+ protected:
+  // Runs the commands with $DEVICE set while the trace answers; the end of the shell ends the scripted
+  // printer.
+  Ran replayed(const std::string& trace, const std::string& commands) const {
+    return run("zentaro trace --replay " + trace + " >" + file("device") + " 2>" + file("told") +
+               " & PRINTER=$!; trap 'kill $PRINTER' EXIT; for i in $(seq 200); do [ -s " + file("device") +
+               " ] && break; sleep 0.05; done; DEVICE=$(cat " + file("device") + "); " + commands);
+  }
+};
+
+constexpr auto session =
+    "zentaro call --timeout 1 --device $DEVICE SerialImpresora;"
+    "zentaro call --timeout 1 --device $DEVICE StatusIF N;"
+    "zentaro call --timeout 1 --device $DEVICE RecibirPago 5;"
+    "zentaro call --timeout 1 --device $DEVICE Subtotal";
+
+TEST_F(Replay, AnswersAsThePrinterDid) {
+  const VirtualPrinter printer({"--fault", "lose-answer on subtotal"});
+  write("settings.ini", "[Config\\EPSONZT]\nDebugZT=1\nDumpZT=" + file("trace.txt") + "\n");
+  const Ran recorded = run("DEVICE=" + printer.device() + "; " + session);
+  write("settings.ini", "");
+  const Ran again = replayed(file("trace.txt"), session);
+  EXPECT_TRUE(contains(recorded.output, "ERROR 03 NO HAY DOCUMENTO ABIERTO")) << recorded.output;
+  EXPECT_TRUE(contains(recorded.output, "Outcome         1 TIEMPO AGOTADO")) << recorded.output;
+  EXPECT_EQ(again.output, recorded.output);
+  EXPECT_EQ(contents(file("told")),
+            "80 serial: answered; 3 left\n38 status: answered; 2 left\n44 payment: answered; 1 left\n"
+            "43 subtotal: no answer, as in the trace; 0 left\n");
+}
+
+TEST_F(Replay, ReportsLinesThatCannotBeRead) {
+  write("trace.txt", "Send 15-03-2024 14:05:09\nbroken\n");
+  const Ran ran = run("zentaro trace " + file("trace.txt"));
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_TRUE(contains(ran.output, "line 2 is neither a line with a time nor a dump\n")) << ran.output;
+  EXPECT_EQ(run("zentaro trace " + file("none")).status, 2);
+  EXPECT_EQ(run("printf '' | zentaro trace -").status, 0);
+}
+
+}  // namespace
+}  // namespace zentaro::tools
