@@ -33,7 +33,8 @@ constexpr std::array<VerdictText, 8> verdictTexts{{
     {4,
      "STILL OPEN. The document is not counted, but the printer does not cancel it. Put the printer in order "
      "(paper, "
-     "cover), cancel the document (zentaro call CancelarComprobante), then print the sale again."},
+     "cover), cancel the document (zentaro call --device DEVICE CancelarComprobante), then print the sale "
+     "again."},
     {4,
      "STILL OPEN. The document is paid and partially closed, but the printer does not close it. Do not print "
      "it "
@@ -43,7 +44,8 @@ constexpr std::array<VerdictText, 8> verdictTexts{{
     {5,
      "NOT PRINTED. A document is open on the printer, left by another program or by a failure. Nothing was "
      "sent. "
-     "Look at the paper, end that document (zentaro call CancelarComprobante), then print the sale again."},
+     "Look at the paper, end that document (zentaro call --device DEVICE CancelarComprobante), then print "
+     "the sale again."},
     {3,
      "NOT PRINTED. The printer does not give its counters; nothing was sent. Look at power, cable, paper and "
      "port, "
