@@ -4,6 +4,7 @@
 #include <iostream>
 #include <memory>
 
+#include "automation/conversions.h"
 #include "automation/description.h"
 #include "common/connection.h"
 #include "common/guarded.h"
@@ -24,13 +25,24 @@ struct Request {
   std::vector<Variant> arguments;
 };
 
+// A second Z would close an empty day, and cannot be taken back.
+void warnOfLostClosing(const Request& request, const CZentaro& printer) {
+  const bool isLost = printer.nEnvironmentError >= ENVERR_COMM && printer.nEnvironmentError <= ENVERR_BADSEQ;
+  if (!isLost || request.arguments.empty() || toInt32(request.arguments[0]) != CIERRE_Z) return;
+  std::cerr
+      << "The answer was lost: the day may be closed already. Look at the paper, and at UltimoCierreZ of\n"
+         "\"zentaro status\", before you close again.\n";
+}
+
 // The record that a member hands out; nothing when its outcome was not 0.
 Object ask(Connection& connection, Request request) {
+  CZentaro& printer = connection.printer();
+  printer.verifyCheckSum = true;
   const Variant result = connection.object().call(request.member, request.arguments);
   if (!result.object().isNothing()) return result.object();
-  std::cerr << "zentaro: " << request.member << ": " << outcomeLine(connection.printer().nEnvironmentError)
-            << '\n'
-            << answerText(connection.printer());
+  std::cerr << "zentaro: " << request.member << ": " << outcomeLine(printer.nEnvironmentError) << '\n'
+            << answerText(printer);
+  warnOfLostClosing(request, printer);
   return {};
 }
 
