@@ -1,4 +1,4 @@
-// A trace of a session with the virtual printer answers the same session again.
+// A trace of calls on the virtual printer answers the same calls again.
 #include "common/virtual_printer.h"
 #include "tools-call/program.h"
 
@@ -19,7 +19,7 @@ class Replay : public testing::Shell {
   }
 };
 
-constexpr auto session =
+constexpr auto calls =
     "zentaro call --timeout 1 --device $DEVICE SerialImpresora;"
     "zentaro call --timeout 1 --device $DEVICE StatusIF N;"
     "zentaro call --timeout 1 --device $DEVICE RecibirPago 5;"
@@ -28,9 +28,9 @@ constexpr auto session =
 TEST_F(Replay, AnswersAsThePrinterDid) {
   const VirtualPrinter printer({"--fault", "lose-answer on subtotal"});
   write("settings.ini", "[Config\\EPSONZT]\nDebugZT=1\nDumpZT=" + file("trace.txt") + "\n");
-  const Ran recorded = run("DEVICE=" + printer.device() + "; " + session);
+  const Ran recorded = run("DEVICE=" + printer.device() + "; " + calls);
   write("settings.ini", "");
-  const Ran again = replayed(file("trace.txt"), session);
+  const Ran again = replayed(file("trace.txt"), calls);
   EXPECT_TRUE(contains(recorded.output, "ERROR 03 NO HAY DOCUMENTO ABIERTO")) << recorded.output;
   EXPECT_TRUE(contains(recorded.output, "Outcome         1 TIEMPO AGOTADO")) << recorded.output;
   EXPECT_EQ(again.output, recorded.output);
