@@ -64,19 +64,23 @@ std::u16string implied(const Variant& value, std::int16_t decimals) {
 }
 
 std::optional<double> asNumber(const Variant& value) {
+  std::optional<double> number;
   switch (value.kind()) {
     case Variant::Kind::Int16:
     case Variant::Kind::Int32:
     case Variant::Kind::Double:
     case Variant::Kind::Currency:
-      return toDouble(value);
+      number = toDouble(value);
+      break;
     case Variant::Kind::Text: {
       const Regional regional = services().regional->current();
-      return strictNumber(value.text(), regional.decimalSeparator, regional.groupSeparator);
+      number = strictNumber(value.text(), regional.decimalSeparator, regional.groupSeparator);
+      break;
     }
     default:
-      return std::nullopt;
+      break;
   }
+  return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 std::optional<Date> asDate(const Variant& value) {

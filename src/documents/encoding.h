@@ -20,7 +20,7 @@ std::u16string FormatImplied(double value, std::int16_t decimals);
 /// The same for a host's value; raises as toDouble does.
 std::u16string implied(const Variant& value, std::int16_t decimals);
 
-/// A number, or a text that is one; nothing for every other value, Booleans and dates included.
+/// A finite number, or a text that is one; nothing for every other value, Booleans and dates included.
 std::optional<double> asNumber(const Variant& value);
 /// A date, or a number or text that is one; nothing for every other value.
 std::optional<Date> asDate(const Variant& value);

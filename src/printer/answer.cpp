@@ -65,9 +65,9 @@ Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence
   const std::u16string answer = received.substr(start);
   const std::u16string_view body = bodyOf(answer);
   const std::u16string errorText = errorTextOf(body);
-  if (verifyCheckSum && !checkSumMatches(answer, body)) return failure(ENVERR_CHECKSUM, received, errorText);
+  if (verifyCheckSum && !checkSumMatches(answer, body)) return failure(ENVERR_CHECKSUM, answer, errorText);
   if (answer.size() < 2 || byteOf(answer[1]) != expectedSequence)
-    return failure(ENVERR_BADSEQ, received, errorText);
+    return failure(ENVERR_BADSEQ, answer, errorText);
 
   Answer result;
   result.errorText = errorText;

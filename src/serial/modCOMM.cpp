@@ -87,7 +87,6 @@ std::uint32_t waitForTransfer(const PortEntry& entry, std::uint32_t& count) {
 }
 
 std::int32_t readPort(const PortEntry& entry, std::u16string& data, std::int32_t wanted) {
-  yieldToHost(1);
   std::uint32_t flags = 0, waiting = 0;
   if (!serial().ClearCommError(entry.handle, flags, waiting)) {
     CommRecordError(serial().GetLastError(), u"CommRead (ClearCommError)");
@@ -163,6 +162,7 @@ std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t want
   data.clear();
   std::int32_t count = -1;
   try {
+    yieldToHost(1);  // required: also for a port that there is not, so that the host never freezes
     count = readPort(portAt(port), data, wanted);
   } catch (const Fault& fault) {
     keepError(fault.number, u"CommRead", fault.description);

@@ -32,6 +32,11 @@ TEST_F(TraceTest, ATransactionIsFourRecords) {
                 "C8 62 03 30 30 30 30                            \xC8"
                 "b.0000\r\n");
   file().clear();
+  line.answer({{"xy<STX>!H<FS>0<ETX>0000"}});  // another sequence: junk in front is cut away, the STX stays
+  z->ExecuteCMD(72);
+  EXPECT_EQ(file().substr(file().find("ReadStatus")),
+            "ReadStatus" + stamp + "02 21 48 1C 30 03 30 30 30 30                   .!H.0.0000\r\n");
+  file().clear();
   z->ExecuteCMD(72);  // nothing received, no dump line
   EXPECT_EQ(file().substr(file().find("ReadStatus")), "ReadStatus" + stamp);
   file().clear();

@@ -165,11 +165,16 @@ TEST_F(TransactionTest, TheHostRunsWhileTheObjectWaitsAndMayEndIt) {
   platform.host.onYield = [&] { ++yields; };
   EXPECT_EQ(z->ExecuteCMD(72), 1);
   EXPECT_GE(yields, 1100);  // 12 s of silence, at least 100 a second
+  yields = 0;
+  z->CommPort = 9;  // a port that there is not
+  EXPECT_EQ(z->ExecuteCMD(72), 1);
+  EXPECT_GE(yields, 1100);
+  z->CommPort = 1;
   struct Stop {};
   platform.host.onYield = [] { throw Stop(); };
   EXPECT_THROW(z->ExecuteCMD(72), Stop);
   platform.host.onYield = nullptr;
-  line.answer({{ok('$', 'H')}});
+  line.answer({{ok('%', 'H')}});
   EXPECT_EQ(z->ExecuteCMD(72), 0);
 }
 

@@ -46,6 +46,7 @@ TEST_F(ChequeTest, BadAmountsAndDatesAreRejectedBeforeTheStationIsOn) {
   const Date day = dateOf({2024, 3, 15, 0, 0, 0});
   EXPECT_EQ(raised([&] { z->LlenarCheque(u"x", u"A", day); }), 13);
   EXPECT_EQ(raised([&] { z->LlenarCheque(Variant::null(), u"A", day); }), 13);
+  EXPECT_EQ(raised([&] { z->LlenarCheque(u"1E999", u"A", day); }), 13);
   EXPECT_EQ(raised([&] { z->LlenarCheque(1, u"A", u"31/02/2024"); }), 13);
   EXPECT_EQ(raised([&] { z->LlenarCheque(1, u"A", Variant()); }), 13);
   EXPECT_EQ(allSent(), "");
