@@ -5,7 +5,7 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

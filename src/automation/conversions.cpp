@@ -6,9 +6,11 @@
 #include "automation/automation_error.h"
 #include "automation/masks.h"
 #include "automation/numbers.h"
-#include "platform/ascii.h"
 #include "platform/services.h"
-#include "platform/unicode.h"
+#include "text/ascii.h"
+#include "text/digits.h"
+#include "text/trimming.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {
@@ -33,8 +35,7 @@ double textToNumber(const std::u16string& text) {
 }
 
 std::u16string timeText(const CalendarTime& parts) {
-  return utf16(paddedDigits(parts.hour, 2) + ":" + paddedDigits(parts.minute, 2) + ":" +
-               paddedDigits(parts.second, 2));
+  return clockText(parts.hour, parts.minute, parts.second);
 }
 
 std::u16string dateText(Date date) {

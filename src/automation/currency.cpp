@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "automation/automation_error.h"
-#include "platform/ascii.h"
-#include "platform/unicode.h"
+#include "text/ascii.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {

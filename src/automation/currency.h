@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "automation/decimal_digits.h"
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

@@ -6,7 +6,8 @@
 #include <optional>
 
 #include "automation/automation_error.h"
-#include "automation/numbers.h"
+#include "text/digits.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {
@@ -81,9 +82,8 @@ Date dateOf(const CalendarTime& parts) {
 
 std::string isoText(Date date) {
   const CalendarTime parts = calendarTime(date);
-  return paddedDigits(parts.year, 4) + "-" + paddedDigits(parts.month, 2) + "-" + paddedDigits(parts.day, 2) +
-         "T" + paddedDigits(parts.hour, 2) + ":" + paddedDigits(parts.minute, 2) + ":" +
-         paddedDigits(parts.second, 2);
+  return utf8(decimalText(parts.year, 4) + u"-" + decimalText(parts.month, 2) + u"-" +
+              decimalText(parts.day, 2) + u"T" + clockText(parts.hour, parts.minute, parts.second));
 }
 
 }  // namespace zentaro

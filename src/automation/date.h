@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

@@ -5,8 +5,9 @@
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
-#include "platform/ascii.h"
 #include "platform/services.h"
+#include "text/ascii.h"
+#include "text/trimming.h"
 
 namespace zentaro {
 namespace {

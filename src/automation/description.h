@@ -107,8 +107,8 @@ struct Member {
 };
 
 struct ClassDescription {
-  std::string_view name;       // "CZentaro"
-  std::string_view interface;  // "_CZentaro"
+  std::string_view name;           // "CZentaro"
+  std::string_view interfaceName;  // "_CZentaro"
   std::string_view help;
   std::span<const Member> members;    // in interface order, the accessors of a property one behind the other
   std::shared_ptr<void> (*create)();  // null when a host cannot create one

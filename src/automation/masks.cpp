@@ -6,14 +6,15 @@
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "automation/numbers.h"
-#include "platform/ascii.h"
 #include "platform/services.h"
-#include "platform/unicode.h"
+#include "text/ascii.h"
+#include "text/digits.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {
 
-std::u16string twoDigits(int value) { return utf16(paddedDigits(value, 2)); }
+std::u16string twoDigits(int value) { return decimalText(value, 2); }
 
 DecimalDigits decimalOf(const Variant& value) {
   if (value.is(Variant::Kind::Currency)) return value.currency().toDecimal();
@@ -34,11 +35,11 @@ std::u16string grouped(std::u16string digits, char16_t separator) {
 std::u16string datePart(char16_t letter, std::size_t length, const CalendarTime& parts) {
   switch (asciiLower(letter)) {
     case u'd':
-      return utf16(paddedDigits(parts.day, length));
+      return decimalText(parts.day, length);
     case u'm':
-      return utf16(paddedDigits(parts.month, length));
+      return decimalText(parts.month, length);
     case u'y':
-      return length > 2 ? utf16(paddedDigits(parts.year, 4)) : twoDigits(parts.year % 100);
+      return length > 2 ? decimalText(parts.year, 4) : twoDigits(parts.year % 100);
     default:
       return std::u16string(length, letter);
   }
@@ -57,10 +58,8 @@ std::u16string maskTime(Date date) {
 }
 
 std::u16string maskWholeNumber8(const Variant& value) {
-  constexpr std::size_t leastDigits = 8;
   const FixedDigits digits = fixedDigits(decimalOf(value), 0);
-  const auto missing = leastDigits - std::min(leastDigits, digits.integer.size());
-  return utf16((digits.negative ? "-" : "") + std::string(missing, '0') + digits.integer);
+  return (digits.negative ? u"-" : u"") + zeroPadded(utf16(digits.integer), 8);
 }
 
 std::u16string maskAmount(const Variant& value) {

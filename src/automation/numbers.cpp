@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "automation/automation_error.h"
-#include "platform/ascii.h"
-#include "platform/unicode.h"
+#include "text/digits.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {
@@ -30,12 +30,6 @@ std::u16string withoutIgnored(std::u16string_view text) {
   return kept;
 }
 
-int hexValue(char16_t character) {
-  const char16_t lower = asciiLower(character);
-  if (isAsciiDigit(lower)) return lower - u'0';
-  return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : -1;
-}
-
 std::u16string fixedText(const DecimalDigits& number, char16_t decimalSeparator) {
   std::string integer = number.digits, fraction;
   if (number.exponent <= 0) {
@@ -53,7 +47,7 @@ std::u16string scientificText(const DecimalDigits& number, char16_t decimalSepar
   std::u16string text = utf16(number.digits);
   if (text.size() > 1) text.insert(1, 1, decimalSeparator);
   const int power = number.exponent - 1;
-  return text + (power < 0 ? u"E-" : u"E+") + utf16(paddedDigits(std::abs(power), 2));
+  return text + (power < 0 ? u"E-" : u"E+") + decimalText(std::abs(power), 2);
 }
 
 bool isShownFixed(const DecimalDigits& number) {
@@ -115,11 +109,6 @@ std::u16string numberText(double value, char16_t decimalSeparator) {
   const std::u16string text =
       isShownFixed(number) ? fixedText(number, decimalSeparator) : scientificText(number, decimalSeparator);
   return number.negative ? u"-" + text : text;
-}
-
-std::string paddedDigits(int value, std::size_t width) {
-  const std::string digits = std::to_string(value);
-  return std::string(width > digits.size() ? width - digits.size() : 0, '0') + digits;
 }
 
 }  // namespace zentaro

@@ -46,7 +46,4 @@ std::int32_t leadingSignedHex(std::u16string_view text);
 /// "-1.#INF", a NaN "1.#QNAN".
 std::u16string numberText(double value, char16_t decimalSeparator);
 
-/// `value`, not negative, with zeros in front up to `width` digits.
-std::string paddedDigits(int value, std::size_t width);
-
 }  // namespace zentaro

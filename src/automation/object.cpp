@@ -8,7 +8,7 @@
 #include "automation/automation_error.h"
 #include "automation/description.h"
 #include "automation/variant.h"
-#include "platform/ascii.h"
+#include "text/ascii.h"
 
 namespace zentaro {
 namespace {

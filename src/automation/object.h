@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

@@ -6,8 +6,9 @@
 #include <utility>
 
 #include "automation/numbers.h"
-#include "platform/ascii.h"
-#include "platform/unicode.h"
+#include "text/ascii.h"
+#include "text/trimming.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {
@@ -46,13 +47,6 @@ class Reader {
   std::u16string_view rest_;
 };
 
-std::u16string_view withoutBlanks(std::u16string_view text) {
-  constexpr std::u16string_view blanks = u" \t\r\n";
-  const auto first = text.find_first_not_of(blanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 std::string integerDigits(Reader& reader, char16_t decimalSeparator, char16_t groupSeparator) {
   std::string digits = reader.takeDigits();
   if (groupSeparator == decimalSeparator) return digits;
@@ -87,7 +81,7 @@ std::optional<double> wholeNumber(std::u16string_view text, int base) {
 
 std::optional<DecimalDigits> strictDecimal(std::u16string_view text, char16_t decimalSeparator,
                                            char16_t groupSeparator) {
-  Reader reader(withoutBlanks(text));
+  Reader reader(withoutWhiteSpace(text));
   const bool isNegative = reader.takeSign();
   std::string digits = integerDigits(reader, decimalSeparator, groupSeparator);
   const auto integerCount = static_cast<int>(digits.size());
@@ -100,7 +94,7 @@ std::optional<DecimalDigits> strictDecimal(std::u16string_view text, char16_t de
 
 std::optional<double> strictNumber(std::u16string_view text, char16_t decimalSeparator,
                                    char16_t groupSeparator) {
-  const std::u16string_view content = withoutBlanks(text);
+  const std::u16string_view content = withoutWhiteSpace(text);
   if (content.starts_with(u"&H") || content.starts_with(u"&h")) return wholeNumber(content.substr(2), 16);
   if (content.starts_with(u"&O") || content.starts_with(u"&o")) return wholeNumber(content.substr(2), 8);
   const auto decimal = strictDecimal(content, decimalSeparator, groupSeparator);

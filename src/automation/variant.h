@@ -14,7 +14,7 @@
 #include "automation/currency.h"
 #include "automation/date.h"
 #include "automation/object.h"
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 

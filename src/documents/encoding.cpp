@@ -10,6 +10,7 @@
 #include "automation/conversions.h"
 #include "automation/numbers.h"
 #include "platform/services.h"
+#include "text/trimming.h"
 #include "util/lm_string_lib.h"
 
 namespace zentaro {
@@ -36,17 +37,12 @@ char16_t sevenBit(char16_t character) {
   return character > 127 ? u'.' : character;
 }
 
-std::u16string trimmed(const std::u16string& text) {
-  const std::size_t first = text.find_first_not_of(u' ');
-  if (first == std::u16string::npos) return {};
-  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
-}
-
 }  // namespace
 
 std::u16string CleanText(const Variant& value, std::int32_t length) {
   constexpr std::int32_t usualLength = 20;
-  std::u16string text = trimmed(lmStringLib::FixLen(toText(value), length == 0 ? usualLength : length));
+  const std::u16string field = lmStringLib::FixLen(toText(value), length == 0 ? usualLength : length);
+  std::u16string text(withoutSpaces<char16_t>(field));
   std::transform(text.begin(), text.end(), text.begin(), sevenBit);
   return text;
 }

@@ -4,11 +4,11 @@
 #include <array>
 
 #include "automation/automation_error.h"
-#include "platform/ascii.h"
 #include "printer/czentaro.h"
 #include "reports/resultado_cierre.h"
 #include "reports/status_hasar.h"
 #include "reports/status_n.h"
+#include "text/ascii.h"
 
 namespace zentaro {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

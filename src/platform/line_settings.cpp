@@ -5,7 +5,8 @@
 #include <optional>
 #include <type_traits>
 
-#include "platform/ascii.h"
+#include "text/ascii.h"
+#include "text/trimming.h"
 
 namespace zentaro {
 namespace {

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "platform/clock.h"
-#include "platform/code_page.h"
-#include "platform/export.h"
 #include "platform/files.h"
 #include "platform/host.h"
 #include "platform/regional_settings.h"
 #include "platform/serial_services.h"
 #include "platform/settings_store.h"
+#include "text/code_page.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include "platform/ascii.h"
+#include "text/ascii.h"
+#include "text/trimming.h"
 
 namespace zentaro {
 namespace {

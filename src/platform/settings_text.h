@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/export.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 

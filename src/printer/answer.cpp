@@ -31,9 +31,9 @@ std::u16string errorTextOf(std::u16string_view body) {
 }
 
 // The sum is compared modulo 65,536: an answer has only four digits for it.
-bool checkSumMatches(std::u16string_view answer, std::u16string_view body) {
+bool checkSumMatches(std::u16string_view answer, std::u16string_view body, const CodePage& codePage) {
   std::uint32_t sum = 0;
-  for (const char16_t character : body) sum += byteOf(character);
+  for (const char16_t character : body) sum += codePage.encode(character);
   return (sum & 0xFFFF) == leadingHex(answer.substr(body.size(), 4));
 }
 
@@ -59,15 +59,19 @@ std::vector<Variant> split(const std::u16string& text) {
 
 Answer timedOut(const std::u16string& received) { return failure(ENVERR_COMM, received); }
 
-Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence, bool verifyCheckSum) {
+Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence, bool verifyCheckSum,
+                   const CodePage& codePage) {
   const std::size_t start = received.find(STX);
   if (start == std::u16string::npos) return failure(ENVERR_INVALID, received);
   const std::u16string answer = received.substr(start);
   const std::u16string_view body = bodyOf(answer);
   const std::u16string errorText = errorTextOf(body);
-  if (verifyCheckSum && !checkSumMatches(answer, body)) return failure(ENVERR_CHECKSUM, answer, errorText);
-  if (answer.size() < 2 || byteOf(answer[1]) != expectedSequence)
+  if (verifyCheckSum && !checkSumMatches(answer, body, codePage)) {
+    return failure(ENVERR_CHECKSUM, answer, errorText);
+  }
+  if (answer.size() < 2 || codePage.encode(answer[1]) != expectedSequence) {
     return failure(ENVERR_BADSEQ, answer, errorText);
+  }
 
   Answer result;
   result.errorText = errorText;
@@ -78,7 +82,7 @@ Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence
   result.printerStatus = statusWord(fields[0], result.outcome);
   result.fiscalStatus = statusWord(fields[1], result.outcome);
   fields.insert(fields.begin(),
-                static_cast<std::int16_t>(result.traced.empty() ? 0 : byteOf(result.traced[0])));
+                static_cast<std::int16_t>(result.traced.empty() ? 0 : codePage.encode(result.traced[0])));
   result.fields = Array(std::move(fields));
   return result;
 }

@@ -7,6 +7,7 @@
 
 #include "automation/variant.h"
 #include "printer/outcome.h"
+#include "text/code_page.h"
 
 namespace zentaro {
 
@@ -33,6 +34,7 @@ Answer timedOut(const std::u16string& received);
 /// The checks in their order: STX (outcome 2), checksum when `verifyCheckSum` asks for it (3), sequence
 /// number (4), bit 15 of a status word (5). Never raises: a text that is cut short anywhere gives what it
 /// holds.
-Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence, bool verifyCheckSum);
+Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence, bool verifyCheckSum,
+                   const CodePage& codePage);
 
 }  // namespace zentaro

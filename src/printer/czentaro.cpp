@@ -69,7 +69,7 @@ void CZentaro::PortOpen(bool bIsOpen) {
 std::u16string CZentaro::BuildOMB(std::int16_t iCommandNumber, const Array& vaArgs) {
   nLastCommand = iCommandNumber;
   nSequence.advance();
-  return buildFrame(nSequence.current(), iCommandNumber, vaArgs);
+  return buildFrame(nSequence.current(), iCommandNumber, vaArgs, *services().codePage);
 }
 
 void CZentaro::SendOMB(const Variant& frame) {
@@ -87,8 +87,8 @@ Variant CZentaro::ReadResponse(std::int16_t expected) {
   trace_.readStatus();
   Receiver receiver;
   const bool complete = receiveAnswer(CommPort, settings_, receiver);
-  Answer answer =
-      complete ? checkAnswer(receiver.text(), expected, verifyCheckSum) : timedOut(receiver.text());
+  Answer answer = complete ? checkAnswer(receiver.text(), expected, verifyCheckSum, *services().codePage)
+                           : timedOut(receiver.text());
   if (answer.errorText) sLastError = *answer.errorText;
   dwordPrinterStatus = answer.printerStatus;
   dwordStatusFiscal = answer.fiscalStatus;

@@ -4,7 +4,7 @@
 //   answer   STX  sequence  command code  FS  printer status  FS  fiscal status  { FS  field }  ETX  checksum
 //
 // The checksum is the sum of all bytes from STX through ETX in upper-case hexadecimal digits, four at least.
-// Frames are held as text whose characters stand for bytes in the thread's code page.
+// Frames are held as text whose characters stand for bytes in a code page.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "automation/variant.h"
+#include "text/code_page.h"
 
 namespace zentaro {
 
@@ -32,15 +33,12 @@ class SequenceNumber {
   std::int16_t current_ = first;
 };
 
-/// The byte that stands for a character in the thread's code page, and the reverse.
-std::uint8_t byteOf(char16_t character);
-char16_t characterOf(std::uint8_t byte);
-
-/// The sum of the bytes. Raises 6 (overflow) for a text of more than 32,767 characters.
-std::int32_t checkSum(std::u16string_view text);
+/// The sum of the bytes that the characters stand for. Raises 6 (overflow) for more than 32,767 characters.
+std::int32_t checkSum(std::u16string_view text, const CodePage& codePage);
 
 /// A complete command frame. Raises 5 for a command outside 0 to 255, 9 for an array without bounds, and what
 /// the conversion of a field to text raises.
-std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Array& fields);
+std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Array& fields,
+                          const CodePage& codePage);
 
 }  // namespace zentaro

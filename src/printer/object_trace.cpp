@@ -36,7 +36,7 @@ void ObjectTrace::readStatus() {
 
 void ObjectTrace::dump(std::u16string_view text) {
   if (!file_) return;
-  for (const std::u16string& line : dumpLines(text)) file_->line(line);
+  for (const std::u16string& line : dumpLines(text, *services().codePage)) file_->line(line);
 }
 
 }  // namespace zentaro

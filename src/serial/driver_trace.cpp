@@ -40,7 +40,7 @@ void CommTraceSend(const std::u16string& data) { record(u"Send", data); }
 void CommTraceDump(const std::u16string& data) {
   TraceFile& trace = driverState().trace;
   if (!trace.isOpen()) return;
-  for (const std::u16string& line : dumpLines(data)) trace.line(line);
+  for (const std::u16string& line : dumpLines(data, *services().codePage)) trace.line(line);
 }
 
 }  // namespace zentaro::modCOMM

@@ -2,8 +2,9 @@
 #include "serial/last_error.h"
 
 #include "platform/services.h"
-#include "platform/unicode.h"
 #include "serial/modCOMM.h"
+#include "text/trimming.h"
+#include "text/unicode.h"
 #include "util/lm_hex_str.h"
 
 namespace zentaro::modCOMM {
@@ -13,9 +14,7 @@ namespace {
 std::u16string CommSystemMessage(std::uint32_t code) {
   const std::string system = services().serial->FormatMessageA(code);
   const std::u16string text = utf16(std::string_view(system).substr(0, system.find('\0')));
-  const auto first = text.find_first_not_of(u' ');
-  if (first == std::u16string::npos) return {};
-  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+  return std::u16string(withoutSpaces<char16_t>(text));
 }
 
 }  // namespace

@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "platform/services.h"
-#include "platform/unicode.h"
 #include "serial/driver_state.h"
 #include "serial/driver_trace.h"
 #include "serial/last_error.h"
+#include "text/unicode.h"
 
 namespace zentaro::modCOMM {
 namespace {

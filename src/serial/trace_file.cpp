@@ -3,7 +3,7 @@
 
 #include "automation/automation_error.h"
 #include "platform/services.h"
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 

@@ -1,7 +1,8 @@
-// Hexadecimal text, digit by digit from the right.
+// Hexadecimal text.
 #include "util/lm_hex_str.h"
 
-#include "platform/unicode.h"
+#include "text/digits.h"
+#include "text/unicode.h"
 
 namespace zentaro::lmHexStr {
 
@@ -11,15 +12,7 @@ std::u16string HexDigit(std::int16_t value) {
 }
 
 std::u16string HexStr(std::int32_t value, std::int16_t width) {
-  auto rest = static_cast<std::uint32_t>(value);
-  std::u16string text;
-  do {
-    text.insert(0, HexDigit(static_cast<std::int16_t>(rest % 16)));
-    rest /= 16;
-  } while (rest != 0);
-  const auto wanted = static_cast<std::size_t>(width > 0 ? width : 0);
-  if (text.size() < wanted) text.insert(0, wanted - text.size(), u'0');
-  return text;
+  return hexadecimalText(static_cast<std::uint32_t>(value), static_cast<std::size_t>(width > 0 ? width : 0));
 }
 
 }  // namespace zentaro::lmHexStr

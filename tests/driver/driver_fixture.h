@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "driver/scripted_serial.h"
-#include "platform/unicode.h"
 #include "serial/modCOMM.h"
 #include "support/fakes.h"
+#include "text/unicode.h"
 
 namespace zentaro::testing {
 

@@ -114,10 +114,10 @@ TEST_F(DriverTrace, FailedWriteReachesTheCallerAndALaterOneWorks) {
 }
 
 TEST_F(DriverTrace, DumpBreaksAfterSixteenCharactersAndShowsCodesOfTheCodePage) {
-  EXPECT_TRUE(dumpLines(u"").empty());
-  EXPECT_EQ(dumpLines(std::u16string(16, u'a')).size(), 1U);
-  EXPECT_EQ(dumpLines(std::u16string(17, u'a'))[1], u"61 " + std::u16string(45, u' ') + u"a");
-  EXPECT_EQ(dumpLines(std::u16string(u"\0\x1F\x7F\u20AC\u4E2D", 5))[0],
+  EXPECT_TRUE(dumpLines(u"", windows1252()).empty());
+  EXPECT_EQ(dumpLines(std::u16string(16, u'a'), windows1252()).size(), 1U);
+  EXPECT_EQ(dumpLines(std::u16string(17, u'a'), windows1252())[1], u"61 " + std::u16string(45, u' ') + u"a");
+  EXPECT_EQ(dumpLines(std::u16string(u"\0\x1F\x7F\u20AC\u4E2D", 5), windows1252())[0],
             u"00 1F 7F 80 3F " + std::u16string(33, u' ') + u"..\x7F\u20AC\u4E2D");
 }
 

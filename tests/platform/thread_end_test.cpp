@@ -5,8 +5,8 @@
 
 #include "platform/per_thread.h"
 #include "platform/pseudo_terminal.h"
-#include "platform/unicode.h"
 #include "serial/modCOMM.h"
+#include "text/unicode.h"
 
 namespace zentaro::testing {
 namespace {

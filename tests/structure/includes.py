@@ -4,7 +4,7 @@ import pathlib
 import re
 import sys
 
-FLOORS = ["platform", "automation", "util", "serial", "printer", "documents", "reports", "interface"]
+FLOORS = ["text", "platform", "automation", "util", "serial", "printer", "documents", "reports", "interface"]
 SYSTEM = re.compile(r"#\s*(if|elif).*(_WIN32|__linux__|__unix__|_MSC_VER)")
 
 

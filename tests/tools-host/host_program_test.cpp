@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "host/session.h"
-#include "platform/unicode.h"
 #include "support/fakes.h"
+#include "text/unicode.h"
 #include "tools-call/program.h"
 
 namespace zentaro::tools {

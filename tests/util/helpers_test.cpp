@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "platform/unicode.h"
+#include "text/unicode.h"
 #include "util/general.h"
 #include "util/lm_hex_str.h"
 #include "util/lm_string_lib.h"

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/unicode.h"
+#include "text/unicode.h"
 #include "values/values.h"
 
 namespace zentaro {

@@ -1,9 +1,9 @@
 // Unicode, the code page, and the settings text of a line.
 #include <gtest/gtest.h>
 
-#include "platform/code_page.h"
 #include "platform/line_settings.h"
-#include "platform/unicode.h"
+#include "text/code_page.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {

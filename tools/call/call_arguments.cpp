@@ -6,7 +6,7 @@
 
 #include "common/iso_date.h"
 #include "common/signatures.h"
-#include "platform/ascii.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

@@ -10,7 +10,7 @@
 #include "common/guarded.h"
 #include "common/show.h"
 #include "interface/library.h"
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro::tools {
 

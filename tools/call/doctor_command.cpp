@@ -12,8 +12,8 @@
 #include "common/guarded.h"
 #include "common/known_settings.h"
 #include "common/show.h"
-#include "platform/ascii.h"
 #include "platform/system_paths.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

@@ -11,7 +11,7 @@
 #include "common/signatures.h"
 #include "common/type_names.h"
 #include "interface/library.h"
-#include "platform/ascii.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

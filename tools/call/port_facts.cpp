@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/ascii.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

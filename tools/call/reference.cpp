@@ -7,8 +7,8 @@
 #include "common/type_names.h"
 #include "interface/library.h"
 #include "platform/setting_keys.h"
-#include "platform/unicode.h"
 #include "printer/outcome.h"
+#include "text/unicode.h"
 
 namespace zentaro::tools {
 
@@ -68,7 +68,7 @@ void writeMember(std::ostream& page, std::span<const Member> group) {
 
 void writeClass(std::ostream& page, const ClassDescription& description) {
   page << "\n## " << description.name << "\n\n"
-       << description.help << " Interface `" << description.interface << "`; "
+       << description.help << " Interface `" << description.interfaceName << "`; "
        << (description.create == nullptr ? "handed out by the printer object." : "created as `")
        << (description.create == nullptr ? "" : qualifiedName(description) + "`.") << "\n\n";
   for (const auto& group : memberGroups(description)) writeMember(page, group);

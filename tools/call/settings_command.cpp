@@ -11,8 +11,8 @@
 #include "common/guarded.h"
 #include "common/json.h"
 #include "common/known_settings.h"
-#include "platform/ascii.h"
 #include "platform/system_paths.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

@@ -50,7 +50,7 @@ Json describeClass(const ClassDescription& description) {
   Json members = Json::array();
   for (const Member& member : description.members) members.push_back(describeMember(member));
   return {{"class", qualifiedName(description)},
-          {"interface", description.interface},
+          {"interface", description.interfaceName},
           {"creatable", description.create != nullptr},
           {"help", description.help},
           {"members", std::move(members)}};

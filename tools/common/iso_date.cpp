@@ -2,7 +2,7 @@
 #include "common/iso_date.h"
 
 #include "automation/automation_error.h"
-#include "platform/ascii.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

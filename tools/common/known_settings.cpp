@@ -3,7 +3,7 @@
 
 #include <limits>
 
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro::tools {
 

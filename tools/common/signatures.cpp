@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "common/type_names.h"
-#include "platform/ascii.h"
+#include "text/ascii.h"
 
 namespace zentaro::tools {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro::tools {
 

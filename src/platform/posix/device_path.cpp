@@ -3,7 +3,7 @@
 
 #include "platform/services.h"
 #include "platform/system_paths.h"
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "platform/per_thread.h"
 #include "platform/posix/posix_services.h"
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {

@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "platform/posix/posix_services.h"
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 namespace zentaro::posix {
 namespace {

@@ -7,12 +7,12 @@
 #include <cstdlib>
 #include <optional>
 
-#include "platform/ascii.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_services.h"
 #include "platform/settings_text.h"
 #include "platform/system_paths.h"
-#include "platform/unicode.h"
+#include "text/ascii.h"
+#include "text/unicode.h"
 
 namespace zentaro {
 namespace {

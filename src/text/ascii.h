@@ -32,12 +32,4 @@ constexpr bool equalIgnoringCase(std::string_view left, std::string_view right) 
   return equalIgnoringCase<char>(left, right);
 }
 
-/// The text without the blanks at its ends.
-template <class Character>
-constexpr std::basic_string_view<Character> trimmed(std::basic_string_view<Character> text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 }  // namespace zentaro

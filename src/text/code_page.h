@@ -1,6 +1,7 @@
 // The single-byte code page that maps the characters of a frame to bytes and back.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -9,14 +10,19 @@ namespace zentaro {
 
 class CodePage {
  public:
-  virtual ~CodePage() = default;
-  /// Every byte has a character, and encoding that character gives the byte again.
-  virtual char16_t decode(std::uint8_t byte) const = 0;
+  /// The character of every byte, no two of them equal.
+  using Characters = std::array<char16_t, 256>;
+  constexpr explicit CodePage(const Characters& characters) : characters_(characters) {}
+
+  constexpr char16_t decode(std::uint8_t byte) const { return characters_[byte]; }
   /// A character outside the code page becomes "?".
-  virtual std::uint8_t encode(char16_t character) const = 0;
+  std::uint8_t encode(char16_t character) const;
 
   std::u16string text(std::string_view bytes) const;
   std::string bytes(std::u16string_view text) const;
+
+ private:
+  Characters characters_;
 };
 
 /// Windows-1252; its five unassigned bytes stand for U+0081, U+008D, U+008F, U+0090 and U+009D.

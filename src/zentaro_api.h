@@ -1,8 +1,8 @@
 // Marks what programs that link the shared library may use; everything else stays inside it.
 #pragma once
 
-#if defined(_WIN32)
-#define ZENTARO_API __declspec(dllexport)
+#if __has_attribute(dllexport)
+#define ZENTARO_API __attribute__((dllexport))
 #else
 #define ZENTARO_API __attribute__((visibility("default")))
 #endif

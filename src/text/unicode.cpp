@@ -1,7 +1,7 @@
 // Conversion between UTF-8 and UTF-16. Overlong forms, surrogates in UTF-8 and values above U+10FFFF are
 // malformed; what was read of a malformed sequence becomes one U+FFFD, and reading goes on at the first byte
 // that does not belong to it.
-#include "platform/unicode.h"
+#include "text/unicode.h"
 
 #include <cstddef>
 
