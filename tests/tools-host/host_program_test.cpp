@@ -66,15 +66,24 @@ coproc host { zentaro host; }
 ask() { echo "$1" >&"${host[1]}"; read -r -t 20 -u "${host[0]}" answer && echo "$answer"; }
 ask '{"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CZentaro"}}'
 ask 'x'
+python3 -c '
+for depth in 100000, 129, 128: print("[" * depth + "]" * depth)
+print("x" * 20000000)' >&"${host[1]}"
+for line in 1 2 3 4; do read -r -t 20 -u "${host[0]}" answer && echo "${answer:27}"; done
 pid=$host_PID
 exec {host[1]}>&-
 wait "$pid"
 )BASH");
   const Ran ran = run("bash " + file("talk.bash"));
-  EXPECT_EQ(ran.output,
-            "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"object\":1}}\n"
-            "{\"jsonrpc\":\"2.0\",\"id\":null,\"error\":{\"code\":-32700,\"message\":\"the line is not JSON "
-            "in UTF-8\"}}\n");
+  EXPECT_EQ(
+      ran.output,
+      "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"object\":1}}\n"
+      "{\"jsonrpc\":\"2.0\",\"id\":null,\"error\":{\"code\":-32700,\"message\":\"the line is not JSON "
+      "in UTF-8\"}}\n"
+      "\"error\":{\"code\":-32700,\"message\":\"the line is nested deeper than 128 levels\"}}\n"
+      "\"error\":{\"code\":-32700,\"message\":\"the line is nested deeper than 128 levels\"}}\n"
+      "\"error\":{\"code\":-32600,\"message\":\"batches are not supported: send one request per line\"}}\n"
+      "\"error\":{\"code\":-32700,\"message\":\"the line is longer than 16 MB\"}}\n");
   EXPECT_EQ(ran.status, 0);
 }
 

@@ -10,10 +10,23 @@ namespace zentaro::tools {
 
 namespace {
 
+// One line without its end; false at the end of input. Of a line that is too long one byte too many is kept,
+// so that the session sees it, and the rest is skipped.
+bool readLine(std::istream& input, std::string& line) {
+  line.clear();
+  std::streambuf& bytes = *input.rdbuf();
+  using Traits = std::char_traits<char>;
+  for (auto next = bytes.sbumpc(); next != Traits::eof(); next = bytes.sbumpc()) {
+    if (next == '\n') return true;
+    if (line.size() <= longestLine) line += Traits::to_char_type(next);
+  }
+  return !line.empty();
+}
+
 // The session ends with the function: its objects are destroyed and their ports closed.
 int serve(std::istream& input, std::ostream& output) {
   HostSession session;
-  for (std::string line; std::getline(input, line);) {
+  for (std::string line; readLine(input, line);) {
     output << session.answer(line) << '\n' << std::flush;
     if (!output) return 1;  // nobody reads any more
   }

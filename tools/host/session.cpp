@@ -1,6 +1,7 @@
 // Requests and responses of the line protocol.
 #include "host/session.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <vector>
@@ -15,6 +16,8 @@
 namespace zentaro::tools {
 
 namespace {
+
+constexpr std::size_t deepestLine = 128;
 
 struct Method {
   std::string_view name;
@@ -81,7 +84,27 @@ const Method& methodOf(const Json& request) {
                                              ": there are create, release, get, put, call and describe");
 }
 
+// How many brackets are open at once; what stands in texts does not count.
+std::size_t depthOf(std::string_view line) {
+  std::size_t depth = 0, deepest = 0;
+  bool inText = false;
+  for (std::size_t index = 0; index < line.size(); ++index) {
+    const char c = line[index];
+    if (c == '\\' && inText) ++index;
+    if (c == '"') inText = !inText;
+    if (inText) continue;
+    if (c == '[' || c == '{') deepest = std::max(deepest, ++depth);
+    if ((c == ']' || c == '}') && depth > 0) --depth;
+  }
+  return deepest;
+}
+
 Json parsed(std::string_view line) {
+  if (line.size() > longestLine) throw RpcError(RpcCode::ParseError, "the line is longer than 16 MB");
+  // The parser is at ease with any depth, but what it makes is taken apart level by level, on the stack.
+  if (depthOf(line) > deepestLine) {
+    throw RpcError(RpcCode::ParseError, "the line is nested deeper than 128 levels");
+  }
   Json request = Json::parse(line, nullptr, false);
   if (request.is_discarded()) throw RpcError(RpcCode::ParseError, "the line is not JSON in UTF-8");
   return request;

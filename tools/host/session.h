@@ -2,6 +2,7 @@
 // out.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@
 #include "host/object_table.h"
 
 namespace zentaro::tools {
+
+/// In bytes; what is longer, or nested deeper than 128 levels, is answered with an error.
+inline constexpr std::size_t longestLine = std::size_t{16} << 20;
 
 class HostSession {
  public:
