@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <memory>
 #include <span>
@@ -53,24 +55,27 @@ struct Parameter {
   bool isOptional() const { return fallback.kind != Default::Kind::None; }
 };
 
-/// The parameters of a member, at most six, as a constant.
-class ParameterList {
+/// A short list as a constant.
+template <class Item, std::size_t most>
+class ConstantList {
  public:
-  constexpr ParameterList() = default;
-  constexpr ParameterList(std::initializer_list<Parameter> parameters) : size_(parameters.size()) {
-    std::copy(parameters.begin(), parameters.end(), items_.begin());
+  constexpr ConstantList() = default;
+  constexpr ConstantList(std::initializer_list<Item> items) : size_(items.size()) {
+    std::copy(items.begin(), items.end(), items_.begin());
   }
 
   constexpr std::size_t size() const { return size_; }
-  constexpr const Parameter& operator[](std::size_t index) const { return items_[index]; }
-  constexpr Parameter& operator[](std::size_t index) { return items_[index]; }
-  constexpr const Parameter* begin() const { return items_.data(); }
-  constexpr const Parameter* end() const { return items_.data() + size_; }
+  constexpr bool empty() const { return size_ == 0; }
+  constexpr const Item& operator[](std::size_t index) const { return items_[index]; }
+  constexpr Item& operator[](std::size_t index) { return items_[index]; }
+  constexpr const Item* begin() const { return items_.data(); }
+  constexpr const Item* end() const { return items_.data() + size_; }
 
  private:
-  std::array<Parameter, 6> items_{};
+  std::array<Item, most> items_{};
   std::size_t size_ = 0;
 };
+using ParameterList = ConstantList<Parameter, 6>;
 
 /// One accessor or method. `arguments` has one element for each parameter and, for a Let or Set, the new
 /// value behind them.
@@ -84,10 +89,43 @@ enum OutcomeSet : unsigned {
   checksArgument = 4,  // 6, for an argument that is rejected before anything is sent
 };
 
+/// How the text of a field is made.
+enum class Encoding {
+  Constant,   // always the same text
+  AsGiven,    // the argument as its text, neither cut nor replaced
+  Cleaned,    // cut to `size` characters, trimmed, 7-bit
+  ItemText,   // the same with the setting LenDescripcionZT, and `size` characters more
+  Start,      // the first `size` characters as they are
+  Implied,    // a number with `size` implied decimals
+  Day,        // a date as yymmdd
+  Time,       // a time as hhnnss
+  Digits8,    // a whole number with eight digits at least
+  Amount,     // a number with two decimals and the regional separators
+  ShortDate,  // the regional short date
+  Letter,     // in upper case
+};
+
+/// One field of a command.
+struct SentField {
+  Encoding encoding;
+  std::string_view source = {};  // the parameter that it is made of, or the constant text
+  int size = 0;
+};
+
+/// One command as a member sends it, with its fields in the order of the frame.
+struct SentCommand {
+  std::int16_t code;
+  ConstantList<SentField, 9> fields = {};
+  std::string_view when = {};  // the case in which this one of several is sent; empty: always, in turn
+};
+
 /// What a member does on the line.
 struct Effect {
-  std::string_view sends = {};  // the commands with their fields in frame order: "0x44: empty, amount, \"T\""
-  unsigned outcomes = noOutcome;  // an OutcomeSet
+  ConstantList<SentCommand, 3> commands = {};
+  std::string_view sendsOther = {};  // what it sends when that is no command of its own
+  unsigned outcomes = noOutcome;     // an OutcomeSet
+
+  constexpr bool sends() const { return !commands.empty() || !sendsOther.empty(); }
 };
 
 struct Member {
@@ -98,6 +136,7 @@ struct Member {
   std::string_view help;
   Thunk thunk;
   Effect effect = {};
+  Parameter newValue = {};  // of a Let or Set
 
   /// Whether the result is the outcome code; the outcome of any other member is in nEnvironmentError.
   bool returnsOutcome() const {

@@ -2,6 +2,7 @@
 // template.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -13,6 +14,7 @@
 #include "automation/conversions.h"
 #include "automation/description.h"
 #include "printer/closing_type.h"
+#include "printer/command.h"
 #include "printer/outcome.h"
 
 namespace zentaro {
@@ -24,7 +26,6 @@ class statusN;
 namespace zentaro::table {
 
 // --- C++ types as types of the interface
-// -----------------------------------------------------------------------------
 
 template <class T>
 inline constexpr Type typeFor = {};
@@ -99,7 +100,6 @@ Variant result(std::unique_ptr<T> record) {
 }
 
 // --- Parameters
-// ------------------------------------------------------------------------------------------------------
 
 inline constexpr Default omitted{Default::Kind::Missing}, zero{Default::Kind::Zero},
     emptyText{Default::Kind::EmptyText}, isTrue{Default::Kind::True};
@@ -113,19 +113,51 @@ constexpr Parameter byValue(std::string_view name, std::string_view note, Defaul
 }
 
 // --- What a member sends
-// -------------------------------------------------------------------------------------------------------
 
+inline constexpr SentField emptyField{Encoding::Constant};
+constexpr SentField constant(std::string_view text) { return {Encoding::Constant, text}; }
+constexpr SentField asGiven(std::string_view parameter) { return {Encoding::AsGiven, parameter}; }
+constexpr SentField cleaned(std::string_view parameter, int characters) {
+  return {Encoding::Cleaned, parameter, characters};
+}
+constexpr SentField itemText(std::string_view parameter, int more = 0) {
+  return {Encoding::ItemText, parameter, more};
+}
+constexpr SentField implied(std::string_view parameter, int decimals) {
+  return {Encoding::Implied, parameter, decimals};
+}
+
+constexpr SentCommand command(Command code, ConstantList<SentField, 9> fields = {},
+                              std::string_view when = {}) {
+  return {static_cast<std::int16_t>(code), fields, when};
+}
+
+using SentCommands = ConstantList<SentCommand, 3>;
 /// The usual operation: refused on a closed port.
-constexpr Effect sends(std::string_view commands) { return {commands, checksPort | exchanges}; }
+constexpr Effect sends(SentCommands commands) { return {commands, {}, checksPort | exchanges}; }
 /// The same, and 6 for an argument outside its range.
-constexpr Effect sendsChecked(std::string_view commands) {
-  return {commands, checksPort | exchanges | checksArgument};
+constexpr Effect sendsChecked(SentCommands commands) {
+  return {commands, {}, checksPort | exchanges | checksArgument};
 }
 /// Sent whether the port is open or not.
-constexpr Effect sendsAlways(std::string_view commands) { return {commands, exchanges}; }
+constexpr Effect sendsAlways(SentCommands commands) { return {commands, {}, exchanges}; }
+/// What the host itself made up.
+constexpr Effect sendsOther(std::string_view what, unsigned outcomes) { return {{}, what, outcomes}; }
+
+consteval bool isNamed(const ParameterList& parameters, std::string_view name) {
+  return std::ranges::any_of(parameters, [=](const Parameter& parameter) { return parameter.name == name; });
+}
+/// Whether every field that is no constant is made of one of the parameters.
+consteval bool namesItsParameters(const Effect& effect, const ParameterList& parameters) {
+  for (const SentCommand& command : effect.commands) {
+    for (const SentField& field : command.fields) {
+      if (field.encoding != Encoding::Constant && !isNamed(parameters, field.source)) return false;
+    }
+  }
+  return true;
+}
 
 // --- What is derived from a member pointer
-// ---------------------------------------------------------------------------
 
 template <class Class, class Result, class... Arguments>
 struct MethodTraits {
@@ -179,13 +211,14 @@ template <auto variable>
 using VariableTraitsOf = decltype(variableTraitsOf(variable));
 
 // --- Rows: each gives the accessors of one member in interface order
-// -------------------------------------------------
 
 template <auto function>
 consteval std::array<Member, 1> method(std::string_view name, ParameterList parameters = {},
                                        std::string_view help = {}, Effect effect = {}) {
   using Traits = TraitsOf<function>;
   if (parameters.size() != Traits::arity) throw "every parameter of the C++ member needs a name";
+  if (!namesItsParameters(effect, parameters))
+    throw "a field is made of a parameter that the member does not have";
   return {Member{name, Access::Call, Traits::typed(parameters), Traits::resultType, help,
                  &Traits::template thunk<function>, effect}};
 }
@@ -195,9 +228,11 @@ template <auto member>
 consteval auto variable(std::string_view name, std::string_view help = {}) {
   using Traits = VariableTraitsOf<member>;
   const Member get{name, Access::Get, {}, Traits::type, help, &Traits::template read<member>};
-  const Member let{name, Access::Let, {}, Traits::type, help, &Traits::template assign<member>};
+  Member let{name, Access::Let, {}, Traits::type, help, &Traits::template assign<member>};
+  let.newValue = {"value", Traits::type, Passing::ByValue};
   if constexpr (Traits::type.kind == ValueType::Variant) {
-    const Member set{name, Access::Set, {}, Traits::type, help, &Traits::template assign<member>};
+    Member set = let;
+    set.access = Access::Set;
     return std::array{get, let, set};
   } else {
     return std::array{get, let};
@@ -211,12 +246,13 @@ consteval std::array<Member, 1> readOnly(std::string_view name, std::string_view
   return {Member{name, Access::Get, {}, Traits::resultType, help, &Traits::template thunk<getter>}};
 }
 
-/// A property with code whose assignment stands first in the interface.
+/// A property with code whose assignment stands first in the interface; `newValue` is what is assigned.
 template <auto setter, auto getter>
-consteval std::array<Member, 2> letGet(std::string_view name, std::string_view help = {}) {
+consteval std::array<Member, 2> letGet(std::string_view name, Parameter newValue,
+                                       std::string_view help = {}) {
   using Setter = TraitsOf<setter>;
-  const Type type = Setter::typed({Parameter{}})[0].type;
-  return {Member{name, Access::Let, {}, type, help, &Setter::template thunk<setter>},
+  newValue = Setter::typed({newValue})[0];
+  return {Member{name, Access::Let, {}, newValue.type, help, &Setter::template thunk<setter>, {}, newValue},
           readOnly<getter>(name, help)[0]};
 }
 

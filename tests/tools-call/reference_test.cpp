@@ -4,13 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "common/show.h"
 #include "common/signatures.h"
 #include "interface/library.h"
-#include "support/line.h"
+#include "support/printer_fixture.h"
 #include "tools-call/program.h"
 
 namespace zentaro::tools {
@@ -19,6 +20,7 @@ namespace {
 using testing::contains;
 using zentaro::testing::FakeLine;
 using zentaro::testing::FakePlatform;
+using zentaro::testing::shown;
 
 /// An open port on which nobody answers, so that every exchange ends with the outcome 1.
 class Descriptions : public ::testing::Test {
@@ -38,14 +40,17 @@ class Descriptions : public ::testing::Test {
   };
   /// Calls the member on a new printer object, every argument being `value`.
   Called call(const Member& member, bool isPortOpen, const Variant& value) {
-    const Object object = createObject("CZentaro");
-    auto& printer = *static_cast<CZentaro*>(object.instance());
-    printer.CommPort = 1;
-    printer.PortOpen(isPortOpen);
     std::vector<Variant> arguments(member.parameters.size(), value);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
       if (member.parameters[i].type.kind == ValueType::Array) arguments[i] = Array{value};
     }
+    return call(member, isPortOpen, arguments);
+  }
+  Called call(const Member& member, bool isPortOpen, std::span<Variant> arguments) {
+    const Object object = createObject("CZentaro");
+    auto& printer = *static_cast<CZentaro*>(object.instance());
+    printer.CommPort = 1;
+    printer.PortOpen(isPortOpen);
     line.written.clear();
     int outcome = ENVERR_OK;
     try {
@@ -78,17 +83,63 @@ class Descriptions : public ::testing::Test {
   std::unique_ptr<ServicesScope> scope_;
 };
 
-TEST_F(Descriptions, NameTheCommandsThatAreSent) {
-  int named = 0;
+/// An argument that goes into a field in this way, and the field that it must give.
+struct Sample {
+  Encoding encoding;
+  Variant argument;
+  std::string field;
+};
+const std::u16string longText(50, u'\u00E9');
+const Sample samples[] = {
+    {Encoding::AsGiven, 3, "3"},
+    {Encoding::Cleaned, longText, std::string(50, 'e')},
+    {Encoding::ItemText, longText, std::string(50, 'e')},
+    {Encoding::Start, longText, std::string(50, '\xE9')},
+    {Encoding::Implied, 7, "7"},
+    {Encoding::Day, Date{45366.5}, "240315"},
+    {Encoding::Time, Date{45366.5}, "120000"},
+    {Encoding::Digits8, 7, "00000007"},
+    {Encoding::Amount, 1500, "1,500.00"},
+    {Encoding::ShortDate, Date{45366.5}, "15/03/2024"},
+    {Encoding::Letter, u"n", "N"},
+};
+const Sample& sampleOf(Encoding encoding) { return *std::ranges::find(samples, encoding, &Sample::encoding); }
+std::string shownCommand(const SentCommand& command) {
+  std::string text(1, static_cast<char>(command.code));
+  for (const auto& [encoding, source, size] : command.fields) {
+    std::string field = encoding == Encoding::Constant ? std::string(source) : sampleOf(encoding).field;
+    if (encoding == Encoding::Implied) field.append(static_cast<std::size_t>(size), '0');
+    if (field.size() == 50)
+      field.resize(static_cast<std::size_t>(size + (encoding == Encoding::ItemText ? 20 : 0)));
+    text += '|' + (field.empty() ? "~" : field);
+  }
+  return text;
+}
+
+TEST_F(Descriptions, NameTheCommandsAndFieldsThatAreSent) {
   forEachMethod([&](const Member& member) {
-    const Called called = call(member, true, valid(member));
-    EXPECT_EQ(called.isSent, !member.effect.sends.empty());
-    if (!member.effect.sends.starts_with("0x")) return;
-    EXPECT_TRUE(contains(std::string(member.effect.sends), "0x" + hexWord(called.command).substr(4)))
-        << called.command;
-    ++named;
+    const auto& commands = member.effect.commands;
+    EXPECT_EQ(call(member, true, valid(member)).isSent, member.effect.sends());
+    std::set<std::string> described, sent;
+    for (const SentCommand& command : commands) described.insert(shownCommand(command));
+    for (int round = 0; round < 9 && !commands.empty(); ++round) {
+      // The parameters that no field is made of take 0, 1 and 2, each with each.
+      std::vector<Variant> arguments{round % 3, round / 3, 0, 0, 0, 0};
+      arguments.resize(member.parameters.size());
+      for (std::size_t i = 0; i < arguments.size(); ++i) {
+        for (const SentCommand& command : commands) {
+          for (const auto& [encoding, source, size] : command.fields) {
+            if (source == member.parameters[i].name) arguments[i] = sampleOf(encoding).argument;
+          }
+        }
+      }
+      if (member.name == "CerrarComprobante" && round == 8) arguments[0] = u"";
+      if (commands[0].code == 0xA0) line.answer({{"<STX>\"x<FS>0<FS>0<ETX>0000"}});
+      call(member, true, arguments);
+      for (const std::string& frame : line.written) sent.insert(shown(frame));
+    }
+    EXPECT_EQ(sent, described);
   });
-  EXPECT_EQ(named, 36);
 }
 
 TEST_F(Descriptions, TellTheOutcomes) {

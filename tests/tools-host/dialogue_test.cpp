@@ -170,6 +170,10 @@ TEST_F(Dialogue, DescribesAClass) {
       members[0].dump(),
       R"({"name":"CommPort","kind":"get","parameters":[],"result":"Variant","help":"Serial port, 1 to 8."})");
   EXPECT_EQ(members[2]["kind"], "set");
+  const auto portOpen =
+      std::ranges::find(members, Json("PortOpen"), [](const Json& member) { return member["name"]; });
+  EXPECT_EQ((*portOpen)["newValue"].dump(),
+            R"({"name":"bIsOpen","type":"Boolean","passing":"byref","optional":false})");
   EXPECT_EQ(
       members.back()["parameters"].dump(),
       R"([{"name":"TipoCierre","type":"Variant","passing":"byref","optional":true,"default":"T"},)"

@@ -8,6 +8,7 @@
 #include "call/reference.h"
 #include "common/describe_json.h"
 #include "common/guarded.h"
+#include "common/sent_text.h"
 #include "common/signatures.h"
 #include "common/type_names.h"
 #include "interface/library.h"
@@ -41,9 +42,9 @@ void showMember(const ClassDescription& description, std::span<const Member> gro
   const Member& member = group.front();
   std::cout << description.name << "." << signature(group) << "\n\n  " << member.help << '\n';
   for (const Parameter& parameter : member.parameters) {
-    std::cout << "  " << parameter.name << ": " << parameter.note << '\n';
+    std::cout << "  " << parameter.name << ": " << meaning(member, parameter) << '\n';
   }
-  if (!member.effect.sends.empty()) std::cout << "  Sends " << member.effect.sends << '\n';
+  if (member.effect.sends()) std::cout << "  Sends " << sentText(member.effect) << '\n';
   if (const std::string outcomes = outcomesText(member); !outcomes.empty()) {
     std::cout << "  Outcome, " << outcomes << '\n';
   }
@@ -54,8 +55,9 @@ void showMember(const ClassDescription& description, std::span<const Member> gro
 Json fullDescription(const Member& member) {
   Json json = describeMember(member);
   std::size_t index = 0;
-  for (const Parameter& parameter : member.parameters) json["parameters"][index++]["note"] = parameter.note;
-  json["sends"] = member.effect.sends;
+  for (const Parameter& parameter : member.parameters)
+    json["parameters"][index++]["note"] = meaning(member, parameter);
+  json["sends"] = sentJson(member.effect);
   json["outcomes"] = outcomesText(member);
   return json;
 }

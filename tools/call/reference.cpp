@@ -3,6 +3,7 @@
 
 #include <sstream>
 
+#include "common/sent_text.h"
 #include "common/signatures.h"
 #include "common/type_names.h"
 #include "interface/library.h"
@@ -35,6 +36,13 @@ STX, ETX and FS inside a text are sent as full stops. A value that does not conv
 anything is sent: 13 (type mismatch), 6 (overflow), 94 (invalid use of Null) or 5 (invalid argument). Opening a
 port that cannot be opened raises 40001 with the reason.
 
+When one of these errors is raised, something has left already:
+
+- LlenarCheque and EndosarCheque, a text that does not convert: the slip station is on, and stays on.
+- GetDateTime, GetStatusN, GetStatusHASAR and PerformReturnCierre, an answer that cannot be read (13, 9 or 6): the
+  command was carried out; a Z closing is printed.
+- Any operation while the object trace is on and its file cannot be written (52 to 76): perhaps.
+
 Parameters in brackets are optional. By reference means that the member may see, and change, the caller's own
 variable; only where a note says so is something written back.
 )";
@@ -45,13 +53,13 @@ std::string cell(std::string_view text) {
   return escaped;
 }
 
-void writeParameters(std::ostream& page, const ParameterList& parameters) {
-  if (parameters.size() == 0) return;
+void writeParameters(std::ostream& page, const Member& member) {
+  if (member.parameters.empty()) return;
   page << "| Parameter | Type | Passed | Meaning |\n|---|---|---|---|\n";
-  for (const Parameter& parameter : parameters) {
+  for (const Parameter& parameter : member.parameters) {
     page << "| `" << parameter.name << "` | " << typeName(parameter.type) << " | "
          << (parameter.passing == Passing::ByReference ? "by reference" : "by value") << " | "
-         << cell(parameter.note) << " |\n";
+         << cell(meaning(member, parameter)) << " |\n";
   }
   page << '\n';
 }
@@ -59,11 +67,11 @@ void writeParameters(std::ostream& page, const ParameterList& parameters) {
 void writeMember(std::ostream& page, std::span<const Member> group) {
   const Member& member = group.front();
   page << "### " << member.name << "\n\n    " << signature(group) << "\n\n" << member.help << "\n\n";
-  writeParameters(page, member.parameters);
-  if (!member.effect.sends.empty()) page << "- Sends " << member.effect.sends << '\n';
+  writeParameters(page, member);
+  if (member.effect.sends()) page << "- Sends " << sentText(member.effect) << '\n';
   const std::string outcomes = outcomesText(member);
   if (!outcomes.empty()) page << "- Outcome, " << outcomes << '\n';
-  if (!member.effect.sends.empty() || !outcomes.empty()) page << '\n';
+  if (member.effect.sends() || !outcomes.empty()) page << '\n';
 }
 
 void writeClass(std::ostream& page, const ClassDescription& description) {

@@ -39,11 +39,13 @@ Json describeMember(const Member& member) {
   Json parameters = Json::array();
   for (const Parameter& parameter : member.parameters) parameters.push_back(describeParameter(parameter));
   const std::string result = typeName(member.result);
-  return {{"name", member.name},
-          {"kind", accessName(member.access)},
-          {"parameters", std::move(parameters)},
-          {"result", result.empty() ? Json(nullptr) : Json(result)},
-          {"help", member.help}};
+  Json json{{"name", member.name},
+            {"kind", accessName(member.access)},
+            {"parameters", std::move(parameters)},
+            {"result", result.empty() ? Json(nullptr) : Json(result)},
+            {"help", member.help}};
+  if (!member.newValue.name.empty()) json["newValue"] = describeParameter(member.newValue);
+  return json;
 }
 
 Json describeClass(const ClassDescription& description) {

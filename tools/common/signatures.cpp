@@ -32,6 +32,15 @@ std::string parameterText(const Parameter& parameter) {
   return parameter.isOptional() ? "[" + text + "]" : text;
 }
 
+// "get", "let value", "let bIsOpen by reference"
+std::string accessorText(const Member& accessor) {
+  std::string text = accessName(accessor.access);
+  if (!accessor.newValue.name.empty()) text += " " + std::string(accessor.newValue.name);
+  if (!accessor.newValue.name.empty() && accessor.newValue.passing == Passing::ByReference)
+    text += " by reference";
+  return text;
+}
+
 std::string joined(const std::vector<std::string>& parts) {
   std::string text;
   for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
@@ -62,7 +71,7 @@ std::string signature(std::span<const Member> group) {
     for (const Parameter& parameter : member.parameters) parts.push_back(parameterText(parameter));
     return name + "(" + joined(parts) + ")" + (result.empty() ? "" : ": " + result);
   }
-  for (const Member& accessor : group) parts.push_back(accessName(accessor.access));
+  for (const Member& accessor : group) parts.push_back(accessorText(accessor));
   return name + ": " + result + " (" + joined(parts) + ")";
 }
 

@@ -15,8 +15,8 @@ std::vector<std::span<const Member>> memberGroups(const ClassDescription& descri
 /// The members of that name, without regard to case; empty when there are none.
 std::span<const Member> findMember(const ClassDescription& description, std::string_view name);
 
-/// "RealizarCierre(nTipo: nTipoCierreFiscal, [Imprimir: Variant = True]): Int16", "CommPort: Variant (get,
-/// let, set)".
+/// "RealizarCierre(nTipo: nTipoCierreFiscal, [Imprimir: Variant = True]): Int16", "PortOpen: Boolean (let
+/// bIsOpen by reference, get)".
 std::string signature(std::span<const Member> group);
 
 /// Which outcome codes the member gives, and where: "the result: -1, 0 to 5"; empty when it gives none.
