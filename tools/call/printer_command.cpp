@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
@@ -14,8 +15,15 @@ namespace zentaro::tools {
 
 namespace {
 
+bool asksForPage(const std::vector<std::string>& words) {
+  const auto isMeant = [](const std::string& word) { return word == "--web" || word.starts_with("--web="); };
+  return std::any_of(words.begin(), words.end(), isMeant) &&
+         std::find(words.begin(), words.end(), "--open") == words.end();
+}
+
 int become(std::vector<std::string> words) {
   const std::string program = companionProgram("zentaro-printer");
+  if (asksForPage(words)) words.emplace_back("--open");
   words.insert(words.begin(), program);
   ::execvp(program.c_str(), argumentVector(words).data());
   throw std::runtime_error("cannot start " + program + ": " + std::strerror(errno));

@@ -34,6 +34,11 @@ void Engine::receive(std::string_view bytes, Moment now) {
   }
 }
 
+void Engine::tell(Moment now, Event event) {
+  event.exchange = exchange_;
+  sink_(now, event);
+}
+
 void Engine::take(const Received& received, Moment now) {
   if (const auto* ignored = std::get_if<Ignored>(&received)) {
     sink_(now, {EventKind::noise, {}, ignored->bytes});
@@ -46,22 +51,24 @@ void Engine::take(const Received& received, Moment now) {
 }
 
 void Engine::answer(const Command& command, Moment now) {
-  sink_(now, {EventKind::command, nameOf(command.code), {}, command.sequence, command.code, command.fields});
+  ++exchange_;
+  tell(now, {EventKind::command, nameOf(command.code), command.frame, command.sequence, command.code,
+             command.fields});
   const std::vector<Fault> strikes = faults_.strike(command.code, !previousFrame_.empty());
-  for (const Fault& fault : strikes) sink_(now, {EventKind::fault, describe(fault)});
+  for (const Fault& fault : strikes) tell(now, {EventKind::fault, describe(fault)});
   if (const Fault* cut = find(strikes, Effect::powerCut)) return cutPower(*cut, now);
   if (const Fault* gone = find(strikes, Effect::hangUp)) return hangUp(*gone, now);
   if (find(strikes, Effect::loseCommand) != nullptr) return;
   const std::size_t linesBefore = device_.roll().printedLines();
   const Answer given = execute(command, strikes, now);
-  sink_(now, {EventKind::answer,
-              nameOf(command.code),
-              {},
-              command.sequence,
-              command.code,
-              given.fields,
-              given.printerStatus,
-              given.fiscalStatus});
+  tell(now, {EventKind::answer,
+             nameOf(command.code),
+             {},
+             command.sequence,
+             command.code,
+             given.fields,
+             given.printerStatus,
+             given.fiscalStatus});
   const std::string frame = encodeAnswer(command, given);
   const std::string sent = corrupted(frame, strikes, previousFrame_);
   previousFrame_ = frame;
@@ -81,12 +88,12 @@ Answer Engine::execute(const Command& command, const std::vector<Fault>& strikes
 void Engine::deliver(const std::string& frame, const std::vector<Fault>& strikes, Pace pace, Moment now) {
   const milliseconds start = outbox_.empty() ? now.steady : std::max(now.steady, outbox_.back().at);
   for (const Chunk& chunk : schedule(frame, strikes, pace))
-    outbox_.push_back({start + chunk.after, Output::Kind::bytes, chunk.bytes});
+    outbox_.push_back({start + chunk.after, Output::Kind::bytes, chunk.bytes, exchange_});
 }
 
 Pace Engine::paceOf(const Command& command, std::size_t printedLines) const {
   if (speed_ == Speed::immediate) return {};
-  return {true, lineTime(wireSize(command)) + timePerPrintedLine * static_cast<int>(printedLines)};
+  return {true, lineTime(command.frame.size()) + timePerPrintedLine * static_cast<int>(printedLines)};
 }
 
 void Engine::cutPower(const Fault& fault, Moment now) {

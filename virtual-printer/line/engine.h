@@ -19,6 +19,7 @@ struct Output {
   std::chrono::milliseconds at{0};
   Kind kind = Kind::bytes;
   std::string bytes;
+  int exchange = 0;  // of the answer that the bytes belong to
 };
 
 enum class Speed { immediate, realtime };
@@ -35,6 +36,7 @@ class Engine {
 
  private:
   void take(const Received& received, Moment now);
+  void tell(Moment now, Event event);
   void answer(const Command& command, Moment now);
   void cutPower(const Fault& fault, Moment now);
   void hangUp(const Fault& fault, Moment now);
@@ -49,6 +51,7 @@ class Engine {
   Receiver receiver_;
   std::deque<Output> outbox_;  // in the order of time
   std::string previousFrame_;
+  int exchange_ = 0;
   bool isDark_ = false;
 };
 

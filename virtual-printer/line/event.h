@@ -21,11 +21,12 @@ enum class EventKind { command, answer, noise, reset, fault, power };
 struct Event {
   EventKind kind = EventKind::noise;
   std::string name{};   // of the command; of the fault, in the words of its plan; "off" or "on" of the power
-  std::string bytes{};  // the frame, or what was no frame
+  std::string bytes{};  // a command's frame, or what was no frame
   int sequence = 0;
   std::uint8_t code = 0;
   std::vector<std::string> fields{};
   std::uint16_t printerStatus = 0, fiscalStatus = 0;
+  int exchange = 0;  // counts the commands: what belongs to one of them carries its number
 };
 
 using EventSink = std::function<void(const Moment&, const Event&)>;

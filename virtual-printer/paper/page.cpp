@@ -37,7 +37,7 @@ std::string svgBegin(int width, int height) {
   return "<svg xmlns=\"http://www.w3.org/2000/svg\"" + withUnit("width", width) + withUnit("height", height) +
          " viewBox=\"0 0 " + std::to_string(width) + " " + std::to_string(height) +
          "\" font-family=\"'DejaVu Sans Mono','Liberation Mono',Menlo,Consolas,monospace\" font-size=\"12\""
-         " fill=\"#26262b\" style=\"white-space:pre\">\n";
+         " fill=\"#26262b\" xml:space=\"preserve\">\n";
 }
 
 std::string svgPaper(const std::deque<Sheet>& sheets) {

@@ -13,13 +13,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string hexBytes(const std::string& bytes) {
-  std::string text;
-  for (const char byte : bytes)
-    text += (text.empty() ? "" : " ") + hexadecimal(static_cast<unsigned char>(byte), 2);
-  return text;
-}
-
 void addFrame(Json& line, const Event& event) {
   line["name"] = event.name;
   line["sequence"] = event.sequence;

@@ -56,6 +56,13 @@ std::variant<Options, int> parseOptions(int count, const char* const* words) {
       ->type_name("FILE");
   app.add_option("--control", options.control, "Take control lines on a local socket at PATH")
       ->type_name("PATH");
+  std::string web;
+  CLI::Option* webOption =
+      app.add_option("--web", web, "Show the printer on a web page; 127.0.0.1:8210 unless told otherwise")
+          ->type_name("[ADDRESS:]PORT")
+          ->expected(0, 1);
+  app.add_flag("--open", options.opensBrowser, "Open the page in the browser, where there is one")
+      ->needs(webOption);
   app.add_flag("--realtime", isRealtime, "As slow as 9600 baud and a printing head are");
   app.add_flag("--quiet", options.isQuiet, "Do not show the paper on standard output");
   app.add_option("--rif", options.identity.owner.rif, "RIF of the owner")->type_name("TEXT");
@@ -70,6 +77,7 @@ std::variant<Options, int> parseOptions(int count, const char* const* words) {
     app.parse(count, words);
     for (const std::string& plan : plans)
       for (const Fault& fault : parsePlan(plan)) options.faults.push_back(fault);
+    if (webOption->count() > 0) options.web = parseWebAddress(web);
   } catch (const CLI::ParseError& error) {
     return app.exit(error);
   }

@@ -1,12 +1,14 @@
 // The command line.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "faults/plan.h"
 #include "line/engine.h"
+#include "web/address.h"
 
 namespace printer {
 
@@ -17,6 +19,8 @@ struct Options {
   unsigned seed = 1;
   Speed speed = Speed::immediate;
   bool isQuiet = false;
+  std::optional<WebAddress> web;
+  bool opensBrowser = false;
 };
 
 // The options, or the exit code when the command line asked for help or was wrong (then it has been

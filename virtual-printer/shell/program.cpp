@@ -19,6 +19,8 @@
 #include "shell/log.h"
 #include "shell/paper_watchers.h"
 #include "shell/state_file.h"
+#include "web/browser.h"
+#include "web/web_page.h"
 
 namespace printer {
 namespace {
@@ -77,6 +79,7 @@ class Program {
   Device device_;
   Engine engine_;
   Pty pty_;
+  std::optional<WebPage> web_;
   LineReader inputLines_;
   bool isInputOpen_ = true;
   bool isQuitting_ = false;
@@ -103,6 +106,9 @@ Program::Program(const Options& options)
   faults_.add(options.faults);
   if (!options.isQuiet) device_.roll().watch(screen_);
   if (paper_) device_.roll().watch(*paper_);
+  if (!options.web) return;
+  web_.emplace(*options.web, options.identity, [this](const std::string& line) { return reply(line); });
+  device_.roll().watch(web_->paper());
 }
 
 void Program::save(const Books& books) const {
@@ -116,6 +122,7 @@ void Program::save(const Books& books) const {
 
 void Program::note(const Moment& moment, const Event& event) {
   if (log_) log_->write(moment, event);
+  if (web_) web_->happened(moment, event);
   if (event.kind == EventKind::fault) std::fprintf(stderr, "fault: %s\n", event.name.c_str());
   if (event.kind == EventKind::power) std::fprintf(stderr, "power: %s\n", event.name.c_str());
 }
@@ -123,16 +130,20 @@ void Program::note(const Moment& moment, const Event& event) {
 void Program::connect() {
   pty_.connect();
   if (link_) link_->pointTo(pty_.device());
-  std::fprintf(stderr, "ready: %s\n", link_ ? options_.link.c_str() : pty_.device().c_str());
+  const std::string& device = link_ ? options_.link : pty_.device();
+  if (web_) web_->lineIs(device);
+  std::fprintf(stderr, "ready: %s\n", device.c_str());
 }
 
 void Program::carry(const Output& output) {
   switch (output.kind) {
     case Output::Kind::bytes:
       pty_.write(output.bytes);
+      if (web_) web_->sent(currentMoment(), output);
       break;
     case Output::Kind::hangUp:
       pty_.hangUp();
+      if (web_) web_->lineIs({});
       break;
     case Output::Kind::reconnect:
       connect();
@@ -165,19 +176,24 @@ int Program::waitTime() const {
 
 int Program::run() {
   device_.start(currentMoment().local);
+  if (web_) std::fprintf(stderr, "page: %s\n", web_->url().c_str());
   connect();
+  if (web_ && options_.opensBrowser) openInBrowser(web_->url());
   while (!isQuitting_) {
     // A negative descriptor is passed over by poll.
     std::vector<pollfd> watched{{signals_.get(), POLLIN, 0},
                                 {pty_.descriptor(), POLLIN, 0},
                                 {isInputOpen_ ? STDIN_FILENO : -1, POLLIN, 0}};
     if (control_) control_->watch(watched);
+    if (web_) web_->watch(watched);
     const int seen = ::poll(watched.data(), watched.size(), waitTime());
     if (watched[0].revents != 0) break;
     if (watched[1].revents != 0) engine_.receive(pty_.read(), currentMoment());
     if (watched[2].revents != 0) readStandardInput();
     if (control_) control_->serve(watched, [this](const std::string& line) { return reply(line); });
+    if (web_) web_->serve();
     for (const Output& output : engine_.due(currentMoment())) carry(output);
+    if (web_) web_->show(currentMoment(), device_.works(), faults_);
     if (seen == 0) pty_.liftStaleExclusiveUse();
   }
   return 0;

@@ -19,6 +19,13 @@ std::string hexadecimal(unsigned value, int width) {
   return {digits.data(), static_cast<std::size_t>(length)};
 }
 
+std::string hexBytes(std::string_view bytes) {
+  std::string text;
+  for (const char byte : bytes)
+    text += (text.empty() ? "" : " ") + hexadecimal(static_cast<unsigned char>(byte), 2);
+  return text;
+}
+
 std::string encodeAnswer(const Command& asked, const Answer& answer) {
   std::string frame{stx, asked.sequence, static_cast<char>(asked.code)};
   frame += fs + hexadecimal(answer.printerStatus, 4);
@@ -37,14 +44,6 @@ Command decodeCommand(std::string_view body) {
     at = next;
   }
   return command;
-}
-
-std::size_t wireSize(const Command& command) {
-  constexpr std::size_t fixedBytes = 8;  // STX, sequence, code, ETX, checksum
-  return std::accumulate(command.fields.begin(), command.fields.end(), fixedBytes,
-                         [](std::size_t size, const std::string& field) {
-                           return size + 1 + std::max<std::size_t>(field.size(), 1);
-                         });
 }
 
 }  // namespace printer

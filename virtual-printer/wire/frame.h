@@ -20,6 +20,7 @@ struct Command {
   char sequence = 0;
   std::uint8_t code = 0;
   std::vector<std::string> fields;  // bytes as received; a lone DEL has become the empty text
+  std::string frame{};              // as it came, from STX to the checksum; none when it came by no line
 
   bool operator==(const Command&) const = default;
 };
@@ -38,11 +39,11 @@ std::string encodeAnswer(const Command& asked, const Answer& answer);
 // Takes the bytes between STX and ETX, both excluded; at least two.
 Command decodeCommand(std::string_view body);
 
-// The number of bytes of the command's frame.
-std::size_t wireSize(const Command& command);
-
 // Upper-case hexadecimal digits, padded with zeros to the width.
 std::string hexadecimal(unsigned value, int width);
+
+// Two digits a byte, a blank between them.
+std::string hexBytes(std::string_view bytes);
 
 unsigned byteSum(std::string_view bytes);
 

@@ -46,7 +46,9 @@ void Receiver::frameAt(std::size_t end, std::vector<Received>& out) {
     const std::string expected = hexadecimal(sum, 4);
     if (digits == expected) {
       if (begin > 0) out.emplace_back(Ignored{std::string{all.substr(0, begin)}});
-      out.emplace_back(decodeCommand(all.substr(begin + 1, end - begin - 1)));
+      Command command = decodeCommand(all.substr(begin + 1, end - begin - 1));
+      command.frame = all.substr(begin);
+      out.emplace_back(std::move(command));
       pending_.clear();
       return;
     }

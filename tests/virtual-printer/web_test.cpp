@@ -1,0 +1,62 @@
+// What the web page is built from, without a browser: addresses, who may ask, and what a late page is told.
+#include <gtest/gtest.h>
+#include <poll.h>
+
+#include <thread>
+
+#include "web/address.h"
+#include "web/feed.h"
+#include "web/guard.h"
+#include "web/inbox.h"
+
+using namespace printer;
+using namespace std::chrono_literals;
+
+TEST(Web, AddressesAreReadOrRefused) {
+  const std::pair<const char*, const char*> good[]{{"", "127.0.0.1:8210"},
+                                                   {"80", "127.0.0.1:80"},
+                                                   {"0.0.0.0:0", "0.0.0.0:0"},
+                                                   {"caja-1:65535", "caja-1:65535"},
+                                                   {"[::1]:8080", "[::1]:8080"}};
+  for (const auto& [text, expected] : good) EXPECT_EQ(authority(parseWebAddress(text)), expected) << text;
+  for (const char* bad : {"x", "-1", "65536", "80x", ":80", "host:", "[]:80", "::1:80", "1.2.3.4"})
+    EXPECT_THROW(parseWebAddress(bad), std::runtime_error) << bad;
+}
+
+TEST(Web, NamesThatMayHaveBeenPointedHereAreForeign) {
+  for (const char* own :
+       {"127.0.0.1:8210", "localhost", "localhost:9000", "[::1]:8210", "192.168.1.7:80", "caja-1:80"})
+    EXPECT_TRUE(isOwnHost(own, "caja-1")) << own;
+  for (const char* foreign :
+       {"", "evil.example", "evil.example:8210", "127.0.0.1.evil.example:80", "[evil]:80", "["})
+    EXPECT_FALSE(isOwnHost(foreign, "127.0.0.1")) << foreign;
+}
+
+TEST(Web, ALatePageIsToldWhatStillHoldsAndNothingTwice) {
+  Feed feed;
+  feed.publish("state", 0, "old");
+  feed.publish("row", 1, "first");
+  feed.publish("state", 0, "new");
+  feed.publish("row", 1, "first");
+  const auto all = feed.after(0, 0ms);
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_EQ(all[0].json + all[1].json, "firstnew");
+  EXPECT_TRUE(feed.after(all[1].number, 0ms).empty());
+  for (int row = 2; row < 1100; ++row) feed.publish("row", row, std::string(row < 1090 ? 1 : 1'000'000, 'x'));
+  const auto kept = feed.after(0, 0ms);
+  EXPECT_EQ(kept.front().json, "new") << "the rows do not push out the state";
+  EXPECT_EQ(kept.size(), 1U + 8U) << "not more rows, nor more bytes of them, than allowed";
+}
+
+TEST(Web, JobsAreDoneByTheLoopOrGivenUpAtItsEnd) {
+  Inbox inbox;
+  std::thread page{[&] {
+    EXPECT_EQ(inbox.ask([] { return std::string{"done"}; }), "done");
+    EXPECT_EQ(inbox.ask([] { return std::string{"too late"}; }), std::nullopt);
+  }};
+  pollfd waiting{inbox.descriptor(), POLLIN, 0};
+  ASSERT_EQ(::poll(&waiting, 1, 10'000), 1);
+  inbox.work();
+  inbox.close();
+  page.join();
+}

@@ -1,0 +1,11 @@
+// Opening the page in the user's browser.
+#pragma once
+
+#include <string>
+
+namespace printer {
+
+// Does nothing where there is no desktop or no program that opens pages.
+void openInBrowser(const std::string& url);
+
+}  // namespace printer

@@ -1,0 +1,33 @@
+// The way to the printer and back: events, and the control lines that the page may say.
+
+const token = document.querySelector("meta[name=token]").content;
+
+// handlers: topic to function of the message's content. onChange learns whether the printer is there.
+export function listen(handlers, onChange) {
+  const source = new EventSource(`events?token=${token}`);
+  for (const [topic, handler] of Object.entries(handlers))
+    source.addEventListener(topic, (event) => handler(JSON.parse(event.data)));
+  source.addEventListener("open", () => onChange(true));
+  source.addEventListener("error", () => {
+    onChange(false);
+    // A closed stream was refused: most likely by a printer that was started anew, whose page this is not.
+    if (source.readyState === EventSource.CLOSED) setTimeout(reloadWhenServed, 2000);
+  });
+}
+
+async function reloadWhenServed() {
+  try {
+    if ((await fetch("./")).ok) return location.reload();
+  } catch { /* still away */ }
+  setTimeout(reloadWhenServed, 2000);
+}
+
+// The last line of the reply; it begins with "ok" or "error".
+export async function tell(line) {
+  try {
+    const response = await fetch("control", { method: "POST", headers: { "X-Token": token }, body: line });
+    return (await response.text()).trim().split("\n").pop();
+  } catch {
+    return "error: the printer does not answer";
+  }
+}

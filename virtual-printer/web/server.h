@@ -1,0 +1,33 @@
+// The page over HTTP: its files, its events, and what it may do.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "web/address.h"
+#include "web/feed.h"
+
+namespace printer {
+
+class WebServer {
+ public:
+  // Carries out a control line; nothing when the printer cannot. Called by web threads.
+  using Act = std::function<std::optional<std::string>(const std::string& line)>;
+
+  // Serves from now on, on threads of its own. Throws std::runtime_error when it cannot listen there.
+  WebServer(WebAddress address, Feed& feed, Act act);
+  WebServer(const WebServer&) = delete;
+  WebServer& operator=(const WebServer&) = delete;
+  // Closes the feed, so that no thread waits for it any more.
+  ~WebServer();
+
+  std::string url() const;
+
+ private:
+  class Service;
+  std::unique_ptr<Service> service_;
+};
+
+}  // namespace printer

@@ -1,0 +1,41 @@
+// What the loop tells, as messages for the page.
+#include "web/web_page.h"
+
+#include <nlohmann/json.hpp>
+
+#include "fiscal/calendar.h"
+#include "web/state_json.h"
+
+namespace printer {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+}  // namespace
+
+WebPage::WebPage(const WebAddress& address, const Identity& identity, Control control)
+    : rows_{feed_},
+      sheets_{feed_},
+      server_{address, feed_, [this, control = std::move(control)](const std::string& line) {
+                return inbox_.ask([control, line] { return control(line); });
+              }} {
+  feed_.publish("about", 0, aboutJson(identity));
+}
+
+void WebPage::happened(const Moment& moment, const Event& event) {
+  if (event.kind == EventKind::power) isPowered_ = event.name == "on";
+  rows_.happened(moment, event);
+}
+
+void WebPage::lineIs(const std::string& device) { device_ = device; }
+
+void WebPage::show(const Moment& moment, const Works& works, const FaultSet& faults) {
+  sheets_.draw(moment.steady);
+  feed_.publish("faults", 0, Json(faults.list()).dump());
+  feed_.publish("state", 0, stateJson(works));
+  feed_.publish("line", 0, Json{{"device", device_}, {"power", isPowered_}}.dump());
+  feed_.publish("clock", 0,
+                Json(written(moment.local + works.books.clockOffset, "%d-%m-%Y %H:%M:%S")).dump());
+}
+
+}  // namespace printer

@@ -1,0 +1,53 @@
+// The printer on a web page. The loop tells it what happens; what the page wants done, the loop does.
+#pragma once
+
+#include <poll.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "faults/fault_set.h"
+#include "line/engine.h"
+#include "web/inbox.h"
+#include "web/line_rows.h"
+#include "web/server.h"
+#include "web/sheets.h"
+
+namespace printer {
+
+class WebPage {
+ public:
+  using Control = std::function<std::string(const std::string& line)>;
+
+  // `control` carries out control lines, inside serve(). Throws what WebServer and Inbox throw.
+  WebPage(const WebAddress& address, const Identity& identity, Control control);
+  WebPage(const WebPage&) = delete;
+  WebPage& operator=(const WebPage&) = delete;
+  ~WebPage() { inbox_.close(); }
+
+  std::string url() const { return server_.url(); }
+  PaperWatcher& paper() { return sheets_; }
+
+  void watch(std::vector<pollfd>& watched) const { watched.push_back({inbox_.descriptor(), POLLIN, 0}); }
+  // Does what the page asked for.
+  void serve() { inbox_.work(); }
+
+  void happened(const Moment& moment, const Event& event);
+  void sent(const Moment& moment, const Output& output) { rows_.sent(moment, output); }
+  // The name under which the host finds the line; empty while the line is gone.
+  void lineIs(const std::string& device);
+  // Once in each turn of the loop: the page is told what has changed.
+  void show(const Moment& moment, const Works& works, const FaultSet& faults);
+
+ private:
+  Feed feed_;
+  Inbox inbox_;
+  LineRows rows_;
+  Sheets sheets_;
+  std::string device_;
+  bool isPowered_ = true;
+  WebServer server_;
+};
+
+}  // namespace printer
