@@ -19,8 +19,9 @@ struct Line {
   std::string_view beforeValue = {};  // of an entry: all up to the value, quotes not included
 };
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 std::string_view withoutMarks(std::string_view line) {
-  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
   if (line.starts_with(byteOrderMark)) line.remove_prefix(byteOrderMark.size());
   if (line.ends_with('\r')) line.remove_suffix(1);
   return line;
@@ -99,11 +100,13 @@ void requireWritable(std::string_view section, std::string_view key, std::string
   const auto isName = [](std::string_view name) {
     return trimmed(name) == name && name.find_first_of("\r\n") == name.npos;
   };
-  const bool isKey = isName(key) && !key.empty() && key.find('=') == key.npos && key.find_first_of("[;") != 0;
+  const bool isKey = isName(key) && !key.empty() && key.find('=') == key.npos &&
+                     key.find_first_of("[;") != 0 && !key.starts_with(byteOrderMark);
   if (!isName(section)) throw std::invalid_argument("a section name cannot hold line breaks or outer blanks");
   if (!isKey)
     throw std::invalid_argument(
-        "a key cannot be empty, hold \"=\", line breaks or outer blanks, or begin with \"[\" or \";\"");
+        "a key cannot be empty, hold \"=\", line breaks or outer blanks, or begin with \"[\", \";\" or a "
+        "byte order mark");
   if (value.find_first_of("\r\n") != value.npos) throw std::invalid_argument("a value must be a single line");
 }
 

@@ -1,0 +1,79 @@
+// Start-up of the programs against that of the least program there is, and the memory of a printer object.
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#include "library.h"
+#include "line.h"
+#include "measure.h"
+#include "sections.h"
+
+namespace bench {
+namespace {
+
+std::string beside(const char* program) {
+  return (std::filesystem::read_symlink("/proc/self/exe").parent_path() / program).string();
+}
+
+/// Starts the program, gives it the input, and waits for the first byte of its output.
+double secondsToFirstByte(const std::vector<const char*>& words, std::string_view input) {
+  std::array<int, 2> in{}, out{};
+  if (::pipe(in.data()) != 0 || ::pipe(out.data()) != 0) return 0;
+  const double begin = wallSeconds();
+  const pid_t child = ::vfork();
+  if (child == 0) {
+    ::dup2(in[0], STDIN_FILENO);
+    ::dup2(out[1], STDOUT_FILENO);
+    for (const int end : {in[0], in[1], out[0], out[1]}) ::close(end);
+    ::execv(words[0], const_cast<char* const*>(words.data()));
+    ::_exit(127);
+  }
+  ::close(in[0]);
+  ::close(out[1]);
+  if (::write(in[1], input.data(), input.size()) < 0) return 0;
+  char byte = 0;
+  const bool came = ::read(out[0], &byte, 1) >= 0;  // the end of the output is the end, too
+  const double end = wallSeconds();
+  ::close(in[1]);
+  while (came && ::read(out[0], &byte, 1) > 0) {
+  }
+  ::close(out[0]);
+  ::waitpid(child, nullptr, 0);
+  return end - begin;
+}
+
+}  // namespace
+
+void measurePrograms(bool isShort) {
+  const std::string zentaro = beside("zentaro");
+  constexpr std::string_view request =
+      R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"Zentaro.CZentaro"}})"
+      "\n";
+  std::vector<double> least, host, help;
+  for (int round = 0; round < (isShort ? 5 : 51); ++round) {
+    least.push_back(secondsToFirstByte({"/bin/true", nullptr}, ""));
+    host.push_back(secondsToFirstByte({zentaro.c_str(), "host", nullptr}, request));
+    help.push_back(secondsToFirstByte({zentaro.c_str(), "--help", nullptr}, ""));
+  }
+  std::printf("start-up, milliseconds: p50 (p99)\n");
+  const auto show = [&](const char* name, const std::vector<double>& times) {
+    std::printf("  %-40s %6.2f (%.2f), %5.2f times /bin/true\n", name, median(times) * 1e3,
+                percentile(times, 0.99) * 1e3, median(times) / median(least));
+  };
+  show("/bin/true", least);
+  show("zentaro host, to its first answer", host);
+  show("zentaro --help", help);
+
+  const SilentLine line;
+  Library library(line.device());
+  library.close();
+  const std::size_t before = ::mallinfo2().uordblks;
+  library.open();
+  std::printf("memory of an open printer object: %zu bytes\n", ::mallinfo2().uordblks - before);
+}
+
+}  // namespace bench

@@ -1,0 +1,16 @@
+// State files of the virtual printer: refused, or books that are saved and loaded as the same.
+#include <stdexcept>
+
+#include "check.h"
+#include "fiscal/books_json.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  printer::Books books;
+  try {
+    books = printer::booksFromJson(std::string(fuzz::textOf(data, size)));
+  } catch (const std::runtime_error&) {
+    return 0;
+  }
+  fuzz::require(printer::booksFromJson(printer::toJson(books)) == books, "books that were saved load equal");
+  return 0;
+}
