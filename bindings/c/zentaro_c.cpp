@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "automation/automation_error.h"
+#include "interface/description_json.h"
 #include "interface/library.h"
 #include "platform/host.h"
 #include "platform/per_thread.h"
@@ -127,6 +128,14 @@ int32_t zentaro_call(const zentaro_object* object, const char* name, zentaro_val
     if (outcome == 0 && result != nullptr) replace(*result, valueOf(returned));
   });
   return outcome != 0 ? outcome : delivered;
+}
+
+int32_t zentaro_describe(const char* class_name, zentaro_value* result) {
+  return guarded([&] {
+    const ClassDescription* known = class_name == nullptr ? nullptr : findClass(class_name);
+    if (class_name != nullptr && known == nullptr) throw AutomationError(ErrorNumber::CannotCreateObject);
+    replace(*result, textValue(known == nullptr ? libraryJson() : classJson(*known)));
+  });
 }
 
 int32_t zentaro_error_number(void) { return perThread<LastError>().number; }

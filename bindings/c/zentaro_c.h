@@ -105,6 +105,12 @@ ZENTARO_C_API int32_t zentaro_put(const zentaro_object* object, const char* name
 ZENTARO_C_API int32_t zentaro_call(const zentaro_object* object, const char* name, zentaro_value* arguments,
                                    int32_t count, zentaro_value* result);
 
+/* What a class is, as JSON, for programs that make something of it: {"class", "interface", "creatable",
+ * "help", "members": [{"name", "kind", "parameters", "result", "outcome", "help"}]}; for NULL the whole
+ * library:
+ * {"library", "classes", "enumerations"}. Later versions may add members to it. */
+ZENTARO_C_API int32_t zentaro_describe(const char* class_name, zentaro_value* result);
+
 /* ---- Errors, callbacks, versions ---- */
 
 /* The last error of this thread: 0 and empty texts before the first one. A function that succeeds leaves it

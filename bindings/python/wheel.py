@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""Writes the wheel with the library and the virtual printer in it, with nothing but Python.
+
+wheel.py --name VERSION: how it is called here. wheel.py FILE VERSION LIBRARY PRINTER: writes it.
+"""
+import base64
+import hashlib
+import os
+import pathlib
+import subprocess
+import sys
+import sysconfig
+import tempfile
+import zipfile
+
+here = pathlib.Path(__file__).parent
+tag = "py3-none-" + sysconfig.get_platform().replace("-", "_").replace(".", "_")
+
+
+def stubs(library):
+    with tempfile.TemporaryDirectory() as folder:
+        file = pathlib.Path(folder) / "stubs"
+        subprocess.run([sys.executable, "-m", "zentaro.stubs", file], check=True, cwd=here,
+                       env={**os.environ, "ZENTARO_LIBRARY": library, "PYTHONDONTWRITEBYTECODE": "1"})
+        return file.read_bytes()
+
+
+def contents(version, library, printer):
+    """(name in the wheel, bytes, executable)"""
+    for file in sorted((here / "zentaro").glob("*.py")) + [here / "zentaro" / "py.typed"]:
+        yield f"zentaro/{file.name}", file.read_bytes(), False
+    yield "zentaro/__init__.pyi", stubs(library), False
+    yield f"zentaro/native/{'libzentaro.so.0' if os.name != 'nt' else 'zentaro.dll'}", pathlib.Path(library).read_bytes(), False
+    yield "zentaro/native/zentaro-printer", pathlib.Path(printer).read_bytes(), True
+    info = f"zentaro-{version}.dist-info"
+    metadata = (f"Metadata-Version: 2.1\nName: zentaro\nVersion: {version}\nLicense: MIT\nRequires-Python: >=3.9\n"
+                "Summary: Drives a fiscal printer over a serial line, with a virtual printer to test against\n")
+    yield f"{info}/METADATA", metadata.encode(), False
+    yield f"{info}/WHEEL", f"Wheel-Version: 1.0\nGenerator: zentaro\nRoot-Is-Purelib: false\nTag: {tag}\n".encode(), False
+    yield f"{info}/entry_points.txt", b"[pytest11]\nzentaro = zentaro.pytest_plugin\n", False
+
+
+def main(path, version, library, printer):
+    record = f"zentaro-{version}.dist-info/RECORD"
+    lines = []
+    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as wheel:
+        for name, data, executable in contents(version, library, printer):
+            entry = zipfile.ZipInfo(name)
+            entry.compress_type = zipfile.ZIP_DEFLATED
+            entry.external_attr = (0o100755 if executable else 0o100644) << 16
+            wheel.writestr(entry, data)
+            digest = base64.urlsafe_b64encode(hashlib.sha256(data).digest()).rstrip(b"=").decode()
+            lines.append(f"{name},sha256={digest},{len(data)}")
+        wheel.writestr(record, "\n".join([*lines, f"{record},,", ""]))
+
+
+if sys.argv[1] == "--name":
+    print(f"zentaro-{sys.argv[2]}-{tag}.whl")
+else:
+    main(*sys.argv[1:])

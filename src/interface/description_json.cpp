@@ -1,0 +1,113 @@
+// The type library as JSON.
+#include "interface/description_json.h"
+
+#include <array>
+
+#include "interface/library.h"
+
+namespace zentaro {
+
+namespace {
+
+constexpr std::array<std::string_view, 10> valueTypes{"",       "Variant",  "Boolean", "Int16", "Int32",
+                                                      "Double", "Currency", "Date",    "Text",  "Array"};
+static_assert(valueTypes.size() == static_cast<std::size_t>(ValueType::Object));
+
+constexpr std::array<std::string_view, 4> accesses{"get", "let", "set", "method"};
+
+// The texts of descriptions are UTF-8 without control characters.
+std::string quoted(std::string_view text) {
+  std::string json = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') json += '\\';
+    json += c;
+  }
+  return json + "\"";
+}
+
+std::string flag(bool value) { return value ? "true" : "false"; }
+
+// `"name":value`, and all of them as an object or a list of values as an array.
+std::string pair(std::string_view name, const std::string& value) { return quoted(name) + ":" + value; }
+
+template <class Items, class Each>
+std::string joined(char begin, const Items& items, const Each& each, char end) {
+  std::string json(1, begin);
+  for (const auto& item : items) {
+    if (json.size() > 1) json += ',';
+    json += each(item);
+  }
+  return json + end;
+}
+std::string object(std::initializer_list<std::string> pairs) {
+  return joined(
+      '{', pairs, [](const std::string& text) { return text; }, '}');
+}
+
+std::string defaultJson(const Default& fallback) {
+  switch (fallback.kind) {
+    case Default::Kind::None:
+      return "null";
+    case Default::Kind::Missing:
+      return object({pair("type", quoted("missing"))});
+    case Default::Kind::Zero:
+      return "0";
+    case Default::Kind::EmptyText:
+    case Default::Kind::Text:
+      return quoted(fallback.text);
+    case Default::Kind::True:
+      return "true";
+  }
+  return "null";
+}
+
+std::string parameterJson(const Parameter& parameter) {
+  std::string json =
+      object({pair("name", quoted(parameter.name)), pair("type", quoted(typeName(parameter.type))),
+              pair("passing", quoted(parameter.passing == Passing::ByReference ? "byref" : "byval")),
+              pair("note", quoted(parameter.note)), pair("optional", flag(parameter.isOptional()))});
+  if (parameter.isOptional())
+    json.insert(json.size() - 1, "," + pair("default", defaultJson(parameter.fallback)));
+  return json;
+}
+
+std::string memberJson(const Member& member) {
+  const std::string result = typeName(member.result);
+  return object({pair("name", quoted(member.name)), pair("kind", quoted(accessName(member.access))),
+                 pair("parameters", joined('[', member.parameters, parameterJson, ']')),
+                 pair("result", result.empty() ? "null" : quoted(result)),
+                 pair("outcome", flag(member.returnsOutcome())), pair("help", quoted(member.help))});
+}
+
+std::string enumerationJson(const EnumerationDescription& enumeration) {
+  const auto value = [](const EnumerationValue& each) { return pair(each.name, std::to_string(each.value)); };
+  return object(
+      {pair("name", quoted(enumeration.name)), pair("values", joined('{', enumeration.values, value, '}'))});
+}
+
+}  // namespace
+
+std::string typeName(const Type& type) {
+  if (!type.name.empty()) return std::string(type.name);
+  const auto index = static_cast<std::size_t>(type.kind);
+  return std::string(index < valueTypes.size() ? valueTypes[index] : "Object");
+}
+
+std::string accessName(Access access) { return std::string(accesses[static_cast<std::size_t>(access)]); }
+
+std::string classJson(const ClassDescription& description) {
+  return object({pair("class", quoted(std::string(libraryName) + "." + std::string(description.name))),
+                 pair("interface", quoted(description.interfaceName)),
+                 pair("creatable", flag(description.create != nullptr)),
+                 pair("help", quoted(description.help)),
+                 pair("members", joined('[', description.members, memberJson, ']'))});
+}
+
+std::string libraryJson() {
+  const auto each = [](const ClassDescription* description) { return classJson(*description); };
+  return object({pair("library", quoted(libraryName)),
+                 pair("classes", joined('[', libraryClasses(), each, ']')),
+                 pair("enumerations", joined('[', libraryEnumerations(), enumerationJson, ']'))});
+}
+
+}  // namespace zentaro

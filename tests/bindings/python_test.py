@@ -1,0 +1,106 @@
+"""The Python package as it comes in the wheel, on the virtual printer of its own fixture."""
+import ast
+import datetime
+import subprocess
+import sys
+import threading
+from decimal import Decimal
+
+import pytest
+import zentaro
+from zentaro import AutomationError, CZentaro, ENVERR_CODES, Special
+
+
+@pytest.mark.parametrize("value, back", [
+    (None, None), (Special.NULL, Special.NULL), (Special.MISSING, Special.MISSING), (Special.NOTHING, None),
+    (True, True), (70000, 70000), (2**31, 2.0**31), (0.525, 0.525),
+    (Decimal("-12.345"), Decimal("-12.3450")), (Decimal(2**63 - 1) / 10000, Decimal("922337203685477.5807")),
+    (datetime.datetime(2024, 3, 15, 14, 5, 9), datetime.datetime(2024, 3, 15, 14, 5, 9)),
+    (datetime.datetime(1899, 12, 28, 6), datetime.datetime(1899, 12, 28, 6)),
+    (datetime.date(1899, 12, 30), datetime.datetime(1899, 12, 30)), (datetime.time(18), datetime.datetime(1899, 12, 30, 18)),
+    ("Ñandú\0x €", "Ñandú\0x €"), ((1, ["a", None]), [1, ["a", None]]),
+])
+def test_values_come_back(value, back):
+    printer = CZentaro()
+    printer.CommPort = value
+    assert printer.CommPort == back and type(printer.CommPort) is type(back)
+    printer.CommPort = printer  # a reference, also to itself
+    assert printer.CommPort.PrinterType == "EPSON TMU"
+    printer.CommPort = None
+
+
+@pytest.mark.parametrize("attempt, error", [
+    (lambda printer: CZentaro(CommPort=Decimal("1.00001")), ValueError),
+    (lambda printer: CZentaro(CommPort=Decimal(2**63) / 10000), OverflowError),
+    (lambda printer: CZentaro(CommPort=object()), TypeError),
+    (lambda printer: CZentaro(ComPort=1), AttributeError),
+    (lambda printer: setattr(printer, "PrinterType", "x"), AttributeError),
+    (lambda printer: printer.RecibirPago(), TypeError),
+    (lambda printer: printer.RecibirPago(1, 2), TypeError),
+    (lambda printer: zentaro.statusN(), AutomationError(429, "Zentaro")),
+    (lambda printer: printer.call("Nope"), AutomationError(438, "Zentaro")),
+    (lambda printer: CZentaro(PortOpen=True), AutomationError(40001, "CZentaro.Let PortOpen")),
+    (lambda printer: setattr(printer, "nLastCommand", "x"), AutomationError(13, "Zentaro")),
+])
+def test_what_does_not_fit_raises(attempt, error):
+    with pytest.raises(error if isinstance(error, type) else type(error)) as raised:
+        attempt(CZentaro())
+    if not isinstance(error, type):
+        assert (raised.value.number, raised.value.source) == (error.number, error.source) and raised.value.description
+
+
+def test_a_sale_on_the_virtual_printer(virtual_printer):
+    with CZentaro(CommPort=1, PortOpen=True) as printer:
+        assert printer.IniciarFactura(sRIFCliente="V-12345678") is ENVERR_CODES.ENVERR_OK
+        virtual_printer.fault("lose-answer on item")
+        assert virtual_printer.faults == ["lose-answer on item once"]
+        assert printer.PasarLineaFactura("Café", Decimal("12.50"), 2, 16) is ENVERR_CODES.ENVERR_COMM
+        assert printer.nEnvironmentError is ENVERR_CODES.ENVERR_COMM
+        assert printer.RecibirPago(40) is ENVERR_CODES.ENVERR_OK
+        assert virtual_printer.status["document"] == 1
+        assert printer.call("CerrarComprobanteIGTF", "T", 0) == (ENVERR_CODES.ENVERR_OK, ("T", 0))
+        record = printer.GetStatusHASAR()
+        assert type(record) is zentaro.statusHASAR and record.numeroUltimaFactura == 1
+    assert not printer.isPortOpen
+    assert len(virtual_printer.paper) == 1 and "TOTAL                           Bs 29,00" in virtual_printer.paper[0]
+    commands = [entry.name for entry in virtual_printer.log if entry.event == "command"]
+    assert commands == ["open", "item", "payment", "close", "status"]
+    with pytest.raises(ValueError, match="lose-anser"):
+        virtual_printer.fault("lose-anser")
+
+
+def test_a_callback_ends_a_wait(virtual_printer):
+    def stop():
+        raise KeyboardInterrupt
+    zentaro.on_yield(stop)
+    try:
+        with pytest.raises(KeyboardInterrupt):
+            CZentaro().Subtotal()
+    finally:
+        zentaro.on_yield(None)
+    assert CZentaro().Subtotal() is ENVERR_CODES.ENVERR_COMM
+
+
+def test_an_object_stays_on_its_thread():
+    printer, failures = CZentaro(), []
+
+    def elsewhere():
+        try:
+            printer.Subtotal()
+        except AutomationError as failure:
+            failures.append(failure.number)
+    thread = threading.Thread(target=elsewhere)
+    thread.start()
+    thread.join()
+    assert failures == [5]
+
+
+def test_documentation_and_stubs_come_from_the_descriptions():
+    assert CZentaro.RecibirPago.__doc__.startswith("Registers a payment.\n\nivmMontoRecibido: ")
+    stubs = (zentaro.__path__[0] + "/__init__.pyi")
+    with open(stubs, encoding="utf-8") as file:
+        names = {node.name: node for node in ast.parse(file.read()).body if isinstance(node, ast.ClassDef)}
+    defined = {node.name for node in names["CZentaro"].body if isinstance(node, ast.FunctionDef)}
+    assert defined == {name for name in vars(CZentaro) if not name.startswith("__")}
+    smoke = subprocess.run([sys.executable, "-m", "zentaro"], capture_output=True, text=True)
+    assert smoke.returncode == 0 and "CZentaro" in smoke.stdout
