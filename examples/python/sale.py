@@ -1,79 +1,89 @@
 #!/usr/bin/env python3
-"""A small sale over `zentaro host`. `sale.py 2` prints on the printer at COM2; without a port it prints on a virtual printer."""
-import json
+"""A small sale that is never printed twice. `sale.py 2` prints at COM2; without a port it prints on a virtual printer."""
 import os
-import pathlib
-import subprocess
+import random
 import sys
-import tempfile
 import time
+from decimal import Decimal
+
+from zentaro import AutomationError, CZentaro, ENVERR_CODES, nTipoCierreFiscal
+from zentaro.virtual_printer import VirtualPrinter
+
+SALE = [("IniciarFactura", "Ana Pérez", "V-12345678"),
+        ("PasarLineaFactura", "Café molido", Decimal("12.50"), 2, 16),
+        ("PasarLineaFactura", "Queso blanco", 8, Decimal("0.75"), 0),
+        ("RecibirPago", 40),
+        ("CerrarComprobante",)]
 
 
-class Zentaro:
-    """The printer object, its members as methods of this one."""
-
-    def __init__(self, environment):
-        self.host = subprocess.Popen(["zentaro", "host"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                     text=True, encoding="utf-8", env=environment)
-        self.object = self.request("create", **{"class": "Zentaro.CZentaro"})["object"]
-
-    def request(self, method, **params):
-        self.host.stdin.write(json.dumps({"jsonrpc": "2.0", "id": 1, "method": method, "params": params}) + "\n")
-        self.host.stdin.flush()
-        answer = json.loads(self.host.stdout.readline())
-        if "error" in answer:
-            raise RuntimeError(f"{answer['error']['code']}: {answer['error']['message']}")
-        return answer["result"]
-
-    def put(self, name, value):
-        self.request("put", object=self.object, name=name, value=value)
-
-    def call(self, name, *args):
-        return self.request("call", object=self.object, name=name, args=list(args))["value"]
-
-    def step(self, name, *args):
-        outcome = self.call(name, *args)
-        print(f"{name}: {outcome}")
-        if outcome != 0:
-            raise RuntimeError(self.call("EnvironmentError"))
-
-    def close(self):
-        self.host.stdin.close()
-        self.host.wait()
+def answered(printer, outcome):
+    """Done; the first field of an answer is the command that it answers."""
+    return outcome == ENVERR_CODES.ENVERR_OK and printer.response(0) == printer.nLastCommand
 
 
-def sell(port, environment):
-    printer = Zentaro(environment)
-    try:
-        printer.put("CommPort", port)
-        printer.put("PortOpen", True)
-        printer.step("IniciarFactura", "Ana Pérez", "V-12345678")
-        printer.step("PasarLineaFactura", "Café molido", 12.5, 2, 16)
-        printer.step("PasarLineaFactura", "Queso blanco", 8, 0.75, 0)
-        printer.step("RecibirPago", 40)
-        printer.step("CerrarComprobante")
-    finally:
-        printer.close()
+def sold(printer):
+    """The amount sold today; nothing is printed. None when the printer does not say."""
+    if not answered(printer, printer.RealizarCierre(nTipoCierreFiscal.CIERRE_X, False)):
+        return None
+    day = printer.GetResultadoCierre()
+    return day.VentasExentas + day.BaseGravable1 + day.BaseGravable2 + day.BaseGravable3
 
 
-def sell_on_a_virtual_printer():
-    with tempfile.TemporaryDirectory() as name:
-        folder = pathlib.Path(name)
-        settings = folder / "settings.ini"
-        settings.write_text(f"[Config\\ModComm]\nCOM1={folder}/printer\n", encoding="utf-8")
-        paper = subprocess.Popen(["zentaro-printer", "--link", str(folder / "printer")], stdin=subprocess.PIPE, text=True)
+def in_step(printer):
+    """The status, as soon as an answer is the one to its question; None when that takes longer than half a minute."""
+    for pause in (0.5, 1, 2, 4, 8, 16):
+        time.sleep(pause)  # late answers gather while the port is open, and opening it throws them away
         try:
-            while not (folder / "printer").exists() and paper.poll() is None:
-                time.sleep(0.05)
-            sell(1, {**os.environ, "ZENTARO_SETTINGS": str(settings)})
-        finally:
-            paper.communicate("quit\n")
+            printer.PortOpen = False
+            printer.PortOpen = True
+        except AutomationError:
+            continue  # an adapter that was pulled out
+        status = printer.GetStatusHASAR()
+        if status and printer.response(0) == printer.nLastCommand:
+            return status
+    return None
 
 
-try:
+def settled(printer, before):
+    """What became of a sale that did not go through: asked, never sent again."""
+    status = in_step(printer)
+    if status and status.statusDocumento != 0:
+        printer.CancelarComprobante()
+        status = in_step(printer)
+    if status and status.statusDocumento != 0:
+        return "STILL OPEN: have the document cancelled", 4
+    after = sold(printer) if status else None
+    if after is None:
+        return "UNKNOWN: look at the paper, do not print again", 4
+    return ("PRINTED", 0) if after > before else ("NOT PRINTED", 3)
+
+
+def sell(port):
+    with CZentaro(CommPort=port, PortOpen=True, verifyCheckSum=True) as printer:
+        for _ in range(random.randrange(90)):
+            printer.BuildOMB(0x38, ["*"])  # another place in the sequence than the program before
+        status = in_step(printer)
+        before = sold(printer) if status and status.statusDocumento == 0 else None
+        if before is None:
+            return "NOT PRINTED: no printer, or a document is open", 3
+        for name, *arguments in SALE:
+            outcome = getattr(printer, name)(*arguments)
+            print(f"{name}: {outcome.name} {printer.sLastError}")
+            if not answered(printer, outcome):
+                return settled(printer, before)
+    return "PRINTED", 0
+
+
+def main():
     if len(sys.argv) > 1:
-        sell(int(sys.argv[1]), os.environ)
-    else:
-        sell_on_a_virtual_printer()
-except RuntimeError as error:
-    sys.exit(str(error))
+        return sell(int(sys.argv[1]))
+    with VirtualPrinter() as paper:
+        os.environ["ZENTARO_SETTINGS"] = str(paper.settings)
+        verdict = sell(1)
+        print("\n".join(paper.paper))
+    return verdict
+
+
+text, status = main()
+print(text)
+sys.exit(status)
