@@ -19,7 +19,7 @@ using Kind = Variant::Kind;
 
 [[noreturn]] void raise(ErrorNumber number) { throw AutomationError(number); }
 
-// Null, and the kinds that no conversion accepts.
+/// Null, and the kinds that no conversion accepts.
 [[noreturn]] void raiseUnconvertible(Kind kind) {
   raise(kind == Kind::Null ? ErrorNumber::InvalidUseOfNull : ErrorNumber::TypeMismatch);
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 
 #include "automation/automation_error.h"
 #include "text/ascii.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr int decimals = 4;
 constexpr double scale = 10'000;
 
-// `digits` may carry a minus sign.
+/// `digits` may carry a minus sign.
 std::int64_t wholeNumber(std::string_view digits) {
   std::int64_t number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
@@ -37,6 +38,26 @@ Currency Currency::fromDecimal(const DecimalDigits& value) {
   if (value.exponent > tooLarge) throw AutomationError(ErrorNumber::Overflow);
   const std::string digits = scaledDigits(value, decimals, Ties::ToEven);
   return fromScaled(wholeNumber(value.negative ? "-" + digits : digits));
+}
+
+Currency operator*(Currency left, Currency right) {
+  constexpr std::int64_t one = 10'000;
+  // By the whole part and the ten-thousandths of both, so that nothing but the sum can be too large.
+  const std::int64_t whole = left.scaled_ / one, part = left.scaled_ % one;
+  const std::int64_t rest = part * (right.scaled_ % one);
+  std::int64_t product = 0, partial = 0;
+  if (__builtin_mul_overflow(left.scaled_, right.scaled_ / one, &product) ||
+      __builtin_mul_overflow(whole, right.scaled_ % one, &partial) ||
+      __builtin_add_overflow(product, partial, &product) ||
+      __builtin_add_overflow(product, rest / one, &product)) {
+    throw AutomationError(ErrorNumber::Overflow);
+  }
+  const std::int64_t dropped = std::abs(rest % one) * 2;
+  const bool isRounded = dropped > one || (dropped == one && product % 2 != 0);
+  if (isRounded && __builtin_add_overflow(product, rest < 0 ? -1 : 1, &product)) {
+    throw AutomationError(ErrorNumber::Overflow);
+  }
+  return Currency::fromScaled(product);
 }
 
 double Currency::toDouble() const { return static_cast<double>(scaled_) / scale; }

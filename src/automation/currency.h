@@ -26,6 +26,8 @@ class ZENTARO_API Currency {
   double toDouble() const;
   DecimalDigits toDecimal() const;
   auto operator<=>(const Currency&) const = default;
+  /// Exact, then rounded to four decimals, ties to even; raises 6 outside the 64-bit range.
+  friend ZENTARO_API Currency operator*(Currency left, Currency right);
 
  private:
   constexpr explicit Currency(std::int64_t scaled) : scaled_(scaled) {}
@@ -36,8 +38,8 @@ class ZENTARO_API Currency {
 std::u16string currencyText(Currency value, char16_t decimalSeparator);
 /// Always four decimals with a point: "12.5000".
 ZENTARO_API std::string currencyText4(Currency value);
-/// The reverse, exact: a sign, digits, and up to four decimals behind a point. Raises 13 for anything else, 6
-/// outside the range.
+/// The reverse, exact: a sign, digits, and up to four decimals behind a point. Raises 13 for
+/// anything else, 6 outside the range.
 ZENTARO_API Currency currencyFromText4(std::string_view text);
 
 }  // namespace zentaro

@@ -52,7 +52,7 @@ class Reader {
   std::u16string_view rest_;
 };
 
-// The letters d, m and y in the order of the regional short date.
+/// The letters d, m and y in the order of the regional short date.
 std::u16string regionalOrder() {
   std::u16string order;
   for (const char16_t character : services().regional->current().shortDate) {
@@ -113,7 +113,7 @@ bool readTime(Reader& reader, CalendarTime& parts) {
   return reader.atEnd();
 }
 
-// The time behind the day, which may be left out.
+/// The time behind the day, which may be left out.
 bool readRest(Reader& reader, CalendarTime& parts) {
   if (reader.atEnd()) return true;
   if (reader.take(u'T')) return readTime(reader, parts);

@@ -33,22 +33,29 @@ void increment(std::string& digits) {
   }
 }
 
+/// `form` is what to_chars is told: the scientific notation, and perhaps how many decimals.
+template <class... Form>
+DecimalDigits digitsOf(double value, Form... form) {
+  std::array<char, 32> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value), form...);
+  // "d.dddddde[+-]xx", and "de[+-]xx" for a single digit
+  const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
+  const auto mark = text.find('e');
+  int power = 0;
+  std::from_chars(text.data() + mark + 2, text.data() + text.size(), power);
+  if (text[mark + 1] == '-') power = -power;
+  std::string digits(text.substr(0, mark));
+  std::erase(digits, '.');
+  return decimalDigits(std::signbit(value), std::move(digits), power + 1);
+}
+
 }  // namespace
 
 DecimalDigits decimalDigits(double value) {
-  std::array<char, 32> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
-                                 std::chars_format::scientific, significantDigits - 1);
-  // "d.dddddddddddddde[+-]xx"
-  const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
-  const auto mark = text.find('e');
-  const bool hasNegativeExponent = text[mark + 1] == '-';
-  int power = 0;
-  std::from_chars(text.data() + mark + 2, text.data() + text.size(), power);
-  std::string digits(text.substr(0, mark));
-  digits.erase(1, 1);
-  return decimalDigits(std::signbit(value), std::move(digits), (hasNegativeExponent ? -power : power) + 1);
+  return digitsOf(value, std::chars_format::scientific, significantDigits - 1);
 }
+
+DecimalDigits ownDigits(double value) { return digitsOf(value, std::chars_format::scientific); }
 
 DecimalDigits decimalDigits(bool negative, std::string digits, int exponent) {
   const auto first = std::min(digits.find_first_not_of('0'), digits.size());

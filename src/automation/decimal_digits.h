@@ -1,5 +1,5 @@
-// A decimal number as its digits: what lies between a double or a currency and its text, where all rounding
-// to a number of decimals happens.
+// A decimal number as its digits: what lies between a double or a currency and its text, where all
+// rounding to a number of decimals happens.
 #pragma once
 
 #include <string>
@@ -15,6 +15,8 @@ struct DecimalDigits {
 
 /// A finite number to 15 significant digits.
 DecimalDigits decimalDigits(double value);
+/// A finite number by the fewest digits that no other double has.
+DecimalDigits ownDigits(double value);
 /// Any digits, leading and trailing zeros included.
 DecimalDigits decimalDigits(bool negative, std::string digits, int exponent);
 
@@ -23,13 +25,12 @@ double decimalValue(const DecimalDigits& value);
 
 enum class Ties { ToEven, AwayFromZero };
 
-/// The digits of the whole number that `value` times ten to the power `decimals` rounds to, without its sign;
-/// may be empty or begin with zeros.
+/// The digits of the whole number that `value` times ten to the power `decimals` rounds to, without
+/// its sign; may be empty or begin with zeros.
 std::string scaledDigits(const DecimalDigits& value, int decimals, Ties ties);
 
-/// Rounds to `decimals` places, half away from zero, and gives the digits before and behind the decimal
-/// separator
-/// ("1234" and "50"); the integer part is "0" at least.
+/// Rounds to `decimals` places, half away from zero, and gives the digits before and behind the
+/// decimal separator ("1234" and "50"); the integer part is "0" at least.
 struct FixedDigits {
   bool negative = false;  // false when everything was rounded away
   std::string integer, fraction;

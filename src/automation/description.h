@@ -1,5 +1,5 @@
-// What a class description is: the members of an automation class in interface order, from which late
-// binding, the command line, the line protocol and the reference manual are all read.
+// What a class description is: the members of an automation class in interface order, from which
+// late binding, the command line, the line protocol and the reference manual are all read.
 #pragma once
 
 #include <algorithm>
@@ -77,17 +77,15 @@ class ConstantList {
 };
 using ParameterList = ConstantList<Parameter, 6>;
 
-/// One accessor or method. `arguments` has one element for each parameter and, for a Let or Set, the new
-/// value behind them.
+/// One accessor or method. `arguments` has one element for each parameter and, for a Let or Set,
+/// the new value behind them.
 using Thunk = Variant (*)(void* instance, std::span<Variant> arguments);
 
-/// Which outcome codes a member gives; any of them together.
-enum OutcomeSet : unsigned {
-  noOutcome = 0,
-  checksPort = 1,      // -1 while the port is closed
-  exchanges = 2,       // 0 to 5, of the exchange with the printer
-  checksArgument = 4,  // 6, for an argument that is rejected before anything is sent
-};
+// Which outcome codes a member gives; any of them together.
+inline constexpr unsigned noOutcome = 0;
+inline constexpr unsigned checksPort = 1;      // -1 while the port is closed
+inline constexpr unsigned exchanges = 2;       // 0 to 5, of the exchange with the printer
+inline constexpr unsigned checksArgument = 4;  // 6, for an argument that is rejected before anything is sent
 
 /// How the text of a field is made.
 enum class Encoding {
@@ -123,7 +121,7 @@ struct SentCommand {
 struct Effect {
   ConstantList<SentCommand, 3> commands = {};
   std::string_view sendsOther = {};  // what it sends when that is no command of its own
-  unsigned outcomes = noOutcome;     // an OutcomeSet
+  unsigned outcomes = noOutcome;
 
   constexpr bool sends() const { return !commands.empty() || !sendsOther.empty(); }
 };

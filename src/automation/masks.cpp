@@ -18,9 +18,23 @@ std::u16string twoDigits(int value) { return decimalText(value, 2); }
 
 DecimalDigits decimalOf(const Variant& value) {
   if (value.is(Variant::Kind::Currency)) return value.currency().toDecimal();
+  if (value.is(Variant::Kind::Text)) {
+    const Regional regional = services().regional->current();
+    const auto decimal = strictDecimal(value.text(), regional.decimalSeparator, regional.groupSeparator);
+    if (decimal) return *decimal;
+  }
   const double number = toDouble(value);
   if (!std::isfinite(number)) throw AutomationError(ErrorNumber::Overflow);
-  return decimalDigits(number);
+  return ownDigits(number);
+}
+
+/// What the code page lacks, as the narrow blanks that some countries group by, would be printed as
+/// a question mark.
+char16_t printable(char16_t separator) {
+  constexpr char16_t noBreakSpace = 0x00A0;
+  const CodePage& codePage = *services().codePage;
+  if (codePage.has(separator)) return separator;
+  return codePage.has(noBreakSpace) ? noBreakSpace : u' ';
 }
 
 std::u16string grouped(std::u16string digits, char16_t separator) {
@@ -31,7 +45,7 @@ std::u16string grouped(std::u16string digits, char16_t separator) {
   return digits;
 }
 
-// One part of a short date: a run of d, m or y. Other characters stand for themselves.
+/// One part of a short date: a run of d, m or y. Other characters stand for themselves.
 std::u16string datePart(char16_t letter, std::size_t length, const CalendarTime& parts) {
   switch (asciiLower(letter)) {
     case u'd':
@@ -65,7 +79,7 @@ std::u16string maskWholeNumber8(const Variant& value) {
 std::u16string maskAmount(const Variant& value) {
   const FixedDigits digits = fixedDigits(decimalOf(value), 2);
   const Regional regional = services().regional->current();
-  return (digits.negative ? u"-" : u"") + grouped(utf16(digits.integer), regional.groupSeparator) +
+  return (digits.negative ? u"-" : u"") + grouped(utf16(digits.integer), printable(regional.groupSeparator)) +
          regional.decimalSeparator + utf16(digits.fraction);
 }
 

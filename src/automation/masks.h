@@ -1,5 +1,7 @@
-// The formatting masks that the library uses. The masks of dates raise as calendarTime does, those of numbers
-// as toDouble does, and 6 (overflow) for an infinity and NaN.
+// The formatting masks that the library uses. Numbers are rounded half away from zero on the digits
+// that they have: all of a currency or a text, those of a double that tell it from its neighbours.
+// The masks of dates raise as calendarTime does, those of numbers as toDouble does, and 6
+// (overflow) for an infinity and NaN.
 #pragma once
 
 #include <string>
@@ -13,11 +15,10 @@ namespace zentaro {
 std::u16string maskDate(Date date);
 /// Mask "hhnnss", 24 hours.
 std::u16string maskTime(Date date);
-/// Mask "00000000": rounded to a whole number (half away from zero), at least eight digits, "-" in front of a
-/// negative one.
+/// Mask "00000000": rounded to a whole number, at least eight digits, "-" in front of a negative one.
 std::u16string maskWholeNumber8(const Variant& value);
-/// Mask "###,###,##0.00": two decimals (half away from zero on the value's 15 significant digits), the
-/// integer digits grouped in threes, with the regional separators. A currency is exact.
+/// Mask "###,###,##0.00": two decimals, the integer digits grouped in threes, with the regional
+/// separators; a group separator that the code page lacks becomes a no-break space.
 std::u16string maskAmount(const Variant& value);
 /// The regional short date, "15/03/2024".
 std::u16string maskShortDate(Date date);

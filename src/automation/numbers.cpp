@@ -61,7 +61,9 @@ bool isShownFixed(const DecimalDigits& number) {
 std::int16_t roundToInt16(double value) { return rounded<std::int16_t>(value); }
 std::int32_t roundToInt32(double value) { return rounded<std::int32_t>(value); }
 
-double leadingNumber(std::u16string_view text) {
+double leadingNumber(std::u16string_view text) { return decimalValue(leadingDecimal(text)); }
+
+DecimalDigits leadingDecimal(std::u16string_view text) {
   const std::u16string kept = withoutIgnored(text);
   std::u16string_view rest = kept;
   const bool isNegative = rest.starts_with(u'-');
@@ -78,7 +80,7 @@ double leadingNumber(std::u16string_view text) {
     }
   }
   const auto exponent = static_cast<int>(point.value_or(digits.size()));
-  return decimalValue(decimalDigits(isNegative, std::move(digits), exponent));
+  return decimalDigits(isNegative, std::move(digits), exponent);
 }
 
 std::uint32_t leadingHex(std::u16string_view text) {
@@ -92,10 +94,10 @@ std::uint32_t leadingHex(std::u16string_view text) {
 }
 
 std::int32_t leadingSignedHex(std::u16string_view text) {
-  const std::u16string kept = withoutIgnored(text);
-  const auto* const end = std::ranges::find_if(kept.data(), kept.data() + kept.size(),
-                                               [](char16_t character) { return hexValue(character) < 0; });
-  const auto count = static_cast<std::size_t>(end - kept.data());
+  std::u16string kept = withoutIgnored(text);
+  kept.erase(0, kept.find_first_not_of(u'0'));
+  const auto end = std::ranges::find_if(kept, [](char16_t character) { return hexValue(character) < 0; });
+  const auto count = end - kept.begin();
   if (count > 8) throw AutomationError(ErrorNumber::Overflow);
   const std::uint32_t value = leadingHex(kept);
   return count <= 4 ? static_cast<std::int16_t>(value) : static_cast<std::int32_t>(value);

@@ -17,7 +17,7 @@ namespace {
 
 bool takesNewValue(Access access) { return access == Access::Let || access == Access::Set; }
 
-// The accessors of one property stand one behind the other.
+/// The accessors of one property stand one behind the other.
 std::span<const Member> accessorsFrom(std::span<const Member> members, int memberId) {
   if (memberId < 0 || static_cast<std::size_t>(memberId) >= members.size()) raise(ErrorNumber::NoSuchMember);
   const auto rest = members.subspan(static_cast<std::size_t>(memberId));
@@ -33,9 +33,9 @@ const Member& accessorFor(std::span<const Member> accessors, Access access) {
   return *other;
 }
 
-// One call's own copy of the arguments, complete; what the member changed goes back to the caller when it
-// ends, also by an exception, because the caller's variables are changed at once when a member takes them by
-// reference.
+/// One call's own copy of the arguments, complete; what the member changed goes back to the caller
+/// when it ends, also by an exception, because the caller's variables are changed at once when a
+/// member takes them by reference.
 class Call {
  public:
   Call(const Member& member, std::span<Variant> given) : parameters_(member.parameters), given_(given) {

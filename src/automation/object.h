@@ -27,14 +27,14 @@ class ZENTARO_API Object {
   void* instance() const { return instance_.get(); }
   bool operator==(const Object& other) const { return instance_ == other.instance_; }
 
-  /// The member's id, found without regard to case: the index of the first of the members of that name.
-  /// Raises 438 for an unknown name, 91 for the null reference.
+  /// The member's id, found without regard to case: the index of the first of the members of that
+  /// name. Raises 438 for an unknown name, 91 for the null reference.
   int memberId(std::string_view name) const;
-  /// Reads, assigns or calls a member; a property that has only one of Let and Set takes it for both. The new
-  /// value is the last argument of a Let or Set. Optional arguments may be left out at the end or given as
-  /// missing. What the member changes in a by-reference argument is written back, also when it raises. Raises
-  /// 438 when the member has no such access, 450 for a wrong number of arguments, 91 for the null reference,
-  /// and what the member itself raises.
+  /// Reads, assigns or calls a member; a property that has only one of Let and Set takes it for
+  /// both. The new value is the last argument of a Let or Set. Optional arguments may be left out
+  /// at the end or given as missing. What the member changes in a by-reference argument is written
+  /// back, also when it raises. Raises 438 when the member has no such access, 450 for a wrong
+  /// number of arguments, 91 for the null reference, and what the member itself raises.
   Variant invoke(int memberId, Access access, std::span<Variant> arguments) const;
 
   // The three kinds of access by name; a reference to an object is assigned by Set, anything else by Let.

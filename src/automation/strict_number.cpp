@@ -1,7 +1,8 @@
 // Reads a text that must be a number as a whole.
 //
-//   decimal:  [sign] digits [group digits]... [separator [digits]] [E|D [sign] digits]
+//   decimal:  [sign] digits [group three digits]... [separator [digits]] [E|D [sign] digits]
 //   other:    &H hexadecimal digits, &O octal digits
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -33,9 +34,10 @@ class Reader {
     if (!isNegative) take(u'+');
     return isNegative;
   }
-  /// Takes `separator` only where digits follow it.
-  bool takeBeforeDigit(char16_t separator) {
-    return rest_.size() > 1 && isAsciiDigit(rest_[1]) && take(separator);
+  /// Takes `separator` only where exactly three digits follow it: "12,5" must never become 125.
+  bool takeBeforeGroup(char16_t separator) {
+    const auto end = std::find_if_not(rest_.begin() + !rest_.empty(), rest_.end(), isAsciiDigit<char16_t>);
+    return end - rest_.begin() == 4 && take(separator);
   }
   std::string takeDigits() {
     std::string digits;
@@ -50,11 +52,11 @@ class Reader {
 std::string integerDigits(Reader& reader, char16_t decimalSeparator, char16_t groupSeparator) {
   std::string digits = reader.takeDigits();
   if (groupSeparator == decimalSeparator) return digits;
-  while (!digits.empty() && reader.takeBeforeDigit(groupSeparator)) digits += reader.takeDigits();
+  while (!digits.empty() && reader.takeBeforeGroup(groupSeparator)) digits += reader.takeDigits();
   return digits;
 }
 
-// Nothing when an exponent is begun but has no digits.
+/// Nothing when an exponent is begun but has no digits.
 std::optional<int> exponentOf(Reader& reader) {
   if (!reader.take(u'e') && !reader.take(u'd')) return 0;
   const bool isNegative = reader.takeSign();
@@ -62,17 +64,17 @@ std::optional<int> exponentOf(Reader& reader) {
   if (digits.empty()) return std::nullopt;
   int exponent = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
-  if (error != std::errc() || exponent > exponentLimit) exponent = exponentLimit;
+  if (error != std::errc{} || exponent > exponentLimit) exponent = exponentLimit;
   return isNegative ? -exponent : exponent;
 }
 
-// Digits of the base 8 or 16 as a signed number of 16 or 32 bits, as many as it needs.
+/// Digits of the base 8 or 16 as a signed number of 16 or 32 bits, as many as it needs.
 std::optional<double> wholeNumber(std::u16string_view text, int base) {
   const std::string digits = utf8(text);
   std::uint32_t value = 0;
   const char* const end = digits.data() + digits.size();
   const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
-  if (error != std::errc() || stop != end || digits.size() > (base == 16 ? 8U : 11U)) return std::nullopt;
+  if (error != std::errc{} || stop != end || digits.size() > (base == 16 ? 8U : 11U)) return std::nullopt;
   const bool isShort = base == 16 ? digits.size() <= 4 : value <= 0xFFFF;
   return isShort ? static_cast<std::int16_t>(value) : static_cast<std::int32_t>(value);
 }

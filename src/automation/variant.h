@@ -20,8 +20,8 @@ namespace zentaro {
 
 class Variant;
 
-/// A one-dimensional array of Variant with lower bound 0. A default Array was never given bounds: asking for
-/// its bounds is a subscript error (9), other than for an array without elements.
+/// A one-dimensional array of Variant with lower bound 0. A default Array was never given bounds:
+/// asking for its bounds is a subscript error (9), other than for an array without elements.
 class ZENTARO_API Array {
  public:
   Array() = default;
@@ -88,8 +88,8 @@ class ZENTARO_API Variant {
   Kind kind() const { return static_cast<Kind>(value_.index()); }
   bool is(Kind wanted) const { return kind() == wanted; }
 
-  // The value of a Variant that is known to be of that kind; anything else is a type mismatch (13), never a
-  // conversion.
+  // The value of a Variant that is known to be of that kind; anything else is a type mismatch (13),
+  // never a conversion.
   bool boolean() const { return get<bool>(); }
   std::int16_t int16() const { return get<std::int16_t>(); }
   std::int32_t int32() const { return get<std::int32_t>(); }

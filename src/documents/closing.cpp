@@ -1,5 +1,5 @@
-// Payments, discounts, and the end of a fiscal document: cancelled, or closed with or without a base for the
-// IGTF tax.
+// Payments, discounts, and the end of a fiscal document: cancelled, or closed with or without a
+// base for the IGTF tax.
 #include "automation/conversions.h"
 #include "documents/encoding.h"
 #include "printer/czentaro.h"
@@ -12,7 +12,7 @@ bool isText(const Variant& value, std::u16string_view text) {
   return value.is(Variant::Kind::Text) && value.text() == text;
 }
 
-// "T" and "A" have the counterparts "U" and "B" for a close with a base; any other type stays as it is.
+/// "T" and "A" have the counterparts "U" and "B" for a close with a base; any other type stays as it is.
 void adjustCloseType(Variant& type, bool hasBase) {
   struct Pair {
     const char16_t *without, *with;

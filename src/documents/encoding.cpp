@@ -81,18 +81,16 @@ std::optional<double> asNumber(const Variant& value) {
 
 std::optional<Date> asDate(const Variant& value) {
   std::optional<Date> date;
-  if (const std::optional<double> dayCount = asNumber(value)) {
-    date = Date{*dayCount};
-  } else if (value.is(Variant::Kind::Date)) {
-    date = value.date();
-  } else if (value.is(Variant::Kind::Text)) {
-    date = textToDate(value.text());
+  if (value.is(Variant::Kind::Date)) date = value.date();
+  if (value.is(Variant::Kind::Text)) date = textToDate(value.text());
+  if (!date) {
+    if (const std::optional<double> dayCount = asNumber(value)) date = Date{*dayCount};
   }
   return date && isDateInRange(*date) ? date : std::nullopt;
 }
 
 Date dateValue(const Variant& value) {
-  if (value.is(Variant::Kind::Text)) {
+  if (value.is(Variant::Kind::Text) && !textToDate(value.text())) {
     if (const std::optional<double> dayCount = asNumber(value)) return toDate(*dayCount);
   }
   return toDate(value);

@@ -16,19 +16,27 @@ constexpr std::int32_t rifLength = 14;
 // An extra line may be that much longer than a description.
 constexpr std::int16_t extraLineLength = 14;
 
-// A date or time that equals 0 is an empty field.
+/// A date or time that equals 0 is an empty field.
 std::u16string maskedOrEmpty(const Variant& value, std::u16string (*mask)(Date)) {
   return equalsZero(value) ? empty : mask(dateValue(value));
 }
 
-// Folds a fractional quantity into the price, both the caller's own.
+/// Currency times currency stays exact.
+Variant product(const Variant& price, const Variant& quantity, double pieces) {
+  if (price.is(Variant::Kind::Currency) && quantity.is(Variant::Kind::Currency)) {
+    return price.currency() * quantity.currency();
+  }
+  const double total = toDouble(price) * pieces;
+  if (!std::isfinite(total)) throw AutomationError(ErrorNumber::Overflow);
+  return total;
+}
+
+/// Folds a fractional quantity into the price, both the caller's own.
 void foldQuantity(Variant& price, Variant& quantity) {
   const double pieces = toDouble(quantity);
   if (std::floor(pieces) == pieces) return;
-  const double total = toDouble(price) * pieces;
-  if (!std::isfinite(total)) throw AutomationError(ErrorNumber::Overflow);
-  price = total;
-  quantity = static_cast<std::int16_t>(1);
+  price = product(price, quantity, pieces);
+  quantity = std::int16_t{1};
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ constexpr std::array closingValues{EnumerationValue{"CIERRE_X", CIERRE_X},
 constexpr std::array enumerations{EnumerationDescription{"ENVERR_CODES", outcomeValues},
                                   EnumerationDescription{"nTipoCierreFiscal", closingValues}};
 
-// The name without "Zentaro." in front of it.
+/// The name without "Zentaro." in front of it.
 std::string_view withoutLibrary(std::string_view name) {
   const std::size_t length = libraryName.size();
   const bool qualified =

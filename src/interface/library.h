@@ -1,5 +1,5 @@
-// The type library "Zentaro": its classes and enumerations, and the creation of an object by the name of its
-// class.
+// The type library "Zentaro": its classes and enumerations, and the creation of an object by the
+// name of its class.
 #pragma once
 
 #include <span>

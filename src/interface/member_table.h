@@ -1,5 +1,5 @@
-// How a member is described: each row names a C++ member once; its types and its thunk are derived from it by
-// template.
+// How a member is described: each row names a C++ member once; its types and its thunk are derived
+// from it by template.
 #pragma once
 
 #include <algorithm>
@@ -96,7 +96,7 @@ Variant result(T value) {
 /// A record that is handed out belongs to whoever holds the reference.
 template <class T>
 Variant result(std::unique_ptr<T> record) {
-  return record ? Object(describe<T>(), std::shared_ptr<T>(std::move(record))) : Object();
+  return record ? Object(describe<T>(), std::shared_ptr<T>(std::move(record))) : Object{};
 }
 
 // --- Parameters

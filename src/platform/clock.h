@@ -12,8 +12,8 @@ struct LocalTime {
 class Clock {
  public:
   virtual ~Clock() = default;
-  /// The time of day at the start of the program plus the monotonic time since, in seconds: it never jumps
-  /// and goes on past 86,400, so midnight and changes of the clock do not matter.
+  /// The time of day at the start of the program plus the monotonic time since, in seconds: it
+  /// never jumps and goes on past 86,400, so midnight and changes of the clock do not matter.
   virtual double secondsSinceMidnight() = 0;
   virtual LocalTime localTime() = 0;
   virtual void sleep(std::chrono::milliseconds time) = 0;

@@ -1,5 +1,5 @@
-// The host application: what the library asks of it while an operation runs. A host installs callbacks for
-// its thread.
+// The host application: what the library asks of it while an operation runs. A host installs
+// callbacks for its thread.
 #pragma once
 
 #include <functional>
@@ -20,9 +20,9 @@ class Host {
   virtual void errorBox(std::u16string_view title, std::u16string_view text) = 0;
 };
 
-/// Installs the calling thread's yield callback: it is called at least 100 times a second while an operation
-/// waits. An empty function removes it. What it throws ends the operation and reaches its caller; the printer
-/// object stays usable.
+/// Installs the calling thread's yield callback: it is called at least 100 times a second while an
+/// operation waits. An empty function removes it. What it throws ends the operation and reaches its
+/// caller; the printer object stays usable.
 ZENTARO_API void setYieldCallback(std::function<void()> callback);
 
 /// Installs the calling thread's message box (title, text). Without one, a box is one line on standard error.

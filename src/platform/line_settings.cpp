@@ -15,7 +15,7 @@ std::optional<std::uint32_t> numberBetween(std::uint32_t low, std::uint32_t high
   std::uint32_t number = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || number < low || number > high) return std::nullopt;
+  if (error != std::errc{} || stop != end || number < low || number > high) return std::nullopt;
   return number;
 }
 

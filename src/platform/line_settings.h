@@ -7,8 +7,8 @@
 
 namespace zentaro {
 
-/// Changes the named settings and switches flow control off. False, and `settings` unchanged, when any part
-/// of the text is unknown or out of range.
+/// Changes the named settings and switches flow control off. False, and `settings` unchanged, when
+/// any part of the text is unknown or out of range.
 bool parseLineSettings(std::string_view text, LineSettings& settings);
 
 }  // namespace zentaro

@@ -34,14 +34,14 @@ struct Overlapped {
   void* event = nullptr;
 };
 
-/// Each call that returns bool returns false on failure; GetLastError then gives the reason, as a code of the
-/// system. None of them raises. A handle is what CreateFileA gave.
+/// Each call that returns bool returns false on failure; GetLastError then gives the reason, as a
+/// code of the system. None of them raises. A handle is what CreateFileA gave.
 class SerialServices {
  public:
   virtual ~SerialServices() = default;
 
-  /// Opens the existing serial device `name` ("COM1"; UTF-8) for exclusive use; invalidSerialHandle on
-  /// failure.
+  /// Opens the existing serial device `name` ("COM1"; UTF-8) for exclusive use; invalidSerialHandle
+  /// on failure.
   virtual SerialHandle CreateFileA(const std::string& name, std::uint32_t access, std::uint32_t shareMode,
                                    std::uint32_t creation, std::uint32_t attributes) = 0;
   virtual bool SetupComm(SerialHandle handle, std::uint32_t inputQueue, std::uint32_t outputQueue) = 0;
@@ -49,9 +49,9 @@ class SerialServices {
   virtual bool PurgeComm(SerialHandle handle, std::uint32_t flags) = 0;
   virtual bool SetCommTimeouts(SerialHandle handle, const CommTimeouts& timeouts) = 0;
   virtual bool GetCommState(SerialHandle handle, LineSettings& settings) = 0;
-  /// Changes `settings` as a text like "baud=9600 parity=N data=8 stop=1" says and switches flow control off;
-  /// settings that the text does not name stay. False, and `settings` unchanged, for a text that cannot be
-  /// parsed.
+  /// Changes `settings` as a text like "baud=9600 parity=N data=8 stop=1" says and switches flow
+  /// control off; settings that the text does not name stay. False, and `settings` unchanged, for a
+  /// text that cannot be parsed.
   virtual bool BuildCommDCBA(const std::string& text, LineSettings& settings) = 0;
   virtual bool SetCommState(SerialHandle handle, const LineSettings& settings) = 0;
   virtual bool CloseHandle(SerialHandle handle) = 0;
@@ -70,8 +70,9 @@ class SerialServices {
   /// The system's text for a code, at most 255 bytes of UTF-8; empty when it has none.
   virtual std::string FormatMessageA(std::uint32_t code) = 0;
 
-  /// Sleeps in the kernel until a byte can be read or `limit` is over. On a handle that cannot be waited for
-  /// (not open, hung up) it sleeps for all of `limit`, so that a caller that polls never spins.
+  /// Sleeps in the kernel until a byte can be read or `limit` is over. On a handle that cannot be
+  /// waited for (not open, hung up) it sleeps for all of `limit`, so that a caller that polls never
+  /// spins.
   virtual void WaitForInput(SerialHandle handle, std::chrono::milliseconds limit) = 0;
 };
 

@@ -1,5 +1,5 @@
-// Every setting that the library reads: section, key, default and meaning. All belong to the application
-// "TRV".
+// Every setting that the library reads: section, key, default and meaning. All belong to the
+// application "TRV".
 #pragma once
 
 #include <array>
@@ -17,21 +17,22 @@ struct SettingKey {
 };
 
 inline constexpr std::string_view settingsApplication = "TRV";
+inline constexpr std::string_view printerSection = R"(Config\EPSONZT)", driverSection = R"(Config\ModComm)";
 
-inline constexpr SettingKey settingTimeOut{R"(Config\EPSONZT)", "TimeOutZT", u"12",
+inline constexpr SettingKey settingTimeOut{printerSection, "TimeOutZT", u"12",
                                            "time-out of an answer in whole seconds"};
-inline constexpr SettingKey settingDescriptionLength{R"(Config\EPSONZT)", "LenDescripcionZT", u"20",
+inline constexpr SettingKey settingDescriptionLength{printerSection, "LenDescripcionZT", u"20",
                                                      "longest item description in characters"};
 inline constexpr SettingKey settingSuppressDecimals{
-    R"(Config\EPSONZT)", "SuprimirDecimalesEZT", u"0",
+    printerSection, "SuprimirDecimalesEZT", u"0",
     "other than 0: an item with a fractional quantity is sent as one piece at price x quantity"};
-inline constexpr SettingKey settingObjectTrace{R"(Config\EPSONZT)", "DebugZT", u"0",
+inline constexpr SettingKey settingObjectTrace{printerSection, "DebugZT", u"0",
                                                "other than \"0\": every printer object traces all its life"};
-inline constexpr SettingKey settingObjectTraceFile{R"(Config\EPSONZT)", "DumpZT", uR"(C:\IFTRACE.TXT)",
+inline constexpr SettingKey settingObjectTraceFile{printerSection, "DumpZT", uR"(C:\IFTRACE.TXT)",
                                                    "file of the object trace"};
-inline constexpr SettingKey settingDriverTrace{R"(Config\ModComm)", "DEBUG", u"0",
+inline constexpr SettingKey settingDriverTrace{driverSection, "DEBUG", u"0",
                                                "other than \"0\": the driver traces after a failed opening"};
-inline constexpr SettingKey settingDriverTraceFile{R"(Config\ModComm)", "DumpFile", u"",
+inline constexpr SettingKey settingDriverTraceFile{driverSection, "DumpFile", u"",
                                                    "file of the driver trace"};
 
 inline constexpr std::array allSettings{

@@ -9,8 +9,8 @@ namespace zentaro {
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
-  /// The value, or `fallback` when it is absent or the store cannot be read. Names are matched without regard
-  /// to case.
+  /// The value, or `fallback` when it is absent or the store cannot be read. Names are matched
+  /// without regard to case.
   virtual std::u16string read(std::string_view application, std::string_view section, std::string_view key,
                               std::u16string_view fallback) = 0;
 };

@@ -11,7 +11,7 @@
 namespace zentaro {
 namespace {
 
-// One line, taken apart. `name` is the section of a header, the key of an entry, or empty.
+/// One line, taken apart. `name` is the section of a header, the key of an entry, or empty.
 struct Line {
   enum class Kind { Other, Section, Entry } kind = Kind::Other;
   std::string_view name = {};
@@ -51,7 +51,7 @@ Line parse(std::string_view text) {
   return entryOf(line, equals);
 }
 
-// Calls visit(index, line) for each line of a section; its header belongs to it.
+/// Calls visit(index, line) for each line of a section; its header belongs to it.
 template <class Visit>
 void forEachLineOf(std::string_view section, const std::vector<std::string>& lines, Visit visit) {
   std::string_view current;
@@ -62,7 +62,7 @@ void forEachLineOf(std::string_view section, const std::vector<std::string>& lin
   }
 }
 
-// The index of the line that holds.
+/// The index of the line that holds.
 std::optional<std::size_t> lastEntry(const std::vector<std::string>& lines, std::string_view section,
                                      std::string_view key) {
   std::optional<std::size_t> found;
@@ -72,8 +72,8 @@ std::optional<std::size_t> lastEntry(const std::vector<std::string>& lines, std:
   return found;
 }
 
-// The index behind the last header or entry of a section; what precedes the first header is the section
-// without a name.
+/// The index behind the last header or entry of a section; what precedes the first header is the
+/// section without a name.
 std::optional<std::size_t> sectionEnd(const std::vector<std::string>& lines, std::string_view section) {
   std::optional<std::size_t> end;
   if (section.empty()) end = 0;
@@ -83,13 +83,13 @@ std::optional<std::size_t> sectionEnd(const std::vector<std::string>& lines, std
   return end;
 }
 
-// A value that itself stands in quotes needs a pair around it that reading takes away.
+/// A value that itself stands in quotes needs a pair around it that reading takes away.
 std::string written(std::string_view value) {
   const bool isQuoted = value.size() >= 2 && value.starts_with('"') && value.ends_with('"');
   return isQuoted ? '"' + std::string(value) + '"' : std::string(value);
 }
 
-// The line with another value; its spacing and its end stay.
+/// The line with another value; its spacing and its end stay.
 std::string changedLine(std::string_view line, std::string_view value) {
   const std::string_view before = parse(line).beforeValue;
   const bool needsBlank = before.size() > 1 && before.ends_with('=') && isBlank(before[before.size() - 2]);

@@ -1,5 +1,5 @@
-// The text of a settings file: sections, keys and values, read without ever failing and changed without
-// losing a line.
+// The text of a settings file: sections, keys and values, read without ever failing and changed
+// without losing a line.
 //
 //   [Config\EPSONZT]
 //   TimeOutZT=12
@@ -32,10 +32,10 @@ class ZENTARO_API SettingsText {
 
   std::optional<std::string> value(std::string_view section, std::string_view key) const;
   std::vector<Entry> entries() const;
-  /// Replaces the value in its line, or adds key and section; every other line stays as it is. Raises
-  /// std::invalid_argument, and changes nothing, for what reading would not give back: a name or value with a
-  /// line break, a name with outer blanks, a key that is empty, holds "=" or begins with "[", ";" or a byte
-  /// order mark.
+  /// Replaces the value in its line, or adds key and section; every other line stays as it is.
+  /// Raises std::invalid_argument, and changes nothing, for what reading would not give back: a
+  /// name or value with a line break, a name with outer blanks, a key that is empty, holds "=" or
+  /// begins with "[", ";" or a byte order mark.
   void set(std::string_view section, std::string_view key, std::string_view value);
   std::string text() const;
 

@@ -2,6 +2,7 @@
 #include "printer/answer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "automation/numbers.h"
 #include "printer/frame.h"
@@ -13,13 +14,12 @@ namespace {
 
 constexpr std::int32_t errorBit = 0x8000;
 
-Answer failure(ENVERR_CODES outcome, const std::u16string& received,
+Answer failure(ENVERR_CODES outcome, std::u16string_view received,
                std::optional<std::u16string> errorText = {}) {
   return {outcome, errorBit, errorBit, std::move(errorText), Array{Variant()}, received};
 }
 
-// From the STX through the first ETX behind it; all of the text when an ETX stood only in the junk before the
-// STX.
+/// From the STX through the first ETX behind it; all of a text without one.
 std::u16string_view bodyOf(std::u16string_view answer) {
   return answer.substr(0, std::min(answer.find(ETX), answer.size() - 1) + 1);
 }
@@ -30,7 +30,7 @@ std::u16string errorTextOf(std::u16string_view body) {
   return std::u16string(body.substr(start, body.find_first_of(std::u16string{FS, ETX}, start) - start));
 }
 
-// The sum is compared modulo 65,536: an answer has only four digits for it.
+/// The sum is compared modulo 65,536: an answer has only four digits for it.
 bool checkSumMatches(std::u16string_view answer, std::u16string_view body, const CodePage& codePage) {
   std::uint32_t sum = 0;
   for (const char16_t character : body) sum += codePage.encode(character);
@@ -38,33 +38,30 @@ bool checkSumMatches(std::u16string_view answer, std::u16string_view body, const
 }
 
 std::int32_t statusWord(const Variant& text, ENVERR_CODES& outcome) {
-  const auto word = static_cast<std::int32_t>(leadingHex(text.text()));
+  const auto word = static_cast<std::int32_t>(leadingHex(text.text()) & 0xFFFF);
   if ((word & errorBit) != 0) outcome = ENVERR_STATUS;
   return word;
 }
 
-// A run of delimiters is one separator, so an empty field gives no element and the later ones move down.
-std::vector<Variant> split(const std::u16string& text) {
-  const std::u16string delimiters{FS, ETX};
-  std::vector<Variant> tokens;
+/// A run of delimiters is one separator, so an empty field gives no element and the later ones move down.
+void split(std::u16string_view text, std::vector<Variant>& fields) {
+  constexpr char16_t delimiters[] = {FS, ETX, 0};
   // An empty text would go on with whatever was split before.
-  if (text.empty()) return tokens;
-  for (std::u16string token = lmstrtok(text, delimiters); !token.empty(); token = lmstrtok(u"", delimiters)) {
-    tokens.emplace_back(token);
+  if (text.empty()) return;
+  for (std::u16string token = lmstrtok(text, delimiters); !token.empty(); token = lmstrtok({}, delimiters)) {
+    fields.emplace_back(std::move(token));
   }
-  return tokens;
 }
 
 }  // namespace
 
-Answer timedOut(const std::u16string& received) { return failure(ENVERR_COMM, received); }
+Answer timedOut(std::u16string_view received) { return failure(ENVERR_COMM, received); }
 
-Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence, bool verifyCheckSum,
+Answer checkAnswer(std::u16string_view received, std::int16_t expectedSequence, bool verifyCheckSum,
                    const CodePage& codePage) {
   const std::size_t start = received.find(STX);
-  if (start == std::u16string::npos) return failure(ENVERR_INVALID, received);
-  const std::u16string answer = received.substr(start);
-  const std::u16string_view body = bodyOf(answer);
+  if (start == std::u16string_view::npos) return failure(ENVERR_INVALID, received);
+  const std::u16string_view answer = received.substr(start), body = bodyOf(answer);
   const std::u16string errorText = errorTextOf(body);
   if (verifyCheckSum && !checkSumMatches(answer, body, codePage)) {
     return failure(ENVERR_CHECKSUM, answer, errorText);
@@ -76,13 +73,15 @@ Answer checkAnswer(const std::u16string& received, std::int16_t expectedSequence
   Answer result;
   result.errorText = errorText;
   result.traced = answer.substr(2);
-  std::vector<Variant> fields = split(result.traced.size() > 2 ? result.traced.substr(2) : u"");
+  const std::u16string_view command = result.traced.substr(0, 1), rest = result.traced.substr(command.size());
+  std::vector<Variant> fields;
+  fields.reserve(static_cast<std::size_t>(std::ranges::count(rest, FS)) + 3);
+  fields.emplace_back(std::int16_t{command.empty() ? std::uint8_t{0} : codePage.encode(command.front())});
+  split(rest.substr(std::min<std::size_t>(rest.size(), 1)), fields);
   // Both status texts exist even in an answer that is cut short before them.
-  while (fields.size() < 2) fields.emplace_back(u"");
-  result.printerStatus = statusWord(fields[0], result.outcome);
-  result.fiscalStatus = statusWord(fields[1], result.outcome);
-  fields.insert(fields.begin(),
-                static_cast<std::int16_t>(result.traced.empty() ? 0 : codePage.encode(result.traced[0])));
+  while (fields.size() < 3) fields.emplace_back(u"");
+  result.printerStatus = statusWord(fields[1], result.outcome);
+  result.fiscalStatus = statusWord(fields[2], result.outcome);
   result.fields = Array(std::move(fields));
   return result;
 }

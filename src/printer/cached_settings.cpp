@@ -12,7 +12,7 @@ namespace zentaro {
 
 namespace {
 
-// The conversion's result, or `fallback` when it fails.
+/// The conversion's result, or `fallback` when it fails.
 template <class Conversion>
 std::int16_t convertOr(std::int16_t fallback, Conversion conversion) {
   try {

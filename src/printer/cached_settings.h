@@ -9,9 +9,9 @@ class CachedSettings {
  public:
   /// "TimeOutZT": the answer time-out in seconds; 12 when the text is no number of 16 bits.
   std::int16_t timeOut();
-  /// "LenDescripcionZT": the longest item description in characters; 20 for a number outside 16 bits, 0 (not
-  /// kept) for a text that does not begin with a number. A negative length is kept as it is and fails where
-  /// it is used.
+  /// "LenDescripcionZT": the longest item description in characters; 20 for a number outside 16
+  /// bits, 0 (not kept) for a text that does not begin with a number. A negative length is kept as
+  /// it is and fails where it is used.
   std::int16_t descriptionLength();
   /// "SuprimirDecimalesEZT": fold a fractional quantity into the price. Decided at the first call.
   bool suppressesDecimals();

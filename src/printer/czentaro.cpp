@@ -18,13 +18,12 @@ AutomationError portError(std::u16string description) {
   return {40001, u"CZentaro.Let PortOpen", std::move(description)};
 }
 
-// A host's text can neither forge a field nor end the frame.
+/// A host's text can neither forge a field nor end the frame.
 void replaceControlCharacters(Variant& field) {
-  if (!field.is(Variant::Kind::Text)) return;
+  constexpr char16_t controls[] = {STX, ETX, FS, 0};
+  if (!field.is(Variant::Kind::Text) || field.text().find_first_of(controls) == std::u16string::npos) return;
   std::u16string text = field.text();
-  for (char16_t& character : text) {
-    if (character == STX || character == ETX || character == FS) character = u'.';
-  }
+  for (std::size_t at = 0; (at = text.find_first_of(controls, at)) != std::u16string::npos;) text[at] = u'.';
   field = std::move(text);
 }
 
@@ -74,58 +73,64 @@ std::u16string CZentaro::BuildOMB(std::int16_t iCommandNumber, const Array& vaAr
 
 void CZentaro::SendOMB(const Variant& frame) {
   trace_.send();
-  if (trace_.isOn()) trace_.dump(toText(frame));
   const std::u16string text = toText(frame);
+  trace_.dump(text);
   // A frame that did not leave shows up as an answer that never comes.
   modCOMM::CommWrite(toInt16(CommPort), text);
 }
 
-Variant CZentaro::ReadResponse(std::int16_t expected) {
+Variant CZentaro::ReadResponse() {
   dwordStatusFiscal = 0;
   dwordPrinterStatus = 0;
   nEnvironmentError = ENVERR_OK;
   trace_.readStatus();
   Receiver receiver;
   const bool complete = receiveAnswer(CommPort, settings_, receiver);
-  Answer answer = complete ? checkAnswer(receiver.text(), expected, verifyCheckSum, *services().codePage)
-                           : timedOut(receiver.text());
+  // The sequence number as it stands now: a host that was yielded to may have built a frame.
+  Answer answer =
+      complete ? checkAnswer(receiver.text(), nSequence.current(), verifyCheckSum, *services().codePage)
+               : timedOut(receiver.text());
   if (answer.errorText) sLastError = *answer.errorText;
+  // required: an answer that passed is dumped before its status words are stored, any other one after.
+  if (!answer.failed()) trace_.dump(answer.traced);
   dwordPrinterStatus = answer.printerStatus;
   dwordStatusFiscal = answer.fiscalStatus;
   nEnvironmentError = answer.outcome;
-  trace_.dump(answer.traced);
+  if (answer.failed()) trace_.dump(answer.traced);
   return std::move(answer.fields);
+}
+
+Variant CZentaro::exchangeFrame(const Variant& frame) {
+  SendOMB(frame);
+  return ReadResponse();
 }
 
 Variant CZentaro::exchange(Command command, Fields fields) {
   for (Variant& field : fields) replaceControlCharacters(field);
-  SendOMB(BuildOMB(static_cast<std::int16_t>(command), Array(std::move(fields))));
-  return ReadResponse(nSequence.current());
+  return exchangeFrame(BuildOMB(static_cast<std::int16_t>(command), Array(std::move(fields))));
+}
+
+std::int16_t CZentaro::keep(Variant answer) {
+  vaResponse = std::move(answer);
+  return outcome();
 }
 
 std::int16_t CZentaro::run(Command command, Fields fields) {
-  vaResponse = exchange(command, std::move(fields));
-  return outcome();
-}
-
-std::int16_t CZentaro::runFrame(const Variant& frame) {
-  SendOMB(frame);
-  vaResponse = ReadResponse(nSequence.current());
-  return outcome();
+  return keep(exchange(command, std::move(fields)));
 }
 
 std::int16_t CZentaro::runCommand(Command command) { return ExecuteCMD(static_cast<std::int16_t>(command)); }
 
-std::int16_t CZentaro::execute(const std::u16string& s) { return runFrame(s); }
+std::int16_t CZentaro::execute(const std::u16string& s) { return keep(exchangeFrame(s)); }
 
 std::int16_t CZentaro::ExecuteCMD(const Variant& nCmd) {
   if (!isPortOpen) return ENVERR_DEVICE;
-  return runFrame(BuildOMB(toInt16(nCmd), Array(std::vector<Variant>())));
+  return keep(exchangeFrame(BuildOMB(toInt16(nCmd), Array(std::vector<Variant>{}))));
 }
 
 std::int16_t CZentaro::ExecuteOMB(const Variant& sOMB) {
   if (!isPortOpen) return ENVERR_DEVICE;
-  return runFrame(sOMB);
+  return keep(exchangeFrame(sOMB));
 }
 
 }  // namespace zentaro

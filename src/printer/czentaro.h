@@ -1,20 +1,20 @@
 // CZentaro: the printer object, the one class through which a host drives a fiscal printer.
 //
 // What holds for every operation unless its comment says otherwise:
-//  - Each sends one command and waits for its answer, on the caller's thread, at most "TimeOutZT" seconds of
-//  silence.
-//  - The result is an outcome code (outcome.h), which stays in `nEnvironmentError`. The answer's fields are
-//  then in
-//    response(n), its status words in `dwordPrinterStatus` and `dwordStatusFiscal`, its error text in
-//    `sLastError`. After the outcomes 1 to 4 the fields are one Empty element and both status words are
-//    0x8000.
-//  - A closed port gives -1: nothing is sent and nothing of the object changes, `nEnvironmentError` included.
+//  - Each sends one command and waits for its answer, on the caller's thread, at most "TimeOutZT"
+//    seconds of silence.
+//  - The result is an outcome code (outcome.h), which stays in `nEnvironmentError`. The answer's
+//    fields are then in response(n), its status words in `dwordPrinterStatus` and
+//    `dwordStatusFiscal`, its error text in `sLastError`. After the outcomes 1 to 4 the fields are
+//    one Empty element and both status words are 0x8000.
+//  - A closed port gives -1: nothing is sent and nothing of the object changes,
+//    `nEnvironmentError` included.
 //  - A value that does not convert raises AutomationError (13, 6, 94, 5) before anything is sent.
-//  - Texts are cut, trimmed and reduced to 7-bit characters; amounts have two decimals, quantities three,
-//  rounded half up.
-//    STX, ETX and FS inside a host's text are sent as ".".
-// An object belongs to the thread that made it; no second operation may be started before the first has
-// returned.
+//  - Texts are cut, trimmed and reduced to 7-bit characters; amounts have two decimals, quantities
+//    three, rounded half up. STX, ETX and FS inside a host's text are sent as ".".
+//
+// An object belongs to the thread that made it; no second operation may be started before the first
+// has returned.
 #pragma once
 
 #include <cstdint>
@@ -38,8 +38,8 @@ class statusN;
 
 class ZENTARO_API CZentaro {
  public:
-  /// Reads the setting "DebugZT", which may switch the object trace on; raises when its file cannot be opened
-  /// then.
+  /// Reads the setting "DebugZT", which may switch the object trace on; raises when its file cannot
+  /// be opened then.
   CZentaro();
   /// Closes the port when it is open, and the trace. Never raises.
   ~CZentaro();
@@ -54,10 +54,10 @@ class ZENTARO_API CZentaro {
   std::int16_t nLastCommand = 0;        // command code of the last frame built
   ENVERR_CODES nEnvironmentError = ENVERR_OK;  // outcome of the last transaction or argument check
 
-  /// A complete command frame with the next sequence number; touches no port. Sets `nLastCommand` and
-  /// advances the sequence also when it fails: 5 for a command outside 0 to 255, 9 for an array without
-  /// bounds, 13 or 94 for an element without a text form. Control characters in the elements are left as they
-  /// are.
+  /// A complete command frame with the next sequence number; touches no port. Sets `nLastCommand`
+  /// and advances the sequence also when it fails: 5 for a command outside 0 to 255, 9 for an array
+  /// without bounds, 13 or 94 for an element without a text form. Control characters in the
+  /// elements are left as they are.
   std::u16string BuildOMB(std::int16_t iCommandNumber, const Array& vaArgs);
   /// Sends a frame built by BuildOMB. Does not look at PortOpen.
   std::int16_t execute(const std::u16string& s);
@@ -66,18 +66,19 @@ class ZENTARO_API CZentaro {
   /// Sends a frame built by BuildOMB just before.
   std::int16_t ExecuteOMB(const Variant& sOMB);
 
-  /// The object trace; ignored while the setting "DebugZT" has switched it on. Switching it on raises 75, 76
-  /// and so on when the file of the setting "DumpZT" cannot be opened; the trace is then off.
+  /// The object trace; ignored while the setting "DebugZT" has switched it on. Switching it on
+  /// raises 75, 76 and so on when the file of the setting "DumpZT" cannot be opened; the trace is
+  /// then off.
   void DebugMode(const Variant& value);
   Variant DebugMode() const;
 
   std::u16string PrinterType() const;          // "EPSON TMU"
   void Settings(const Variant& sNewSettings);  // ignored
   Variant Settings() const;                    // "9600,n,8,1"
-  /// Opens "COM" + CommPort at 9600 8N1, or closes it; nothing when it is as asked. Raises 40001 (source
-  /// "CZentaro.Let PortOpen") with the driver's error text when opening fails, 13 or 6 for a CommPort that
-  /// does not convert; PortOpen is then already True, and setting it to False releases what was opened.
-  /// Closing reports nothing else.
+  /// Opens "COM" + CommPort at 9600 8N1, or closes it; nothing when it is as asked. Raises 40001
+  /// (source "CZentaro.Let PortOpen") with the driver's error text when opening fails, 13 or 6 for
+  /// a CommPort that does not convert; PortOpen is then already True, and setting it to False
+  /// releases what was opened. Closing reports nothing else.
   void PortOpen(bool bIsOpen);
   bool PortOpen() const { return isPortOpen; }
 
@@ -87,39 +88,39 @@ class ZENTARO_API CZentaro {
   Variant getResponse(
       const Variant& cmd) const;  // a copy of all answer fields; Empty before the first transaction
   Variant getVarParms(const Variant& n) const;  // the same
-  /// The answer field at Index (fractions rounded, ties to even), or -1 outside. Raises 13 before the first
-  /// transaction.
+  /// The answer field at Index (fractions rounded, ties to even), or -1 outside. Raises 13 before
+  /// the first transaction.
   Variant response(const Variant& Index) const;
-  /// A truth value, not a bound: -1 when answer fields are stored (and before the first transaction), 0 after
-  /// a failure.
+  /// A truth value, not a bound: -1 when answer fields are stored (and before the first
+  /// transaction), 0 after a failure.
   std::int16_t MaxResponse() const;
   /// The bit's value (1, 2, 4, ... 32768) or 0; outside 0 to 15 -1, and `nEnvironmentError` becomes 6.
   std::int32_t BitPrinter(const Variant& nBit);
   std::int32_t BitFiscal(const Variant& nBit);
 
-  /// nTipo CIERRE_X (0) prints the X closing, or only reads its figures when Imprimir is False; anything else
-  /// is the Z.
+  /// nTipo CIERRE_X (0) prints the X closing, or only reads its figures when Imprimir is False;
+  /// anything else is the Z.
   std::int16_t RealizarCierre(nTipoCierreFiscal nTipo, const Variant& Imprimir = true);
   std::int16_t CierreZ();
   /// Dates, or texts and numbers that are dates; anything else raises 13. The type goes unchanged.
   std::int16_t ReporteMemoriaPorFecha(const Variant& dtInicial, const Variant& dtFinal,
                                       const Variant& sTipoReporte = u"R");
-  /// Numbers, or texts that are numbers; anything else raises 13. Rounded to whole numbers, half away from
-  /// zero.
+  /// Numbers, or texts that are numbers; anything else raises 13. Rounded to whole numbers, half
+  /// away from zero.
   std::int16_t ReporteMemoriaPorNumero(const Variant& lngInicial, const Variant& lngFinal,
                                        const Variant& sTipoReporte = u"");
 
   std::int16_t IniciarFactura(const Variant& sNombreCliente = u"", const Variant& sRIFCliente = u"");
   /// Up to LenDescripcionZT + 14 characters; raises 6 when that sum overflows 16 bits.
   std::int16_t PasarLineaExtra(const Variant& sTexto);
-  /// A credit note for the invoice of that number, machine, date and time. A date or time equal to 0 is sent
-  /// empty; number and serial go unchanged.
+  /// A credit note for the invoice of that number, machine, date and time. A date or time equal to
+  /// 0 is sent empty; number and serial go unchanged.
   std::int16_t IniciarDevolucion(const Variant& sNombreCliente = u"", const Variant& sRIFCliente = u"",
                                  const Variant& NumeroComprobante = 0, const Variant& sSerialEquipo = u"",
                                  const Variant& dtFechaComprobante = 0, const Variant& dtHoraComprobante = 0);
-  /// Price without tax, tax in per cent. With "SuprimirDecimalesEZT" a fractional quantity is folded into the
-  /// price; both are then written back before anything is encoded, whatever the outcome. The second form is
-  /// for values that nobody wants back.
+  /// Price without tax, tax in per cent. With "SuprimirDecimalesEZT" a fractional quantity is
+  /// folded into the price; both are then written back before anything is encoded, whatever the
+  /// outcome. The second form is for values that nobody wants back.
   std::int16_t PasarLineaFactura(const Variant& istrDescripcion, Variant& ivmPrecioNeto,
                                  Variant& idblCantidad, const Variant& ivmPorcentajeImpuesto);
   std::int16_t PasarLineaFactura(const Variant& istrDescripcion, const Variant& ivmPrecioNeto,
@@ -135,8 +136,8 @@ class ZENTARO_API CZentaro {
   /// The description's first 20 characters, neither trimmed nor replaced.
   std::int16_t RegistrarDescuentoExt(const Variant& ivmValorDescuento, const Variant& Descripcion);
   std::int16_t CancelarComprobante();
-  /// "T" the default close, "A" partial (additional lines may follow), "E" definitive; sent as given, no
-  /// field at all for an empty text. Does not look at PortOpen.
+  /// "T" the default close, "A" partial (additional lines may follow), "E" definitive; sent as
+  /// given, no field at all for an empty text. Does not look at PortOpen.
   std::int16_t CerrarComprobante(const Variant& TipoCierre = u"T");
   /// Does not look at PortOpen.
   std::int16_t Subtotal();
@@ -148,13 +149,13 @@ class ZENTARO_API CZentaro {
   /// One of the letters NEABCDRFJ in either case, or an empty text; anything else gives 6, also in
   /// `nEnvironmentError`.
   std::int16_t GetDeviceStatus(const Variant& istrComando);
-  /// Sends the eleven unframed bytes 0x07 to 0x11, reads nothing and waits 5 s. Changes nothing of the
-  /// object.
+  /// Sends the eleven unframed bytes 0x07 to 0x11, reads nothing and waits 5 s. Changes nothing of
+  /// the object.
   void Reset();
   /// The printer's serial number; "" when the outcome is not 0.
   std::u16string SerialImpresora();
-  /// The printer's clock; the zero date when the outcome is not 0. Raises 13 when the answer holds no valid
-  /// date and time.
+  /// The printer's clock; the zero date when the outcome is not 0. Raises 13 when the answer holds
+  /// no valid date and time.
   Date GetDateTime();
   /// A date, or a text that converts to one; anything else gives 6, also in `nEnvironmentError`.
   std::int16_t SetDateTime(const Variant& idtFechaActual);
@@ -167,12 +168,12 @@ class ZENTARO_API CZentaro {
   std::int16_t ActivarSlip();
   std::int16_t DesactivarSlip();
 
-  // Cheques: slip station on, cheque, slip station off. The outcome, the status words and `nLastCommand` are
-  // those of the last of the three; response(n) reads the answer to the cheque command. When the station
-  // cannot be switched on, its outcome is returned and nothing else is sent. A text that does not convert
-  // leaves the station on.
-  /// An amount or date that cannot be formatted raises 13 before anything is sent. Regional formats; payee 40
-  /// characters.
+  // Cheques: slip station on, cheque, slip station off. The outcome, the status words and
+  // `nLastCommand` are those of the last of the three; response(n) reads the answer to the cheque
+  // command. When the station cannot be switched on, its outcome is returned and nothing else is
+  // sent. A text that does not convert leaves the station on.
+  /// An amount or date that cannot be formatted raises 13 before anything is sent. Regional
+  /// formats; payee 40 characters.
   std::int16_t LlenarCheque(const Variant& vmMontoCheque, const Variant& strBeneficiario,
                             const Variant& dtFechaEmision);
   /// 40, 20 and 20 characters.
@@ -180,8 +181,8 @@ class ZENTARO_API CZentaro {
 
   /// The outcome as a 32-bit number. Does not look at PortOpen.
   Variant StatusIF(const Variant& nCommand);
-  /// A new record of the caller's, or null when the outcome is not 0. Raises 9 when the answer has too few
-  /// fields.
+  /// A new record of the caller's, or null when the outcome is not 0. Raises 9 when the answer has
+  /// too few fields.
   std::unique_ptr<statusN> GetStatusN();
   std::unique_ptr<statusHASAR> GetStatusHASAR();
   /// Runs the closing (an X prints). Null when its outcome is not 0; raises when the answer cannot be loaded.
@@ -191,9 +192,9 @@ class ZENTARO_API CZentaro {
 
   bool verifyCheckSum = false;  // reject answers with a wrong checksum
 
-  /// Closes with a base for the IGTF tax. Without a base "U" and "B" become "T" and "A"; with one "T" and "A"
-  /// become "U" and "B": TipoCierre is adjusted in the caller's variable. Gives the outcome as a 32-bit
-  /// number. Does not look at PortOpen.
+  /// Closes with a base for the IGTF tax. Without a base "U" and "B" become "T" and "A"; with one
+  /// "T" and "A" become "U" and "B": TipoCierre is adjusted in the caller's variable. Gives the
+  /// outcome as a 32-bit number. Does not look at PortOpen.
   Variant CerrarComprobanteIGTF(Variant& TipoCierre, const Variant& baseIGTF = Variant::missing());
   Variant CerrarComprobanteIGTF(const Variant& TipoCierre = u"T",
                                 const Variant& baseIGTF = Variant::missing());
@@ -202,23 +203,23 @@ class ZENTARO_API CZentaro {
   /// The fields of a command in frame order; what is no text yet is converted by BuildOMB.
   using Fields = std::vector<Variant>;
 
-  // The skeleton of every operation: exchange builds, sends and reads; run also keeps the answer and gives
-  // the outcome.
+  // The skeleton of every operation: exchange builds a frame, sends it and gives the answer's
+  // fields; keep stores them and gives the outcome; run is both.
   Variant exchange(Command command, Fields fields);
+  Variant exchangeFrame(const Variant& frame);
+  std::int16_t keep(Variant answer);
   std::int16_t run(Command command, Fields fields);
   std::int16_t runCommand(Command command);
-  std::int16_t runFrame(const Variant& frame);
   std::int16_t outcome() const { return static_cast<std::int16_t>(nEnvironmentError); }
 
   void SendOMB(const Variant& frame);
-  Variant ReadResponse(std::int16_t expected);
+  Variant ReadResponse();
   std::int32_t BitTest(const Variant& nBit, std::int32_t word);
 
   std::int16_t PasarLineaItem(const Variant& description, Variant& price, Variant& quantity,
                               const Variant& tax, const char16_t* lineType);
   std::u16string description(const Variant& text, std::int16_t extraLength);
-  template <class MakeFields>
-  std::int16_t printCheque(Command command, MakeFields makeFields);
+  std::int16_t endCheque(Command command, Fields fields);
 
   SequenceNumber nSequence;
   Variant vaResponse;  // the answer fields of the last transaction; Empty before it

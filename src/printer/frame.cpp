@@ -15,18 +15,28 @@ std::int32_t checkSum(std::u16string_view text, const CodePage& codePage) {
   return sum;
 }
 
+namespace {
+
+constexpr std::size_t usualLength = 128;  // of a frame; a longer one grows
+
+}  // namespace
+
 std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Array& fields,
                           const CodePage& codePage) {
   if (command < 0 || command > 255) throw AutomationError(ErrorNumber::InvalidArgument);
-  std::u16string frame{STX, codePage.decode(static_cast<std::uint8_t>(sequence)),
-                       codePage.decode(static_cast<std::uint8_t>(command))};
+  std::u16string frame;
+  frame.reserve(usualLength);
+  frame += {STX, codePage.decode(static_cast<std::uint8_t>(sequence)),
+            codePage.decode(static_cast<std::uint8_t>(command))};
   for (const Variant& field : fields.items()) {
-    const std::u16string text = toText(field);
     frame += FS;
-    frame += text.empty() ? std::u16string{DEL} : text;
+    const std::size_t before = frame.size();
+    frame += field.is(Variant::Kind::Text) ? std::u16string_view(field.text()) : toText(field);
+    if (frame.size() == before) frame += DEL;
   }
   frame += ETX;
-  return frame + lmHexStr::HexStr(checkSum(frame, codePage), 4);
+  frame += lmHexStr::HexStr(checkSum(frame, codePage), 4);
+  return frame;
 }
 
 }  // namespace zentaro

@@ -36,8 +36,8 @@ class SequenceNumber {
 /// The sum of the bytes that the characters stand for. Raises 6 (overflow) for more than 32,767 characters.
 std::int32_t checkSum(std::u16string_view text, const CodePage& codePage);
 
-/// A complete command frame. Raises 5 for a command outside 0 to 255, 9 for an array without bounds, and what
-/// the conversion of a field to text raises.
+/// A complete command frame. Raises 5 for a command outside 0 to 255, 9 for an array without
+/// bounds, and what the conversion of a field to text raises.
 std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Array& fields,
                           const CodePage& codePage);
 

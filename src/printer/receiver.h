@@ -1,5 +1,5 @@
-// Collects the chunks of an answer until its checksum is there. Whether the answer is valid is another
-// question (answer.h).
+// Collects the chunks of an answer until its checksum is there. Whether the answer is valid is
+// another question (answer.h).
 #pragma once
 
 #include <cstddef>
@@ -15,16 +15,16 @@ class Receiver {
 
   /// True once a byte that is no wait byte has come.
   bool started() const { return !text_.empty(); }
-  /// True once there is an ETX, wherever it stands: also one in junk before the STX counts.
+  /// True once there is an ETX. Behind an STX only an ETX of its own counts: what came before it is junk.
   bool hasEtx() const { return etx_ != std::u16string::npos; }
-  /// True once at least the four checksum characters follow the first ETX.
+  /// True once at least the four checksum characters follow that ETX.
   bool complete() const { return hasEtx() && text_.size() - etx_ > 4; }
 
   const std::u16string& text() const { return text_; }
 
  private:
   std::u16string text_;
-  std::size_t etx_ = std::u16string::npos;
+  std::size_t stx_ = std::u16string::npos, etx_ = std::u16string::npos;
 };
 
 }  // namespace zentaro

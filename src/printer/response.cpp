@@ -9,7 +9,7 @@ namespace zentaro {
 
 namespace {
 
-// A fraction or a text that is a number counts as the nearest whole number, ties to even.
+/// A fraction or a text that is a number counts as the nearest whole number, ties to even.
 double wholeNumber(const Variant& value) { return std::nearbyint(toDouble(value)); }
 
 }  // namespace
@@ -24,8 +24,8 @@ Variant CZentaro::getResponse(const Variant& /*cmd*/) const { return vaResponse;
 Variant CZentaro::getVarParms(const Variant& /*n*/) const { return vaResponse; }
 
 Variant CZentaro::response(const Variant& Index) const {
+  const Array& fields = vaResponse.array();  // required: before the index is looked at
   const double index = wholeNumber(Index);
-  const Array& fields = vaResponse.array();
   if (!(index >= 0 && index <= fields.upperBound())) return static_cast<std::int16_t>(-1);
   return fields.at(static_cast<int>(index));
 }

@@ -12,14 +12,19 @@ namespace zentaro {
 
 namespace {
 
-double now() { return services().clock->secondsSinceMidnight(); }
+using Seconds = std::chrono::duration<double>;
 
-// A whole number of seconds, ties to even.
-double newDeadline(CachedSettings& settings) { return std::nearbyint(now() + settings.timeOut()); }
+Seconds now() { return Seconds(services().clock->secondsSinceMidnight()); }
 
-// One look at the port: true when a chunk came, else after a sleep that ends with the next byte or the
-// deadline.
-bool readChunk(const Variant& commPort, Receiver& receiver, double deadline) {
+/// required: a whole number of seconds, rounded as the automation platform rounds when a time is kept
+/// as a whole number: a tie goes to the even one, so a time-out may be half a second longer or shorter.
+Seconds newDeadline(CachedSettings& settings) {
+  return Seconds(std::nearbyint((now() + std::chrono::seconds(settings.timeOut())).count()));
+}
+
+/// One look at the port: true when a chunk came, else after a sleep that ends with the next byte or
+/// the deadline.
+bool readChunk(const Variant& commPort, Receiver& receiver, Seconds deadline) {
   constexpr std::int32_t largestChunk = 4096;
   const std::int16_t port = toInt16(commPort);
   std::u16string chunk;
@@ -27,15 +32,15 @@ bool readChunk(const Variant& commPort, Receiver& receiver, double deadline) {
     receiver.feed(chunk);
     return true;
   }
-  const std::chrono::duration<double> left(deadline - now());
-  if (left.count() > 0) modCOMM::CommWait(port, std::chrono::ceil<std::chrono::milliseconds>(left));
+  const Seconds left = deadline - now();
+  if (left > Seconds::zero()) modCOMM::CommWait(port, std::chrono::ceil<std::chrono::milliseconds>(left));
   return false;
 }
 
 }  // namespace
 
 bool receiveAnswer(const Variant& commPort, CachedSettings& settings, Receiver& receiver) {
-  double deadline = newDeadline(settings);
+  Seconds deadline = newDeadline(settings);
   // The wait for the first useful byte: any chunk moves the deadline, also one of wait bytes only.
   while (!receiver.started() && now() < deadline) {
     if (readChunk(commPort, receiver, deadline)) deadline = newDeadline(settings);
@@ -43,8 +48,9 @@ bool receiveAnswer(const Variant& commPort, CachedSettings& settings, Receiver& 
   while (receiver.started() && !receiver.complete() && now() < deadline) {
     if (readChunk(commPort, receiver, deadline)) deadline = newDeadline(settings);
     // required: once the ETX is there, the chunks of the checksum do not move the deadline.
-    while (receiver.hasEtx() && !receiver.complete() && now() < deadline)
+    while (receiver.hasEtx() && !receiver.complete() && now() < deadline) {
       readChunk(commPort, receiver, deadline);
+    }
   }
   return receiver.complete();
 }

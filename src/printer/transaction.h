@@ -7,9 +7,9 @@
 
 namespace zentaro {
 
-/// Reads until an answer is complete or a time-out of silence is over; true when it is complete. `receiver`
-/// keeps what came. Sleeps in the driver while nothing arrives; each read lets the host process its events,
-/// and what the host raises passes.
+/// Reads until an answer is complete or a time-out of silence is over; true when it is complete.
+/// `receiver` keeps what came. Sleeps in the driver while nothing arrives; each read lets the host
+/// process its events, and what the host raises passes.
 bool receiveAnswer(const Variant& commPort, CachedSettings& settings, Receiver& receiver);
 
 }  // namespace zentaro

@@ -10,7 +10,7 @@ namespace zentaro {
 
 namespace {
 
-// Unlike elsewhere, Empty and Null are no values here.
+/// Unlike elsewhere, Empty and Null are no values here.
 template <class Value>
 Value valueOrMismatch(std::optional<Value> value) {
   if (!value) throw AutomationError(ErrorNumber::TypeMismatch);

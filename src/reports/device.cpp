@@ -53,8 +53,9 @@ Date CZentaro::GetDateTime() {
 std::int16_t CZentaro::SetDateTime(const Variant& idtFechaActual) {
   if (!isPortOpen) return ENVERR_DEVICE;
   // A number is no date here, nor is a text that is a number.
-  const std::optional<Date> date = asNumber(idtFechaActual) ? std::nullopt : asDate(idtFechaActual);
-  if (!date) {
+  const bool isText = idtFechaActual.is(Variant::Kind::Text);
+  const std::optional<Date> date = isText ? textToDate(idtFechaActual.text()) : asDate(idtFechaActual);
+  if (!date || asNumber(idtFechaActual)) {
     nEnvironmentError = ENVERR_BADARG;
     return ENVERR_BADARG;
   }

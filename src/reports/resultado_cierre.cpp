@@ -13,17 +13,17 @@ namespace {
 
 using Loader = void (*)(ResultadoCierre&, const Variant&);
 
-// The amounts stand in decimal notation with a point; they are not scaled.
+/// The amounts stand in decimal notation with a point; they are not scaled.
 template <Currency ResultadoCierre::*property>
 void amount(ResultadoCierre& record, const Variant& entry) {
-  record.*property = Currency::fromDouble(leadingNumber(toText(entry)));
+  record.*property = Currency::fromDecimal(leadingDecimal(toText(entry)));
 }
 
 void reportDate(ResultadoCierre& record, const Variant& entry) {
   record.FechaReporte = General::MakeDateTime(toText(entry), u"0000");
 }
 
-// Two characters each: minutes, hours, day, month, year.
+/// Two characters each: minutes, hours, day, month, year.
 void lastInvoice(ResultadoCierre& record, const Variant& entry) {
   std::u16string text = toText(entry);
   text.resize(10, u' ');

@@ -1,5 +1,5 @@
-// ResultadoCierre: the figures of a fiscal closing. A plain record of the caller's; later commands do not
-// change it.
+// ResultadoCierre: the figures of a fiscal closing. A plain record of the caller's; later commands
+// do not change it.
 #pragma once
 
 #include <cstdint>
@@ -30,9 +30,10 @@ class ZENTARO_API ResultadoCierre {
   Date FechaUltimaFactura;  // date and time of the last invoice, to the minute
   std::int32_t numeroUltimaFactura = 0;
 
-  /// Loads every property from the elements 3 to 21 of an array of answer fields. Raises 13 when `v` is no
-  /// array or an element does not convert, 9 when one is missing, 6 for an amount outside the currency range
-  /// or a number outside 32 bits; what was loaded before the failing element stays.
+  /// Loads every property from the elements 3 to 21 of an array of answer fields. Raises 13 when
+  /// `v` is no array or an element does not convert, 9 when one is missing, 6 for an amount outside
+  /// the currency range or a number outside 32 bits; what was loaded before the failing element
+  /// stays.
   void LoadFromParams(const Variant& v);
 };
 

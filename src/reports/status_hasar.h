@@ -1,5 +1,5 @@
-// statusHASAR: status words and counters as numbers. A plain record of the caller's; a host can create one
-// itself.
+// statusHASAR: status words and counters as numbers. A plain record of the caller's; a host can
+// create one itself.
 #pragma once
 
 #include <cstdint>
@@ -19,9 +19,10 @@ class ZENTARO_API statusHASAR {
   std::int32_t numeroUltimaNC = 0;
   std::int32_t numeroUltimoDNF = 0;
 
-  /// Loads the fields from the elements 0 to 7 of an array: two hexadecimal numbers, then six decimal ones,
-  /// each read from the start of the text (0 when there is none; ties to even). Raises 13 when `response` is
-  /// no array, 9 when an element is missing, 6 outside 32 bits; what was loaded before it stays.
+  /// Loads the fields from the elements 0 to 7 of an array: two hexadecimal numbers, then six
+  /// decimal ones, each read from the start of the text (0 when there is none; ties to even).
+  /// Raises 13 when `response` is no array, 9 when an element is missing, 6 outside 32 bits; what
+  /// was loaded before it stays.
   void LoadFromResponse(const Variant& response);
 };
 

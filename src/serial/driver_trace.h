@@ -1,13 +1,14 @@
-// The driver trace: what the driver reads and writes on any port of the thread, in a text file. Two settings
-// of the section "Config\ModComm" control it, "DEBUG" (on unless "0") and "DumpFile" (its path).
+// The driver trace: what the driver reads and writes on any port of the thread, in a text file. Two
+// settings of the section "Config\ModComm" control it, "DEBUG" (on unless "0") and "DumpFile" (its
+// path).
 #pragma once
 
 #include <string>
 
 namespace zentaro::modCOMM {
 
-/// Reads the settings and starts the trace, or stops it when they do not ask for one. A file that cannot be
-/// opened is shown in a message box, and the trace is off.
+/// Reads the settings and starts the trace, or stops it when they do not ask for one. A file that
+/// cannot be opened is shown in a message box, and the trace is off.
 void CommTraceStart();
 void CommTraceStop();
 

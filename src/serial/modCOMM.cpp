@@ -1,10 +1,12 @@
-// The serial port driver. Each operation does its system calls in a fixed order and stops at the first that
-// fails.
+// The serial port driver. Each operation does its system calls in a fixed order and stops at the
+// first that fails.
 #include "serial/modCOMM.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
+#include "automation/automation_error.h"
 #include "platform/services.h"
 #include "serial/driver_state.h"
 #include "serial/driver_trace.h"
@@ -95,7 +97,7 @@ std::int32_t readPort(const PortEntry& entry, std::u16string& data, std::int32_t
   if (waiting == 0) return 0;
 
   const auto size = std::min(std::max(waiting, static_cast<std::uint32_t>(std::max(wanted, 0))), bufferSize);
-  std::string buffer(bufferSize, '\0');
+  std::array<char, bufferSize> buffer;
   std::uint32_t count = 0;
   if (!serial().ReadFile(entry.handle, buffer.data(), size, count, driverState().overlapped)) {
     const std::uint32_t code = serial().GetLastError();
@@ -108,7 +110,7 @@ std::int32_t readPort(const PortEntry& entry, std::u16string& data, std::int32_t
       return -1;
     }
   }
-  data = services().codePage->text(std::string_view(buffer).substr(0, count));
+  data = services().codePage->text(std::string_view(buffer.data(), count));
   return static_cast<std::int32_t>(data.size());
 }
 
@@ -131,6 +133,17 @@ void writePort(const PortEntry& entry, const std::string& bytes, std::int32_t& w
   written = static_cast<std::int32_t>(count);
   if (waitCode == 0) return yieldToHost(yieldsAfterWrite);
   CommRecordLineError(waitCode, u"CommWrite (GetOverlappedResult)", entry);
+}
+
+/// A line that cannot be written is a fault of the operation, whose bytes have moved all the same;
+/// the trace is off then.
+void trace(void (*write)(const std::u16string&), const std::u16string& data, std::u16string_view function) {
+  try {
+    write(data);
+  } catch (const AutomationError& error) {
+    CommTraceStop();
+    keepError(error.number(), function, error.description());
+  }
 }
 
 }  // namespace
@@ -167,7 +180,7 @@ std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t want
   } catch (const Fault& fault) {
     keepError(fault.number, u"CommRead", fault.description);
   }
-  if (count > 0) CommTraceRead(data);
+  if (count > 0) trace(CommTraceRead, data, u"CommRead");
   return count;
 }
 
@@ -178,7 +191,7 @@ std::int32_t CommWrite(std::int16_t port, const std::u16string& data) {
   } catch (const Fault& fault) {
     keepError(fault.number, u"CommWrite", fault.description);
   }
-  if (written != -1) CommTraceSend(data);
+  if (written != -1) trace(CommTraceSend, data, u"CommWrite");
   return written;
 }
 

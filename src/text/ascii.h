@@ -1,5 +1,5 @@
-// Characters and names of the ASCII range, whatever the locale: digits, blanks, and comparison without regard
-// to case.
+// Characters and names of the ASCII range, whatever the locale: digits, blanks, and comparison
+// without regard to case.
 #pragma once
 
 #include <algorithm>
@@ -15,6 +15,11 @@ constexpr Character asciiLower(Character character) {
 template <class Character>
 constexpr bool isAsciiDigit(Character character) {
   return character >= '0' && character <= '9';
+}
+
+template <class Character>
+constexpr bool isAsciiLetter(Character character) {
+  return asciiLower(character) >= 'a' && asciiLower(character) <= 'z';
 }
 
 /// A space or a tab.

@@ -18,6 +18,8 @@ class CodePage {
   /// A character outside the code page becomes "?".
   std::uint8_t encode(char16_t character) const;
 
+  bool has(char16_t character) const { return character == u'?' || encode(character) != '?'; }
+
   std::u16string text(std::string_view bytes) const;
   std::string bytes(std::u16string_view text) const;
 

@@ -1,5 +1,5 @@
-// Taking away what stands around a text. What counts as nothing differs with where the text comes from, so
-// each meaning has its own name.
+// Taking away what stands around a text. What counts as nothing differs with where the text comes
+// from, so each meaning has its own name.
 #pragma once
 
 #include <string_view>

@@ -1,6 +1,6 @@
-// Conversion between UTF-8 and UTF-16. Overlong forms, surrogates in UTF-8 and values above U+10FFFF are
-// malformed; what was read of a malformed sequence becomes one U+FFFD, and reading goes on at the first byte
-// that does not belong to it.
+// Conversion between UTF-8 and UTF-16. Overlong forms, surrogates in UTF-8 and values above
+// U+10FFFF are malformed; what was read of a malformed sequence becomes one U+FFFD, and reading
+// goes on at the first byte that does not belong to it.
 #include "text/unicode.h"
 
 #include <cstddef>
@@ -10,8 +10,8 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-// What the first byte of a sequence says: its value bits, how many bytes follow, and the range of the second
-// byte, which is where overlong forms, surrogates and values that are too large show.
+/// What the first byte of a sequence says: its value bits, how many bytes follow, and the range of
+/// the second byte, which is where overlong forms, surrogates and values that are too large show.
 struct Lead {
   char32_t bits;
   int following;

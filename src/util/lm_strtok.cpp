@@ -16,9 +16,12 @@ struct Splitting {
 
 }  // namespace
 
-std::u16string lmstrtok(const std::u16string& text, const std::u16string& delimiters) {
+std::u16string lmstrtok(std::u16string_view text, std::u16string_view delimiters) {
   auto& splitting = perThread<Splitting>();
-  if (!text.empty()) splitting = {text, 0};
+  if (!text.empty()) {
+    splitting.text = text;
+    splitting.next = 0;
+  }
   if (splitting.text.empty()) throw AutomationError(ErrorNumber::InvalidArgument);
 
   const std::size_t length = splitting.text.size();

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace zentaro {
 
-/// The next token of `text`, or of the text given last when `text` is empty; empty when that one is used up.
-/// A run of delimiters separates as one does, so no token is ever empty. Raises 5 (invalid argument) for an
-/// empty text before any other.
-std::u16string lmstrtok(const std::u16string& text, const std::u16string& delimiters);
+/// The next token of `text`, or of the text given last when `text` is empty; empty when that one is
+/// used up. A run of delimiters separates as one does, so no token is ever empty. Raises 5 (invalid
+/// argument) for an empty text before any other.
+std::u16string lmstrtok(std::u16string_view text, std::u16string_view delimiters);
 
 }  // namespace zentaro

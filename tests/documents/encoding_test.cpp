@@ -113,9 +113,9 @@ TEST_F(EncodingTest, AFractionalQuantityIsFoldedIntoThePriceWhenTheSettingSays) 
 TEST_F(EncodingTest, TheWriteBackStandsAlsoWhenALaterConversionFails) {
   setting("SuprimirDecimalesEZT", u"1");
   renew();
-  Variant price = 10, quantity = 2.5;
+  Variant price = Currency::fromScaled(100001), quantity = Currency::fromScaled(25000);
   EXPECT_EQ(raised([&] { z->PasarLineaDevolucion(u"Queso", price, quantity, u"x"); }), 13);
-  EXPECT_EQ(price.number(), 25);
+  EXPECT_EQ(price.currency().scaled(), 250002) << "currency times currency stays currency, ties to even";
   EXPECT_EQ(quantity.int16(), 1);
   z->PortOpen(false);
   quantity = 2.5;

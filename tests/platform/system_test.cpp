@@ -69,7 +69,7 @@ TEST_F(SystemTest, DeviceOfAPortComesFromTheSettingsOrItsNumber) {
   EXPECT_EQ(devicePath("COM4"), "/dev/ttyS3");
   EXPECT_EQ(devicePath("COM12"), "/dev/ttyS11");
   EXPECT_EQ(devicePath("/dev/ttyUSB0"), "/dev/ttyUSB0");
-  for (const char* name : {"COM0", "COM-1", "COM1x", "COM", "COM99999999999", "printer"}) {
+  for (const char* name : {"COM0", "COM01", "COM-1", "COM1x", "COM", "COM99999999999", "printer"}) {
     EXPECT_EQ(devicePath(name), "") << name;
   }
 }
@@ -87,6 +87,9 @@ TEST_F(SystemTest, FilesAreAppendedToByAllWriters) {
   std::string contents;
   std::getline(std::ifstream(path), contents, '\0');
   EXPECT_EQ(contents, "before\none\ntwo\nthree\n");
+  ::setenv("XDG_STATE_HOME", folder.c_str(), 1);
+  EXPECT_NE(files.openForAppend(R"(C:\IFTRACE.TXT)", error), nullptr);
+  EXPECT_TRUE(fs::exists(folder / "zentaro" / "IFTRACE.TXT")) << "a path with a drive names no folder here";
 }
 
 TEST_F(SystemTest, FilesReportWhatTheSystemRefuses) {

@@ -51,7 +51,6 @@ TEST_F(TraceTest, AssignmentsOpenAndCloseTheFile) {
   z->DebugMode(-1);
   EXPECT_EQ(openFiles(), 1);
   EXPECT_EQ(raised([&] { z->DebugMode(u"maybe"); }), 13);
-  z->DebugMode(false);
   EXPECT_EQ(openFiles(), 0);
   z->ExecuteCMD(72);
   EXPECT_EQ(file(), "");
@@ -82,8 +81,15 @@ TEST_F(TraceTest, AFileThatFailsReachesTheCallerAndNothingElseBreaks) {
   platform.files.writeError = std::make_error_code(std::errc::no_space_on_device);
   EXPECT_EQ(raised([&] { z->ExecuteCMD(72); }), 61);
   EXPECT_TRUE(line.written.empty());
-  z->DebugMode(false);
+  platform.files.writeError = {};
+  platform.host.onYield = [&, yields = 0]() mutable {  // eleven while it writes, the next one while it reads
+    if (++yields == 12) platform.files.writeError = std::make_error_code(std::errc::no_space_on_device);
+  };
   line.answer({{ok('#', 'H')}});
+  EXPECT_EQ(raised([&] { z->ExecuteCMD(72); }), 61);
+  EXPECT_EQ(z->dwordPrinterStatus, 0) << "dumped before the status words are stored";
+  z->DebugMode(false);
+  line.answer({{ok('$', 'H')}});
   EXPECT_EQ(z->ExecuteCMD(72), 0);
 }
 

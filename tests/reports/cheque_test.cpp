@@ -55,11 +55,25 @@ TEST_F(ChequeTest, BadAmountsAndDatesAreRejectedBeforeTheStationIsOn) {
   EXPECT_EQ(allSent(), "\xA0 / ");  // the station stays on
 }
 
-TEST_F(ChequeTest, AmountsAndDatesAreWrittenInTheRegionalForm) {
+TEST_F(ChequeTest, AmountsAndDatesAreReadAndWrittenInTheRegionalForm) {
   platform.regional.settings = {u',', u'.', u"d-m-yy"};
   line.answer({{ok('"', ' ')}});
-  z->LlenarCheque(u"1.234.567,5", u"A", u"2024-03-05");
+  z->LlenarCheque(u"1.234.567,5", u"A", u"5.3.2024");
   EXPECT_EQ(shown(line.written[1]), "\xAA|1.234.567,50|A|5-3-24");
+  z->SetDateTime(u"15.03.2024");
+  EXPECT_EQ(sent(), "X|240315|000000");
+  z->ReporteMemoriaPorFecha(u"1.3.2024", u"45366");
+  EXPECT_EQ(sent(), ":|240301|240315|R");
+  z->IniciarDevolucion(u"", u"", 1, u"", u"1.3.2024");
+  EXPECT_EQ(sent(), "@|~|~|1|~|240301|~|D|~|~");
+  platform.regional.settings.groupSeparator = u'\u202F';
+  renew();
+  line.answer({{ok('"', ' ')}});
+  z->LlenarCheque(1500, u"A", u"2024-03-05");
+  EXPECT_EQ(shown(line.written[1]),
+            "\xAA|1\xA0"
+            "500,00|A|5-3-24")
+      << "the code page has no narrow blank";
 }
 
 }  // namespace

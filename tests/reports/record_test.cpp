@@ -40,8 +40,14 @@ TEST_F(RecordTest, AmountsAreReadFromTheStartOfTheText) {
     const char16_t* text;
     std::int64_t scaled;
   };
-  const Row rows[] = {{u"0001234.50", 12345000}, {u"12,50", 120000},      {u"", 0},   {u"  ", 0},
-                      {u"-1 2.34567", -123457},  {u"123456", 1234560000}, {u"x1", 0}, {u"1.2.3", 12000}};
+  const Row rows[] = {{u"0001234.50", 12345000},
+                      {u"12,50", 120000},
+                      {u"", 0},
+                      {u"  ", 0},
+                      {u"-1 2.34567", -123457},
+                      {u"760481341013.82", 7604813410138200},
+                      {u"x1", 0},
+                      {u"922337203685477.58", 9223372036854775800}};
   for (const Row& row : rows) {
     std::vector<Variant> entries = closing();
     entries[3] = row.text;
@@ -94,7 +100,7 @@ TEST_F(RecordTest, AnEmptyFieldShiftsTheFiguresAndTheChecksumIn) {
 
 TEST_F(RecordTest, StatusNumbersAreReadAsTheirFieldSays) {
   statusHASAR record;
-  record.LoadFromResponse(Array{u"8000", u"FFFF", u"0600", u"C080", u"", u" 1 2.5x", u"3.5", u"-4"});
+  record.LoadFromResponse(Array{u"000008000", u"FFFF", u"0600", u"C080", u"", u" 1 2.5x", u"3.5", u"-4"});
   EXPECT_EQ(record.statusPrinter, -32768);
   EXPECT_EQ(record.statusFiscal, -1);
   EXPECT_EQ(record.statusAuxiliar, 600);

@@ -88,7 +88,7 @@ TEST(Conversions, ReadTextsUnderTheRegionalSettings) {
   const testing::CommaRegion region;
   EXPECT_EQ(toDouble("1.234,5"), 1234.5);
   EXPECT_EQ(toCurrency("1.234,5").scaled(), 12345000);
-  EXPECT_EQ(toInt16("1.5"), 15) << "the point is the group separator";
+  EXPECT_EQ(errorOf([] { toInt16("1.5"); }), 13) << "the point groups digits by three";
 }
 
 TEST(Conversions, GiveBooleans) {

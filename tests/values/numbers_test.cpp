@@ -73,9 +73,9 @@ TEST(Numbers, AreReadWhole) {
               {u"&O200000", 65536}};
   for (const auto& row : rows) EXPECT_EQ(strictNumber(row.text, u'.', u','), row.value) << utf8(row.text);
   for (const char16_t* text :
-       {u"&H123456789", u"&H",   u"&HFG", u"&H\u0141", u"&O8",  u"-&H1",  u"",   u"  ",
-        u".",           u"-",    u"--1",  u"1 2",      u"12x",  u"1E",    u"E5", u"1.2.3",
-        u",1",          u"1,,2", u"1,",   u"1.5,0",    u"01B0", u"\uFF11"}) {
+       {u"&H123456789", u"&H",    u"&HFG", u"&H\u0141", u"&O8",  u"-&H1",   u"",        u"  ", u".",
+        u"-",           u"--1",   u"1 2",  u"12x",      u"1E",   u"E5",     u"1.2.3",   u",1", u"1,,2",
+        u"1,",          u"1.5,0", u"01B0", u"\uFF11",   u"12,5", u"1,2345", u"1,23,456"}) {
     EXPECT_EQ(strictNumber(text, u'.', u','), std::nullopt) << utf8(text);
   }
   EXPECT_EQ(strictNumber(u"1.234,5", u',', u'.'), 1234.5);
@@ -119,7 +119,7 @@ TEST(Numbers, AreReadFromHexadecimalDigits) {
   EXPECT_EQ(leadingSignedHex(u"0600"), 0x600);
   EXPECT_EQ(leadingSignedHex(u" 80 00"), -32768);
   EXPECT_EQ(leadingSignedHex(u"FFFF"), -1);
-  EXPECT_EQ(leadingSignedHex(u"08000"), 32768);
+  EXPECT_EQ(leadingSignedHex(u"08000"), -32768);
   EXPECT_EQ(leadingSignedHex(u"FFFFFFFEz"), -2);
   EXPECT_EQ(leadingSignedHex(u"zz"), 0);
   EXPECT_EQ(errorOf([] { leadingSignedHex(u"123456789"); }), 6);

@@ -18,10 +18,12 @@ class Descriptor {
     std::swap(number_, other.number_);
     return *this;
   }
+  ~Descriptor() { close(); }
   /// Leaves errno as it is, so that a failure can be reported after its descriptor went.
-  ~Descriptor() {
+  void close() {
     const int error = errno;
     if (isOpen()) ::close(number_);  // frees the number even when it reports an error
+    number_ = -1;
     errno = error;
   }
 

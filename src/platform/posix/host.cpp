@@ -1,5 +1,5 @@
-// The host application by its thread's callbacks; without one a yield does nothing and a box is a line on
-// standard error.
+// The host application by its thread's callbacks; without one a yield does nothing and a box is a
+// line on standard error.
 #include "platform/host.h"
 
 #include <cstdio>

@@ -1,8 +1,7 @@
-// The status of a serial line, from poll() and the terminal's ioctls.
+// The status of a serial line, from the terminal's ioctls.
 #include "platform/posix/line_status.h"
 
 #include <linux/serial.h>
-#include <poll.h>
 #include <sys/ioctl.h>
 
 namespace zentaro::posix {
@@ -12,15 +11,10 @@ int bytesWaiting(int descriptor) {
   return ::ioctl(descriptor, FIONREAD, &count) < 0 ? -1 : count;
 }
 
-bool isHungUp(int descriptor) {
-  pollfd state{descriptor, POLLIN, 0};
-  return ::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
-}
-
-LineCounters lineCounters(int descriptor) {
+std::optional<LineCounters> lineCounters(int descriptor) {
   serial_icounter_struct counts{};
-  if (::ioctl(descriptor, TIOCGICOUNT, &counts) < 0) return {};
-  return {counts.overrun, counts.parity, counts.frame, counts.brk, counts.buf_overrun};
+  if (::ioctl(descriptor, TIOCGICOUNT, &counts) < 0) return std::nullopt;
+  return LineCounters{counts.overrun, counts.parity, counts.frame, counts.brk, counts.buf_overrun};
 }
 
 std::uint32_t lineErrorFlags(const LineCounters& before, const LineCounters& now) {

@@ -1,8 +1,9 @@
-// What a serial line reports of itself: bytes waiting, whether it hung up, and the line errors since the last
-// look.
+// What a serial line reports of itself: bytes waiting, whether it hung up, and the line errors
+// since the last look.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace zentaro::posix {
 
@@ -13,12 +14,10 @@ struct LineCounters {
 
 /// Bytes that can be read; -1 with errno set when the device cannot tell, as after a hang-up.
 int bytesWaiting(int descriptor);
-/// True when the device is gone or its other side has closed it.
-bool isHungUp(int descriptor);
-/// All zero on a device that does not count, such as a pseudo-terminal.
-LineCounters lineCounters(int descriptor);
-/// The flags CE_RXOVER 1, CE_OVERRUN 2, CE_RXPARITY 4, CE_FRAME 8 and CE_BREAK 0x10 for the counts that
-/// changed.
+/// Nothing on a device that does not count, such as a pseudo-terminal.
+std::optional<LineCounters> lineCounters(int descriptor);
+/// The flags CE_RXOVER 1, CE_OVERRUN 2, CE_RXPARITY 4, CE_FRAME 8 and CE_BREAK 0x10 for the counts
+/// that changed.
 std::uint32_t lineErrorFlags(const LineCounters& before, const LineCounters& now);
 
 }  // namespace zentaro::posix

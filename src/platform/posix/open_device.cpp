@@ -6,6 +6,7 @@
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <termios.h>
 
 #include <cerrno>
 
@@ -19,10 +20,10 @@ bool isPseudoTerminal(int descriptor) {
   return major(status.st_rdev) >= 136 && major(status.st_rdev) <= 143;
 }
 
-/// A pseudo-terminal stays exclusive after a program that was killed, as long as its other side is open, and
-/// nobody could use it again: there the lock has to do.
+/// A pseudo-terminal stays exclusive after a program that was killed, as long as its other side is
+/// open, and nobody could use it again: there the lock has to do.
 bool makeExclusive(int descriptor) {
-  return isPseudoTerminal(descriptor) || ::ioctl(descriptor, TIOCEXCL) == 0 || errno == ENOTTY;
+  return isPseudoTerminal(descriptor) || ::ioctl(descriptor, TIOCEXCL) == 0;
 }
 
 }  // namespace
@@ -31,7 +32,8 @@ std::optional<OpenDevice> OpenDevice::open(const std::string& path) {
   // O_NONBLOCK: opening a line without a carrier must not wait. O_NOCTTY: a hang-up must not end the program.
   constexpr int flags = O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC;
   Descriptor descriptor(uninterrupted([&] { return ::open(path.c_str(), flags); }));
-  if (!descriptor.isOpen()) return std::nullopt;
+  termios line;
+  if (!descriptor.isOpen() || ::tcgetattr(descriptor.number(), &line) < 0) return std::nullopt;
   if (uninterrupted([&] { return ::flock(descriptor.number(), LOCK_EX | LOCK_NB); }) < 0) {
     if (errno == EWOULDBLOCK) errno = EBUSY;
     return std::nullopt;
@@ -41,20 +43,26 @@ std::optional<OpenDevice> OpenDevice::open(const std::string& path) {
 }
 
 OpenDevice::OpenDevice(Descriptor descriptor)
-    : descriptor_(std::move(descriptor)),
-      isTerminal_(::isatty(descriptor_.number()) == 1),
-      counters_(lineCounters(descriptor_.number())) {}
+    : descriptor_(std::move(descriptor)), counters_(lineCounters(descriptor_.number())) {}
 
-OpenDevice::~OpenDevice() {
-  if (!descriptor_.isOpen()) return;  // moved from
+OpenDevice::~OpenDevice() { giveUp(); }
+
+void OpenDevice::giveUp() {
+  if (isGone()) return;  // or moved from
+  // Else the close waits, for up to half a minute, until a far side that is off has taken all of it,
+  // and a command that was told as lost is carried out after all.
+  ::tcflush(descriptor_.number(), TCOFLUSH);
   // Both would outlive this descriptor where a forked child has it too.
   ::ioctl(descriptor_.number(), TIOCNXCL);
   ::flock(descriptor_.number(), LOCK_UN);
+  descriptor_.close();
 }
 
 std::uint32_t OpenDevice::takeLineErrors() {
-  const LineCounters before = std::exchange(counters_, lineCounters(descriptor_.number()));
-  return lineErrorFlags(before, counters_);
+  if (!counters_) return 0;
+  const LineCounters before = *counters_;
+  counters_ = lineCounters(descriptor_.number()).value_or(before);
+  return lineErrorFlags(before, *counters_);
 }
 
 SerialHandle DeviceTable::add(OpenDevice device) {
@@ -69,9 +77,9 @@ OpenDevice* DeviceTable::find(SerialHandle handle) {
   return found == devices_.end() ? nullptr : &found->second;
 }
 
-void DeviceTable::remove(SerialHandle handle) {
+bool DeviceTable::remove(SerialHandle handle) {
   const std::lock_guard lock(mutex_);
-  devices_.erase(handle);
+  return devices_.erase(handle) == 1;
 }
 
 }  // namespace zentaro::posix

@@ -12,11 +12,12 @@
 
 namespace zentaro::posix {
 
-/// A device held exclusively: by an advisory lock against everybody who looks for one, and by the terminal's
-/// own exclusive mode against everybody else. Destroying it gives the device back.
+/// A device held exclusively: by an advisory lock against everybody who looks for one, and by the
+/// terminal's own exclusive mode against everybody else. Destroying it gives the device back.
 class OpenDevice {
  public:
-  /// Nothing, with errno set, when the device cannot be opened; EBUSY when somebody holds it.
+  /// Nothing, with errno set, when the device cannot be opened; EBUSY when somebody holds it, ENOTTY
+  /// when it is no serial device, EIO when there is no port behind its name.
   static std::optional<OpenDevice> open(const std::string& path);
 
   OpenDevice(OpenDevice&&) = default;
@@ -24,7 +25,10 @@ class OpenDevice {
   ~OpenDevice();
 
   int descriptor() const { return descriptor_.number(); }
-  bool isTerminal() const { return isTerminal_; }
+  /// Closes a device that hung up: while somebody holds it, an adapter that is plugged in again gets
+  /// another name. What has not been sent is discarded.
+  void giveUp();
+  bool isGone() const { return !descriptor_.isOpen(); }
   /// The flags of the line errors since the last call, or since the device was opened.
   std::uint32_t takeLineErrors();
 
@@ -34,18 +38,18 @@ class OpenDevice {
   explicit OpenDevice(Descriptor descriptor);
 
   Descriptor descriptor_;
-  bool isTerminal_;
-  LineCounters counters_;
+  std::optional<LineCounters> counters_;
 };
 
-/// A handle is never given out twice, so one that was closed can never reach another device. A handle is used
-/// by the thread that opened it; only the table itself is shared.
+/// A handle is never given out twice, so one that was closed can never reach another device. A
+/// handle is used by the thread that opened it; only the table itself is shared.
 class DeviceTable {
  public:
   SerialHandle add(OpenDevice device);
   /// Null for a handle that is not open.
   OpenDevice* find(SerialHandle handle);
-  void remove(SerialHandle handle);
+  /// False for a handle that is not open.
+  bool remove(SerialHandle handle);
 
  private:
   std::mutex mutex_;

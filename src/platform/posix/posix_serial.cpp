@@ -28,6 +28,9 @@ bool fail(int code) {
   return false;
 }
 
+/// What a device answers that is gone.
+bool isHangUp(int error) { return error == EIO || error == ENODEV || error == ENXIO; }
+
 class PosixSerial : public SerialServices {
  public:
   SerialHandle CreateFileA(const std::string& name, std::uint32_t, std::uint32_t, std::uint32_t,
@@ -39,7 +42,7 @@ class PosixSerial : public SerialServices {
   }
 
   bool SetupComm(SerialHandle handle, std::uint32_t, std::uint32_t) override {
-    return on(handle, [](OpenDevice& device) { return device.isTerminal() || fail(ENOTTY); });
+    return on(handle, [](OpenDevice&) { return true; });
   }
 
   bool PurgeComm(SerialHandle handle, std::uint32_t flags) override {
@@ -73,18 +76,15 @@ class PosixSerial : public SerialServices {
   }
 
   bool CloseHandle(SerialHandle handle) override {
-    return on(handle, [&](OpenDevice&) {
-      devices_.remove(handle);
-      return true;
-    });
+    if (devices_.remove(handle)) return true;
+    perThread<LastError>().code = EBADF;
+    return false;
   }
 
   bool ClearCommError(SerialHandle handle, std::uint32_t& flags, std::uint32_t& waiting) override {
     return on(handle, [&](OpenDevice& device) {
-      if (!device.isTerminal()) return fail(ENOTTY);
       const int bytes = bytesWaiting(device.descriptor());
       if (bytes < 0) return false;
-      if (bytes == 0 && isHungUp(device.descriptor())) return fail(EIO);
       waiting = static_cast<std::uint32_t>(bytes);
       flags = device.takeLineErrors();
       return true;
@@ -128,21 +128,30 @@ class PosixSerial : public SerialServices {
     const int number = static_cast<int>(code);
     const std::string text = std::system_category().message(number);
     // For a code without a text the system makes one up that ends with the code.
-    return text.ends_with(std::to_string(number)) ? std::string() : text.substr(0, 255);
+    return text.ends_with(std::to_string(number)) ? std::string{} : text.substr(0, 255);
   }
 
   void WaitForInput(SerialHandle handle, milliseconds limit) override {
-    if (const OpenDevice* device = devices_.find(handle)) return waitForInput(device->descriptor(), limit);
-    std::this_thread::sleep_for(limit);
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    const bool hasWaited =
+        on(handle, [&](OpenDevice& device) { return waitForInput(device.descriptor(), deadline); });
+    if (!hasWaited) std::this_thread::sleep_until(deadline);
   }
 
  private:
   template <class Call>
   bool on(SerialHandle handle, Call call) {
     OpenDevice* device = devices_.find(handle);
-    const bool done = device != nullptr ? call(*device) : fail(EBADF);
-    if (!done) perThread<LastError>().code = errno;
-    return done;
+    if (device != nullptr && !device->isGone() && call(*device)) return true;
+    int error = errno;
+    if (device == nullptr) {
+      error = EBADF;
+    } else if (device->isGone() || isHangUp(error)) {
+      device->giveUp();
+      error = EIO;
+    }
+    perThread<LastError>().code = error;
+    return false;
   }
 
   DeviceTable devices_;

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "platform/posix/posix_services.h"
+#include "text/ascii.h"
 #include "text/unicode.h"
 
 namespace zentaro::posix {
@@ -69,8 +70,6 @@ bool hasOneRun(std::u16string_view pattern, char16_t letter) {
   const auto end = pattern.find_first_not_of(letter, first);
   return end == std::u16string_view::npos || pattern.find(letter, end) == std::u16string_view::npos;
 }
-
-bool isAsciiLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 
 }  // namespace
 

@@ -9,8 +9,8 @@
 
 namespace zentaro::posix {
 
-/// The short date of a date format such as "%d/%m/%y": "dd/mm/yy". Nothing when the format is not made of one
-/// day, one month and one year in digits with separators between them.
+/// The short date of a date format such as "%d/%m/%y": "dd/mm/yy". Nothing when the format is not
+/// made of one day, one month and one year in digits with separators between them.
 std::optional<std::u16string> shortDatePattern(std::u16string_view format);
 
 /// As the environment is now. What an unknown locale or the C locale does not say keeps its default.

@@ -9,6 +9,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_services.h"
+#include "platform/setting_keys.h"
 #include "platform/settings_text.h"
 #include "platform/system_paths.h"
 #include "text/ascii.h"
@@ -33,6 +34,13 @@ std::string homeDirectory() {
   const bool done =
       ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr;
   return done ? entry.pw_dir : "";
+}
+
+/// The folder that the variable names, else that folder in the user's home; empty without a home.
+std::string userFolder(const char* variable, const char* folderAtHome) {
+  if (std::string folder = environment(variable); !folder.empty()) return folder;
+  const std::string home = homeDirectory();
+  return home.empty() ? home : home + folderAtHome;
 }
 
 /// Never more than the size that the system gives, so that a pipe or a device, which has none, is not read.
@@ -66,7 +74,7 @@ class SettingsFile : public SettingsStore {
  private:
   static std::optional<std::string> stored(std::string_view application, std::string_view section,
                                            std::string_view key) {
-    if (!equalIgnoringCase(application, "TRV")) return std::nullopt;
+    if (!equalIgnoringCase(application, settingsApplication)) return std::nullopt;
     const auto contents = fileContents(settingsPath());
     return contents ? SettingsText(*contents).value(section, key) : std::nullopt;
   }
@@ -76,13 +84,14 @@ class SettingsFile : public SettingsStore {
 
 std::string settingsPath() {
   if (std::string path = environment("ZENTARO_SETTINGS"); !path.empty()) return path;
-  std::string folder = environment("XDG_CONFIG_HOME");
-  if (folder.empty()) {
-    const std::string home = homeDirectory();
-    if (home.empty()) return {};
-    folder = home + "/.config";
-  }
-  return folder + "/TRV/settings.ini";
+  std::string folder = userFolder("XDG_CONFIG_HOME", "/.config");
+  if (folder.empty()) return {};
+  return folder.append("/").append(settingsApplication) + "/settings.ini";
+}
+
+std::string stateFolder() {
+  const std::string folder = userFolder("XDG_STATE_HOME", "/.local/state");
+  return folder.empty() ? folder : folder + "/zentaro";
 }
 
 namespace posix {

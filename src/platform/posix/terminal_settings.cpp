@@ -65,7 +65,8 @@ std::optional<termios> rawLine(const LineSettings& settings) {
   const tcflag_t keptInput = settings.flowControl ? line.c_iflag & softwareFlow : 0;
   const tcflag_t keptControl = settings.flowControl ? line.c_cflag & CRTSCTS : 0;
   ::cfmakeraw(&line);
-  line.c_iflag = (line.c_iflag & ~softwareFlow) | keptInput;
+  // A break would else arrive as a NUL, which a checksum by addition cannot see.
+  line.c_iflag = (line.c_iflag & ~softwareFlow) | keptInput | IGNBRK;
   line.c_cflag = (line.c_cflag & ~controlFlags) | keptControl | *parity | *size | CLOCAL | CREAD;
   if (settings.stopBits == 2) line.c_cflag |= CSTOPB;
   line.c_cc[VMIN] = 0;

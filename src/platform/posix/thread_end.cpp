@@ -1,5 +1,6 @@
-// What is to be done when a thread ends. A key of the threads library runs it, since that comes after the
-// destructors of thread_local objects, and again for what those destructors' users have made anew.
+// What is to be done when a thread ends. A key of the threads library runs it, since that comes
+// after the destructors of thread_local objects, and again for what those destructors' users have
+// made anew.
 #include <pthread.h>
 
 #include <memory>

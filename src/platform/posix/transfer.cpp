@@ -1,12 +1,11 @@
-// Transfers on a non-blocking descriptor: every wait is a poll() up to a deadline, so signals and short
-// transfers only cost another turn.
+// Transfers on a non-blocking descriptor: every wait is a poll() up to a deadline, so signals and
+// short transfers only cost another turn.
 #include "platform/posix/transfer.h"
 
 #include <poll.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <thread>
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/line_status.h"
@@ -45,17 +44,18 @@ bool failHungUp() {
 bool readSome(int descriptor, char* buffer, std::size_t count, milliseconds limit, std::size_t& got) {
   got = 0;
   const auto deadline = steady_clock::now() + limit;
-  while (const short events = waitFor(descriptor, POLLIN, deadline)) {
+  for (bool hasPolled = false;; hasPolled = true) {
     const ssize_t result = ::read(descriptor, buffer, count);
     if (result > 0) {
       got = static_cast<std::size_t>(result);
       return true;
     }
     if (result < 0 && !isWorthRetrying(errno)) return false;
+    if (result == 0 && hasPolled) return true;  // a raw terminal says so when nothing is there after all
+    const short events = waitFor(descriptor, POLLIN, deadline);
     if ((events & hangUp) != 0) return failHungUp();
-    if (result == 0) return true;  // a raw terminal says so when nothing is there after all
+    if (events == 0) return true;
   }
-  return true;
 }
 
 bool writeAll(int descriptor, std::string_view bytes, milliseconds limit, std::size_t& written) {
@@ -75,10 +75,9 @@ bool writeAll(int descriptor, std::string_view bytes, milliseconds limit, std::s
   return true;
 }
 
-void waitForInput(int descriptor, milliseconds limit) {
-  const auto deadline = steady_clock::now() + limit;
-  waitFor(descriptor, POLLIN, deadline);
-  if (bytesWaiting(descriptor) <= 0) std::this_thread::sleep_until(deadline);  // hung up: poll() never sleeps
+bool waitForInput(int descriptor, steady_clock::time_point deadline) {
+  const short events = waitFor(descriptor, POLLIN, deadline);
+  return (events & hangUp) == 0 || bytesWaiting(descriptor) > 0 || failHungUp();
 }
 
 }  // namespace zentaro::posix
