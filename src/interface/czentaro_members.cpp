@@ -90,11 +90,9 @@ constexpr auto members = rows(
         "The answer field at an index, or -1."),
     method<&Z::MaxResponse>("MaxResponse", {}, "-1 when answer fields are stored, 0 after a failure."),
     method<&Z::BitPrinter>("BitPrinter", {byRef("nBit", "0 to 15")},
-                           "A bit of the printer status word by its value, or -1.",
-                           sendsOther({}, checksArgument)),
+                           "A bit of the printer status word by its value, or -1.", sendsNothing),
     method<&Z::BitFiscal>("BitFiscal", {byRef("nBit", "0 to 15")},
-                          "A bit of the fiscal status word by its value, or -1.",
-                          sendsOther({}, checksArgument)),
+                          "A bit of the fiscal status word by its value, or -1.", sendsNothing),
 
     method<&Z::RealizarCierre>(
         "RealizarCierre",

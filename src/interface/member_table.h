@@ -2,7 +2,6 @@
 // from it by template.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -13,8 +12,8 @@
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "automation/description.h"
+#include "interface/sent_commands.h"
 #include "printer/closing_type.h"
-#include "printer/command.h"
 #include "printer/outcome.h"
 
 namespace zentaro {
@@ -110,51 +109,6 @@ constexpr Parameter byRef(std::string_view name, std::string_view note, Default 
 }
 constexpr Parameter byValue(std::string_view name, std::string_view note, Default fallback = {}) {
   return {name, {}, Passing::ByValue, fallback, note};
-}
-
-// --- What a member sends
-
-inline constexpr SentField emptyField{Encoding::Constant};
-constexpr SentField constant(std::string_view text) { return {Encoding::Constant, text}; }
-constexpr SentField asGiven(std::string_view parameter) { return {Encoding::AsGiven, parameter}; }
-constexpr SentField cleaned(std::string_view parameter, int characters) {
-  return {Encoding::Cleaned, parameter, characters};
-}
-constexpr SentField itemText(std::string_view parameter, int more = 0) {
-  return {Encoding::ItemText, parameter, more};
-}
-constexpr SentField implied(std::string_view parameter, int decimals) {
-  return {Encoding::Implied, parameter, decimals};
-}
-
-constexpr SentCommand command(Command code, ConstantList<SentField, 9> fields = {},
-                              std::string_view when = {}) {
-  return {static_cast<std::int16_t>(code), fields, when};
-}
-
-using SentCommands = ConstantList<SentCommand, 3>;
-/// The usual operation: refused on a closed port.
-constexpr Effect sends(SentCommands commands) { return {commands, {}, checksPort | exchanges}; }
-/// The same, and 6 for an argument outside its range.
-constexpr Effect sendsChecked(SentCommands commands) {
-  return {commands, {}, checksPort | exchanges | checksArgument};
-}
-/// Sent whether the port is open or not.
-constexpr Effect sendsAlways(SentCommands commands) { return {commands, {}, exchanges}; }
-/// What the host itself made up.
-constexpr Effect sendsOther(std::string_view what, unsigned outcomes) { return {{}, what, outcomes}; }
-
-consteval bool isNamed(const ParameterList& parameters, std::string_view name) {
-  return std::ranges::any_of(parameters, [=](const Parameter& parameter) { return parameter.name == name; });
-}
-/// Whether every field that is no constant is made of one of the parameters.
-consteval bool namesItsParameters(const Effect& effect, const ParameterList& parameters) {
-  for (const SentCommand& command : effect.commands) {
-    for (const SentField& field : command.fields) {
-      if (field.encoding != Encoding::Constant && !isNamed(parameters, field.source)) return false;
-    }
-  }
-  return true;
 }
 
 // --- What is derived from a member pointer
