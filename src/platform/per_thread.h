@@ -12,8 +12,7 @@ namespace zentaro {
 void atThreadEnd(void (*end)());
 
 /// The calling thread's own T, made at its first use and destroyed when the thread ends. A printer
-/// object may outlive it, as a global one does on the main thread: whoever comes late still finds a
-/// T.
+/// object may outlive it, as a global one of the main thread does: it gets another T then.
 template <class T>
 T& perThread() {
   thread_local T* value = nullptr;

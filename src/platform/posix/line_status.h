@@ -1,5 +1,4 @@
-// What a serial line reports of itself: bytes waiting, whether it hung up, and the line errors
-// since the last look.
+// What a serial line reports of itself: bytes waiting, and the line errors since the last look.
 #pragma once
 
 #include <cstdint>
