@@ -72,10 +72,12 @@ class FaultTest : public ::testing::TestWithParam<std::tuple<Row, bool>> {
   // What came too late is still on the line, so the printer is asked until it is in step again. No document
   // has no items.
   int itemsOfTheDocument() {
-    for (int tries = 0; tries < 4; ++tries) {
+    for (int tries = 0; tries < 20; ++tries) {
       const int outcome = z().Subtotal();
       if (outcome == ENVERR_OK) return toInt32(z().response(7));
       if (outcome == ENVERR_STATUS) return 0;
+      std::this_thread::sleep_for(
+          std::chrono::milliseconds(50));  // late bytes gather, and opening discards them
       z().PortOpen(false);
       z().PortOpen(true);
     }

@@ -20,7 +20,7 @@ TEST(Line, ADeviceThatCannotBeOpenedIsNamedByTheSystem) {
   EXPECT_EQ(openingError("/dev/zentaro-absent"),
             "40001 Error (2): CommOpen (CreateFile) - No such file or directory");
   EXPECT_EQ(openingError("/dev/null"),
-            "40001 Error (25): CommOpen (SetupComm) - Inappropriate ioctl for device");
+            "40001 Error (25): CommOpen (CreateFile) - Inappropriate ioctl for device");
   tools::VirtualPrinter printer;
   tools::Connection first(tools::PortOptions{.port = {}, .device = printer.device(), .timeout = {}});
   // Another process would find it as busy as another port of this one.
