@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <regex>
+#include <thread>
 
 #include "automation/conversions.h"
 #include "common/connection.h"
