@@ -1,21 +1,15 @@
 // The type library as JSON.
 #include "interface/description_json.h"
 
-#include <array>
-
 #include "interface/library.h"
+#include "interface/sent_text.h"
+#include "interface/type_names.h"
 
 namespace zentaro {
 
 namespace {
 
-constexpr std::array<std::string_view, 10> valueTypes{"",       "Variant",  "Boolean", "Int16", "Int32",
-                                                      "Double", "Currency", "Date",    "Text",  "Array"};
-static_assert(valueTypes.size() == static_cast<std::size_t>(ValueType::Object));
-
-constexpr std::array<std::string_view, 4> accesses{"get", "let", "set", "method"};
-
-// The texts of descriptions are UTF-8 without control characters.
+/// The texts of descriptions are UTF-8 without control characters.
 std::string quoted(std::string_view text) {
   std::string json = "\"";
   for (const char c : text) {
@@ -27,7 +21,7 @@ std::string quoted(std::string_view text) {
 
 std::string flag(bool value) { return value ? "true" : "false"; }
 
-// `"name":value`, and all of them as an object or a list of values as an array.
+/// `"name":value`, and all of them as an object or a list of values as an array.
 std::string pair(std::string_view name, const std::string& value) { return quoted(name) + ":" + value; }
 
 template <class Items, class Each>
@@ -61,22 +55,45 @@ std::string defaultJson(const Default& fallback) {
   return "null";
 }
 
-std::string parameterJson(const Parameter& parameter) {
+/// Of a parameter, or of the new value of an assignment.
+std::string parameterJson(const Parameter& parameter, const std::string& note) {
   std::string json =
       object({pair("name", quoted(parameter.name)), pair("type", quoted(typeName(parameter.type))),
               pair("passing", quoted(parameter.passing == Passing::ByReference ? "byref" : "byval")),
-              pair("note", quoted(parameter.note)), pair("optional", flag(parameter.isOptional()))});
+              pair("note", quoted(note)), pair("optional", flag(parameter.isOptional()))});
   if (parameter.isOptional())
     json.insert(json.size() - 1, "," + pair("default", defaultJson(parameter.fallback)));
   return json;
 }
 
+std::string fieldJson(const SentField& field) {
+  const bool isConstant = field.encoding == Encoding::Constant;
+  return object({pair(isConstant ? "text" : "parameter", quoted(field.source)),
+                 pair("encoding", quoted(encodingName(field.encoding))),
+                 pair("size", std::to_string(field.size))});
+}
+
+std::string sentJson(const SentCommand& command) {
+  return object({pair("command", std::to_string(command.code)),
+                 pair("fields", joined('[', command.fields, fieldJson, ']')),
+                 pair("when", quoted(command.when))});
+}
+
 std::string memberJson(const Member& member) {
   const std::string result = typeName(member.result);
-  return object({pair("name", quoted(member.name)), pair("kind", quoted(accessName(member.access))),
-                 pair("parameters", joined('[', member.parameters, parameterJson, ']')),
-                 pair("result", result.empty() ? "null" : quoted(result)),
-                 pair("outcome", flag(member.returnsOutcome())), pair("help", quoted(member.help))});
+  const auto parameter = [&](const Parameter& each) { return parameterJson(each, meaning(member, each)); };
+  const auto& [commands, other, outcomes] = member.effect;
+  std::string json =
+      object({pair("name", quoted(member.name)), pair("kind", quoted(accessName(member.access))),
+              pair("parameters", joined('[', member.parameters, parameter, ']')),
+              pair("result", result.empty() ? "null" : quoted(result)),
+              pair("outcome", flag(member.returnsOutcome())),
+              pair("sends", other.empty() ? joined('[', commands, sentJson, ']') : quoted(other)),
+              pair("help", quoted(member.help))});
+  const Parameter& value = member.newValue;
+  if (!value.name.empty())
+    json.insert(json.size() - 1, "," + pair("newValue", parameterJson(value, std::string(value.note))));
+  return json;
 }
 
 std::string enumerationJson(const EnumerationDescription& enumeration) {
@@ -87,16 +104,8 @@ std::string enumerationJson(const EnumerationDescription& enumeration) {
 
 }  // namespace
 
-std::string typeName(const Type& type) {
-  if (!type.name.empty()) return std::string(type.name);
-  const auto index = static_cast<std::size_t>(type.kind);
-  return std::string(index < valueTypes.size() ? valueTypes[index] : "Object");
-}
-
-std::string accessName(Access access) { return std::string(accesses[static_cast<std::size_t>(access)]); }
-
 std::string classJson(const ClassDescription& description) {
-  return object({pair("class", quoted(std::string(libraryName) + "." + std::string(description.name))),
+  return object({pair("class", quoted(qualifiedName(description))),
                  pair("interface", quoted(description.interfaceName)),
                  pair("creatable", flag(description.create != nullptr)),
                  pair("help", quoted(description.help)),

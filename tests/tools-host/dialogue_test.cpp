@@ -165,25 +165,24 @@ TEST_F(Dialogue, DescribesAClass) {
   EXPECT_EQ(description["class"], "Zentaro.CZentaro");
   EXPECT_EQ(description["interface"], "_CZentaro");
   EXPECT_EQ(description["creatable"], true);
-  const Json& members = description["members"];
+  const auto member = [&](std::string_view name) {
+    return *std::ranges::find_if(description["members"],
+                                 [name](const Json& each) { return each["name"] == name; });
+  };
   EXPECT_EQ(
-      members[0].dump(),
-      R"({"name":"CommPort","kind":"get","parameters":[],"result":"Variant","help":"Serial port, 1 to 8."})");
-  EXPECT_EQ(members[2]["kind"], "set");
-  const auto portOpen =
-      std::ranges::find(members, Json("PortOpen"), [](const Json& member) { return member["name"]; });
-  EXPECT_EQ((*portOpen)["newValue"].dump(),
-            R"({"name":"bIsOpen","type":"Boolean","passing":"byref","optional":false})");
+      description["members"][0].dump(),
+      R"({"name":"CommPort","kind":"get","parameters":[],"result":"Variant","outcome":false,"sends":[],"help":"Serial port, 1 to 8."})");
   EXPECT_EQ(
-      members.back()["parameters"].dump(),
-      R"([{"name":"TipoCierre","type":"Variant","passing":"byref","optional":true,"default":"T"},)"
-      R"({"name":"baseIGTF","type":"Variant","passing":"byref","optional":true,"default":{"type":"missing"}}])");
-  const auto closing =
-      std::ranges::find_if(members, [](const Json& member) { return member["name"] == "RealizarCierre"; });
-  EXPECT_EQ((*closing)["parameters"].dump(),
-            R"([{"name":"nTipo","type":"nTipoCierreFiscal","passing":"byval","optional":false},)"
-            R"({"name":"Imprimir","type":"Variant","passing":"byval","optional":true,"default":true}])");
-  EXPECT_EQ((*closing)["result"], "Int16");
+      member("PortOpen")["newValue"].dump(),
+      R"({"name":"bIsOpen","type":"Boolean","passing":"byref","note":"True opens, False closes","optional":false})");
+  EXPECT_EQ(member("CerrarComprobanteIGTF")["parameters"][1]["default"].dump(), R"({"type":"missing"})");
+  const Json payment = member("PagoConMedio");
+  EXPECT_EQ(payment["parameters"][1]["note"], "amount, 2 implied decimals");
+  EXPECT_EQ(
+      payment["sends"].dump(),
+      R"([{"command":68,"fields":[{"parameter":"medio","encoding":"as given","size":0},)"
+      R"({"parameter":"monto","encoding":"implied decimals","size":2},{"text":"T","encoding":"constant","size":0}],)"
+      R"("when":""}])");
   EXPECT_EQ(Json::parse(ask("describe", R"({"class":"statusN"})"))["creatable"], false);
 }
 

@@ -4,14 +4,16 @@
 #include <iostream>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "call/reference.h"
-#include "common/describe_json.h"
 #include "common/guarded.h"
-#include "common/sent_text.h"
+#include "common/json.h"
 #include "common/signatures.h"
-#include "common/type_names.h"
+#include "interface/description_json.h"
 #include "interface/library.h"
+#include "interface/sent_text.h"
+#include "interface/type_names.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {
@@ -51,21 +53,14 @@ void showMember(const ClassDescription& description, std::span<const Member> gro
   std::cout << '\n';
 }
 
-// Adds to a member's description what only people and their tools look for.
-Json fullDescription(const Member& member) {
-  Json json = describeMember(member);
-  std::size_t index = 0;
-  for (const Parameter& parameter : member.parameters)
-    json["parameters"][index++]["note"] = meaning(member, parameter);
-  json["sends"] = sentJson(member.effect);
-  json["outcomes"] = outcomesText(member);
-  return json;
-}
-
+// The class with these of its members.
 Json membersJson(const ClassDescription& description, std::span<const Member> members) {
-  Json json = describeClass(description);
-  json["members"] = Json::array();
-  for (const Member& member : members) json["members"].push_back(fullDescription(member));
+  Json json = Json::parse(classJson(description));
+  const Json all = std::exchange(json["members"], Json::array());
+  for (const Member& member : members) {
+    json["members"].push_back(all[static_cast<std::size_t>(&member - description.members.data())]);
+    json["members"].back()["outcomes"] = outcomesText(member);
+  }
   return json;
 }
 

@@ -3,10 +3,10 @@
 
 #include <sstream>
 
-#include "common/sent_text.h"
 #include "common/signatures.h"
-#include "common/type_names.h"
 #include "interface/library.h"
+#include "interface/sent_text.h"
+#include "interface/type_names.h"
 #include "platform/setting_keys.h"
 #include "printer/outcome.h"
 #include "text/unicode.h"

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "common/type_names.h"
+#include "interface/type_names.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {

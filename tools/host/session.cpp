@@ -8,9 +8,9 @@
 
 #include "automation/automation_error.h"
 #include "automation/description.h"
-#include "common/describe_json.h"
 #include "host/rpc_error.h"
 #include "host/values.h"
+#include "interface/description_json.h"
 #include "interface/library.h"
 
 namespace zentaro::tools {
@@ -175,7 +175,7 @@ Json HostSession::describe(const Json& params) {
   const std::string& name = textParameter(params, "class");
   const ClassDescription* description = findClass(name);
   if (description == nullptr) throw invalidParameters("unknown class " + jsonLine(name));
-  return describeClass(*description);
+  return Json::parse(classJson(*description));
 }
 
 const Object& HostSession::object(const Json& params) const {

@@ -9,8 +9,8 @@
 #include "automation/description.h"
 #include "common/iso_date.h"
 #include "common/show.h"
-#include "common/type_names.h"
 #include "host/rpc_error.h"
+#include "interface/type_names.h"
 
 namespace zentaro::tools {
 

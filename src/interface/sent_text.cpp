@@ -1,12 +1,12 @@
 // Commands and their fields as text.
-#include "common/sent_text.h"
+#include "interface/sent_text.h"
 
 #include <algorithm>
 
 #include "text/digits.h"
 #include "text/unicode.h"
 
-namespace zentaro::tools {
+namespace zentaro {
 
 namespace {
 
@@ -68,6 +68,8 @@ std::string commandText(const SentCommand& command) {
 
 }  // namespace
 
+std::string_view encodingName(Encoding encoding) { return nameOf(encoding).name; }
+
 std::string sentText(const Effect& effect) {
   std::string text(effect.sendsOther);
   for (const SentCommand& command : effect.commands) {
@@ -75,23 +77,6 @@ std::string sentText(const Effect& effect) {
     text += commandText(command);
   }
   return text;
-}
-
-Json sentJson(const Effect& effect) {
-  if (!effect.sendsOther.empty()) return effect.sendsOther;
-  Json commands = Json::array();
-  for (const SentCommand& command : effect.commands) {
-    Json fields = Json::array();
-    for (const SentField& field : command.fields) {
-      const bool isConstant = field.encoding == Encoding::Constant;
-      Json json{{isConstant ? "text" : "parameter", field.source}, {"encoding", nameOf(field.encoding).name}};
-      if (field.size != 0) json["size"] = field.size;
-      fields.push_back(std::move(json));
-    }
-    commands.push_back({{"command", command.code}, {"fields", std::move(fields)}});
-    if (!command.when.empty()) commands.back()["when"] = command.when;
-  }
-  return commands;
 }
 
 std::string meaning(const Member& member, const Parameter& parameter) {
@@ -108,4 +93,4 @@ std::string meaning(const Member& member, const Parameter& parameter) {
   return text.append(note.substr(means.size()));
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro
