@@ -1,35 +1,25 @@
 #!/usr/bin/env python3
 """Writes the wheel with the library and the virtual printer in it, with nothing but Python.
 
-wheel.py --name VERSION: how it is called here. wheel.py FILE VERSION LIBRARY PRINTER: writes it.
+wheel.py --name VERSION: how it is called here. wheel.py FILE VERSION LIBRARY PRINTER STUBS: writes it.
 """
 import base64
 import hashlib
 import os
 import pathlib
-import subprocess
 import sys
 import sysconfig
-import tempfile
 import zipfile
 
 here = pathlib.Path(__file__).parent
 tag = "py3-none-" + sysconfig.get_platform().replace("-", "_").replace(".", "_")
 
 
-def stubs(library):
-    with tempfile.TemporaryDirectory() as folder:
-        file = pathlib.Path(folder) / "stubs"
-        subprocess.run([sys.executable, "-m", "zentaro.stubs", file], check=True, cwd=here,
-                       env={**os.environ, "ZENTARO_LIBRARY": library, "PYTHONDONTWRITEBYTECODE": "1"})
-        return file.read_bytes()
-
-
-def contents(version, library, printer):
+def contents(version, library, printer, stubs):
     """(name in the wheel, bytes, executable)"""
     for file in sorted((here / "zentaro").glob("*.py")) + [here / "zentaro" / "py.typed"]:
         yield f"zentaro/{file.name}", file.read_bytes(), False
-    yield "zentaro/__init__.pyi", stubs(library), False
+    yield "zentaro/__init__.pyi", pathlib.Path(stubs).read_bytes(), False
     yield f"zentaro/native/{'libzentaro.so.0' if os.name != 'nt' else 'zentaro.dll'}", pathlib.Path(library).read_bytes(), False
     yield "zentaro/native/zentaro-printer", pathlib.Path(printer).read_bytes(), True
     info = f"zentaro-{version}.dist-info"
@@ -40,11 +30,11 @@ def contents(version, library, printer):
     yield f"{info}/entry_points.txt", b"[pytest11]\nzentaro = zentaro.pytest_plugin\n", False
 
 
-def main(path, version, library, printer):
+def main(path, version, *parts):
     record = f"zentaro-{version}.dist-info/RECORD"
     lines = []
     with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as wheel:
-        for name, data, executable in contents(version, library, printer):
+        for name, data, executable in contents(version, *parts):
             entry = zipfile.ZipInfo(name)
             entry.compress_type = zipfile.ZIP_DEFLATED
             entry.external_attr = (0o100755 if executable else 0o100644) << 16
