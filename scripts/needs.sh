@@ -1,4 +1,4 @@
-# Sourced by ./demo and ./test: need PACKAGE... installs the Debian packages that are missing.
+# Sourced by ./demo, ./test and its legs. need PACKAGE... installs the Debian packages that are missing.
 need() {
   local missing=() package
   for package in "$@"; do
@@ -16,4 +16,15 @@ need() {
   echo "Installing ${missing[*]}"
   "${as_root[@]}" apt-get update -qq
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# sources PATTERN...: the project's files, separated by NUL; in a tree without .git all files outside build/.
+sources() {
+  if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
+    git ls-files -z -- "$@"
+  else
+    local names=() pattern
+    for pattern in "$@"; do names+=(-o -name "$pattern"); done
+    find . -path ./build -prune -o -type f \( "${names[@]:1}" \) -print0
+  fi
 }

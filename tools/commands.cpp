@@ -4,14 +4,15 @@
 #include <array>
 
 #include "call/call_command.h"
-#include "call/demo_command.h"
-#include "call/doctor_command.h"
-#include "call/members_command.h"
-#include "call/printer_command.h"
-#include "call/settings_command.h"
+#include "cierre/cierre_command.h"
+#include "demo/demo_command.h"
+#include "doctor/doctor_command.h"
 #include "host/host_command.h"
-#include "reports/report_commands.h"
+#include "members/members_command.h"
+#include "printer/printer_command.h"
 #include "sale/sale_command.h"
+#include "settings/settings_command.h"
+#include "status/status_command.h"
 #include "trace/trace_command.h"
 
 namespace zentaro::tools {

@@ -57,54 +57,36 @@ Date dateInRange(Date date) {
 
 std::u16string toText(const Variant& value) {
   switch (value.kind()) {
-    case Kind::Empty:
-      return {};
-    case Kind::Boolean:
-      return value.boolean() ? u"True" : u"False";
-    case Kind::Int16:
-      return utf16(std::to_string(value.int16()));
-    case Kind::Int32:
-      return utf16(std::to_string(value.int32()));
-    case Kind::Double:
-      return numberText(value.number(), regional().decimalSeparator);
-    case Kind::Currency:
-      return currencyText(value.currency(), regional().decimalSeparator);
-    case Kind::Date:
-      return dateText(value.date());
-    case Kind::Text:
-      return value.text();
+    case Kind::Empty: return {};
+    case Kind::Boolean: return value.boolean() ? u"True" : u"False";
+    case Kind::Int16: return utf16(std::to_string(value.int16()));
+    case Kind::Int32: return utf16(std::to_string(value.int32()));
+    case Kind::Double: return numberText(value.number(), regional().decimalSeparator);
+    case Kind::Currency: return currencyText(value.currency(), regional().decimalSeparator);
+    case Kind::Date: return dateText(value.date());
+    case Kind::Text: return value.text();
     case Kind::Null:
     case Kind::Missing:
     case Kind::Array:
-    case Kind::Object:
-      break;
+    case Kind::Object: break;
   }
   raiseUnconvertible(value.kind());
 }
 
 double toDouble(const Variant& value) {
   switch (value.kind()) {
-    case Kind::Empty:
-      return 0;
-    case Kind::Boolean:
-      return value.boolean() ? -1 : 0;
-    case Kind::Int16:
-      return value.int16();
-    case Kind::Int32:
-      return value.int32();
-    case Kind::Double:
-      return value.number();
-    case Kind::Currency:
-      return value.currency().toDouble();
-    case Kind::Date:
-      return value.date().days;
-    case Kind::Text:
-      return textToNumber(value.text());
+    case Kind::Empty: return 0;
+    case Kind::Boolean: return value.boolean() ? -1 : 0;
+    case Kind::Int16: return value.int16();
+    case Kind::Int32: return value.int32();
+    case Kind::Double: return value.number();
+    case Kind::Currency: return value.currency().toDouble();
+    case Kind::Date: return value.date().days;
+    case Kind::Text: return textToNumber(value.text());
     case Kind::Null:
     case Kind::Missing:
     case Kind::Array:
-    case Kind::Object:
-      break;
+    case Kind::Object: break;
   }
   raiseUnconvertible(value.kind());
 }

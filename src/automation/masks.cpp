@@ -48,14 +48,10 @@ std::u16string grouped(std::u16string digits, char16_t separator) {
 /// One part of a short date: a run of d, m or y. Other characters stand for themselves.
 std::u16string datePart(char16_t letter, std::size_t length, const CalendarTime& parts) {
   switch (asciiLower(letter)) {
-    case u'd':
-      return decimalText(parts.day, length);
-    case u'm':
-      return decimalText(parts.month, length);
-    case u'y':
-      return length > 2 ? decimalText(parts.year, 4) : twoDigits(parts.year % 100);
-    default:
-      return std::u16string(length, letter);
+    case u'd': return decimalText(parts.day, length);
+    case u'm': return decimalText(parts.month, length);
+    case u'y': return length > 2 ? decimalText(parts.year, 4) : twoDigits(parts.year % 100);
+    default: return std::u16string(length, letter);
   }
 }
 

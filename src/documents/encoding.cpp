@@ -65,16 +65,13 @@ std::optional<double> asNumber(const Variant& value) {
     case Variant::Kind::Int16:
     case Variant::Kind::Int32:
     case Variant::Kind::Double:
-    case Variant::Kind::Currency:
-      number = toDouble(value);
-      break;
+    case Variant::Kind::Currency: number = toDouble(value); break;
     case Variant::Kind::Text: {
       const Regional regional = services().regional->current();
       number = strictNumber(value.text(), regional.decimalSeparator, regional.groupSeparator);
       break;
     }
-    default:
-      break;
+    default: break;
   }
   return number && std::isfinite(*number) ? number : std::nullopt;
 }
@@ -105,10 +102,8 @@ Variant firstCharacters(const Variant& value, std::size_t count) {
     case Variant::Kind::Null:
     case Variant::Kind::Missing:
     case Variant::Kind::Array:
-    case Variant::Kind::Object:
-      return value;
-    default:
-      return toText(value).substr(0, count);
+    case Variant::Kind::Object: return value;
+    default: return toText(value).substr(0, count);
   }
 }
 

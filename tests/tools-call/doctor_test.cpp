@@ -2,9 +2,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "call/port_facts.h"
 #include "common/child_process.h"
 #include "common/virtual_printer.h"
+#include "doctor/port_facts.h"
 #include "tools-call/program.h"
 
 namespace zentaro::tools {

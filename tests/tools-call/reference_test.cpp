@@ -1,5 +1,5 @@
 // What the descriptions say of each member is what it does, and the pages that repeat it are not stale.
-#include "call/reference.h"
+#include "members/reference.h"
 
 #include <gtest/gtest.h>
 

@@ -96,22 +96,14 @@ std::string recordTable(const Object& record, std::string_view indent) {
 
 std::string valueText(const Variant& value) {
   switch (value.kind()) {
-    case Variant::Kind::Empty:
-      return "(empty)";
-    case Variant::Kind::Null:
-      return "(null)";
-    case Variant::Kind::Missing:
-      return "(omitted)";
-    case Variant::Kind::Currency:
-      return currencyText4(value.currency());
-    case Variant::Kind::Date:
-      return isoText(value.date());
-    case Variant::Kind::Array:
-      return arrayText(value.array());
-    case Variant::Kind::Object:
-      return recordText(value.object());
-    default:
-      return printable(utf8(toText(value)));
+    case Variant::Kind::Empty: return "(empty)";
+    case Variant::Kind::Null: return "(null)";
+    case Variant::Kind::Missing: return "(omitted)";
+    case Variant::Kind::Currency: return currencyText4(value.currency());
+    case Variant::Kind::Date: return isoText(value.date());
+    case Variant::Kind::Array: return arrayText(value.array());
+    case Variant::Kind::Object: return recordText(value.object());
+    default: return printable(utf8(toText(value)));
   }
 }
 
@@ -119,24 +111,15 @@ Json valueJson(const Variant& value) {
   switch (value.kind()) {
     case Variant::Kind::Empty:
     case Variant::Kind::Null:
-    case Variant::Kind::Missing:
-      return nullptr;
-    case Variant::Kind::Boolean:
-      return value.boolean();
-    case Variant::Kind::Int16:
-      return value.int16();
-    case Variant::Kind::Int32:
-      return value.int32();
-    case Variant::Kind::Double:
-      return value.number();
-    case Variant::Kind::Text:
-      return utf8(value.text());
-    case Variant::Kind::Array:
-      return arrayJson(value.array());
-    case Variant::Kind::Object:
-      return recordJson(value.object());
-    default:
-      return valueText(value);
+    case Variant::Kind::Missing: return nullptr;
+    case Variant::Kind::Boolean: return value.boolean();
+    case Variant::Kind::Int16: return value.int16();
+    case Variant::Kind::Int32: return value.int32();
+    case Variant::Kind::Double: return value.number();
+    case Variant::Kind::Text: return utf8(value.text());
+    case Variant::Kind::Array: return arrayJson(value.array());
+    case Variant::Kind::Object: return recordJson(value.object());
+    default: return valueText(value);
   }
 }
 

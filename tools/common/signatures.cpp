@@ -13,15 +13,11 @@ namespace {
 std::string defaultText(const Default& fallback) {
   switch (fallback.kind) {
     case Default::Kind::None:
-    case Default::Kind::Missing:
-      return {};
-    case Default::Kind::Zero:
-      return " = 0";
+    case Default::Kind::Missing: return {};
+    case Default::Kind::Zero: return " = 0";
     case Default::Kind::EmptyText:
-    case Default::Kind::Text:
-      return " = \"" + std::string(fallback.text) + "\"";
-    case Default::Kind::True:
-      return " = True";
+    case Default::Kind::Text: return " = \"" + std::string(fallback.text) + "\"";
+    case Default::Kind::True: return " = True";
   }
   return {};
 }

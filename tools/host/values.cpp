@@ -126,22 +126,14 @@ Variant value(const Json& json, const ObjectTable& objects, int depth) {
 
 Json jsonOf(const Variant& value, ObjectTable& objects) {
   switch (value.kind()) {
-    case Variant::Kind::Empty:
-      return {{"type", "empty"}};
-    case Variant::Kind::Missing:
-      return {{"type", "missing"}};
-    case Variant::Kind::Double:
-      return numberJson(value.number());
-    case Variant::Kind::Currency:
-      return typed("currency", currencyText4(value.currency()));
-    case Variant::Kind::Date:
-      return typed("date", isoText(value.date()));
-    case Variant::Kind::Array:
-      return arrayJson(value.array(), objects);
-    case Variant::Kind::Object:
-      return objectJson(value.object(), objects);
-    default:
-      return valueJson(value);  // JSON has a value of its own for it
+    case Variant::Kind::Empty: return {{"type", "empty"}};
+    case Variant::Kind::Missing: return {{"type", "missing"}};
+    case Variant::Kind::Double: return numberJson(value.number());
+    case Variant::Kind::Currency: return typed("currency", currencyText4(value.currency()));
+    case Variant::Kind::Date: return typed("date", isoText(value.date()));
+    case Variant::Kind::Array: return arrayJson(value.array(), objects);
+    case Variant::Kind::Object: return objectJson(value.object(), objects);
+    default: return valueJson(value);  // JSON has a value of its own for it
   }
 }
 

@@ -67,16 +67,11 @@ class Carrier {
  private:
   void take(Action action) {
     switch (action) {
-      case Action::AskCounters:
-        return askCounters();
-      case Action::SendStep:
-        return sendStep();
-      case Action::Cancel:
-        return report("cancel the document", printer_.cancel());
-      case Action::Finish:
-        return report("close the partially closed document", printer_.finish());
-      case Action::Stop:
-        break;
+      case Action::AskCounters: return askCounters();
+      case Action::SendStep: return sendStep();
+      case Action::Cancel: return report("cancel the document", printer_.cancel());
+      case Action::Finish: return report("close the partially closed document", printer_.finish());
+      case Action::Stop: break;
     }
   }
 

@@ -6,8 +6,8 @@
 
 #include "common/connection.h"
 #include "common/guarded.h"
+#include "common/read_input.h"
 #include "sale/print_sale.h"
-#include "sale/read_input.h"
 #include "sale/sale_file.h"
 
 namespace zentaro::tools {

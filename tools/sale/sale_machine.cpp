@@ -6,16 +6,11 @@ namespace zentaro::tools {
 Action SaleMachine::next() const {
   switch (state_) {
     case State::Starting:
-    case State::Judging:
-      return Action::AskCounters;
-    case State::Printing:
-      return Action::SendStep;
-    case State::Cancelling:
-      return Action::Cancel;
-    case State::Finishing:
-      return Action::Finish;
-    case State::Ended:
-      break;
+    case State::Judging: return Action::AskCounters;
+    case State::Printing: return Action::SendStep;
+    case State::Cancelling: return Action::Cancel;
+    case State::Finishing: return Action::Finish;
+    case State::Ended: break;
   }
   return Action::Stop;
 }

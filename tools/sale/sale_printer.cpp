@@ -16,15 +16,12 @@ std::string reasonOf(const CZentaro& printer, std::int16_t outcome) {
 
 Reply replyOf(const CZentaro& printer, std::int16_t outcome) {
   switch (outcome) {
-    case ENVERR_OK:
-      return {};
+    case ENVERR_OK: return {};
     case ENVERR_COMM:
     case ENVERR_INVALID:
     case ENVERR_CHECKSUM:
-    case ENVERR_BADSEQ:
-      return {Fate::Lost, reasonOf(printer, outcome)};
-    default:
-      return {Fate::Refused, reasonOf(printer, outcome)};
+    case ENVERR_BADSEQ: return {Fate::Lost, reasonOf(printer, outcome)};
+    default: return {Fate::Refused, reasonOf(printer, outcome)};
   }
 }
 

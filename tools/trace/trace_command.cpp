@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "common/guarded.h"
-#include "sale/read_input.h"
+#include "common/read_input.h"
 #include "trace/replay.h"
 #include "trace/trace_text.h"
 

@@ -55,14 +55,10 @@ std::string junkText(const std::string& bytes) {
 
 std::string contentText(const TracedFrame& traced, Direction direction) {
   switch (traced.frame.form) {
-    case Form::Nothing:
-      return "nothing";
-    case Form::Frame:
-      return frameText(traced.frame, direction);
-    case Form::Reset:
-      return "reset sequence";
-    case Form::Junk:
-      break;
+    case Form::Nothing: return "nothing";
+    case Form::Frame: return frameText(traced.frame, direction);
+    case Form::Reset: return "reset sequence";
+    case Form::Junk: break;
   }
   return junkText(traced.bytes);
 }

@@ -74,14 +74,10 @@ class FaultReader {
 
   int readValue(const EffectEntry& entry, const std::string& word) const {
     switch (entry.value) {
-      case ValueKind::none:
-        fail(std::string{"\""} + entry.name + "\" takes no value");
-      case ValueKind::bytes:
-        return count(word, 1, mostCount);
-      case ValueKind::seconds:
-        return milliseconds(word);
-      case ValueKind::place:
-        break;
+      case ValueKind::none: fail(std::string{"\""} + entry.name + "\" takes no value");
+      case ValueKind::bytes: return count(word, 1, mostCount);
+      case ValueKind::seconds: return milliseconds(word);
+      case ValueKind::place: break;
     }
     if (word != "before" && word != "inside") fail("\"" + word + "\" is neither before nor inside");
     return word == "inside" ? 1 : 0;
@@ -133,14 +129,10 @@ class FaultReader {
 
 std::string valueText(const EffectEntry& entry, int value) {
   switch (entry.value) {
-    case ValueKind::none:
-      return {};
-    case ValueKind::bytes:
-      return "=" + std::to_string(value);
-    case ValueKind::place:
-      return value == 0 ? "=before" : "=inside";
-    case ValueKind::seconds:
-      break;
+    case ValueKind::none: return {};
+    case ValueKind::bytes: return "=" + std::to_string(value);
+    case ValueKind::place: return value == 0 ? "=before" : "=inside";
+    case ValueKind::seconds: break;
   }
   std::string text = "=" + std::to_string(value / 1000);
   if (value % 1000 == 0) return text;

@@ -19,12 +19,9 @@ void add(Figures& to, const Document& document) {
 
 int& Books::counterOf(DocumentKind kind) {
   switch (kind) {
-    case DocumentKind::creditNote:
-      return counters.creditNote;
-    case DocumentKind::nonFiscal:
-      return counters.nonFiscal;
-    case DocumentKind::invoice:
-      break;
+    case DocumentKind::creditNote: return counters.creditNote;
+    case DocumentKind::nonFiscal: return counters.nonFiscal;
+    case DocumentKind::invoice: break;
   }
   return counters.invoice;
 }

@@ -23,12 +23,9 @@ struct Look {
 
 Look lookOf(SheetKind kind) {
   switch (kind) {
-    case SheetKind::chequeFace:
-      return {"#edf4ea", "#7f9f78", 190};
-    case SheetKind::chequeBack:
-      return {"#f3f0e6", "#a89b76", 190};
-    case SheetKind::roll:
-      break;
+    case SheetKind::chequeFace: return {"#edf4ea", "#7f9f78", 190};
+    case SheetKind::chequeBack: return {"#f3f0e6", "#a89b76", 190};
+    case SheetKind::roll: break;
   }
   return {"#fffefa", "#d8d4c8", 0};
 }
@@ -135,20 +132,11 @@ std::string escaped(std::string_view text) {
   std::string out;
   for (const char byte : text) {
     switch (byte) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += byte;
+      case '&': out += "&amp;"; break;
+      case '<': out += "&lt;"; break;
+      case '>': out += "&gt;"; break;
+      case '"': out += "&quot;"; break;
+      default: out += byte;
     }
   }
   return out;

@@ -8,12 +8,9 @@ namespace {
 
 std::string kindName(DocumentKind kind) {
   switch (kind) {
-    case DocumentKind::creditNote:
-      return "NOTA DE CREDITO";
-    case DocumentKind::nonFiscal:
-      return "DOCUMENTO NO FISCAL";
-    case DocumentKind::invoice:
-      break;
+    case DocumentKind::creditNote: return "NOTA DE CREDITO";
+    case DocumentKind::nonFiscal: return "DOCUMENTO NO FISCAL";
+    case DocumentKind::invoice: break;
   }
   return "FACTURA";
 }

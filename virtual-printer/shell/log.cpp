@@ -39,9 +39,7 @@ std::string logLine(const Moment& moment, const Event& event) {
       line["event"] = "noise";
       line["bytes"] = hexBytes(event.bytes);
       break;
-    case EventKind::reset:
-      line["event"] = "reset";
-      break;
+    case EventKind::reset: line["event"] = "reset"; break;
     case EventKind::fault:
     case EventKind::power:
       line["event"] = event.kind == EventKind::fault ? "fault" : "power";

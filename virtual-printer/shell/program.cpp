@@ -145,11 +145,8 @@ void Program::carry(const Output& output) {
       pty_.hangUp();
       if (web_) web_->lineIs({});
       break;
-    case Output::Kind::reconnect:
-      connect();
-      break;
-    case Output::Kind::powerOn:
-      break;
+    case Output::Kind::reconnect: connect(); break;
+    case Output::Kind::powerOn: break;
   }
 }
 

@@ -1,5 +1,5 @@
 // Each call with its outcome, then the paper.
-#include "call/demo_command.h"
+#include "demo/demo_command.h"
 
 #include <iostream>
 

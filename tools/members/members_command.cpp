@@ -1,12 +1,11 @@
 // Lists of members, for people and as JSON.
-#include "call/members_command.h"
+#include "members/members_command.h"
 
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <utility>
 
-#include "call/reference.h"
 #include "common/guarded.h"
 #include "common/json.h"
 #include "common/signatures.h"
@@ -14,6 +13,7 @@
 #include "interface/library.h"
 #include "interface/sent_text.h"
 #include "interface/type_names.h"
+#include "members/reference.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {

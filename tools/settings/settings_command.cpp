@@ -1,5 +1,5 @@
 // The user's settings on the command line.
-#include "call/settings_command.h"
+#include "settings/settings_command.h"
 
 #include <charconv>
 #include <iomanip>
@@ -7,11 +7,11 @@
 #include <memory>
 #include <stdexcept>
 
-#include "call/settings_file.h"
 #include "common/guarded.h"
 #include "common/json.h"
 #include "common/known_settings.h"
 #include "platform/system_paths.h"
+#include "settings/settings_file.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {

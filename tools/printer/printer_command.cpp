@@ -1,5 +1,5 @@
 // Becomes the program zentaro-printer.
-#include "call/printer_command.h"
+#include "printer/printer_command.h"
 
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 // Reading and replacing the settings file.
-#include "call/settings_file.h"
+#include "settings/settings_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

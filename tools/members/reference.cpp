@@ -1,5 +1,5 @@
 // The reference manual in Markdown.
-#include "call/reference.h"
+#include "members/reference.h"
 
 #include <sstream>
 

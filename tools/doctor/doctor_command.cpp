@@ -1,18 +1,18 @@
 // Settings, ports and printers, with what to do about each finding.
-#include "call/doctor_command.h"
+#include "doctor/doctor_command.h"
 
 #include <algorithm>
 #include <iostream>
 #include <memory>
 
 #include "automation/automation_error.h"
-#include "call/port_facts.h"
-#include "call/settings_file.h"
 #include "common/connection.h"
 #include "common/guarded.h"
 #include "common/known_settings.h"
 #include "common/show.h"
+#include "doctor/port_facts.h"
 #include "platform/system_paths.h"
+#include "settings/settings_file.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {

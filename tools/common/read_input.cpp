@@ -1,5 +1,5 @@
 // Reading a file as a whole.
-#include "sale/read_input.h"
+#include "common/read_input.h"
 
 #include <cerrno>
 #include <fstream>

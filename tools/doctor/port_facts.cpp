@@ -1,5 +1,5 @@
 // Looking at a device, and judging what was seen.
-#include "call/port_facts.h"
+#include "doctor/port_facts.h"
 
 #include <grp.h>
 #include <sys/stat.h>
