@@ -24,7 +24,7 @@ sources() {
     git ls-files -z -- "$@"
   else
     local names=() pattern
-    for pattern in "$@"; do names+=(-o -name "$pattern"); done
+    for pattern in "$@"; do names+=(-o -path "./$pattern"); done
     find . -path ./build -prune -o -type f \( "${names[@]:1}" \) -print0
   fi
 }
