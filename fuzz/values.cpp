@@ -91,43 +91,27 @@ bool isSame(const Variant& a, const Variant& b) {
   switch (a.kind()) {
     case Variant::Kind::Double:
       return a.number() == b.number() || (std::isnan(a.number()) && std::isnan(b.number()));
-    case Variant::Kind::Date:
-      return calendarTime(a.date()) == calendarTime(b.date());
-    case Variant::Kind::Array:
-      return std::ranges::equal(a.array().items(), b.array().items(), isSame);
-    case Variant::Kind::Boolean:
-      return a.boolean() == b.boolean();
-    case Variant::Kind::Int32:
-      return a.int32() == b.int32();
-    case Variant::Kind::Currency:
-      return a.currency() == b.currency();
-    case Variant::Kind::Text:
-      return a.text() == b.text();
-    default:
-      return true;
+    case Variant::Kind::Date: return calendarTime(a.date()) == calendarTime(b.date());
+    case Variant::Kind::Array: return std::ranges::equal(a.array().items(), b.array().items(), isSame);
+    case Variant::Kind::Boolean: return a.boolean() == b.boolean();
+    case Variant::Kind::Int32: return a.int32() == b.int32();
+    case Variant::Kind::Currency: return a.currency() == b.currency();
+    case Variant::Kind::Text: return a.text() == b.text();
+    default: return true;
   }
 }
 
 Variant anyValue(FuzzedDataProvider& input, int depth = 0) {
   switch (input.ConsumeIntegralInRange(0, depth > 3 ? 8 : 9)) {
-    case 0:
-      return {};
-    case 1:
-      return Variant::null();
-    case 2:
-      return Variant::missing();
-    case 3:
-      return input.ConsumeBool();
-    case 4:
-      return input.ConsumeIntegral<std::int32_t>();
-    case 5:
-      return Currency::fromScaled(input.ConsumeIntegral<std::int64_t>());
-    case 6:
-      return Date{input.ConsumeFloatingPointInRange(-657434.0, 2958465.0)};
-    case 7:
-      return utf16(input.ConsumeRandomLengthString(20));
-    case 8:
-      return input.ConsumeFloatingPoint<double>();
+    case 0: return {};
+    case 1: return Variant::null();
+    case 2: return Variant::missing();
+    case 3: return input.ConsumeBool();
+    case 4: return input.ConsumeIntegral<std::int32_t>();
+    case 5: return Currency::fromScaled(input.ConsumeIntegral<std::int64_t>());
+    case 6: return Date{input.ConsumeFloatingPointInRange(-657434.0, 2958465.0)};
+    case 7: return utf16(input.ConsumeRandomLengthString(20));
+    case 8: return input.ConsumeFloatingPoint<double>();
     default:
       std::vector<Variant> items;
       for (int count = input.ConsumeIntegralInRange(0, 5); count > 0; --count)

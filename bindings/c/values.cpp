@@ -69,32 +69,19 @@ const Object& objectOf(const zentaro_object* handle) {
 
 Variant variantOf(const zentaro_value& value) {
   switch (value.kind) {
-    case ZENTARO_EMPTY:
-      return {};
-    case ZENTARO_NULL:
-      return Variant::null();
-    case ZENTARO_MISSING:
-      return Variant::missing();
-    case ZENTARO_BOOLEAN:
-      return value.as.boolean != 0;
-    case ZENTARO_INT16:
-      return value.as.int16;
-    case ZENTARO_INT32:
-      return value.as.int32;
-    case ZENTARO_DOUBLE:
-      return value.as.number;
-    case ZENTARO_CURRENCY:
-      return Currency::fromScaled(value.as.currency);
-    case ZENTARO_DATE:
-      return Date{value.as.number};
-    case ZENTARO_TEXT:
-      return utf16({value.as.text, static_cast<size_t>(value.count)});
-    case ZENTARO_ARRAY:
-      return arrayOf(value);
-    case ZENTARO_OBJECT:
-      return value.as.object == nullptr ? Object() : objectOf(value.as.object);
-    default:
-      throw AutomationError(ErrorNumber::TypeMismatch);
+    case ZENTARO_EMPTY: return {};
+    case ZENTARO_NULL: return Variant::null();
+    case ZENTARO_MISSING: return Variant::missing();
+    case ZENTARO_BOOLEAN: return value.as.boolean != 0;
+    case ZENTARO_INT16: return value.as.int16;
+    case ZENTARO_INT32: return value.as.int32;
+    case ZENTARO_DOUBLE: return value.as.number;
+    case ZENTARO_CURRENCY: return Currency::fromScaled(value.as.currency);
+    case ZENTARO_DATE: return Date{value.as.number};
+    case ZENTARO_TEXT: return utf16({value.as.text, static_cast<size_t>(value.count)});
+    case ZENTARO_ARRAY: return arrayOf(value);
+    case ZENTARO_OBJECT: return value.as.object == nullptr ? Object() : objectOf(value.as.object);
+    default: throw AutomationError(ErrorNumber::TypeMismatch);
   }
 }
 
@@ -122,30 +109,15 @@ zentaro_value valueOf(const Variant& variant) {
   switch (variant.kind()) {
     case Variant::Kind::Empty:
     case Variant::Kind::Null:
-    case Variant::Kind::Missing:
-      break;
-    case Variant::Kind::Boolean:
-      value.as.boolean = variant.boolean() ? 1 : 0;
-      break;
-    case Variant::Kind::Int16:
-      value.as.int16 = variant.int16();
-      break;
-    case Variant::Kind::Int32:
-      value.as.int32 = variant.int32();
-      break;
-    case Variant::Kind::Double:
-      value.as.number = variant.number();
-      break;
-    case Variant::Kind::Currency:
-      value.as.currency = variant.currency().scaled();
-      break;
-    case Variant::Kind::Date:
-      value.as.number = variant.date().days;
-      break;
-    case Variant::Kind::Text:
-      return textValue(utf8(variant.text()));
-    case Variant::Kind::Array:
-      return arrayValueOf(variant.array());
+    case Variant::Kind::Missing: break;
+    case Variant::Kind::Boolean: value.as.boolean = variant.boolean() ? 1 : 0; break;
+    case Variant::Kind::Int16: value.as.int16 = variant.int16(); break;
+    case Variant::Kind::Int32: value.as.int32 = variant.int32(); break;
+    case Variant::Kind::Double: value.as.number = variant.number(); break;
+    case Variant::Kind::Currency: value.as.currency = variant.currency().scaled(); break;
+    case Variant::Kind::Date: value.as.number = variant.date().days; break;
+    case Variant::Kind::Text: return textValue(utf8(variant.text()));
+    case Variant::Kind::Array: return arrayValueOf(variant.array());
     case Variant::Kind::Object:
       if (!variant.object().isNothing()) value.as.object = new zentaro_object{variant.object()};
       break;

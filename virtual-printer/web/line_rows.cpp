@@ -40,16 +40,12 @@ void LineRows::happened(const Moment& moment, const Event& event) {
   }
   Exchange& exchange = exchanges_[event.exchange];
   switch (event.kind) {
-    case EventKind::fault:
-      exchange.faults.push_back(event.name);
-      break;
+    case EventKind::fault: exchange.faults.push_back(event.name); break;
     case EventKind::answer:
       exchange.answer.event = event;
       exchange.hasAnswer = true;
       break;
-    default:
-      exchange.command = {0, moment, event, event.bytes};
-      list(exchange.command, moment);
+    default: exchange.command = {0, moment, event, event.bytes}; list(exchange.command, moment);
   }
   show(exchange.command, "command", &exchange);
   if (exchanges_.size() > exchangesInMind) exchanges_.erase(exchanges_.begin());

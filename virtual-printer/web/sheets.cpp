@@ -17,12 +17,9 @@ constexpr int shadow = 6;  // below the paper
 
 const char* kindName(SheetKind kind) {
   switch (kind) {
-    case SheetKind::chequeFace:
-      return "cheque";
-    case SheetKind::chequeBack:
-      return "endorsement";
-    case SheetKind::roll:
-      break;
+    case SheetKind::chequeFace: return "cheque";
+    case SheetKind::chequeBack: return "endorsement";
+    case SheetKind::roll: break;
   }
   return "roll";
 }

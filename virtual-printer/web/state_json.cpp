@@ -69,14 +69,10 @@ Json memoryJson(const Books& books) {
 
 const char* valueName(ValueKind kind) {
   switch (kind) {
-    case ValueKind::seconds:
-      return "seconds";
-    case ValueKind::bytes:
-      return "bytes";
-    case ValueKind::place:
-      return "place";
-    case ValueKind::none:
-      break;
+    case ValueKind::seconds: return "seconds";
+    case ValueKind::bytes: return "bytes";
+    case ValueKind::place: return "place";
+    case ValueKind::none: break;
   }
   return "none";
 }
