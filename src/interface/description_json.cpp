@@ -40,17 +40,12 @@ std::string object(std::initializer_list<std::string> pairs) {
 
 std::string defaultJson(const Default& fallback) {
   switch (fallback.kind) {
-    case Default::Kind::None:
-      return "null";
-    case Default::Kind::Missing:
-      return object({pair("type", quoted("missing"))});
-    case Default::Kind::Zero:
-      return "0";
+    case Default::Kind::None: return "null";
+    case Default::Kind::Missing: return object({pair("type", quoted("missing"))});
+    case Default::Kind::Zero: return "0";
     case Default::Kind::EmptyText:
-    case Default::Kind::Text:
-      return quoted(fallback.text);
-    case Default::Kind::True:
-      return "true";
+    case Default::Kind::Text: return quoted(fallback.text);
+    case Default::Kind::True: return "true";
   }
   return "null";
 }
