@@ -7,43 +7,28 @@ namespace zentaro {
 
 std::string typeName(const Type& type) {
   switch (type.kind) {
-    case ValueType::None:
-      return "";
-    case ValueType::Variant:
-      return "Variant";
-    case ValueType::Boolean:
-      return "Boolean";
-    case ValueType::Int16:
-      return "Int16";
-    case ValueType::Int32:
-      return "Int32";
-    case ValueType::Double:
-      return "Double";
-    case ValueType::Currency:
-      return "Currency";
-    case ValueType::Date:
-      return "Date";
-    case ValueType::Text:
-      return "Text";
-    case ValueType::Array:
-      return "Array";
+    case ValueType::None: return "";
+    case ValueType::Variant: return "Variant";
+    case ValueType::Boolean: return "Boolean";
+    case ValueType::Int16: return "Int16";
+    case ValueType::Int32: return "Int32";
+    case ValueType::Double: return "Double";
+    case ValueType::Currency: return "Currency";
+    case ValueType::Date: return "Date";
+    case ValueType::Text: return "Text";
+    case ValueType::Array: return "Array";
     case ValueType::Object:
-    case ValueType::Enumeration:
-      break;
+    case ValueType::Enumeration: break;
   }
   return type.name.empty() ? "Object" : std::string(type.name);
 }
 
 std::string accessName(Access access) {
   switch (access) {
-    case Access::Get:
-      return "get";
-    case Access::Let:
-      return "let";
-    case Access::Set:
-      return "set";
-    case Access::Call:
-      break;
+    case Access::Get: return "get";
+    case Access::Let: return "let";
+    case Access::Set: return "set";
+    case Access::Call: break;
   }
   return "method";
 }
