@@ -11,13 +11,14 @@ namespace bench {
 
 class Library : zentaro::SettingsStore {
  public:
-  explicit Library(std::string device, int timeOut = 2) : device_(std::move(device)), timeOut_(timeOut) {
+  explicit Library(std::string device, int timeOut = 2, int port = 1)
+      : device_(std::move(device)), timeOut_(timeOut), port_(port) {
     open();
   }
   zentaro::CZentaro& printer() { return *printer_; }
   void open() {
     printer_ = std::make_unique<zentaro::CZentaro>();
-    printer_->CommPort = 1;
+    printer_->CommPort = port_;
     printer_->PortOpen(true);
   }
   void close() { printer_.reset(); }
@@ -27,7 +28,7 @@ class Library : zentaro::SettingsStore {
  private:
   std::u16string read(std::string_view, std::string_view, std::string_view key,
                       std::u16string_view fallback) override {
-    if (key == "COM1") return zentaro::utf16(device_);
+    if (key == "COM" + std::to_string(port_)) return zentaro::utf16(device_);
     if (key == "TimeOutZT") return zentaro::utf16(std::to_string(timeOut_));
     return std::u16string(fallback);
   }
@@ -38,7 +39,7 @@ class Library : zentaro::SettingsStore {
   }
 
   std::string device_;
-  int timeOut_;
+  int timeOut_, port_;
   zentaro::ServicesScope scope_{withOwnSettings()};
   std::unique_ptr<zentaro::CZentaro> printer_;
 };

@@ -38,8 +38,8 @@ class SilentLine {
   const std::string& device() const { return device_; }
 
  private:
-  int master_;
   std::string device_;
+  int master_;
 };
 
 /// The command of an invoice line as the library sends it, byte for byte but for its sequence number.

@@ -1,0 +1,33 @@
+# Sourced by scripts/test-proof and scripts/soak: building and running the proofs of fuzz/.
+wanted=" ${*:-} "
+passed=0 failed=0
+
+# The release build is what is measured and disturbed; the fuzzing programs are built under ASan and UBSan, the threads also under
+# ThreadSanitizer.
+build_proofs() {
+  cmake --preset release -Wno-dev >/dev/null
+  cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs >/dev/null
+  cmake --preset fuzz -Wno-dev >/dev/null
+  cmake --build --preset fuzz >/dev/null
+  cmake --preset tsan -Wno-dev >/dev/null
+  cmake --build --preset tsan --target proof-threads >/dev/null
+}
+
+# proof NAME COMMAND...: runs it if it is wanted, shows what it says, and counts.
+proof() {
+  local name=$1 begin=$SECONDS; shift
+  [ "$wanted" = "  " ] || [[ $wanted == *" $name "* ]] || return 0
+  echo "== $name"
+  if "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); echo "FAILED: $name"; fi
+  echo "   $((SECONDS - begin)) s"
+}
+
+# together sessions SEEDS DOCUMENTS [realtime]: days of so many seeds at the same time; they mostly wait.
+together() {
+  local seed status=0 jobs=()
+  for ((seed = 1; seed <= $2; ++seed)); do build/release/bin/proof-"$1" $seed "${@:3}" & jobs+=($!); done
+  for job in "${jobs[@]}"; do wait "$job" || status=1; done
+  return $status
+}
+
+verdict() { echo "$passed passed, $failed failed"; [ $failed = 0 ]; }
