@@ -56,6 +56,7 @@ void LineRows::sent(const Moment& moment, const Output& output) {
   if (found == exchanges_.end()) return;
   Row& answer = found->second.answer;
   if (answer.number == 0) list(answer, moment);
+  answer.moment = moment;  // the answer is there when its last byte is
   answer.bytes += output.bytes;
   show(answer, "answer", &found->second);
 }

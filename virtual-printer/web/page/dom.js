@@ -23,7 +23,13 @@ export function saveFile(name, type, content) {
   setTimeout(() => URL.revokeObjectURL(link.href), 10000);
 }
 
-// Whether the box is scrolled to its end, so that it should stay there when something is added.
-export const isAtEnd = (box) => box.scrollHeight - box.scrollTop - box.clientHeight < 40;
-
-export const toEnd = (box) => { box.scrollTop = box.scrollHeight; };
+// Keeps a box scrolled to its end until the user scrolls elsewhere. Call the result when something was added.
+export function followEnd(box) {
+  let follows = true;
+  const toEnd = () => { if (follows) box.scrollTop = box.scrollHeight; };
+  box.addEventListener("scroll", () => {
+    if (box.clientHeight > 0) follows = box.scrollHeight - box.scrollTop - box.clientHeight < 40;
+  });
+  new ResizeObserver(toEnd).observe(box);
+  return toEnd;
+}

@@ -7,16 +7,16 @@ import { tell } from "./stream.js";
 const names = {
   "lose-answer": say("Pierde la respuesta", "Loses the answer"),
   "lose-command": say("Pierde el comando", "Loses the command"),
-  "delay": say("Responde tarde", "Answers late"),
+  "delay": say("Tarda", "Late by"),
   "wait": say("Pide esperar", "Asks to wait"),
   "bad-checksum": say("Suma errada", "Wrong checksum"),
   "bad-sequence": say("Secuencia errada", "Wrong sequence"),
-  "repeat-answer": say("Repite la anterior", "Repeats the last answer"),
+  "repeat-answer": say("Repite la anterior", "Repeats the last"),
   "noise": say("Ruido", "Noise"),
-  "pieces": say("En pedazos", "In pieces"),
-  "truncate": say("Respuesta cortada", "Cuts the answer"),
-  "hang-up": say("Cable suelto", "Cable pulled"),
-  "power-cut": say("Corte de energía", "Power cut"),
+  "pieces": say("Pedazos de", "Pieces of"),
+  "truncate": say("Corta tras", "Cut after"),
+  "hang-up": say("Cable suelto", "Cable out"),
+  "power-cut": say("Corte de luz", "Power cut"),
   "paper-near-end": say("Poco papel", "Paper near its end"),
   "paper-out": say("Sin papel", "No paper"),
   "cover-open": say("Tapa abierta", "Cover open"),
@@ -87,7 +87,9 @@ export function showFaults(faults) {
   byId("armed").replaceChildren(...faults.map((fault) => element("li", {}, element("code", {}, fault.replace(" (in force)", "")),
     fault.endsWith("(in force)") ? element("span", { class: "chip bad" }, say("en curso", "in force")) : null,
     button("×", { "aria-label": say(`Quitar ${fault}`, `Remove ${fault}`) }, () => order(`clear ${effectOf(fault)}`)))));
-  if (faults.length === 0) byId("armed").append(element("li", { class: "quiet" }, say("Ninguna.", "None.")));
+  byId("armed").prepend(element("li", { class: "quiet" }, faults.length === 0
+    ? say("Ninguna falla en espera ni en curso.", "No fault is waiting or in force.")
+    : say("En espera o en curso:", "Waiting or in force:")));
 }
 
 // Whether the condition holds for the next command already.

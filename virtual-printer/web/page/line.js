@@ -1,6 +1,6 @@
 // The line, row by row: commands, answers and what else was heard, each to open as bytes.
 
-import { byId, element, isAtEnd, toEnd } from "./dom.js";
+import { byId, element, followEnd } from "./dom.js";
 import { say } from "./say.js";
 import { printerWords, fiscalWords } from "./status.js";
 import { dumpLines } from "./trace.js";
@@ -11,6 +11,7 @@ const silent = ["lose-answer", "lose-command", "hang-up", "power-cut"];
 const changing = ["bad-checksum", "bad-sequence", "repeat-answer", "noise", "truncate"];
 
 const box = byId("rows");
+const toEnd = followEnd(box);
 const shown = new Map();  // by row number: { row, details }
 
 export const allRows = () => [...shown.values()].map(({ row }) => row);
@@ -24,7 +25,7 @@ const other = {
 const effectOf = (fault) => fault.split(/[= ]/)[0];
 
 function faultChips(row) {
-  const made = row.faults.map((fault) => element("span", { class: "chip bad", title: fault }, fault.split(" ")[0]));
+  const made = row.faults.map((fault) => element("span", { class: fault.endsWith(" once") ? "chip bad" : "chip warn", title: fault }, fault.split(" ")[0]));
   if (row.faults.some((fault) => silent.includes(effectOf(fault))))
     made.push(element("span", { class: "chip" }, say("sin respuesta", "no answer")));
   return made;
@@ -40,7 +41,8 @@ function outcomeChips(row) {
 }
 
 function summary(row, took) {
-  const text = (row.fields ?? []).map((field) => field || "–").join(" · ");
+  // Empty fields at the end say nothing.
+  const text = (row.fields ?? []).map((field) => field || "–").join(" · ").replace(/( ?· –)+$/, "");
   if (row.way === "command") {
     return [element("time", {}, row.time), element("b", { class: "arrow" }, "→"),
       element("span", { class: "name" }, row.name, element("small", {}, row.code)),
@@ -82,7 +84,6 @@ function fill(details, row) {
 
 export function showRow(row) {
   byId("rows-empty").hidden = true;
-  const follows = isAtEnd(box);
   const known = shown.get(row.row);
   const details = known?.details ?? element("details", {});
   shown.set(row.row, { row, details });
@@ -93,7 +94,7 @@ export function showRow(row) {
     first.details.remove();
     shown.delete(number);
   }
-  if (follows) toEnd(box);
+  toEnd();
 }
 
 byId("hide-status").addEventListener("change", (event) => box.classList.toggle("without-status", event.target.checked));

@@ -26,8 +26,8 @@ function display() {
 function drawers() {
   return [1, 2].map((number) => {
     const opened = now.drawers.get(`drawer-${number}`);
-    return `${number}: ${opened ? say(`abierta a las ${opened}`, `opened at ${opened}`) : say("cerrada", "closed")}`;
-  }).join(", ");
+    return `${number}: ${opened ?? "—"}`;
+  }).join(" · ");
 }
 
 function show() {

@@ -1,6 +1,6 @@
 // The paper: sheets in the order of their beginning, the youngest at the printer's slot.
 
-import { button, byId, element, isAtEnd, saveFile, toEnd } from "./dom.js";
+import { button, byId, element, followEnd, saveFile } from "./dom.js";
 import { say } from "./say.js";
 
 const kept = 100;  // sheets
@@ -8,6 +8,7 @@ const hiddenInSlot = 16;  // pixels of a sheet in work that have not come out ye
 const moves = !matchMedia("(prefers-reduced-motion: reduce)").matches;
 
 const roll = byId("roll");
+const toEnd = followEnd(roll);
 const sheets = new Map();  // by id: { figure, strip, height }
 
 // The drawing comes from the printer with all texts escaped, and the page's policy runs no script in it.
@@ -65,7 +66,6 @@ function rollOut(made, height) {
 
 export function showSheet(sheet) {
   byId("roll-empty").hidden = true;
-  const follows = isAtEnd(roll);
   const made = sheets.get(sheet.id) ?? newSheet(sheet);
   made.strip.replaceChildren(drawingOf(sheet));
   made.figure.classList.toggle("working", !sheet.done);
@@ -73,5 +73,5 @@ export function showSheet(sheet) {
   const scale = made.strip.clientWidth > 0 ? made.strip.clientWidth / sheet.width : 1;
   const height = (sheet.height - (sheet.done ? 0 : hiddenInSlot)) * scale;
   rollOut(made, height);
-  if (follows) toEnd(roll);
+  toEnd();
 }

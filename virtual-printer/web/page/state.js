@@ -62,21 +62,27 @@ function dayCard(day) {
   ];
 }
 
+function texts(name, lines) {
+  const set = lines.filter(Boolean);
+  return set.length === 0 ? [] : fact(name, set.join(" / "));
+}
+
 function machineCard(state, about, drawers) {
   const memory = state.memory;
   const closed = memory.closedAt ? ` (${memory.closedAt})` : "";
   return [
     ...fact(say("Serial", "Serial number"), about.serial),
-    ...fact(say("Dueño", "Owner"), `${about.owner}, ${about.rif}`),
+    ...fact(say("Dueño", "Owner"), about.owner),
+    ...fact("RIF", about.rif),
     ...fact(say("Últimos números", "Last numbers"),
-      say(`factura ${memory.invoice}, nota ${memory.creditNote}, no fiscal ${memory.nonFiscal}`,
-        `invoice ${memory.invoice}, credit note ${memory.creditNote}, non-fiscal ${memory.nonFiscal}`)),
+      say(`F ${memory.invoice}, NC ${memory.creditNote}, NF ${memory.nonFiscal}`,
+        `I ${memory.invoice}, CN ${memory.creditNote}, NF ${memory.nonFiscal}`)),
     ...fact(say("Memoria fiscal", "Fiscal memory"),
-      memory.z === 0 ? say("sin cierres Z", "no Z closing") : `${memory.records} × Z, Z ${memory.z}${closed}`),
-    ...fact(say("Gavetas", "Drawers"), drawers),
+      memory.z === 0 ? say("sin cierres Z", "no Z closing") : `Z ${memory.z}${closed}`),
+    ...fact(say("Gavetas abiertas a las", "Drawers opened at"), drawers),
     ...fact(say("Estación de cheques", "Slip station"), state.slip ? say("activa", "on") : say("inactiva", "off")),
-    ...fact(say("Encabezado", "Header"), state.header.filter(Boolean).join(" / ") || "—"),
-    ...fact(say("Pie", "Footer"), state.footer.filter(Boolean).join(" / ") || "—"),
+    ...texts(say("Encabezado", "Header"), state.header),
+    ...texts(say("Pie", "Footer"), state.footer),
     ...fact("IGTF", about.igtf),
   ];
 }
