@@ -165,6 +165,8 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
       {{"--state", precious}, "it is not JSON"},
       {{"--control", precious}, "there is a file"},
       {{"--log", "/"}, "--log: opening /"},
+      {{"--web", "x"}, "--web x: a port from 0 to 65535"},
+      {{"--open"}, "--open requires --web"},
   };
   for (const auto& row : rows) {
     Printer printer{scratch, row.options};

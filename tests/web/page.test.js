@@ -127,6 +127,8 @@ test("only the page itself may act", async () => {
     ["GET", "events?token=" + token, { Host: "localhost" }, 200],
     ["POST", "control", { "X-Token": token, Origin: url.slice(0, -1) }, 200],
   ];
+  const second = spawnSync(program("zentaro-printer"), ["--web", new URL(url).port], { encoding: "utf8", timeout: 30000 });
+  assert.match(second.stderr, /cannot listen there/, "two printers never share a port");
   for (const [method, where, headers, status] of rows)
     assert.strictEqual(await ask(method, where, headers), status, `${method} ${where} ${JSON.stringify(headers)}`);
 });

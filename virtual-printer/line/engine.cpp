@@ -43,7 +43,7 @@ void Engine::take(const Received& received, Moment now) {
   if (const auto* ignored = std::get_if<Ignored>(&received)) {
     sink_(now, {EventKind::noise, {}, ignored->bytes});
   } else if (std::holds_alternative<ResetSequence>(received)) {
-    sink_(now, {EventKind::reset});
+    sink_(now, {EventKind::reset, {}, std::string{resetBytes}});
     device_.reset();
   } else {
     answer(std::get<Command>(received), now);

@@ -21,7 +21,7 @@ enum class EventKind { command, answer, noise, reset, fault, power };
 struct Event {
   EventKind kind = EventKind::noise;
   std::string name{};   // of the command; of the fault, in the words of its plan; "off" or "on" of the power
-  std::string bytes{};  // a command's frame, or what was no frame
+  std::string bytes{};  // a command's frame, the reset, or what was neither
   int sequence = 0;
   std::uint8_t code = 0;
   std::vector<std::string> fields{};

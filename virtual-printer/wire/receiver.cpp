@@ -4,8 +4,6 @@
 namespace printer {
 namespace {
 
-// Sent without a frame: eleven ascending bytes.
-constexpr std::string_view resetBytes = "\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11";
 // No command is longer than this; more bytes without an end are noise.
 constexpr std::size_t longestFrame = 40'000;
 constexpr std::size_t shortestBody = 2;  // sequence and code

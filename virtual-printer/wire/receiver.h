@@ -11,6 +11,9 @@
 
 namespace printer {
 
+// Sent without a frame: eleven ascending bytes.
+inline constexpr std::string_view resetBytes = "\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11";
+
 struct ResetSequence {};
 struct Ignored {
   std::string bytes;

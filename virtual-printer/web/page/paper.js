@@ -22,7 +22,7 @@ function drawingOf(sheet) {
 function newSheet(sheet) {
   const strip = element("div", { class: "strip" });
   const tools = element("figcaption", {});
-  const figure = element("figure", { class: `sheet ${sheet.kind}` }, strip, tools);
+  const figure = element("figure", { class: sheet.kind === "roll" ? "sheet" : "sheet cheque" }, strip, tools);
   const made = { figure, strip, tools, height: 0 };
   sheets.set(sheet.id, made);
   roll.append(figure);

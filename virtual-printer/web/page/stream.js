@@ -1,23 +1,27 @@
 // The way to the printer and back: events, and the control lines that the page may say.
 
 const token = document.querySelector("meta[name=token]").content;
+const events = `events?token=${token}`;
 
 // handlers: topic to function of the message's content. onChange learns whether the printer is there.
 export function listen(handlers, onChange) {
-  const source = new EventSource(`events?token=${token}`);
+  const source = new EventSource(events);
   for (const [topic, handler] of Object.entries(handlers))
     source.addEventListener(topic, (event) => handler(JSON.parse(event.data)));
   source.addEventListener("open", () => onChange(true));
   source.addEventListener("error", () => {
     onChange(false);
-    // A closed stream was refused: most likely by a printer that was started anew, whose page this is not.
     if (source.readyState === EventSource.CLOSED) setTimeout(reloadWhenServed, 2000);
   });
 }
 
+// A closed stream was refused: by a printer that was started anew, whose page this is not (403), or because too
+// many pages are open.
 async function reloadWhenServed() {
   try {
-    if ((await fetch("./")).ok) return location.reload();
+    const response = await fetch(events);
+    response.body.cancel();
+    if (response.ok || response.status === 403) return location.reload();
   } catch { /* still away */ }
   setTimeout(reloadWhenServed, 2000);
 }
