@@ -208,6 +208,7 @@ TEST_F(TransactionTest, AFrameOfBuildOMBIsSentAsItIs) {
   z->CommPort = u"COM1";
   EXPECT_EQ(raised([&] { z->ExecuteCMD(72); }), 13);
   EXPECT_EQ(line.written.size(), 1U);
+  z->CommPort = 1;  // what was opened can be closed again
 }
 
 }  // namespace

@@ -1,62 +1,12 @@
-// The host application by its thread's callbacks; without one a yield does nothing and a box is a
-// line on standard error.
-#include "platform/host.h"
-
-#include <cstdio>
-#include <utility>
-
-#include "platform/per_thread.h"
-#include "platform/posix/posix_services.h"
-#include "text/unicode.h"
+// The host of a POSIX system: no events to hand over, and a box is a line on standard error.
+#include "platform/system_host.h"
 
 namespace zentaro {
-namespace {
 
-struct Callbacks {
-  std::function<void()> yield;
-  std::function<void(std::u16string_view, std::u16string_view)> messageBox;
-};
+void yieldToSystem() {}
 
-/// Line ends, alone or in a row, become one blank.
-std::string onOneLine(std::string_view text) {
-  std::string line;
-  bool atLineEnd = false;
-  for (const char c : text) {
-    const bool isLineEnd = c == '\r' || c == '\n';
-    if (!isLineEnd) line += c;
-    if (isLineEnd && !atLineEnd) line += ' ';
-    atLineEnd = isLineEnd;
-  }
-  return line;
-}
+bool systemWantsYields() { return false; }
 
-class CallbackHost : public Host {
- public:
-  // Both call a copy: the callback may install another one while it runs.
-  void yield() override {
-    if (const auto callback = perThread<Callbacks>().yield) callback();
-  }
+void systemErrorBox(std::u16string_view title, std::u16string_view text) { printErrorBox(title, text); }
 
-  bool wantsYields() const override { return static_cast<bool>(perThread<Callbacks>().yield); }
-
-  void errorBox(std::u16string_view title, std::u16string_view text) override {
-    if (const auto callback = perThread<Callbacks>().messageBox) return callback(title, text);
-    const std::string line = onOneLine(utf8(title) + ": " + utf8(text)) + "\n";
-    std::fputs(line.c_str(), stderr);
-  }
-};
-
-}  // namespace
-
-void setYieldCallback(std::function<void()> callback) { perThread<Callbacks>().yield = std::move(callback); }
-
-void setMessageBoxCallback(std::function<void(std::u16string_view, std::u16string_view)> callback) {
-  perThread<Callbacks>().messageBox = std::move(callback);
-}
-
-namespace posix {
-
-Host& host() { return lasting<CallbackHost>(); }
-
-}  // namespace posix
 }  // namespace zentaro

@@ -1,4 +1,4 @@
-// Opening a serial device for this process alone, and the table of those that are open.
+// Opening a serial device for this process alone.
 #include "platform/posix/open_device.h"
 
 #include <fcntl.h>
@@ -63,23 +63,6 @@ std::uint32_t OpenDevice::takeLineErrors() {
   const LineCounters before = *counters_;
   counters_ = lineCounters(descriptor_.number()).value_or(before);
   return lineErrorFlags(before, *counters_);
-}
-
-SerialHandle DeviceTable::add(OpenDevice device) {
-  const std::lock_guard lock(mutex_);
-  devices_.emplace(++last_, std::move(device));
-  return last_;
-}
-
-OpenDevice* DeviceTable::find(SerialHandle handle) {
-  const std::lock_guard lock(mutex_);
-  const auto found = devices_.find(handle);
-  return found == devices_.end() ? nullptr : &found->second;
-}
-
-bool DeviceTable::remove(SerialHandle handle) {
-  const std::lock_guard lock(mutex_);
-  return devices_.erase(handle) == 1;
 }
 
 }  // namespace zentaro::posix

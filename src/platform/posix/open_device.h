@@ -1,8 +1,6 @@
-// The serial devices that this process has open, by handle.
+// A serial device that this process has open.
 #pragma once
 
-#include <map>
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -39,22 +37,6 @@ class OpenDevice {
 
   Descriptor descriptor_;
   std::optional<LineCounters> counters_;
-};
-
-/// A handle is never given out twice, so one that was closed can never reach another device. A
-/// handle is used by the thread that opened it; only the table itself is shared.
-class DeviceTable {
- public:
-  SerialHandle add(OpenDevice device);
-  /// Null for a handle that is not open.
-  OpenDevice* find(SerialHandle handle);
-  /// False for a handle that is not open.
-  bool remove(SerialHandle handle);
-
- private:
-  std::mutex mutex_;
-  std::map<SerialHandle, OpenDevice> devices_;
-  SerialHandle last_ = 0;
 };
 
 }  // namespace zentaro::posix

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <thread>
 
+#include "platform/handle_table.h"
 #include "platform/line_settings.h"
 #include "platform/per_thread.h"
 #include "platform/posix/open_device.h"
@@ -154,7 +155,7 @@ class PosixSerial : public SerialServices {
     return false;
   }
 
-  DeviceTable devices_;
+  HandleTable<OpenDevice> devices_;
 };
 
 }  // namespace

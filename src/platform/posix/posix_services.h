@@ -2,22 +2,14 @@
 // living as long as the program.
 #pragma once
 
+#include "platform/lasting.h"
 #include "platform/services.h"
 
 namespace zentaro::posix {
 
-/// The program's one T. It is never destroyed: the destructor of a global printer object may be the
-/// last to need it.
-template <class T>
-T& lasting() {
-  static T& object = *new T;
-  return object;
-}
-
 SerialServices& serialServices();
 SettingsStore& settingsFile();
 Clock& clock();
-Host& host();
 Files& files();
 RegionalSettings& regionalSettings();
 

@@ -63,14 +63,6 @@ constexpr std::array<DatePart, 9> dateParts{{{u"%d", u"dd"},
                                              {u"%F", u"yyyy-mm-dd"},
                                              {u"%D", u"mm/dd/yy"}}};
 
-/// True when the letter stands in the pattern exactly once, alone or in a row.
-bool hasOneRun(std::u16string_view pattern, char16_t letter) {
-  const auto first = pattern.find(letter);
-  if (first == std::u16string_view::npos) return false;
-  const auto end = pattern.find_first_not_of(letter, first);
-  return end == std::u16string_view::npos || pattern.find(letter, end) == std::u16string_view::npos;
-}
-
 }  // namespace
 
 std::optional<std::u16string> shortDatePattern(std::u16string_view format) {
@@ -87,8 +79,7 @@ std::optional<std::u16string> shortDatePattern(std::u16string_view format) {
     pattern += format.front();
     format.remove_prefix(1);
   }
-  const bool isDate = hasOneRun(pattern, u'd') && hasOneRun(pattern, u'm') && hasOneRun(pattern, u'y');
-  return isDate ? std::optional(pattern) : std::nullopt;
+  return isShortDate(pattern) ? std::optional(pattern) : std::nullopt;
 }
 
 Regional regionalOfEnvironment() {

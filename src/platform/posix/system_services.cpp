@@ -1,10 +1,11 @@
 // The services of a POSIX system as one set.
 #include "platform/posix/posix_services.h"
+#include "platform/system_host.h"
 
 namespace zentaro {
 
 Services systemServices() {
-  return {&posix::serialServices(), &posix::settingsFile(),     &posix::clock(), &posix::host(),
+  return {&posix::serialServices(), &posix::settingsFile(),     &posix::clock(), &callbackHost(),
           &posix::files(),          &posix::regionalSettings(), &windows1252()};
 }
 
