@@ -4,15 +4,22 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "terminal/language.h"
+
 namespace printer {
 namespace {
+
+using zentaro::terminal::say;
 
 constexpr int largestPort = 65535;
 
 [[noreturn]] void fail(std::string_view text) {
-  throw std::runtime_error{"--web " + std::string{text} +
-                           ": a port from 0 to 65535 is expected, or an address and a port, such as 8210, "
-                           "0.0.0.0:8210 or [::1]:8210"};
+  throw std::runtime_error{say(
+      "--web {}: se espera un puerto de 0 a 65535, o una dirección y un puerto, como 8210, 0.0.0.0:8210 o "
+      "[::1]:8210",
+      "--web {}: a port from 0 to 65535 is expected, or an address and a port, such as 8210, 0.0.0.0:8210 or "
+      "[::1]:8210",
+      {text})};
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "terminal/language.h"
 #include "web/guard.h"
 #include "web/page_files.h"
 #include "wire/frame.h"
@@ -20,6 +21,7 @@ namespace printer {
 namespace {
 
 using namespace std::chrono_literals;
+using zentaro::terminal::say;
 
 constexpr std::size_t threads = 24;
 constexpr int mostStreams = 16;            // pages open at once; the other threads serve files and actions
@@ -35,7 +37,8 @@ constexpr const char* contentPolicy =
 std::string newToken() {
   std::array<unsigned char, 16> bytes{};
   if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-    throw std::runtime_error{"--web: the system gives no random numbers"};
+    throw std::runtime_error{std::string{
+        say("--web: el sistema no da números al azar", "--web: the system gives no random numbers")}};
   std::string token;
   for (const unsigned char byte : bytes) token += hexadecimal(byte, 2);
   return token;
@@ -56,9 +59,9 @@ std::string eventText(const Feed::Message& message) {
          "\n\n";
 }
 
-void answer(httplib::Response& response, int status, const std::string& text) {
+void answer(httplib::Response& response, int status, std::string_view text) {
   response.status = status;
-  response.set_content(text + "\n", "text/plain; charset=utf-8");
+  response.set_content(std::string{text} + "\n", "text/plain; charset=utf-8");
 }
 
 }  // namespace
@@ -135,18 +138,22 @@ void WebServer::Service::listen() {
   } else if (server_.bind_to_port(address_.host, address_.port)) {
     return;
   }
-  throw std::runtime_error{"--web " + authority(address_) + ": cannot listen there" +
-                           (errno == 0 ? std::string{} : std::string{": "} + std::strerror(errno)) +
-                           "; name another port"};
+  const std::string reason = errno == 0 ? std::string{} : std::string{" ("} + std::strerror(errno) + ")";
+  throw std::runtime_error{say("--web {}: no se puede escuchar allí{}; indique otro puerto",
+                               "--web {}: cannot listen there{}; name another port",
+                               {authority(address_), reason})};
 }
 
 WebServer::Service::Routing WebServer::Service::guard(const Request& request, Response& response) const {
   const std::string host = request.get_header_value("Host");
   if (!isOwnHost(host, address_.host)) {
     answer(response, 421,
-           "this name is not served here; open the address that the printer named at its start");
+           say("este nombre no se atiende aquí; abra la dirección que la impresora dijo al arrancar",
+               "this name is not served here; open the address that the printer named at its start"));
   } else if (!isOwnOrigin(request.get_header_value("Origin"), host)) {
-    answer(response, 403, "only the printer's own page may ask");
+    answer(
+        response, 403,
+        say("solo puede preguntar la página de la propia impresora", "only the printer's own page may ask"));
   } else {
     return Routing::Unhandled;
   }
@@ -155,7 +162,9 @@ WebServer::Service::Routing WebServer::Service::guard(const Request& request, Re
 
 bool WebServer::Service::hasToken(const std::string& given, Response& response) const {
   if (given == token_) return true;
-  answer(response, 403, "this page is of an earlier printer; load it again");
+  answer(response, 403,
+         say("esta página es de una impresora anterior; cárguela de nuevo",
+             "this page is of an earlier printer; load it again"));
   return false;
 }
 
@@ -186,7 +195,8 @@ void WebServer::Service::stream(const Request& request, Response& response) {
   if (!hasToken(request.get_param_value("token"), response)) return;
   if (++streams_ > mostStreams) {
     --streams_;
-    return answer(response, 503, "too many pages are open; close one");
+    return answer(response, 503,
+                  say("hay demasiadas páginas abiertas; cierre una", "too many pages are open; close one"));
   }
   response.set_chunked_content_provider(
       "text/event-stream",
