@@ -5,7 +5,7 @@ import { say } from "./say.js";
 
 const kept = 100;  // sheets
 const hiddenInSlot = 16;  // pixels of a sheet in work that have not come out yet
-const moves = !matchMedia("(prefers-reduced-motion: reduce)").matches;
+const likesMotion = !matchMedia("(prefers-reduced-motion: reduce)").matches;
 
 const roll = byId("roll");
 const toEnd = followEnd(roll);
@@ -55,7 +55,7 @@ function printSheet(made, sheet) {
 }
 
 // What has grown rolls out of the slot.
-function rollOut(made, height) {
+function rollOut(made, height, moves) {
   const grown = height - made.height;
   made.height = height;
   if (!moves || grown <= 0) return;
@@ -66,12 +66,13 @@ function rollOut(made, height) {
 
 export function showSheet(sheet) {
   byId("roll-empty").hidden = true;
+  const wasAway = !sheets.has(sheet.id) && sheet.done;  // printed before this page was opened
   const made = sheets.get(sheet.id) ?? newSheet(sheet);
   made.strip.replaceChildren(drawingOf(sheet));
   made.figure.classList.toggle("working", !sheet.done);
   if (sheet.done) addTools(made, sheet);
   const scale = made.strip.clientWidth > 0 ? made.strip.clientWidth / sheet.width : 1;
   const height = (sheet.height - (sheet.done ? 0 : hiddenInSlot)) * scale;
-  rollOut(made, height);
+  rollOut(made, height, likesMotion && !wasAway);
   toEnd();
 }
