@@ -13,15 +13,16 @@ const ClassDescription& describe<statusN>() {
 template <>
 const ClassDescription& describe<statusHASAR>() {
   static constexpr ClassDescription description{
-      "statusHASAR", "_statusHASAR", "Status words and document counters of the printer.", table::statusHASARMembers,
-      [] { return std::shared_ptr<void>(std::make_shared<statusHASAR>()); }};
+      "statusHASAR", "_statusHASAR", "Status words and document counters of the printer.",
+      table::statusHASARMembers, [] { return std::shared_ptr<void>(std::make_shared<statusHASAR>()); }};
   return description;
 }
 
 template <>
 const ClassDescription& describe<ResultadoCierre>() {
   static constexpr ClassDescription description{"ResultadoCierre", "_ResultadoCierre",
-                                                "The figures of a fiscal closing.", table::closingMembers, nullptr};
+                                                "The figures of a fiscal closing.", table::closingMembers,
+                                                nullptr};
   return description;
 }
 
