@@ -1,7 +1,7 @@
 // The system's declarations of automation, and owners of what it hands out.
 #pragma once
 
-#include <oleauto.h>
+#include <ole2.h>
 
 #include <memory>
 #include <new>
