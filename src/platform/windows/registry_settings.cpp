@@ -19,7 +19,7 @@ std::optional<std::wstring> userText(const std::wstring& path, const std::wstrin
                                           nullptr, text.data(), &size);
     if (result == ERROR_SUCCESS) return text.substr(0, text.find(L'\0'));
     if (result != ERROR_MORE_DATA) return std::nullopt;
-    text.resize(std::max(text.size() * 2, size / sizeof(wchar_t)));
+    text.resize(std::max<std::size_t>(text.size() * 2, size / sizeof(wchar_t)));
   }
 }
 
