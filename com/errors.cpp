@@ -11,12 +11,10 @@ namespace {
 
 Failure failureOf(const AutomationError& error) {
   switch (static_cast<ErrorNumber>(error.number())) {
-    case ErrorNumber::NoSuchMember:
-      return {DISP_E_MEMBERNOTFOUND, error.source(), error.description(), true};
+    case ErrorNumber::NoSuchMember: return {DISP_E_MEMBERNOTFOUND, error.source(), error.description(), true};
     case ErrorNumber::WrongArguments:
       return {DISP_E_BADPARAMCOUNT, error.source(), error.description(), true};
-    default:
-      return {resultOf(error.number()), error.source(), error.description()};
+    default: return {resultOf(error.number()), error.source(), error.description()};
   }
 }
 

@@ -88,29 +88,20 @@ VARIANT behind(const VARIANT& reference) {
   } else {
     switch (type) {
       case VT_I1:
-      case VT_UI1:
-        value.bVal = *reference.pbVal;
-        break;
+      case VT_UI1: value.bVal = *reference.pbVal; break;
       case VT_I2:
       case VT_UI2:
-      case VT_BOOL:
-        value.iVal = *reference.piVal;
-        break;
+      case VT_BOOL: value.iVal = *reference.piVal; break;
       case VT_I4:
       case VT_UI4:
       case VT_R4:
       case VT_INT:
       case VT_UINT:
-      case VT_ERROR:
-        value.lVal = *reference.plVal;
-        break;
+      case VT_ERROR: value.lVal = *reference.plVal; break;
       case VT_BSTR:
       case VT_DISPATCH:
-      case VT_UNKNOWN:
-        value.byref = *static_cast<void**>(reference.byref);
-        break;
-      default:
-        value.llVal = *reference.pllVal;
+      case VT_UNKNOWN: value.byref = *static_cast<void**>(reference.byref); break;
+      default: value.llVal = *reference.pllVal;
     }
   }
   value.vt = type;
@@ -123,50 +114,31 @@ Variant fromHost(const VARIANT& value) {
   if ((value.vt & VT_BYREF) != 0) return fromHost(behind(value));
   if ((value.vt & VT_ARRAY) != 0) return ofArray(value.parray);
   switch (value.vt) {
-    case VT_EMPTY:
-      return {};
-    case VT_NULL:
-      return Variant::null();
+    case VT_EMPTY: return {};
+    case VT_NULL: return Variant::null();
     case VT_ERROR:
       if (value.scode == DISP_E_PARAMNOTFOUND) return Variant::missing();
       break;
-    case VT_BOOL:
-      return value.boolVal != VARIANT_FALSE;
-    case VT_I1:
-      return static_cast<std::int16_t>(value.cVal);
-    case VT_UI1:
-      return static_cast<std::int16_t>(value.bVal);
-    case VT_I2:
-      return value.iVal;
-    case VT_UI2:
-      return std::int32_t{value.uiVal};
+    case VT_BOOL: return value.boolVal != VARIANT_FALSE;
+    case VT_I1: return static_cast<std::int16_t>(value.cVal);
+    case VT_UI1: return static_cast<std::int16_t>(value.bVal);
+    case VT_I2: return value.iVal;
+    case VT_UI2: return std::int32_t{value.uiVal};
     case VT_I4:
-    case VT_INT:
-      return static_cast<std::int32_t>(value.lVal);
+    case VT_INT: return static_cast<std::int32_t>(value.lVal);
     case VT_UI4:
-    case VT_UINT:
-      return std::int64_t{value.ulVal};
-    case VT_I8:
-      return std::int64_t{value.llVal};
-    case VT_UI8:
-      return std::uint64_t{value.ullVal};
-    case VT_R4:
-      return byShortestText(value.fltVal);
-    case VT_R8:
-      return value.dblVal;
-    case VT_CY:
-      return Currency::fromScaled(value.cyVal.int64);
-    case VT_DATE:
-      return Date{value.date};
-    case VT_BSTR:
-      return std::u16string(textOf(value.bstrVal));
-    case VT_DECIMAL:
-      return ofDecimal(value.decVal);
+    case VT_UINT: return std::int64_t{value.ulVal};
+    case VT_I8: return std::int64_t{value.llVal};
+    case VT_UI8: return std::uint64_t{value.ullVal};
+    case VT_R4: return byShortestText(value.fltVal);
+    case VT_R8: return value.dblVal;
+    case VT_CY: return Currency::fromScaled(value.cyVal.int64);
+    case VT_DATE: return Date{value.date};
+    case VT_BSTR: return std::u16string(textOf(value.bstrVal));
+    case VT_DECIMAL: return ofDecimal(value.decVal);
     case VT_DISPATCH:
-    case VT_UNKNOWN:
-      return ofObject(value.punkVal);
-    default:
-      break;
+    case VT_UNKNOWN: return ofObject(value.punkVal);
+    default: break;
   }
   raise(ErrorNumber::TypeMismatch);
 }

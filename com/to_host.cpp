@@ -29,21 +29,17 @@ SAFEARRAY* safeArray(const Array& array) {
 std::size_t sizeOf(VARTYPE type) {
   switch (type) {
     case VT_I1:
-    case VT_UI1:
-      return 1;
+    case VT_UI1: return 1;
     case VT_I2:
     case VT_UI2:
-    case VT_BOOL:
-      return 2;
+    case VT_BOOL: return 2;
     case VT_I4:
     case VT_UI4:
     case VT_R4:
     case VT_INT:
     case VT_UINT:
-    case VT_ERROR:
-      return 4;
-    default:
-      return 8;
+    case VT_ERROR: return 4;
+    default: return 8;
   }
 }
 
@@ -56,11 +52,8 @@ void replace(BSTR& text, VARIANT& value) {
 void toHost(const Variant& value, VARIANT& result) {
   ::VariantInit(&result);
   switch (value.kind()) {
-    case Kind::Empty:
-      return;
-    case Kind::Null:
-      result.vt = VT_NULL;
-      return;
+    case Kind::Empty: return;
+    case Kind::Null: result.vt = VT_NULL; return;
     case Kind::Missing:
       result.scode = DISP_E_PARAMNOTFOUND;
       result.vt = VT_ERROR;
@@ -130,26 +123,18 @@ void writeBack(const Variant& value, VARIANT& argument) {
 bool isSame(const Variant& left, const Variant& right) {
   if (left.kind() != right.kind()) return false;
   switch (left.kind()) {
-    case Kind::Boolean:
-      return left.boolean() == right.boolean();
-    case Kind::Int16:
-      return left.int16() == right.int16();
-    case Kind::Int32:
-      return left.int32() == right.int32();
-    case Kind::Double:
-      return left.number() == right.number();
-    case Kind::Currency:
-      return left.currency() == right.currency();
-    case Kind::Date:
-      return left.date() == right.date();
-    case Kind::Text:
-      return left.text() == right.text();
+    case Kind::Boolean: return left.boolean() == right.boolean();
+    case Kind::Int16: return left.int16() == right.int16();
+    case Kind::Int32: return left.int32() == right.int32();
+    case Kind::Double: return left.number() == right.number();
+    case Kind::Currency: return left.currency() == right.currency();
+    case Kind::Date: return left.date() == right.date();
+    case Kind::Text: return left.text() == right.text();
     case Kind::Empty:
     case Kind::Null:
     case Kind::Missing:
     case Kind::Array:
-    case Kind::Object:
-      break;
+    case Kind::Object: break;
   }
   return true;
 }

@@ -48,14 +48,10 @@ bool isAssignment(const Member& member) {
 
 INVOKEKIND invokeKindOf(Access access) {
   switch (access) {
-    case Access::Get:
-      return INVOKE_PROPERTYGET;
-    case Access::Let:
-      return INVOKE_PROPERTYPUT;
-    case Access::Set:
-      return INVOKE_PROPERTYPUTREF;
-    case Access::Call:
-      break;
+    case Access::Get: return INVOKE_PROPERTYGET;
+    case Access::Let: return INVOKE_PROPERTYPUT;
+    case Access::Set: return INVOKE_PROPERTYPUTREF;
+    case Access::Call: break;
   }
   return INVOKE_FUNC;
 }
@@ -232,8 +228,7 @@ class Maker {
     OwnedVariant& value = values.emplace_back();
     switch (fallback.kind) {
       case Default::Kind::None:
-      case Default::Kind::Missing:
-        break;
+      case Default::Kind::Missing: break;
       case Default::Kind::Zero:
         value.vt = VT_I2;
         value.iVal = 0;

@@ -28,17 +28,14 @@ std::string nameOf(ITypeInfo& info, MEMBERID member = MEMBERID_NIL) {
 
 std::string typeOf(ITypeInfo& info, const TYPEDESC& type) {
   switch (type.vt) {
-    case VT_PTR:
-      return typeOf(info, *type.lptdesc) + "*";
-    case VT_SAFEARRAY:
-      return typeOf(info, *type.lptdesc) + "[]";
+    case VT_PTR: return typeOf(info, *type.lptdesc) + "*";
+    case VT_SAFEARRAY: return typeOf(info, *type.lptdesc) + "[]";
     case VT_USERDEFINED: {
       Reference<ITypeInfo> used;
       info.GetRefTypeInfo(type.hreftype, used.out());
       return nameOf(*used.get());
     }
-    default:
-      return std::to_string(type.vt);
+    default: return std::to_string(type.vt);
   }
 }
 
