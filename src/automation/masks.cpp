@@ -69,14 +69,16 @@ std::u16string maskTime(Date date) {
 
 std::u16string maskWholeNumber8(const Variant& value) {
   const FixedDigits digits = fixedDigits(decimalOf(value), 0);
-  return (digits.negative ? u"-" : u"") + zeroPadded(utf16(digits.integer), 8);
+  const std::u16string sign = digits.negative ? u"-" : u"";
+  return sign + zeroPadded(utf16(digits.integer), 8);
 }
 
 std::u16string maskAmount(const Variant& value) {
   const FixedDigits digits = fixedDigits(decimalOf(value), 2);
   const Regional regional = services().regional->current();
-  return (digits.negative ? u"-" : u"") + grouped(utf16(digits.integer), printable(regional.groupSeparator)) +
-         regional.decimalSeparator + utf16(digits.fraction);
+  std::u16string text = digits.negative ? u"-" : u"";
+  text += grouped(utf16(digits.integer), printable(regional.groupSeparator));
+  return text + regional.decimalSeparator + utf16(digits.fraction);
 }
 
 std::u16string maskShortDate(Date date) {

@@ -34,7 +34,7 @@ std::u16string fixedText(const DecimalDigits& number, char16_t decimalSeparator)
   std::string integer = number.digits, fraction;
   if (number.exponent <= 0) {
     fraction = std::string(static_cast<std::size_t>(-number.exponent), '0') + number.digits;
-    integer = "0";
+    integer.assign(1, '0');
   } else {
     integer.resize(std::max(integer.size(), static_cast<std::size_t>(number.exponent)), '0');
     fraction = integer.substr(static_cast<std::size_t>(number.exponent));
@@ -47,7 +47,7 @@ std::u16string scientificText(const DecimalDigits& number, char16_t decimalSepar
   std::u16string text = utf16(number.digits);
   if (text.size() > 1) text.insert(1, 1, decimalSeparator);
   const int power = number.exponent - 1;
-  return text + (power < 0 ? u"E-" : u"E+") + decimalText(std::abs(power), 2);
+  return text.append(power < 0 ? u"E-" : u"E+").append(decimalText(std::abs(power), 2));
 }
 
 bool isShownFixed(const DecimalDigits& number) {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
@@ -50,9 +50,9 @@ std::u16string CleanText(const Variant& value, std::int32_t length) {
 std::u16string FormatImplied(double value, std::int16_t decimals) {
   const double whole = std::floor(value * std::pow(10.0, decimals) + 0.5);
   if (!std::isfinite(whole)) throw AutomationError(ErrorNumber::Overflow);
-  std::array<char, 320> digits{};  // the largest double has 309 digits
-  const int count = std::snprintf(digits.data(), digits.size(), "%.0f", whole);
-  return {digits.begin(), digits.begin() + count};
+  std::array<char, 320> digits;  // the largest double has 309
+  const auto end = std::to_chars(digits.begin(), digits.end(), whole, std::chars_format::fixed, 0);
+  return {digits.begin(), end.ptr};
 }
 
 std::u16string implied(const Variant& value, std::int16_t decimals) {

@@ -21,26 +21,22 @@ constexpr CodePage::Characters windows1252Characters() {
 
 }  // namespace
 
-std::uint8_t CodePage::encode(char16_t character) const {
-  // Nearly every character is its own byte.
-  if (character < characters_.size() && characters_[character] == character) {
-    return static_cast<std::uint8_t>(character);
-  }
+std::uint8_t CodePage::search(char16_t character) const {
   const auto found = std::find(characters_.begin(), characters_.end(), character);
   return found == characters_.end() ? '?' : static_cast<std::uint8_t>(found - characters_.begin());
 }
 
 std::u16string CodePage::text(std::string_view bytes) const {
-  std::u16string text;
-  text.reserve(bytes.size());
-  for (const char byte : bytes) text += decode(static_cast<std::uint8_t>(byte));
+  std::u16string text(bytes.size(), u'\0');
+  std::ranges::transform(bytes, text.begin(),
+                         [this](char byte) { return decode(static_cast<std::uint8_t>(byte)); });
   return text;
 }
 
 std::string CodePage::bytes(std::u16string_view text) const {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (const char16_t character : text) bytes += static_cast<char>(encode(character));
+  std::string bytes(text.size(), '\0');
+  std::ranges::transform(text, bytes.begin(),
+                         [this](char16_t character) { return static_cast<char>(encode(character)); });
   return bytes;
 }
 

@@ -16,7 +16,11 @@ class CodePage {
 
   constexpr char16_t decode(std::uint8_t byte) const { return characters_[byte]; }
   /// A character outside the code page becomes "?".
-  std::uint8_t encode(char16_t character) const;
+  std::uint8_t encode(char16_t character) const {
+    // Nearly every character is its own byte.
+    const bool isItself = character < characters_.size() && characters_[character] == character;
+    return isItself ? static_cast<std::uint8_t>(character) : search(character);
+  }
 
   bool has(char16_t character) const { return character == u'?' || encode(character) != '?'; }
 
@@ -24,6 +28,8 @@ class CodePage {
   std::string bytes(std::u16string_view text) const;
 
  private:
+  std::uint8_t search(char16_t character) const;
+
   Characters characters_;
 };
 
