@@ -49,7 +49,6 @@ constexpr Failure pollFailures[] = {{"EINTR", EINTR},
                                     {"hang-up", 0, Effect::HangUp, true}};
 constexpr Failure flockFailures[] = {{"EWOULDBLOCK", EWOULDBLOCK}, {"EINTR", EINTR}, {"ENOLCK", ENOLCK}};
 constexpr Failure fstatFailures[] = {{"EIO", EIO}, {"ENOMEM", ENOMEM}};
-constexpr Failure isattyFailures[] = {{"ENOTTY", ENOTTY}, {"EIO", EIO}};
 constexpr Failure lineFailures[] = {{"EIO", EIO}, {"ENOTTY", ENOTTY}, {"EINTR", EINTR}};
 constexpr Failure setFailures[] = {
     {"EIO", EIO}, {"EINVAL", EINVAL}, {"EINTR", EINTR}, {"not done", 0, Effect::Ignored}};
@@ -65,7 +64,6 @@ constexpr CallRow table[] = {{Call::Open, "open", openFailures},
                              {Call::Poll, "poll", pollFailures},
                              {Call::Flock, "flock", flockFailures},
                              {Call::Fstat, "fstat", fstatFailures},
-                             {Call::Isatty, "isatty", isattyFailures},
                              {Call::Tcflush, "tcflush", lineFailures},
                              {Call::Tcgetattr, "tcgetattr", lineFailures},
                              {Call::Tcsetattr, "tcsetattr", setFailures},
@@ -135,11 +133,9 @@ int __wrap_close(int file) {
   return -1;
 }
 
-int __real_isatty(int file);
-
 ssize_t __real_read(int file, void* buffer, size_t count);
 ssize_t __wrap_read(int file, void* buffer, size_t count) {
-  const Failure* failure = proof::failureOf(__real_isatty(file) == 1 ? Call::Read : Call::ReadFile);
+  const Failure* failure = proof::failureOf(::isatty(file) == 1 ? Call::Read : Call::ReadFile);
   if (failure == nullptr) return __real_read(file, buffer, count);
   if (failure->effect == Failure::Effect::Short) return __real_read(file, buffer, 1);
   return failure->effect == Failure::Effect::Nothing ? 0 : -1;
@@ -147,7 +143,7 @@ ssize_t __wrap_read(int file, void* buffer, size_t count) {
 
 ssize_t __real_write(int file, const void* buffer, size_t count);
 ssize_t __wrap_write(int file, const void* buffer, size_t count) {
-  const Failure* failure = proof::failureOf(__real_isatty(file) == 1 ? Call::Write : Call::WriteFile);
+  const Failure* failure = proof::failureOf(::isatty(file) == 1 ? Call::Write : Call::WriteFile);
   if (failure == nullptr) return __real_write(file, buffer, count);
   if (failure->effect == Failure::Effect::Short) return __real_write(file, buffer, 1);
   return failure->effect == Failure::Effect::Nothing ? 0 : -1;
@@ -180,8 +176,6 @@ int __real_fstat(int file, struct stat* status);
 int __wrap_fstat(int file, struct stat* status) {
   return proof::failureOf(Call::Fstat) != nullptr ? -1 : __real_fstat(file, status);
 }
-
-int __wrap_isatty(int file) { return proof::failureOf(Call::Isatty) != nullptr ? 0 : __real_isatty(file); }
 
 int __real_tcflush(int file, int queue);
 int __wrap_tcflush(int file, int queue) {

@@ -18,13 +18,12 @@ enum class Call {
   Poll,
   Flock,
   Fstat,
-  Isatty,
   Tcflush,
   Tcgetattr,
   Tcsetattr,
   Nanosleep
 };
-inline constexpr std::size_t callCount = 15;
+inline constexpr std::size_t callCount = 14;
 
 struct Failure {
   const char* name;
