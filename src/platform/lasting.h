@@ -3,8 +3,8 @@
 
 namespace zentaro {
 
-/// The program's one T. It is never destroyed: the destructor of a global printer object may be the last to
-/// need it.
+/// The program's one T. It is never destroyed: the destructor of a global printer object may be the
+/// last to need it.
 template <class T>
 T& lasting() {
   static T& object = *new T;

@@ -1,5 +1,5 @@
-// The settings store: the registry of the user, where the GetSetting and SaveSetting of scripts and VBA reach
-// it.
+// The settings store: the registry of the user, where the GetSetting and SaveSetting of scripts and
+// VBA reach it.
 #include <algorithm>
 #include <optional>
 
