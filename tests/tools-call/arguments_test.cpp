@@ -31,7 +31,7 @@ TEST(Arguments, AreWhatTheyLookLike) {
       {"2024-02-30", Kind::Text, "2024-02-30"},
       {"007", Kind::Text, "007"},
       {"-007", Kind::Text, "-007"},
-      {"1,5", Kind::Text, "1,5"},
+      {"text:1,5", Kind::Text, "1,5"},
       {"1.", Kind::Text, "1."},
       {".5", Kind::Text, ".5"},
       {"+5", Kind::Text, "+5"},

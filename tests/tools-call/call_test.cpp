@@ -35,7 +35,7 @@ TEST_F(Call, StartsAVirtualPrinterWhenNoPortIsNamed) {
   EXPECT_EQ(answer["command"], "0x38");
   EXPECT_EQ(answer["fields"][0], 0x38);
   const std::string said = contents(file("said"));
-  EXPECT_TRUE(contains(said, "zentaro: no --port and no --device: using a virtual printer on ")) << said;
+  EXPECT_TRUE(contains(said, "zentaro: ON THE VIRTUAL PRINTER: not a fiscal document (/")) << said;
   const std::string link = said.substr(said.find('/'), said.find('\n') - said.find('/'));
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(link).parent_path())) << "nothing is left of it";
 }
@@ -51,6 +51,7 @@ TEST_F(Call, TellsOutcomesApartByItsExitStatus) {
       {"StatusIF N --timeout 5", 0, "Outcome         0 OK\n"},
       {"PrinterType", 0, "Result          EPSON TMU\n"},
       {"RecibirPago cinco", 2, "(error 13)\n"},
+      {"RecibirPago -1.234,50", 2, "write -1234.50 for the number, or text:-1.234,50 for the text"},
       {"--device /nowhere/printer Subtotal", 2,
        "No such file or directory (error 40001)\n\"zentaro doctor\" says"},
       {"--device '' --port 9 Subtotal", 105, "--port: Value 9 not in range 1 to 8"},
@@ -67,7 +68,7 @@ TEST_F(Call, TellsOutcomesApartByItsExitStatus) {
 TEST_F(Call, TakesThePortsOfTheSettingsAndItsOwnTimeOut) {
   const VirtualPrinter deaf({"--fault", "lose-answer always"});
   write("settings.ini", "[Config\\ModComm]\nCOM5=" + deaf.device() + "\n[Config\\EPSONZT]\nTimeOutZT=1000\n");
-  const Ran ran = run("timeout 30 zentaro call --port 5 --timeout 1 StatusIF N");
+  const Ran ran = run("timeout 30 zentaro call --port 5 --timeout 1 --give-up 1 StatusIF N");
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "Outcome         1 TIEMPO AGOTADO\nPrinter status  0x8000\n"))
       << ran.output;

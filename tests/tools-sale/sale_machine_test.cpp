@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "sale/print_sale.h"
+#include "sale/verdict.h"
 
 namespace zentaro::tools {
 namespace {

@@ -6,6 +6,8 @@
 
 #include "common/iso_date.h"
 #include "common/signatures.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {
@@ -23,6 +25,24 @@ std::optional<Number> numberIn(std::string_view text) {
   Number value{};
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+// What somebody who writes decimals behind a comma means by a word; empty when it is no such number.
+std::string withPoint(std::string_view word) {
+  const std::string_view digits = word.starts_with('-') ? word.substr(1) : word;
+  const bool isNumber = digits.find_first_not_of("0123456789.,") == std::string_view::npos &&
+                        digits.find(',') != std::string_view::npos && isAsciiDigit(digits.front()) &&
+                        isAsciiDigit(digits.back());
+  if (!isNumber) return {};
+  const std::size_t decimals = word.find_last_of(".,");
+  std::string text;
+  for (std::size_t index = 0; index < word.size(); ++index) {
+    if (index == decimals)
+      text += '.';
+    else if (word[index] != ',' && word[index] != '.')
+      text += word[index];
+  }
+  return text;
 }
 
 // The names that begin as the wrong one does, or all of them by the command that lists them.
@@ -52,6 +72,11 @@ Variant argumentOf(std::string_view word) {
   if (const auto whole = numberIn<std::int64_t>(word)) return *whole;
   if (const auto number = numberIn<double>(word)) return *number;
   if (const auto date = dateFromIso(word)) return *date;
+  if (const std::string number = withPoint(word); !number.empty())
+    throw std::runtime_error(
+        terminal::say("\"{}\" tiene una coma: escriba {} como número, o text:{} como texto",
+                      "\"{}\" has a comma: write {} for the number, or text:{} for the text",
+                      {terminal::harmless(word), number, word}));
   return std::string(word);
 }
 

@@ -12,7 +12,8 @@
 namespace zentaro::tools {
 
 /// A whole number, a decimal with a point, true or false, a date like 2024-03-15 or 2024-03-15T14:05:00;
-/// anything else is a text, as is everything behind "text:" and a number with leading zeros.
+/// anything else is a text, as is everything behind "text:" and a number with leading zeros. Raises
+/// std::runtime_error for a number with a comma, which names what to write instead.
 Variant argumentOf(std::string_view word);
 
 /// The member, and the arguments that it takes. Raises std::runtime_error, which says what there is instead,

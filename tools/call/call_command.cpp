@@ -10,9 +10,12 @@
 #include "common/guarded.h"
 #include "common/show.h"
 #include "interface/library.h"
+#include "terminal/language.h"
 #include "text/unicode.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -28,7 +31,7 @@ struct Outcome {
   ENVERR_CODES code;
 };
 
-Outcome call(Connection& connection, CallRequest& request) {
+Outcome callOnce(Connection& connection, CallRequest& request) {
   const Member& member = request.member.front();
   const Object& object = connection.object();
   if (member.access != Access::Call) return {object.get(member.name), false, ENVERR_OK};
@@ -39,23 +42,62 @@ Outcome call(Connection& connection, CallRequest& request) {
   return {result, member.effect.outcomes != noOutcome, code};
 }
 
-void showText(const CZentaro& printer, const CallRequest& request, const Outcome& outcome) {
+// The answer to another command says nothing about this one, whatever it says.
+Outcome callInStep(Connection& connection, CallRequest& request) {
+  PrinterLine& line = connection.line();
+  const Stepping stepping = steppingOf(request.member.front(), request.arguments);
+  if (stepping == Stepping::None) return callOnce(connection, request);
+  line.startAnywhere();
+  if (stepping == Stepping::Required) {
+    line.getInStep();
+    Outcome outcome = callOnce(connection, request);
+    const bool isAnswered = outcome.code == ENVERR_OK || outcome.code == ENVERR_STATUS;
+    if (isAnswered && !answersLastCommand(connection.printer())) outcome.code = ENVERR_BADSEQ;
+    return outcome;
+  }
+  connection.printer().verifyCheckSum = true;
+  Outcome outcome{};
+  const Heard heard = line.ask(
+      [&] { return heardOfStatus(connection.printer(), [&] { outcome = callOnce(connection, request); }); });
+  if (heard == Heard::Echo) throw std::runtime_error(PrinterLine::trouble(heard));
+  return outcome;
+}
+
+// A record is filled after the answer has come, so an error may be raised behind a command that took effect.
+Outcome call(Connection& connection, CallRequest& request) {
+  try {
+    return callInStep(connection, request);
+  } catch (const AutomationError& error) {
+    const Member& member = request.member.front();
+    if (member.effect.outcomes != noOutcome && mayBeRaisedBehindTheCommand(error.number(), member))
+      std::cerr << say(
+          "zentaro: el error puede ser posterior al comando: mire el papel antes de repetirlo\n",
+          "zentaro: the error may be raised behind the command: see the paper before you repeat it\n");
+    throw;
+  }
+}
+
+void showText(Connection& connection, const CallRequest& request, const Outcome& outcome) {
+  const CZentaro& printer = connection.printer();
   const bool isOnlyOutcome = request.member.front().returnsOutcome();
   if (outcome.isTransaction) std::cout << "Outcome         " << outcomeLine(outcome.code) << '\n';
   if (!isOnlyOutcome && request.member.front().result.kind != ValueType::None) {
     std::cout << "Result          " << valueText(outcome.result) << '\n';
   }
   if (outcome.isTransaction) std::cout << answerText(printer);
+  if (const VirtualPrinter* virtualPrinter = connection.virtualPrinter())
+    std::cout << virtualPrinter->paper() << virtualNotice() << '\n';
 }
 
-void showJson(const CZentaro& printer, const CallRequest& request, const Outcome& outcome) {
+void showJson(Connection& connection, const CallRequest& request, const Outcome& outcome) {
   Json json{{"member", request.member.front().name}, {"result", valueJson(outcome.result)}};
   json["arguments"] = valueJson(Array(request.arguments));
   if (outcome.isTransaction) {
     json["outcome"] = static_cast<int>(outcome.code);
     json["outcomeText"] = utf8(outcomeText(outcome.code));
-    json.update(answerJson(printer));
+    json.update(answerJson(connection.printer()));
   }
+  json["virtual"] = connection.virtualPrinter() != nullptr;
   std::cout << jsonPage(json);
 }
 
@@ -64,7 +106,7 @@ int run(const Options& options) {
   Connection connection(options.port);
   const Outcome outcome = call(connection, request);
   const auto show = options.isJson ? showJson : showText;
-  show(connection.printer(), request, outcome);
+  show(connection, request, outcome);
   return outcome.code == ENVERR_OK ? exitDone : exitRefused;
 }
 
@@ -72,20 +114,34 @@ int run(const Options& options) {
 
 void addCallCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand("call", "Open the port, call one member, show the answer, close");
+  const auto text = [](std::string_view spanish, std::string_view english) {
+    return std::string(say(spanish, english));
+  };
+  CLI::App* command =
+      app.add_subcommand("call", text("Abre el puerto, llama a un miembro, muestra la respuesta y cierra",
+                                      "Open the port, call one member, show the answer, close"));
   addPortOptions(*command, options->port);
-  command->add_flag("--json", options->isJson, "Show result, outcome and answer as JSON");
-  command->add_option("MEMBER", options->words, "Name of a member, then its arguments")
+  command->add_flag(
+      "--json", options->isJson,
+      text("Muestra resultado y respuesta como JSON", "Show result, outcome and answer as JSON"));
+  command
+      ->add_option(text("MIEMBRO", "MEMBER"), options->words,
+                   text("Nombre de un miembro y sus argumentos", "Name of a member, then its arguments"))
       ->required()
       ->type_name("");
-  command->footer(
+  command->footer(text(
+      "Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o\n"
+      "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\". Después del nombre\n"
+      "del miembro solo hay argumentos, no opciones.\n\n"
+      "Sin --port ni --device, y si no hay puerto configurado, se usa una impresora virtual.\n"
+      "Estado de salida: 0 con el resultado 0, 1 con otro, 2 cuando no se pudo llamar.\n\n"
+      "Ejemplo: zentaro call --device /dev/ttyUSB0 StatusIF N",
       "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or\n"
-      "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\". After the "
-      "member's\n"
-      "name there are only arguments, no options.\n\n"
-      "Without --port and --device a virtual printer is started for the call.\n"
+      "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\". After the\n"
+      "member's name there are only arguments, no options.\n\n"
+      "Without --port and --device, where no port is configured, a virtual printer is used.\n"
       "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"
-      "Example: zentaro call --device /dev/ttyUSB0 StatusIF N");
+      "Example: zentaro call --device /dev/ttyUSB0 StatusIF N"));
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }
 

@@ -24,6 +24,8 @@ namespace {
 // Runs in the child, where only calls that are safe behind a fork are allowed.
 [[noreturn]] void become(char* const* arguments, int errors) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+  ::setpgid(0, 0);
+  ::signal(SIGPIPE, SIG_DFL);
   const int nothing = ::open("/dev/null", O_RDWR);
   ::dup2(nothing, STDIN_FILENO);
   ::dup2(nothing, STDOUT_FILENO);
@@ -69,10 +71,19 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
 }
 
 ChildProcess::~ChildProcess() {
-  ::close(errors_);
   ::kill(id_, SIGTERM);
   while (::waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
   }
+  if (reader_.joinable()) reader_.join();
+  ::close(errors_);
+}
+
+void ChildProcess::discardErrors() {
+  reader_ = std::thread([errors = errors_] {
+    std::array<char, 4096> said{};
+    ssize_t count = 1;
+    while (count > 0 || (count < 0 && errno == EINTR)) count = ::read(errors, said.data(), said.size());
+  });
 }
 
 bool ChildProcess::readErrorLine(std::string& line, int milliseconds) {

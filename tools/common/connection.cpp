@@ -2,21 +2,45 @@
 #include "common/connection.h"
 
 #include <iostream>
+#include <stdexcept>
 
+#include "automation/automation_error.h"
+#include "automation/conversions.h"
 #include "common/known_settings.h"
 #include "interface/library.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
+
+using terminal::harmless;
+using terminal::say;
 
 namespace {
 
 constexpr int ownPort = 1;  // the number under which a device that was named by its path is opened
 
+// Where a shop has its printer, nobody should sell on another one by mistake.
+void demandChoice() {
+  for (int port = 1; port <= portCount; ++port) {
+    const std::string device =
+        utf8(services().settings->read(settingsApplication, portSection, portKey(port), u""));
+    if (device.empty()) continue;
+    throw std::runtime_error(say(
+        "hay una impresora configurada ({} = {}): diga --port {} o --device RUTA para usarla, o --virtual "
+        "para la virtual",
+        "a printer is configured ({} = {}): say --port {} or --device PATH to use it, or --virtual for the "
+        "virtual one",
+        {portKey(port), harmless(device), std::to_string(port)}));
+  }
+}
+
 std::unique_ptr<VirtualPrinter> printerFor(const PortOptions& options,
                                            const std::vector<std::string>& words) {
   if (options.port || !options.device.empty()) return nullptr;
+  if (!options.isVirtual && words.empty()) demandChoice();
   auto printer = std::make_unique<VirtualPrinter>(words);
-  std::cerr << "zentaro: no --port and no --device: using a virtual printer on " << printer->device() << '\n';
+  std::cerr << "zentaro: " << virtualNotice() << " (" << printer->device() << ")\n";
   return printer;
 }
 
@@ -26,24 +50,73 @@ Services withSettings(SettingsStore& settings) {
   return changed;
 }
 
+int timeOutSeconds() {
+  constexpr int fallback = 12;
+  try {
+    return toInt16(readSetting(settingTimeOut));
+  } catch (const AutomationError&) {
+    return fallback;
+  }
+}
+
+std::string quoted(const std::string& word) {
+  const bool isPlain = word.find_first_not_of(
+                           "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
+                           "/._-:+@=,") == std::string::npos;
+  if (isPlain) return word;
+  std::string text = "'";
+  for (const char character : word) text += character == '\'' ? "'\\''" : std::string(1, character);
+  return text + "'";
+}
+
+std::string wordsFor(const PortOptions& options) {
+  if (options.port) return "--port " + std::to_string(*options.port);
+  return options.device.empty() ? "--virtual" : "--device " + quoted(options.device);
+}
+
 }  // namespace
 
 void addPortOptions(CLI::App& command, PortOptions& options) {
-  CLI::Option* port = command.add_option("--port", options.port, "Serial port, by the settings COM1 to COM8")
-                          ->check(CLI::Range(1, portCount))
-                          ->type_name("N");
-  command.add_option("--device", options.device, "Serial device, whatever the settings say")
+  CLI::Option* port =
+      command
+          .add_option("--port", options.port,
+                      std::string(say("Puerto serial, según las claves COM1 a COM8 de la configuración",
+                                      "Serial port, by the settings COM1 to COM8")))
+          ->check(CLI::Range(1, portCount))
+          ->type_name("N");
+  CLI::Option* device =
+      command
+          .add_option("--device", options.device,
+                      std::string(say("Dispositivo serial, diga lo que diga la configuración",
+                                      "Serial device, whatever the settings say")))
+          ->excludes(port)
+          ->type_name(std::string(say("RUTA", "PATH")));
+  command
+      .add_flag("--virtual", options.isVirtual,
+                std::string(say("La impresora virtual, aunque haya un puerto configurado",
+                                "The virtual printer, although a port is configured")))
       ->excludes(port)
-      ->type_name("PATH");
-  command.add_option("--timeout", options.timeout, "Time-out of an answer, instead of the setting TimeOutZT")
+      ->excludes(device);
+  command
+      .add_option("--timeout", options.timeout,
+                  std::string(say("Espera por una respuesta, en lugar de la clave TimeOutZT",
+                                  "Time-out of an answer, instead of the setting TimeOutZT")))
       ->check(CLI::Range(1, 32767))
-      ->type_name("SECONDS");
+      ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
+  command
+      .add_option(
+          "--give-up", options.giveUp,
+          std::string(say("Cuánto se espera por una respuesta perdida (tres veces --timeout, al menos 30)",
+                          "How long a lost answer is waited for (three time-outs, at least 30)")))
+      ->check(CLI::Range(0, 32767))
+      ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
 }
 
 Connection::Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions)
     : virtualPrinter_(printerFor(options, virtualPrinterOptions)),
       settings_(*services().settings),
-      scope_(withSettings(settings_)) {
+      scope_(withSettings(settings_)),
+      portWords_(wordsFor(options)) {
   const std::string device = virtualPrinter_ ? virtualPrinter_->device() : options.device;
   if (!device.empty()) {
     settings_.replace(portSection, portKey(ownPort), utf16(device));
@@ -54,6 +127,12 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
   object_ = createObject("CZentaro");
   printer().CommPort = options.port.value_or(ownPort);
   printer().PortOpen(true);
+  line_.emplace(printer(), patienceOf(options.giveUp, timeOutSeconds()));
+}
+
+std::string virtualNotice() {
+  return std::string(say("EN LA IMPRESORA VIRTUAL: no es un documento fiscal",
+                         "ON THE VIRTUAL PRINTER: not a fiscal document"));
 }
 
 }  // namespace zentaro::tools

@@ -3,59 +3,56 @@
 
 #include <iostream>
 
-#include "automation/conversions.h"
 #include "automation/description.h"
 #include "common/guarded.h"
 #include "common/show.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
-namespace {
+using terminal::say;
 
-// A second Z would close an empty day, and cannot be taken back.
-void warnOfLostClosing(const RecordRequest& request, const CZentaro& printer) {
-  const bool isLost = printer.nEnvironmentError >= ENVERR_COMM && printer.nEnvironmentError <= ENVERR_BADSEQ;
-  if (!isLost || request.arguments.empty() || toInt32(request.arguments[0]) != CIERRE_Z) return;
-  std::cerr
-      << "The answer was lost: the day may be closed already. Look at the paper, and at UltimoCierreZ of\n"
-         "\"zentaro status\", before you close again.\n";
-}
-
-// The record that a member hands out; nothing when its outcome was not 0.
-Object ask(Connection& connection, RecordRequest request) {
+Object askStatusRecord(Connection& connection, std::string_view member) {
   CZentaro& printer = connection.printer();
-  printer.verifyCheckSum = true;
-  const Variant result = connection.object().call(request.member, request.arguments);
-  if (!result.object().isNothing()) return result.object();
-  std::cerr << "zentaro: " << request.member << ": " << outcomeLine(printer.nEnvironmentError) << '\n'
-            << answerText(printer);
-  warnOfLostClosing(request, printer);
+  Object record;
+  const auto request = [&] { record = connection.object().call(member, {}).object(); };
+  const Heard heard = connection.line().ask([&] { return heardOfStatus(printer, request); });
+  if (heard == Heard::InStep && !record.isNothing()) return record;
+  if (heard == Heard::InStep)
+    sayWhy(member, printer);
+  else
+    std::cerr << "zentaro: " << member << ": " << PrinterLine::trouble(heard) << " ("
+              << outcomeLine(printer.nEnvironmentError) << ")\n";
   return {};
 }
 
-}  // namespace
-
-int showRecords(const ReportOptions& options, const std::vector<RecordRequest>& requests) {
-  Connection connection(options.port);
-  Json page;
-  for (const RecordRequest& request : requests) {
-    const Object record = ask(connection, request);
-    if (record.isNothing()) return exitRefused;
-    const std::string name(record.description().name);
-    if (options.isJson) {
-      page[name] = valueJson(record);
-    } else {
-      std::cout << name << '\n' << recordTable(record, "  ");
-    }
-  }
-  if (options.isJson) std::cout << jsonPage(page);
-  return exitDone;
+void sayWhy(std::string_view member, const CZentaro& printer) {
+  std::cerr << "zentaro: " << member << ": " << outcomeLine(printer.nEnvironmentError) << '\n'
+            << answerText(printer);
 }
 
-CLI::App* addReport(CLI::App& app, ReportOptions& options, const char* name, const char* help) {
+void showRecords(const std::vector<Object>& records, const ReportOptions& options, Connection& connection) {
+  const bool isVirtual = connection.virtualPrinter() != nullptr;
+  Json page;
+  for (const Object& record : records) {
+    const std::string name(record.description().name);
+    if (options.isJson)
+      page[name] = valueJson(record);
+    else
+      std::cout << name << '\n' << recordTable(record, "  ");
+  }
+  page["virtual"] = isVirtual;
+  if (options.isJson)
+    std::cout << jsonPage(page);
+  else if (isVirtual)
+    std::cout << virtualNotice() << '\n';
+}
+
+CLI::App* addReport(CLI::App& app, ReportOptions& options, const char* name, const std::string& help) {
   CLI::App* command = app.add_subcommand(name, help);
   addPortOptions(*command, options.port);
-  command->add_flag("--json", options.isJson, "Show the records as JSON");
+  command->add_flag("--json", options.isJson,
+                    std::string(say("Muestra los registros como JSON", "Show the records as JSON")));
   return command;
 }
 

@@ -13,17 +13,17 @@ struct ReportOptions {
   bool isJson = false;
 };
 
-/// A member that hands out a record, and its arguments.
-struct RecordRequest {
-  std::string_view member;
-  std::vector<Variant> arguments;
-};
-
 /// Adds a subcommand with the options of a report; `options` must live until the command line is parsed.
-CLI::App* addReport(CLI::App& app, ReportOptions& options, const char* name, const char* help);
+CLI::App* addReport(CLI::App& app, ReportOptions& options, const char* name, const std::string& help);
 
-/// Asks for the records in turn and shows each as a table or, all together, as JSON. Stops at the first that
-/// cannot be had. Gives the exit status.
-int showRecords(const ReportOptions& options, const std::vector<RecordRequest>& requests);
+/// The record of a member that asks for a status, once line and printer are in step; nothing when they do not
+/// get there, or the printer refuses. Says why on standard error.
+Object askStatusRecord(Connection& connection, std::string_view member);
+
+/// Shows each record as a table or, all together, as JSON with the member "virtual".
+void showRecords(const std::vector<Object>& records, const ReportOptions& options, Connection& connection);
+
+/// Says on standard error what came of a member that gave no record.
+void sayWhy(std::string_view member, const CZentaro& printer);
 
 }  // namespace zentaro::tools

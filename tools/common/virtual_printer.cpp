@@ -5,6 +5,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "common/interruption.h"
+
 namespace zentaro::tools {
 
 namespace {
@@ -15,6 +17,8 @@ constexpr int longestStart = 10000;  // milliseconds; a busy machine may take a 
 
 VirtualPrinter::VirtualPrinter(const std::vector<std::string>& options) : process_(words(options)) {
   waitUntilReady();
+  process_.discardErrors();
+  Interruption::setLeftovers(process_.id(), folder_.path().string());
 }
 
 std::vector<std::string> VirtualPrinter::words(const std::vector<std::string>& options) const {

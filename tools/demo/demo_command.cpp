@@ -86,11 +86,13 @@ bool take(Step step, Connection& connection) {
 }
 
 int run() {
-  Connection connection({});
+  PortOptions options;
+  options.isVirtual = true;
+  Connection connection(options);
   for (const Chapter& chapter : chapters(connection.printer().SerialImpresora())) {
     std::cout << "\n-- " << chapter.title << '\n';
     for (const Step& step : chapter.steps) {
-      if (!take(step, connection)) return exitRefused;
+      if (Interruption::isRequested() || !take(step, connection)) return exitRefused;
     }
   }
   std::cout << "\n-- The paper\n\n" << connection.virtualPrinter()->paper() << '\n';

@@ -3,9 +3,12 @@
 
 #include <algorithm>
 
+#include "terminal/language.h"
 #include "text/unicode.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -17,6 +20,19 @@ std::string joined(const std::set<std::string, std::less<>>& names) {
   std::string all;
   for (const std::string& name : names) all += (all.empty() ? "" : ", ") + name;
   return all;
+}
+
+// A text such as "1.250" comes from a program that writes amounts with two decimals and groups digits by points,
+// or from one that writes three decimals.
+std::string twoReadings(const Node& node, const NumberRule& rule) {
+  const std::string& text = node.text;
+  const std::size_t point = text.find('.');
+  const bool isDoubtful = node.kind == Node::Kind::Text && rule.decimals == 2 && point != std::string::npos &&
+                          text.size() - point == 4 && readDecimal(text, 3).problem.empty();
+  if (!isDoubtful) return {};
+  return say(
+      "puede ser {} o {}; escriba dos decimales a lo sumo", "may be {} or {}; write two decimals at most",
+      {shortDecimalText(readDecimal(text, 3).value, 3), text.substr(0, point) + text.substr(point + 1)});
 }
 
 bool isScalar(const Node& node) { return node.kind == Node::Kind::Number || node.kind == Node::Kind::Text; }
@@ -64,7 +80,9 @@ std::int64_t GroupReader::number(std::string_view name, const NumberRule& rule) 
     return 0;
   }
   const DecimalReading reading = readDecimal(node->text, rule.decimals);
-  if (!reading.problem.empty()) {
+  if (const std::string readings = twoReadings(*node, rule); !readings.empty()) {
+    report(name, "\"" + node->text + "\" " + readings);
+  } else if (!reading.problem.empty()) {
     report(name, "\"" + node->text + "\" " + reading.problem);
   } else if (reading.value < rule.least || reading.value > rule.most) {
     report(name, "\"" + node->text + "\" is outside " + shortDecimalText(rule.least, rule.decimals) + " to " +

@@ -3,6 +3,15 @@
 
 namespace zentaro::tools {
 
+Verdict judgedByCounters(const Counters& before, const Counters& now, Cents net) {
+  const int numbersUsed = now.lastNumber - before.lastNumber;
+  if (!before.dayNet || !now.dayNet || net == 0)
+    return numbersUsed == 0 ? Verdict::NotPrinted : Verdict::Unknown;
+  const Cents counted = *now.dayNet - *before.dayNet;
+  if (numbersUsed == 1 && counted == net) return Verdict::Printed;
+  return (numbersUsed == 0 || numbersUsed == 1) && counted == 0 ? Verdict::NotPrinted : Verdict::Unknown;
+}
+
 Action SaleMachine::next() const {
   switch (state_) {
     case State::Starting:
@@ -15,8 +24,17 @@ Action SaleMachine::next() const {
   return Action::Stop;
 }
 
+void SaleMachine::interrupt() {
+  if (state_ != State::Starting && state_ != State::Printing) return;
+  if (state_ == State::Starting || step_ == 0)
+    end(Verdict::NotPrinted);
+  else
+    state_ = State::Judging;
+}
+
 void SaleMachine::sent(Fate fate) {
   const bool isDone = fate == Fate::Done;
+  wasOpened_ = wasOpened_ || isDone;
   if (state_ == State::Printing && isDone) {
     if (++step_ == steps_) end(Verdict::Printed);
   } else if (state_ == State::Finishing && isDone) {
@@ -43,18 +61,14 @@ void SaleMachine::start(const Counters& now) {
 }
 
 void SaleMachine::judge(const Counters& now) {
-  if (now.document == 0) return end(judgedBy(now));
+  if (now.document == 0) {
+    const Verdict verdict = judgedByCounters(before_, now, net_);
+    wasOpened_ = wasOpened_ || now.lastNumber != before_.lastNumber;
+    return end(verdict == Verdict::Printed ? printed() : verdict);
+  }
+  wasOpened_ = true;
   // A partially closed document is paid and can no longer be cancelled.
   tryToEnd(now.document == partiallyClosed ? State::Finishing : State::Cancelling);
-}
-
-Verdict SaleMachine::judgedBy(const Counters& now) const {
-  const int numbersUsed = now.lastNumber - before_.lastNumber;
-  if (!before_.dayNet || !now.dayNet || net_ == 0)
-    return numbersUsed == 0 ? Verdict::NotPrinted : Verdict::Unknown;
-  const Cents counted = *now.dayNet - *before_.dayNet;
-  if (numbersUsed == 1 && counted == net_) return printed();
-  return (numbersUsed == 0 || numbersUsed == 1) && counted == 0 ? Verdict::NotPrinted : Verdict::Unknown;
 }
 
 // Only the definitive close, the last step, may be the one that failed while nothing is missing on the paper.

@@ -47,6 +47,10 @@ enum class Verdict {
   Unreachable       // the printer did not give its counters at the start; nothing was sent
 };
 
+/// Whether a document that adds `net` to the day's amounts was counted between the two: Printed, NotPrinted or
+/// Unknown. No document is open now.
+Verdict judgedByCounters(const Counters& before, const Counters& now, Cents net);
+
 class SaleMachine {
  public:
   /// `net` is what the document adds to the day's amounts.
@@ -58,6 +62,13 @@ class SaleMachine {
   /// After Stop.
   Verdict verdict() const { return verdict_; }
 
+  /// No further step is to be sent: the document is cancelled or, when it is partially closed, finished.
+  void interrupt();
+  /// What the printer said before the first step.
+  const Counters& before() const { return before_; }
+  /// Whether the document may have been opened on the paper.
+  bool wasOpened() const { return wasOpened_; }
+
   /// The fate of a step, a cancellation or a finishing close.
   void sent(Fate fate);
   /// The answer to AskCounters; nothing when it could not be had, however often it was asked.
@@ -68,7 +79,6 @@ class SaleMachine {
 
   void start(const Counters& now);
   void judge(const Counters& now);
-  Verdict judgedBy(const Counters& now) const;
   Verdict printed() const;
   void tryToEnd(State how);
   void end(Verdict verdict);
@@ -78,6 +88,7 @@ class SaleMachine {
   State state_ = State::Starting;
   std::size_t step_ = 0;
   int attempts_ = 0;  // to cancel or to finish
+  bool wasOpened_ = false;
   Counters before_;
   Verdict verdict_ = Verdict::Unknown;
 };

@@ -2,113 +2,156 @@
 #include "sale/sale_printer.h"
 
 #include <array>
-#include <chrono>
-#include <thread>
+
+#include "automation/conversions.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
+using terminal::say;
+
 namespace {
 
-std::string reasonOf(const CZentaro& printer, std::int16_t outcome) {
-  if (outcome == ENVERR_STATUS && printer.sLastError.starts_with(u"ERROR")) return utf8(printer.sLastError);
-  return utf8(outcomeText(static_cast<ENVERR_CODES>(outcome)));
-}
+std::string textOf(std::int16_t outcome) { return utf8(outcomeText(static_cast<ENVERR_CODES>(outcome))); }
 
-Reply replyOf(const CZentaro& printer, std::int16_t outcome) {
-  switch (outcome) {
-    case ENVERR_OK: return {};
-    case ENVERR_COMM:
-    case ENVERR_INVALID:
-    case ENVERR_CHECKSUM:
-    case ENVERR_BADSEQ: return {Fate::Lost, reasonOf(printer, outcome)};
-    default: return {Fate::Refused, reasonOf(printer, outcome)};
-  }
-}
-
-}  // namespace
-
-ObjectSalePrinter::ObjectSalePrinter(CZentaro& printer, bool isCreditNote)
-    : printer_(printer), isCreditNote_(isCreditNote) {
-  printer_.verifyCheckSum = true;
-}
-
-Reply ObjectSalePrinter::send(const Step& step) {
-  try {
-    Reply reply = replyOf(printer_, step.send(printer_));
-    if (reply.fate != Fate::Done) return reply;
-    std::string objection = step.objection(printer_);
-    if (objection.empty()) return reply;
-    return {Fate::Refused, std::move(objection)};
-  } catch (const AutomationError& error) {  // a value that does not convert: nothing was sent
-    return {Fate::Refused, error.what()};
-  }
-}
-
-Reply ObjectSalePrinter::cancel() { return replyOf(printer_, printer_.CancelarComprobante()); }
-
-Reply ObjectSalePrinter::finish() { return replyOf(printer_, printer_.CerrarComprobante(u"E")); }
-
-// A late answer to an earlier command spoils one request, a line that was interrupted needs the port opened
-// anew.
-std::optional<Counters> ObjectSalePrinter::counters() {
-  constexpr int tries = 4;
-  for (int left = tries; left > 0; --left) {
-    if (auto counters = askOnce()) return counters;
-    if (left > 1 && printer_.nEnvironmentError == ENVERR_COMM) reopen();
-  }
-  return std::nullopt;
-}
-
-std::string ObjectSalePrinter::trouble() const {
-  const ENVERR_CODES outcome = printer_.nEnvironmentError;
-  return outcome == ENVERR_OK ? "the answer has too few fields"
-                              : replyOf(printer_, static_cast<std::int16_t>(outcome)).text;
-}
-
-std::optional<Counters> ObjectSalePrinter::askOnce() {
-  try {
-    const auto status = printer_.GetStatusHASAR();
-    if (!status) return std::nullopt;
-    Counters counters{
-        status->statusDocumento, isCreditNote_ ? status->numeroUltimaNC : status->numeroUltimaFactura, {}};
-    if (counters.document != 0) return counters;
-    counters.dayNet = dayNet();
-    // Lost, not refused: the whole question is asked again.
-    const bool isLost = !counters.dayNet && printer_.nEnvironmentError != ENVERR_STATUS &&
-                        printer_.nEnvironmentError != ENVERR_OK;
-    return isLost ? std::nullopt : std::optional(counters);
-  } catch (const AutomationError&) {  // too few fields in the answer
-    return std::nullopt;
-  }
-}
-
-/// The figures of an X closing that is not printed.
-std::optional<Cents> ObjectSalePrinter::dayNet() {
-  if (printer_.RealizarCierre(CIERRE_X, false) != ENVERR_OK) return std::nullopt;
-  const auto figures = printer_.GetResultadoCierre();
-  if (!figures) return std::nullopt;
-  const ResultadoCierre& f = *figures;
+Cents netOf(const ResultadoCierre& f, bool isCreditNote) {
   const std::array<Currency, 4> bases =
-      isCreditNote_ ? std::array{f.MontoExentoNC, f.ValorNCBase1, f.ValorNCBase2, f.ValorNCBase3}
-                    : std::array{f.VentasExentas, f.BaseGravable1, f.BaseGravable2, f.BaseGravable3};
+      isCreditNote ? std::array{f.MontoExentoNC, f.ValorNCBase1, f.ValorNCBase2, f.ValorNCBase3}
+                   : std::array{f.VentasExentas, f.BaseGravable1, f.BaseGravable2, f.BaseGravable3};
   std::int64_t scaled = 0;
   for (const Currency base : bases) scaled += base.scaled();
   return scaled / 100;
 }
 
-void ObjectSalePrinter::reopen() {
-  printer_.PortOpen(false);
+}  // namespace
+
+ObjectSalePrinter::ObjectSalePrinter(CZentaro& printer, PrinterLine& line, bool isCreditNote)
+    : printer_(printer), line_(line), isCreditNote_(isCreditNote) {
+  printer_.verifyCheckSum = true;
+}
+
+Reply ObjectSalePrinter::send(const Step& step) {
+  line_.persist();
+  Reply reply = run(step.send);
+  if (reply.fate != Fate::Done) return reply;
+  takeReceipt();
+  if (std::string objection = step.objection(printer_); !objection.empty())
+    return {Fate::Refused, std::move(objection)};
+  return reply;
+}
+
+Reply ObjectSalePrinter::cancel() {
+  return run([](CZentaro& z) { return z.CancelarComprobante(); });
+}
+
+Reply ObjectSalePrinter::finish() {
+  const Reply reply = run([](CZentaro& z) { return z.CerrarComprobante(u"E"); });
+  if (reply.fate == Fate::Done) takeReceipt();
+  return reply;
+}
+
+// Required: an error is a refusal only when it is certain that no frame has left.
+Reply ObjectSalePrinter::run(const Operation& operation) {
+  std::string raised;
   try {
-    printer_.PortOpen(true);
-  } catch (const AutomationError&) {  // the device is gone for a moment, as after a cable was pulled
-    printer_.PortOpen(false);
-    std::this_thread::sleep_for(std::chrono::seconds(1));
-    try {
-      printer_.PortOpen(true);
-    } catch (const AutomationError&) {
-      printer_.PortOpen(false);  // the next request then fails, and says so
-    }
+    return replyOf(operation(printer_));
+  } catch (const AutomationError& error) {
+    if (!mayBeRaisedBehindTheCommand(error.number())) return {Fate::Refused, error.what()};
+    raised = error.what();
+  } catch (const std::exception& error) {
+    raised = error.what();
   }
+  line_.lostAnswer();
+  return {Fate::Lost, say("error al hablar con la impresora ({})",
+                          "an error while talking to the printer ({})", {raised})};
+}
+
+Reply ObjectSalePrinter::replyOf(std::int16_t outcome) {
+  const auto lost = [&](std::string text) {
+    line_.lostAnswer();
+    return Reply{Fate::Lost, std::move(text)};
+  };
+  switch (outcome) {
+    case ENVERR_COMM: return lost(say("sin respuesta ({})", "no answer ({})", {textOf(outcome)}));
+    case ENVERR_INVALID:
+    case ENVERR_CHECKSUM:
+    case ENVERR_BADSEQ:
+      return lost(say("lo que llegó no es la respuesta ({})", "what came is no answer to it ({})",
+                      {textOf(outcome)}));
+    default: break;
+  }
+  if ((outcome == ENVERR_OK || outcome == ENVERR_STATUS) && !answersLastCommand(printer_))
+    return lost(std::string(say("llegó la respuesta a otro comando", "the answer to another command came")));
+  if (outcome == ENVERR_OK) return {};
+  return {Fate::Refused, refusal(outcome)};
+}
+
+std::string ObjectSalePrinter::refusal(std::int16_t outcome) const {
+  const bool saysWhy = outcome == ENVERR_STATUS && printer_.sLastError.starts_with(u"ERROR");
+  return saysWhy ? utf8(printer_.sLastError) : textOf(outcome);
+}
+
+std::optional<Counters> ObjectSalePrinter::counters() {
+  std::optional<Counters> counters;
+  trouble_.clear();
+  const Heard heard = line_.ask([&] { return askCounters(counters); });
+  if (heard != Heard::InStep) counters.reset();
+  if (!counters && trouble_.empty()) trouble_ = PrinterLine::trouble(heard);
+  return counters;
+}
+
+std::optional<int> ObjectSalePrinter::lastNumber() {
+  constexpr PrinterLine::Time shortPatience{2000};
+  std::optional<Counters> counters;
+  const Heard heard = line_.ask([&] { return askStatus(counters); }, shortPatience);
+  return heard == Heard::InStep && counters ? std::optional(counters->lastNumber) : std::nullopt;
+}
+
+Heard ObjectSalePrinter::askCounters(std::optional<Counters>& counters) {
+  Heard heard = askStatus(counters);
+  if (counters && counters->document == 0) heard = askDayNet(counters->dayNet);
+  return heard;
+}
+
+Heard ObjectSalePrinter::askStatus(std::optional<Counters>& counters) {
+  counters.reset();
+  try {
+    const auto status = printer_.GetStatusHASAR();
+    const Heard heard = heardOfStatus(printer_);
+    if (heard != Heard::InStep) return heard;
+    if (!status) {
+      trouble_ = refusal(static_cast<std::int16_t>(printer_.nEnvironmentError));
+      return heard;
+    }
+    counters = {
+        status->statusDocumento, isCreditNote_ ? status->numeroUltimaNC : status->numeroUltimaFactura, {}};
+    return heard;
+  } catch (const AutomationError& error) {  // too few fields in the answer, or a trace
+    trouble_ = error.what();
+    return error.number() == 9 ? Heard::InStep : Heard::OutOfStep;
+  }
+}
+
+/// The figures of an X closing that is not printed. A printer that refuses them is in step.
+Heard ObjectSalePrinter::askDayNet(std::optional<Cents>& net) {
+  const Reply reply = run([](CZentaro& z) { return z.RealizarCierre(CIERRE_X, false); });
+  if (reply.fate == Fate::Lost)
+    return printer_.nEnvironmentError == ENVERR_COMM ? Heard::Nothing : Heard::OutOfStep;
+  if (reply.fate == Fate::Refused) return Heard::InStep;
+  if (const auto figures = printer_.GetResultadoCierre()) net = netOf(*figures, isCreditNote_);
+  return Heard::InStep;
+}
+
+// Only an answer with exactly these three values is known to hold them.
+void ObjectSalePrinter::takeReceipt() {
+  constexpr int fields = 7;  // command code, two status words, number, total, change, checksum
+  const Variant answer = printer_.getResponse(0);
+  const bool isClose = printer_.nLastCommand == static_cast<std::int16_t>(Command::CloseDocument);
+  if (!isClose || !answer.is(Variant::Kind::Array) || answer.array().upperBound() + 1 != fields) return;
+  const auto value = [&](int index) { return readDecimal(utf8(toText(answer.array().at(index))), 0); };
+  const DecimalReading number = value(3), total = value(4), change = value(5);
+  const bool isRead = number.problem.empty() && total.problem.empty() && change.problem.empty();
+  if (isRead) receipt_ = {static_cast<int>(number.value), total.value, change.value};
 }
 
 }  // namespace zentaro::tools

@@ -1,9 +1,11 @@
 // What a sale needs of a printer, and the printer object as such a printer.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "common/printer_line.h"
 #include "sale/sale_machine.h"
 #include "sale/steps.h"
 
@@ -11,7 +13,15 @@ namespace zentaro::tools {
 
 struct Reply {
   Fate fate = Fate::Done;
-  std::string text;  // why, unless it is done: the printer's own error text, or the library's
+  std::string text =
+      {};  // why, unless it is done: the printer's own error text, or what came instead of an answer
+};
+
+/// What the printer said when it closed a document.
+struct Receipt {
+  int number = 0;
+  Cents total = 0;  // with the IGTF
+  Cents change = 0;
 };
 
 class SalePrinter {
@@ -21,29 +31,45 @@ class SalePrinter {
   virtual Reply cancel() = 0;
   /// The definitive close of a partially closed document.
   virtual Reply finish() = 0;
-  /// Asks again when an answer is lost: a status request changes nothing.
+  /// Asks until it is in step with the printer: a status request changes nothing.
   virtual std::optional<Counters> counters() = 0;
   /// Why counters() gave nothing.
   virtual std::string trouble() const = 0;
+  /// The number of the last document, asked for behind a sale; nothing when it cannot be had at once.
+  virtual std::optional<int> lastNumber() = 0;
+  /// The figures of the last close; nothing when its answer was lost or holds other fields.
+  virtual std::optional<Receipt> receipt() const = 0;
 };
 
-/// The printer object must be open and outlive it. Its answers' checksums are verified from now on.
+/// The printer object must be open and outlive it, as must the line. Its answers' checksums are verified from
+/// now on.
 class ObjectSalePrinter : public SalePrinter {
  public:
-  ObjectSalePrinter(CZentaro& printer, bool isCreditNote);
+  ObjectSalePrinter(CZentaro& printer, PrinterLine& line, bool isCreditNote);
   Reply send(const Step& step) override;
   Reply cancel() override;
   Reply finish() override;
   std::optional<Counters> counters() override;
-  std::string trouble() const override;
+  std::string trouble() const override { return trouble_; }
+  std::optional<int> lastNumber() override;
+  std::optional<Receipt> receipt() const override { return receipt_; }
 
  private:
-  std::optional<Counters> askOnce();
-  std::optional<Cents> dayNet();
-  void reopen();
+  using Operation = std::function<std::int16_t(CZentaro&)>;
+
+  Reply run(const Operation& operation);
+  Reply replyOf(std::int16_t outcome);
+  std::string refusal(std::int16_t outcome) const;
+  Heard askCounters(std::optional<Counters>& counters);
+  Heard askStatus(std::optional<Counters>& counters);
+  Heard askDayNet(std::optional<Cents>& net);
+  void takeReceipt();
 
   CZentaro& printer_;
+  PrinterLine& line_;
   bool isCreditNote_;
+  std::string trouble_;
+  std::optional<Receipt> receipt_;
 };
 
 }  // namespace zentaro::tools

@@ -5,15 +5,34 @@
 
 #include "common/guarded.h"
 #include "common/report.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
+namespace {
+
+int run(const ReportOptions& options) {
+  Connection connection(options.port);
+  connection.printer().verifyCheckSum = true;
+  connection.line().startAnywhere();
+  std::vector<Object> records;
+  for (const std::string_view member : {"GetStatusN", "GetStatusHASAR"}) {
+    records.push_back(askStatusRecord(connection, member));
+    if (records.back().isNothing()) return exitRefused;
+  }
+  showRecords(records, options, connection);
+  return exitDone;
+}
+
+}  // namespace
+
 void addStatusCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<ReportOptions>();
-  CLI::App* command = addReport(app, *options, "status", "Show the printer's status, counters and clock");
-  command->callback([options, &status] {
-    status = guarded([&] { return showRecords(*options, {{"GetStatusN", {}}, {"GetStatusHASAR", {}}}); });
-  });
+  CLI::App* command =
+      addReport(app, *options, "status",
+                std::string(terminal::say("Muestra estado, contadores y reloj de la impresora",
+                                          "Show the printer's status, counters and clock")));
+  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }
 
 }  // namespace zentaro::tools

@@ -1,0 +1,28 @@
+// How a sale ended, in words for the cashier and as a record for programs.
+#pragma once
+
+#include <string>
+
+#include "common/json.h"
+#include "sale/print_sale.h"
+#include "sale/totals.h"
+
+namespace zentaro::tools {
+
+/// The printer that a sale was sent to.
+struct SalePlace {
+  std::string portWords;  // the options by which another command uses it: "--device /dev/ttyUSB0"
+  bool isVirtual = false;
+};
+
+int exitStatus(Verdict verdict);
+
+/// What happened, what the cashier does next, the number and the amounts of a printed document, and the cause
+/// of one that was not. Several lines, without a line end behind the last.
+std::string verdictText(const SaleEnd& end, const Totals& totals, const SalePlace& place);
+
+/// {"verdict", "number", "total", "igtf", "change", "cause", "next", "virtual"}. "verdict" is in no language;
+/// amounts are texts; what is not known is null.
+Json verdictJson(const SaleEnd& end, const Totals& totals, const SalePlace& place);
+
+}  // namespace zentaro::tools
