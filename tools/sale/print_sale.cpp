@@ -16,12 +16,14 @@ namespace {
 
 class Carrier {
  public:
-  Carrier(const std::vector<Step>& steps, Cents net, SalePrinter& printer, std::ostream& progress)
-      : steps_(steps), printer_(printer), progress_(progress), machine_(steps.size(), net) {}
+  Carrier(const std::vector<Step>& steps, SaleMachine machine, SalePrinter& printer, std::ostream& progress,
+          SaleWitness* witness)
+      : steps_(steps), printer_(printer), progress_(progress), witness_(witness), machine_(machine) {}
 
   SaleEnd carry(const std::function<bool()>& isInterrupted) {
-    for (Action action = machine_.next(); action != Action::Stop; action = machine_.next()) {
-      if (isInterrupted()) interrupt();
+    while (machine_.next() != Action::Stop) {
+      if (isInterrupted()) stop(std::string(say("interrumpido por una señal", "interrupted by a signal")));
+      announce(machine_.next());
       take(machine_.next());
     }
     end_.verdict = machine_.verdict();
@@ -31,9 +33,21 @@ class Carrier {
   }
 
  private:
-  void interrupt() {
-    keepReason(std::string(say("interrumpido por una señal", "interrupted by a signal")));
+  void stop(std::string reason) {
+    keepReason(std::move(reason));
     machine_.interrupt();
+  }
+
+  // Tells the witness what is about to be sent; it may object to the opening.
+  void announce(Action action) {
+    if (witness_ == nullptr) return;
+    if (action == Action::Cancel) witness_->turned("cancel");
+    if (action == Action::Finish) witness_->turned("finish");
+    if (action != Action::SendStep) return;
+    if (steps_[machine_.step()].kind == Step::Kind::Close) witness_->turned("close");
+    if (steps_[machine_.step()].kind != Step::Kind::Open) return;
+    if (std::string objection = witness_->opening(machine_.before()); !objection.empty())
+      stop(std::move(objection));
   }
 
   void take(Action action) {
@@ -69,6 +83,8 @@ class Carrier {
     const std::string number = std::to_string(machine_.step() + 1) + "/" + std::to_string(steps_.size());
     progress_ << std::setw(7) << number << "  ";
     send(step.label, [&] { return printer_.send(step); });
+    if (step.kind == Step::Kind::Open && machine_.next() == Action::SendStep && witness_ != nullptr)
+      witness_->opened(printer_.openedNumber());
   }
 
   /// The label stands there before the wait.
@@ -96,6 +112,7 @@ class Carrier {
   const std::vector<Step>& steps_;
   SalePrinter& printer_;
   std::ostream& progress_;
+  SaleWitness* witness_;
   SaleMachine machine_;
   SaleEnd end_;
 };
@@ -103,8 +120,15 @@ class Carrier {
 }  // namespace
 
 SaleEnd printSale(const std::vector<Step>& steps, Cents net, SalePrinter& printer, std::ostream& progress,
-                  const std::function<bool()>& isInterrupted) {
-  return Carrier(steps, net, printer, progress).carry(isInterrupted);
+                  const std::function<bool()>& isInterrupted, SaleWitness* witness) {
+  return Carrier(steps, SaleMachine(steps.size(), net), printer, progress, witness).carry(isInterrupted);
+}
+
+SaleEnd endSale(const Counters& before, Cents net, SalePrinter& printer, std::ostream& progress,
+                SaleWitness* witness) {
+  const std::vector<Step> none;
+  const auto never = [] { return false; };
+  return Carrier(none, SaleMachine::resumed(before, net), printer, progress, witness).carry(never);
 }
 
 }  // namespace zentaro::tools

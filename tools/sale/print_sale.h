@@ -19,9 +19,25 @@ struct SaleEnd {
   std::optional<Receipt> receipt = {};
 };
 
+/// Is told how far a sale is, before the printer is sent what comes next.
+class SaleWitness {
+ public:
+  virtual ~SaleWitness() = default;
+  /// No document is open, and the next command opens it. A text is a reason not to.
+  virtual std::string opening(const Counters& before) = 0;
+  /// The document is open; its number when the printer gave it.
+  virtual void opened(const std::optional<int>& number) = 0;
+  /// What comes next: "close", "cancel", "finish".
+  virtual void turned(std::string_view turn) = 0;
+};
+
 /// `isInterrupted` is asked between two steps; when it says so no further step is sent, and the document is
 /// cancelled or, when it is partially closed, finished.
 SaleEnd printSale(const std::vector<Step>& steps, Cents net, SalePrinter& printer, std::ostream& progress,
-                  const std::function<bool()>& isInterrupted);
+                  const std::function<bool()>& isInterrupted, SaleWitness* witness = nullptr);
+
+/// Cancels, or finishes, the document that a sale left open which was cut short after `before`, and judges it.
+SaleEnd endSale(const Counters& before, Cents net, SalePrinter& printer, std::ostream& progress,
+                SaleWitness* witness);
 
 }  // namespace zentaro::tools

@@ -12,6 +12,13 @@ Verdict judgedByCounters(const Counters& before, const Counters& now, Cents net)
   return (numbersUsed == 0 || numbersUsed == 1) && counted == 0 ? Verdict::NotPrinted : Verdict::Unknown;
 }
 
+SaleMachine SaleMachine::resumed(const Counters& before, Cents net) {
+  SaleMachine machine(0, net);
+  machine.before_ = before;
+  machine.state_ = State::Judging;
+  return machine;
+}
+
 Action SaleMachine::next() const {
   switch (state_) {
     case State::Starting:

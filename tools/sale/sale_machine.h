@@ -56,6 +56,9 @@ class SaleMachine {
   /// `net` is what the document adds to the day's amounts.
   SaleMachine(std::size_t steps, Cents net) : steps_(steps), net_(net) {}
 
+  /// That of a sale which was cut short after `before`, when its document may be open: it is only judged.
+  static SaleMachine resumed(const Counters& before, Cents net);
+
   Action next() const;
   /// The step that SendStep means.
   std::size_t step() const { return step_; }

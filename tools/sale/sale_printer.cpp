@@ -41,10 +41,12 @@ Reply ObjectSalePrinter::send(const Step& step) {
 }
 
 Reply ObjectSalePrinter::cancel() {
+  line_.persist();
   return run([](CZentaro& z) { return z.CancelarComprobante(); });
 }
 
 Reply ObjectSalePrinter::finish() {
+  line_.persist();
   const Reply reply = run([](CZentaro& z) { return z.CerrarComprobante(u"E"); });
   if (reply.fate == Fate::Done) takeReceipt();
   return reply;
@@ -140,6 +142,15 @@ Heard ObjectSalePrinter::askDayNet(std::optional<Cents>& net) {
   if (reply.fate == Fate::Refused) return Heard::InStep;
   if (const auto figures = printer_.GetResultadoCierre()) net = netOf(*figures, isCreditNote_);
   return Heard::InStep;
+}
+
+// Only an answer with exactly this value is known to hold it.
+std::optional<int> ObjectSalePrinter::openedNumber() const {
+  constexpr int fields = 5;  // command code, two status words, number, checksum
+  const Variant answer = printer_.getResponse(0);
+  if (!answer.is(Variant::Kind::Array) || answer.array().upperBound() + 1 != fields) return std::nullopt;
+  const DecimalReading number = readDecimal(utf8(toText(answer.array().at(3))), 0);
+  return number.problem.empty() ? std::optional(static_cast<int>(number.value)) : std::nullopt;
 }
 
 // Only an answer with exactly these three values is known to hold them.

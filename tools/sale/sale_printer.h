@@ -37,6 +37,8 @@ class SalePrinter {
   virtual std::string trouble() const = 0;
   /// The number of the last document, asked for behind a sale; nothing when it cannot be had at once.
   virtual std::optional<int> lastNumber() = 0;
+  /// What the answer to the opening gives as the document's number; nothing when it holds none.
+  virtual std::optional<int> openedNumber() const = 0;
   /// The figures of the last close; nothing when its answer was lost or holds other fields.
   virtual std::optional<Receipt> receipt() const = 0;
 };
@@ -52,6 +54,7 @@ class ObjectSalePrinter : public SalePrinter {
   std::optional<Counters> counters() override;
   std::string trouble() const override { return trouble_; }
   std::optional<int> lastNumber() override;
+  std::optional<int> openedNumber() const override;
   std::optional<Receipt> receipt() const override { return receipt_; }
 
  private:

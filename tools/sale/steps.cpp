@@ -1,7 +1,11 @@
 // From a sale to the operations of the printer object.
 #include "sale/steps.h"
 
+#include "terminal/language.h"
+
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -13,12 +17,15 @@ Variant thousandths(Thousandths quantity) { return Currency::fromScaled(quantity
 std::string field(const CZentaro& printer, int index) { return utf8(toText(printer.response(index))); }
 
 Step openInvoice(const Sale& sale) {
-  return {"open invoice",
+  return {Step::Kind::Open, std::string(say("abrir factura", "open invoice")),
           [&sale](CZentaro& z) { return z.IniciarFactura(sale.customerName, sale.customerRif); }};
 }
 
 Step openCreditNote(const Sale& sale) {
-  return {"open credit note for invoice " + sale.invoice.number, [&sale](CZentaro& z) {
+  return {Step::Kind::Open,
+          say("abrir nota de crédito para la factura {}", "open credit note for invoice {}",
+              {sale.invoice.number}),
+          [&sale](CZentaro& z) {
             const Reference& invoice = sale.invoice;
             // Date and time together, because a time of midnight alone counts as none.
             const std::string moment = invoice.time.empty() ? "" : invoice.date + " " + invoice.time;
@@ -29,9 +36,10 @@ Step openCreditNote(const Sale& sale) {
 }
 
 Step itemStep(const Item& item, bool isCreditNote) {
-  const std::string label = "item " + item.description + ", " + shortDecimalText(item.quantity, 3) + " x " +
-                            centsText(item.price) + ", tax " + shortDecimalText(item.tax, 2) + " %";
-  return {label, [&item, isCreditNote](CZentaro& z) {
+  const std::string label = say("renglón {}, {} x {}, impuesto {} %", "item {}, {} x {}, tax {} %",
+                                {item.description, shortDecimalText(item.quantity, 3), centsText(item.price),
+                                 shortDecimalText(item.tax, 2)});
+  return {Step::Kind::Middle, label, [&item, isCreditNote](CZentaro& z) {
             // Constants, so that the folding of a fractional quantity is not written back.
             const Variant price = money(item.price), quantity = thousandths(item.quantity),
                           tax = money(item.tax);
@@ -41,7 +49,8 @@ Step itemStep(const Item& item, bool isCreditNote) {
 }
 
 Step textStep(const std::string& text) {
-  return {"text " + text, [&text](CZentaro& z) { return z.PasarLineaExtra(text); }};
+  return {Step::Kind::Middle, say("texto {}", "text {}", {text}),
+          [&text](CZentaro& z) { return z.PasarLineaExtra(text); }};
 }
 
 Step lineStep(const Line& line, bool isCreditNote) {
@@ -50,7 +59,8 @@ Step lineStep(const Line& line, bool isCreditNote) {
 }
 
 Step discountStep(const Discount& discount) {
-  return {"discount " + centsText(discount.amount), [&discount](CZentaro& z) {
+  return {Step::Kind::Middle, say("descuento {}", "discount {}", {centsText(discount.amount)}),
+          [&discount](CZentaro& z) {
             return discount.description.empty()
                        ? z.RegistrarDescuento(money(discount.amount))
                        : z.RegistrarDescuentoExt(money(discount.amount), discount.description);
@@ -61,27 +71,30 @@ std::string compareSubtotal(const CZentaro& printer, const Totals& totals) {
   const std::string printed = field(printer, 3);
   if (printed == std::to_string(totals.total())) return {};
   const DecimalReading cents = readDecimal(printed, 0);
-  return "the printer's total is " +
-         (cents.problem.empty() ? centsText(cents.value) : "\"" + printed + "\"") + ", the file's is " +
-         centsText(totals.total());
+  return say(
+      "el total de la impresora es {}, el del archivo {}", "the printer's total is {}, the file's is {}",
+      {cents.problem.empty() ? centsText(cents.value) : "\"" + printed + "\"", centsText(totals.total())});
 }
 
 Step subtotalStep(const Totals& totals) {
-  return {"subtotal " + centsText(totals.total()) + " (tax " + centsText(totals.tax) + ")",
+  return {Step::Kind::Middle,
+          say("subtotal {} (impuesto {})", "subtotal {} (tax {})",
+              {centsText(totals.total()), centsText(totals.tax)}),
           [](CZentaro& z) { return z.Subtotal(); },
           [totals](const CZentaro& z) { return compareSubtotal(z, totals); }};
 }
 
 Step paymentStep(const Payment& payment) {
-  const std::string label = "payment " + centsText(payment.amount);
+  const std::string label = say("pago {}", "payment {}", {centsText(payment.amount)});
   if (payment.medium.empty())
-    return {label, [&payment](CZentaro& z) { return z.RecibirPago(money(payment.amount)); }};
-  return {label + " by " + payment.medium,
+    return {Step::Kind::Middle, label,
+            [&payment](CZentaro& z) { return z.RecibirPago(money(payment.amount)); }};
+  return {Step::Kind::Middle, label + say(" con {}", " by {}", {payment.medium}),
           [&payment](CZentaro& z) { return z.PagoConMedio(payment.medium, money(payment.amount)); }};
 }
 
-Step closeStep(const std::string& label, const std::string& type, Cents igtfBase) {
-  return {label, [type, igtfBase](CZentaro& z) {
+Step closeStep(std::string_view label, const std::string& type, Cents igtfBase) {
+  return {Step::Kind::Close, std::string(label), [type, igtfBase](CZentaro& z) {
             if (igtfBase == 0) return z.CerrarComprobante(type);
             return toInt16(z.CerrarComprobanteIGTF(Variant(type), money(igtfBase)));
           }};
@@ -96,12 +109,12 @@ std::vector<Step> stepsOf(const Sale& sale, const Totals& totals) {
   steps.push_back(subtotalStep(totals));
   for (const Payment& payment : sale.payments) steps.push_back(paymentStep(payment));
   if (sale.extraLines.empty()) {
-    steps.push_back(closeStep("close", "T", sale.igtf.base));
+    steps.push_back(closeStep(say("cerrar", "close"), "T", sale.igtf.base));
     return steps;
   }
-  steps.push_back(closeStep("partial close", "A", sale.igtf.base));
+  steps.push_back(closeStep(say("cierre parcial", "partial close"), "A", sale.igtf.base));
   for (const std::string& text : sale.extraLines) steps.push_back(textStep(text));
-  steps.push_back(closeStep("close", "E", 0));
+  steps.push_back(closeStep(say("cerrar", "close"), "E", 0));
   return steps;
 }
 

@@ -12,6 +12,8 @@
 namespace zentaro::tools {
 
 struct Step {
+  enum class Kind { Open, Middle, Close };
+  Kind kind;
   std::string label;                            // for the line of progress
   std::function<std::int16_t(CZentaro&)> send;  // gives the outcome
   /// Looks at the answer of a step that succeeded; what it gives is a reason to go no further.

@@ -112,11 +112,6 @@ std::string nextText(const SaleEnd& end, const SalePlace& place) {
   return say(row.next.spanish, row.next.english, {command});
 }
 
-std::string numberText(int number) {
-  const std::string digits = std::to_string(number);
-  return std::string(8 - std::min<std::size_t>(8, digits.size()), '0') + digits;
-}
-
 Cents totalOf(const SaleEnd& end, const Totals& totals) {
   return end.receipt ? end.receipt->total : totals.due();
 }
@@ -141,6 +136,12 @@ std::string amountsText(const SaleEnd& end, const Totals& totals) {
 }  // namespace
 
 int exitStatus(Verdict verdict) { return rowOf(verdict).exitStatus; }
+
+std::string numberText(const std::optional<int>& number) {
+  if (!number) return std::string(say("desconocido (mire el papel)", "unknown (see the paper)"));
+  const std::string digits = std::to_string(*number);
+  return std::string(8 - std::min<std::size_t>(8, digits.size()), '0') + digits;
+}
 
 std::string verdictText(const SaleEnd& end, const Totals& totals, const SalePlace& place) {
   std::string text = stateText(end);

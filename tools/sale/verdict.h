@@ -17,6 +17,9 @@ struct SalePlace {
 
 int exitStatus(Verdict verdict);
 
+/// "00000005", or that it is not known.
+std::string numberText(const std::optional<int>& number);
+
 /// What happened, what the cashier does next, the number and the amounts of a printed document, and the cause
 /// of one that was not. Several lines, without a line end behind the last.
 std::string verdictText(const SaleEnd& end, const Totals& totals, const SalePlace& place);

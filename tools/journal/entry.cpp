@@ -1,0 +1,77 @@
+// Entries as lines of JSON.
+#include "journal/entry.h"
+
+#include <array>
+
+namespace zentaro::tools {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> factNames{"printed", "not-printed", "unknown"};
+
+template <class T>
+Json orNull(const std::optional<T>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
+
+template <class T>
+std::optional<T> optionalAt(const Json& json, const char* name) {
+  return json.at(name).is_null() ? std::nullopt : std::optional(json.at(name).get<T>());
+}
+
+std::optional<Fact> factAt(const Json& json) {
+  const auto name = optionalAt<std::string>(json, "fact");
+  if (!name) return std::nullopt;
+  for (std::size_t i = 0; i < factNames.size(); ++i)
+    if (*name == factNames[i]) return static_cast<Fact>(i);
+  return Fact::Unknown;
+}
+
+}  // namespace
+
+Json toJson(const Entry& entry) {
+  const Json fact = entry.fact ? Json(factNames[static_cast<std::size_t>(*entry.fact)]) : Json(nullptr);
+  return {{"name", entry.name},
+          {"at", entry.at},
+          {"id", entry.key},
+          {"content", entry.digest},
+          {"device", entry.device},
+          {"machine", entry.machine},
+          {"creditNote", entry.isCreditNote},
+          {"net", entry.net},
+          {"total", entry.total},
+          {"numberBefore", entry.before.lastNumber},
+          {"dayBefore", orNull(entry.before.dayNet)},
+          {"lastZ", orNull(entry.lastZ)},
+          {"turn", entry.turn},
+          {"number", orNull(entry.number)},
+          {"fact", fact},
+          {"told", entry.isTold}};
+}
+
+std::optional<Entry> entryFrom(const std::string& line) {
+  try {
+    const Json json = Json::parse(line);
+    Entry entry;
+    entry.name = json.at("name").get<std::string>();
+    entry.at = json.at("at").get<std::int64_t>();
+    entry.key = json.at("id").get<std::string>();
+    entry.digest = json.at("content").get<std::string>();
+    entry.device = json.at("device").get<std::string>();
+    entry.machine = json.at("machine").get<std::string>();
+    entry.isCreditNote = json.at("creditNote").get<bool>();
+    entry.net = json.at("net").get<Cents>();
+    entry.total = json.at("total").get<Cents>();
+    entry.before = {0, json.at("numberBefore").get<int>(), optionalAt<Cents>(json, "dayBefore")};
+    entry.lastZ = optionalAt<int>(json, "lastZ");
+    entry.turn = json.at("turn").get<std::string>();
+    entry.number = optionalAt<int>(json, "number");
+    entry.fact = factAt(json);
+    entry.isTold = json.at("told").get<bool>();
+    return entry;
+  } catch (const Json::exception&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace zentaro::tools
