@@ -28,6 +28,7 @@ class Shell : public ::testing::Test {
     static const std::string path = std::string(ZENTARO_PROGRAMS) + ":" + std::getenv("PATH");
     ::setenv("PATH", path.c_str(), 1);
     ::setenv("ZENTARO_LANG", "en", 1);
+    ::setenv("XDG_STATE_HOME", file("state").c_str(), 1);
     ::setenv("ZENTARO_SETTINGS", file("settings.ini").c_str(), 1);
   }
 

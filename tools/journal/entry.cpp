@@ -33,6 +33,7 @@ Json toJson(const Entry& entry) {
   const Json fact = entry.fact ? Json(factNames[static_cast<std::size_t>(*entry.fact)]) : Json(nullptr);
   return {{"name", entry.name},
           {"at", entry.at},
+          {"process", entry.process},
           {"id", entry.key},
           {"content", entry.digest},
           {"device", entry.device},
@@ -55,6 +56,7 @@ std::optional<Entry> entryFrom(const std::string& line) {
     Entry entry;
     entry.name = json.at("name").get<std::string>();
     entry.at = json.at("at").get<std::int64_t>();
+    entry.process = json.at("process").get<std::string>();
     entry.key = json.at("id").get<std::string>();
     entry.digest = json.at("content").get<std::string>();
     entry.device = json.at("device").get<std::string>();

@@ -13,12 +13,14 @@ namespace zentaro::tools {
 enum class Fact { Printed, NotPrinted, Unknown };
 
 struct Entry {
-  std::string name;     // of this entry alone
-  std::int64_t at = 0;  // when it began, seconds since 1970
-  std::string key;      // what --id said; empty for none
-  std::string digest;   // of the content
-  std::string device;   // for people
-  std::string machine;  // the serial number; the device when the printer does not give it
+  std::string name;         // of this entry alone
+  std::int64_t at = 0;      // when it began, seconds since 1970
+  std::string process;      // that prints it
+  bool isUnderWay = false;  // its process is alive, and not this one; not kept
+  std::string key;          // what --id said; empty for none
+  std::string digest;       // of the content
+  std::string device;       // for people
+  std::string machine;      // the serial number; the device when the printer does not give it
   bool isCreditNote = false;
   Cents net = 0, total = 0;
   Counters before;            // what the printer said before the document was opened
@@ -30,7 +32,9 @@ struct Entry {
 };
 
 /// Whether it still has to be judged by the counters of its machine.
-inline bool isOpenQuestion(const Entry& entry) { return !entry.fact || entry.fact == Fact::Unknown; }
+inline bool isOpenQuestion(const Entry& entry) {
+  return !entry.isUnderWay && (!entry.fact || entry.fact == Fact::Unknown);
+}
 
 Json toJson(const Entry& entry);
 /// Nothing for a line that is no entry, such as one that was cut short by a crash.

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <system_error>
 
 namespace zentaro::tools {
@@ -71,6 +72,11 @@ std::vector<Entry> readEntries(const std::string& path) {
   return entries;
 }
 
+bool isUnderWay(const Entry& entry) {
+  const int id = std::atoi(entry.process.c_str());
+  return !entry.fact && id != ::getpid() && !entry.process.empty() && processName(id) == entry.process;
+}
+
 bool isOld(const Entry& entry) { return entry.at < secondsNow() - keptSeconds; }
 
 }  // namespace
@@ -80,6 +86,19 @@ std::string stateFolder() {
   if (state != nullptr && *state == '/') return std::string(state) + "/zentaro";
   const char* home = std::getenv("HOME");
   return (home == nullptr ? std::string() : std::string(home)) + "/.local/state/zentaro";
+}
+
+// "123:4567": a number is given again, but not with the same moment of its start.
+std::string processName(int id) {
+  std::ifstream file("/proc/" + std::to_string(id) + "/stat");
+  std::string line;
+  std::getline(file, line);
+  std::istringstream fields(
+      line.substr(std::min(line.size(), line.rfind(')') + 1)));  // the name may hold blanks
+  std::string field;
+  constexpr int startTime = 20;  // behind the name
+  for (int i = 0; i < startTime; ++i) fields >> field;
+  return fields ? std::to_string(id) + ":" + field : std::string();
 }
 
 Journal::Journal(const std::string& folder) : folder_(folder) {
@@ -100,6 +119,7 @@ Journal::~Journal() {
 std::vector<Entry> Journal::entries() const {
   std::vector<Entry> entries = readEntries(journalPath(folder_));
   std::erase_if(entries, isOld);
+  for (Entry& entry : entries) entry.isUnderWay = isUnderWay(entry);
   return entries;
 }
 

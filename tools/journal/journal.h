@@ -12,6 +12,9 @@ namespace zentaro::tools {
 /// $XDG_STATE_HOME/zentaro, else ~/.local/state/zentaro.
 std::string stateFolder();
 
+/// Names a process so that no later one has the same name; empty for one that is not alive.
+std::string processName(int id);
+
 class Journal {
  public:
   /// Makes the folder, open to this user alone. Raises std::system_error when the journal cannot be opened for

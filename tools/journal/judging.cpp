@@ -30,7 +30,7 @@ Finding mayPrint(const std::vector<Entry>& entries, const Wish& wish) {
   if (found.answer != Answer::Print) return found;
   if (!wish.key.empty()) {
     const Entry* entry = findKey(entries, wish.key);
-    const bool isUnknown = entry != nullptr && isOpenQuestion(*entry);
+    const bool isUnknown = entry != nullptr && entry->fact != Fact::NotPrinted;
     return isUnknown ? Finding{Answer::StillUnknown, entry} : Finding{};
   }
   if (wish.again) return {};

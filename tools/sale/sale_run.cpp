@@ -154,6 +154,7 @@ class SaleRun {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     entry_.at = std::chrono::duration_cast<std::chrono::seconds>(now).count();
     entry_.name = std::to_string(now.count()) + "-" + std::to_string(::getpid());
+    entry_.process = processName(::getpid());
     entry_.key = wish_.key;
     entry_.digest = wish_.digest;
     entry_.device = device();
