@@ -4,7 +4,11 @@
 #include <algorithm>
 #include <charconv>
 
+#include "terminal/language.h"
+
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -19,13 +23,17 @@ std::string_view withoutZerosBehind(std::string_view text) {
   return last == std::string_view::npos ? std::string_view{} : text.substr(0, last + 1);
 }
 
-std::string formProblem(std::string_view text) {
-  if (text.empty()) return "is empty; write a number such as 12.50";
-  if (text.front() == '-') return "must not be negative";
+std::string_view formProblem(std::string_view text) {
+  if (text.empty())
+    return say("está vacío; escriba un número como 12.50", "is empty; write a number such as 12.50");
+  if (text.front() == '-') return say("no puede ser negativo", "must not be negative");
   if (text.find(',') != std::string_view::npos)
-    return "has a comma; write the decimals behind a point: 12.50";
-  if (text.find_first_of("eE") != std::string_view::npos) return "has an exponent; write all digits";
-  return "is no number; write digits and at most one point, such as 12.50";
+    return say("tiene una coma; escriba los decimales tras un punto: 12.50",
+               "has a comma; write the decimals behind a point: 12.50");
+  if (text.find_first_of("eE") != std::string_view::npos)
+    return say("tiene un exponente; escriba todas las cifras", "has an exponent; write all digits");
+  return say("no es un número; escriba cifras y un punto a lo sumo, como 12.50",
+             "is no number; write digits and at most one point, such as 12.50");
 }
 
 }  // namespace
@@ -37,15 +45,16 @@ DecimalReading readDecimal(std::string_view text, int decimals) {
       point == std::string_view::npos ? std::string_view{} : text.substr(point + 1);
   const bool endsWithPoint = point != std::string_view::npos && behind.empty();
   if (whole.empty() || endsWithPoint || !areDigits(whole) || !areDigits(behind))
-    return {0, formProblem(text)};
+    return {0, std::string(formProblem(text))};
 
   const std::string_view fraction = withoutZerosBehind(behind);
   const auto places = static_cast<std::size_t>(decimals);
   if (fraction.size() > places)
-    return {0, "has more than " + std::to_string(decimals) + " decimals; round it in your program"};
+    return {0, say("tiene más de {} decimales; redondéelo en su programa",
+                   "has more than {} decimals; round it in your program", {std::to_string(decimals)})};
   std::string digits = std::string(whole.substr(std::min(whole.find_first_not_of('0'), whole.size()))) +
                        std::string(fraction) + std::string(places - fraction.size(), '0');
-  if (digits.size() > mostDigits) return {0, "is too large"};
+  if (digits.size() > mostDigits) return {0, std::string(say("es demasiado grande", "is too large"))};
   DecimalReading reading;
   std::from_chars(digits.data(), digits.data() + digits.size(), reading.value);
   return reading;

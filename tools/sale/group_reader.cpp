@@ -37,26 +37,34 @@ std::string twoReadings(const Node& node, const NumberRule& rule) {
 
 bool isScalar(const Node& node) { return node.kind == Node::Kind::Number || node.kind == Node::Kind::Text; }
 
+std::string isKind(const Node& node, std::string_view spanish, std::string_view english) {
+  return say("es {}; escriba {}", "is {}; write {}", {kindName(node.kind), say(spanish, english)});
+}
+
 }  // namespace
 
-GroupReader::GroupReader(const Node& node, std::string path, Problems& problems)
-    : node_(node), path_(std::move(path)), problems_(problems) {
+GroupReader::GroupReader(const Node& node, std::string path, FileLanguage language, Problems& problems)
+    : node_(node), path_(std::move(path)), language_(language), problems_(problems) {
   if (node.kind != Node::Kind::Group)
-    problems_.push_back({path_, "is " + std::string(kindName(node.kind)) + "; write a group in braces here"});
+    problems_.push_back({path_, isKind(node, "un grupo entre llaves", "a group in braces")});
 }
 
 GroupReader::~GroupReader() {
-  for (const std::string& name : node_.names)
-    if (!asked_.contains(name)) report(name, "is not known here; known are " + joined(asked_));
+  for (const std::string& name : node_.names) {
+    if (asked_.contains(name)) continue;
+    problems_.push_back({pathOf(name), say("no se conoce aquí; se conocen {}",
+                                           "is not known here; known are {}", {joined(asked_)})});
+  }
 }
 
 bool GroupReader::has(std::string_view name) const {
-  return std::find(node_.names.begin(), node_.names.end(), name) != node_.names.end();
+  return std::ranges::find(node_.names, memberName(name, language_)) != node_.names.end();
 }
 
 const Node* GroupReader::find(std::string_view name) {
-  asked_.emplace(name);
-  const auto found = std::find(node_.names.begin(), node_.names.end(), name);
+  const std::string_view nameInFile = memberName(name, language_);
+  asked_.emplace(nameInFile);
+  const auto found = std::ranges::find(node_.names, nameInFile);
   if (found == node_.names.end()) return nullptr;
   return &node_.items[static_cast<std::size_t>(found - node_.names.begin())];
 }
@@ -65,29 +73,28 @@ std::string GroupReader::text(std::string_view name, const TextRule& rule) {
   const Node* node = find(name);
   if (node != nullptr) return readText(*node, path(name), rule, problems_);
   if (rule.presence == Presence::Required && node_.kind == Node::Kind::Group)
-    report(name, "is missing; write a text");
+    report(name, std::string(say("falta; escriba un texto", "is missing; write a text")));
   return {};
 }
 
 std::int64_t GroupReader::number(std::string_view name, const NumberRule& rule) {
   const Node* node = find(name);
   if (node == nullptr) {
-    if (node_.kind == Node::Kind::Group) report(name, "is missing; write a number");
+    if (node_.kind == Node::Kind::Group)
+      report(name, std::string(say("falta; escriba un número", "is missing; write a number")));
     return 0;
   }
   if (!isScalar(*node)) {
-    report(name, "is " + std::string(kindName(node->kind)) + "; write a number");
+    report(name, isKind(*node, "un número", "a number"));
     return 0;
   }
   const DecimalReading reading = readDecimal(node->text, rule.decimals);
-  if (const std::string readings = twoReadings(*node, rule); !readings.empty()) {
-    report(name, "\"" + node->text + "\" " + readings);
-  } else if (!reading.problem.empty()) {
-    report(name, "\"" + node->text + "\" " + reading.problem);
-  } else if (reading.value < rule.least || reading.value > rule.most) {
-    report(name, "\"" + node->text + "\" is outside " + shortDecimalText(rule.least, rule.decimals) + " to " +
-                     shortDecimalText(rule.most, rule.decimals));
-  }
+  std::string problem = twoReadings(*node, rule);
+  if (problem.empty()) problem = reading.problem;
+  if (problem.empty() && (reading.value < rule.least || reading.value > rule.most))
+    problem = say("está fuera de {} a {}", "is outside {} to {}",
+                  {shortDecimalText(rule.least, rule.decimals), shortDecimalText(rule.most, rule.decimals)});
+  if (!problem.empty()) report(name, "\"" + node->text + "\" " + problem);
   return reading.value;
 }
 
@@ -96,7 +103,7 @@ const std::vector<Node>& GroupReader::list(std::string_view name) {
   const Node* node = find(name);
   if (node == nullptr) return none;
   if (node->kind == Node::Kind::List) return node->items;
-  report(name, "is " + std::string(kindName(node->kind)) + "; write a list in brackets");
+  report(name, isKind(*node, "una lista entre corchetes", "a list in brackets"));
   return none;
 }
 
@@ -104,8 +111,10 @@ void GroupReader::report(std::string_view name, std::string text) {
   problems_.push_back({path(name), std::move(text)});
 }
 
-std::string GroupReader::path(std::string_view name) const {
-  return path_.empty() ? std::string(name) : path_ + "." + std::string(name);
+std::string GroupReader::path(std::string_view name) const { return pathOf(memberName(name, language_)); }
+
+std::string GroupReader::pathOf(std::string_view nameInFile) const {
+  return path_.empty() ? std::string(nameInFile) : path_ + "." + std::string(nameInFile);
 }
 
 std::string readText(const Node& node, const std::string& path, const TextRule& rule, Problems& problems) {
@@ -113,13 +122,15 @@ std::string readText(const Node& node, const std::string& path, const TextRule& 
     problems.push_back({path, std::move(text)});
     return std::string();
   };
-  if (!isScalar(node)) return problem("is " + std::string(kindName(node.kind)) + "; write a text");
+  if (!isScalar(node)) return problem(isKind(node, "un texto", "a text"));
   if (node.text.find_first_not_of(' ') == std::string::npos && rule.presence == Presence::Required)
-    return problem("is empty; write a text");
+    return problem(say("está vacío; escriba un texto", "is empty; write a text", {}));
   if (hasControlCharacter(node.text))
-    return problem("holds a control character such as a line end or a tab; remove it");
+    return problem(say("tiene un carácter de control, como un salto de línea o un tabulador; quítelo",
+                       "holds a control character such as a line end or a tab; remove it", {}));
   if (rule.longest != 0 && utf16(node.text).size() > rule.longest)
-    return problem("is longer than " + std::to_string(rule.longest) + " characters; shorten it");
+    return problem(say("tiene más de {} caracteres; acórtelo", "is longer than {} characters; shorten it",
+                       {std::to_string(rule.longest)}));
   return node.text;
 }
 

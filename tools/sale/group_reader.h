@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "sale/decimal.h"
+#include "sale/member_names.h"
 #include "sale/node.h"
 
 namespace zentaro::tools {
@@ -32,11 +33,12 @@ struct NumberRule {
 /// Reports members that nobody asked for at the end of its life. The node and the problems must outlive it.
 class GroupReader {
  public:
-  GroupReader(const Node& node, std::string path, Problems& problems);
+  GroupReader(const Node& node, std::string path, FileLanguage language, Problems& problems);
   ~GroupReader();
   GroupReader(const GroupReader&) = delete;
   GroupReader& operator=(const GroupReader&) = delete;
 
+  // Members are asked for by their English names, whatever the language of the file.
   bool has(std::string_view name) const;
   /// The member, or null when it is absent.
   const Node* find(std::string_view name);
@@ -51,8 +53,11 @@ class GroupReader {
   std::string path(std::string_view name) const;
 
  private:
+  std::string pathOf(std::string_view nameInFile) const;
+
   const Node& node_;
   std::string path_;
+  FileLanguage language_;
   Problems& problems_;
   std::set<std::string, std::less<>> asked_;
 };

@@ -2,10 +2,13 @@
 #include "sale/node.h"
 
 #include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
 
+#include "terminal/language.h"
+
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -27,7 +30,8 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
   bool key(std::string& name) override {
     std::vector<std::string>& names = open_.back().names;
     if (std::find(names.begin(), names.end(), name) != names.end())
-      return fail("the name \"" + name + "\" stands twice in one group; keep one of them");
+      return fail(say("el nombre \"{}\" está dos veces en un grupo; deje uno",
+                      "the name \"{}\" stands twice in one group; keep one of them", {name}));
     names.push_back(name);
     return true;
   }
@@ -55,7 +59,9 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
   }
 
   bool open(Node::Kind kind) {
-    if (open_.size() == deepest) return fail("groups and lists are nested too deeply");
+    if (open_.size() == deepest)
+      return fail(std::string(
+          say("grupos y listas están demasiado anidados", "groups and lists are nested too deeply")));
     open_.push_back({kind, {}, {}, {}});
     return true;
   }
@@ -85,9 +91,15 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
 }  // namespace
 
 std::string_view kindName(Node::Kind kind) {
-  constexpr std::array<std::string_view, 6> names{"null",   "true or false", "a number",
-                                                  "a text", "a list",        "a group"};
-  return names[static_cast<std::size_t>(kind)];
+  switch (kind) {
+    case Node::Kind::Null: return "null";
+    case Node::Kind::Boolean: return say("true o false", "true or false");
+    case Node::Kind::Number: return say("un número", "a number");
+    case Node::Kind::Text: return say("un texto", "a text");
+    case Node::Kind::List: return say("una lista", "a list");
+    case Node::Kind::Group: return say("un grupo", "a group");
+  }
+  return {};
 }
 
 ParsedNode parseNode(std::string_view json) {

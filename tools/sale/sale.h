@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "sale/decimal.h"
+#include "sale/member_names.h"
 
 namespace zentaro::tools {
 
@@ -38,6 +39,7 @@ struct Igtf {
 };
 
 struct Sale {
+  FileLanguage language = FileLanguage::English;  // in which its file names the members
   bool isCreditNote = false;
   std::string customerName, customerRif;
   Reference invoice;

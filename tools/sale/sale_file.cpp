@@ -6,8 +6,11 @@
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -39,7 +42,10 @@ bool isDate(const std::string& text) {
 
 class SaleReader {
  public:
-  explicit SaleReader(const Node& root) : document_(std::in_place, root, "", reading_.problems) {}
+  explicit SaleReader(const Node& root) {
+    sale_.language = languageOf(root);
+    document_.emplace(root, "", sale_.language, reading_.problems);
+  }
 
   SaleReading read() && {
     readKind();
@@ -57,15 +63,19 @@ class SaleReader {
  private:
   void readKind() {
     const std::string kind = document_->text("document", freeText);
-    sale_.isCreditNote = kind == "credit note";
-    if (!kind.empty() && !sale_.isCreditNote && kind != "invoice")
-      document_->report("document", "is \"" + kind + "\"; write \"invoice\" or \"credit note\"");
+    const bool isSpanish = sale_.language == FileLanguage::Spanish;
+    sale_.isCreditNote =
+        isSpanish ? kind == "nota de credito" || kind == "nota de crédito" : kind == "credit note";
+    if (kind.empty() || sale_.isCreditNote || kind == (isSpanish ? "factura" : "invoice")) return;
+    const std::string_view known =
+        isSpanish ? R"("factura" / "nota de credito")" : R"("invoice" / "credit note")";
+    document_->report("document", say("es \"{}\"; escriba {}", "is \"{}\"; write {}", {kind, known}));
   }
 
   void readCustomer() {
     const Node* node = document_->find("customer");
     if (node == nullptr) return;
-    GroupReader customer(*node, "customer", reading_.problems);
+    GroupReader customer = group(*node, document_->path("customer"));
     sale_.customerName = customer.text("name", nameRule);
     sale_.customerRif = customer.text("rif", rifRule);
   }
@@ -73,11 +83,14 @@ class SaleReader {
   void readInvoice() {
     const Node* node = document_->find("invoice");
     if (sale_.isCreditNote && node == nullptr)
-      document_->report("invoice", "is missing; name the invoice that the credit note takes back");
+      document_->report("invoice", say("falta; nombre la factura que la nota de crédito devuelve",
+                                       "is missing; name the invoice that the credit note takes back", {}));
     if (!sale_.isCreditNote && node != nullptr)
-      document_->report("invoice", "belongs to a credit note; remove it, or make the document a credit note");
+      document_->report("invoice",
+                        say("es de una nota de crédito; quítela, o haga del documento una nota de crédito",
+                            "belongs to a credit note; remove it, or make the document a credit note", {}));
     if (node == nullptr) return;
-    GroupReader invoice(*node, "invoice", reading_.problems);
+    GroupReader invoice = group(*node, document_->path("invoice"));
     sale_.invoice = {invoice.text("number", freeText), invoice.text("serial", optionalText),
                      invoice.text("date", optionalText), invoice.text("time", optionalText)};
     checkMoment(invoice);
@@ -86,18 +99,22 @@ class SaleReader {
   void checkMoment(GroupReader& invoice) {
     auto& [number, serial, date, time] = sale_.invoice;
     if (!date.empty() && (!hasForm(date, "0000-00-00") || !isDate(date)))
-      invoice.report("date", "\"" + date + "\" is no date; write year-month-day: 2024-03-15");
+      invoice.report("date", say("\"{}\" no es una fecha; escriba año-mes-día: 2024-03-15",
+                                 "\"{}\" is no date; write year-month-day: 2024-03-15", {date}));
     if (time.empty()) return;
     if (hasForm(time, "00:00")) time += ":00";
     if (!hasForm(time, "00:00:00") || !isDate(time))
-      invoice.report("time", "\"" + time + "\" is no time; write hours and minutes: 14:05");
-    if (date.empty()) invoice.report("time", "stands without a date; write the date too");
+      invoice.report("time", say("\"{}\" no es una hora; escriba horas y minutos: 14:05",
+                                 "\"{}\" is no time; write hours and minutes: 14:05", {time}));
+    if (date.empty())
+      invoice.report("time", say("está sin fecha; escriba la fecha también",
+                                 "stands without a date; write the date too", {}));
   }
 
   void readLines() {
     const std::vector<Node>& lines = document_->list("lines");
     for (std::size_t i = 0; i < lines.size(); ++i) {
-      GroupReader line(lines[i], indexed("lines", i), reading_.problems);
+      GroupReader line = group(lines[i], indexed(document_->path("lines"), i));
       if (line.has("text"))
         sale_.lines.emplace_back(line.text("text", freeText));
       else
@@ -105,7 +122,8 @@ class SaleReader {
     }
     const auto isItem = [](const Line& line) { return std::holds_alternative<Item>(line); };
     if (std::none_of(sale_.lines.begin(), sale_.lines.end(), isItem))
-      document_->report("lines", "holds no item; a document needs one at least");
+      document_->report("lines", say("no tiene ningún renglón con precio; el documento necesita uno",
+                                     "holds no item; a document needs one at least", {}));
   }
 
   static Item readItem(GroupReader& line) {
@@ -120,7 +138,7 @@ class SaleReader {
   void readDiscounts() {
     const std::vector<Node>& discounts = document_->list("discounts");
     for (std::size_t i = 0; i < discounts.size(); ++i) {
-      GroupReader discount(discounts[i], indexed("discounts", i), reading_.problems);
+      GroupReader discount = group(discounts[i], indexed(document_->path("discounts"), i));
       const Cents amount = discount.number("amount", amountRule);
       sale_.discounts.push_back({amount, discount.text("description", discountTextRule)});
     }
@@ -129,18 +147,19 @@ class SaleReader {
   void readPayments() {
     const std::vector<Node>& payments = document_->list("payments");
     for (std::size_t i = 0; i < payments.size(); ++i) {
-      GroupReader payment(payments[i], indexed("payments", i), reading_.problems);
+      GroupReader payment = group(payments[i], indexed(document_->path("payments"), i));
       const Cents amount = payment.number("amount", amountRule);
       sale_.payments.push_back({amount, payment.text("medium", optionalText)});
     }
     if (sale_.isCreditNote && !payments.empty())
-      document_->report("payments", "stand on a credit note, which takes none; remove them");
+      document_->report("payments", say("están en una nota de crédito, que no los admite; quítelos",
+                                        "stand on a credit note, which takes none; remove them", {}));
   }
 
   void readIgtf() {
     const Node* node = document_->find("igtf");
     if (node == nullptr) return;
-    GroupReader igtf(*node, "igtf", reading_.problems);
+    GroupReader igtf = group(*node, "igtf");
     sale_.igtf.base = igtf.number("base", amountRule);
     if (igtf.find("rate") != nullptr) sale_.igtf.rate = igtf.number("rate", taxRule);
   }
@@ -148,7 +167,20 @@ class SaleReader {
   void readExtraLines() {
     const std::vector<Node>& lines = document_->list("extraLines");
     for (std::size_t i = 0; i < lines.size(); ++i)
-      sale_.extraLines.push_back(readText(lines[i], indexed("extraLines", i), freeText, reading_.problems));
+      sale_.extraLines.push_back(
+          readText(lines[i], indexed(document_->path("extraLines"), i), freeText, reading_.problems));
+  }
+
+  static FileLanguage languageOf(const Node& root) {
+    const auto isThere = [&](std::string_view english) {
+      const std::string_view spanish = memberName(english, FileLanguage::Spanish);
+      return std::ranges::find(root.names, spanish) != root.names.end();
+    };
+    return isThere("document") || isThere("lines") ? FileLanguage::Spanish : FileLanguage::English;
+  }
+
+  GroupReader group(const Node& node, std::string path) {
+    return {node, std::move(path), sale_.language, reading_.problems};
   }
 
   SaleReading reading_;
@@ -161,7 +193,10 @@ class SaleReader {
 SaleReading readSale(std::string_view json) {
   const ParsedNode parsed = parseNode(json);
   if (!parsed.root) return {{}, {{"", parsed.problem}}};
-  if (parsed.root->kind != Node::Kind::Group) return {{}, {{"", "the file holds no group in braces"}}};
+  if (parsed.root->kind != Node::Kind::Group)
+    return {
+        {},
+        {{"", say("el archivo no tiene un grupo entre llaves", "the file holds no group in braces", {})}}};
   return SaleReader(*parsed.root).read();
 }
 

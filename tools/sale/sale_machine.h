@@ -2,12 +2,14 @@
 // sends a step twice. When a step fails or its answer is lost it asks for the counters and goes by them:
 //
 //   Starting --counters, nothing open--> Printing --last step done--> printed
-//                                           | step refused, or its answer lost
+//                                           | a step refused, its answer lost, or an interruption
 //                                           v
-//            +--------------------------> Judging --nothing open--> printed, not printed or unknown, by the
-//            counters |                              | document open          | partially closed | v v
-//            +----- whatever came of it -- Cancelling             Finishing --done--> printed, extra lines
-//            missing
+//     +---------------------------------> Judging --nothing open--> printed, not printed or unknown,
+//     |                                     |  |                    by the counters
+//     |                 a document is open  |  |  it is partially closed
+//     |                                     v  +-----> Finishing --done--> printed, extra lines missing
+//     +-- whatever came of it -- Cancelling             |
+//     +-- refused or lost ------------------------------+
 //
 // Required: the number of the last document alone proves nothing. A printer may give it when a document is
 // opened, and a cancelled document then keeps it. What proves that a document was counted are the day's

@@ -8,11 +8,14 @@
 #include <memory>
 #include <system_error>
 
+#include "automation/conversions.h"
 #include "common/guarded.h"
 #include "common/read_input.h"
 #include "journal/bookkeeper.h"
 #include "journal/recorder.h"
+#include "platform/setting_keys.h"
 #include "sale/content.h"
+#include "sale/paper_check.h"
 #include "sale/sale_file.h"
 #include "sale/verdict.h"
 #include "terminal/harmless.h"
@@ -39,6 +42,18 @@ void showTotals(const Sale& sale, const Totals& totals) {
                    ": net {}, tax {}, total {}, IGTF {}, paid {}, change {}\n",
                    {centsText(totals.net), centsText(totals.tax), centsText(totals.total()),
                     centsText(totals.igtf), centsText(totals.paid), centsText(totals.change())});
+}
+
+int warn(const Sale& sale) {
+  constexpr int usualLength = 20;
+  int length = usualLength;
+  try {
+    length = toInt16(readSetting(settingDescriptionLength));
+  } catch (const AutomationError&) {  // the library then goes by its default, too
+  }
+  for (const Problem& warning : paperWarnings(sale, length > 0 ? length : usualLength))
+    std::cout << say("aviso: ", "warning: ") << harmless(warning.path + ": " + warning.text) << '\n';
+  return exitDone;
 }
 
 std::vector<std::string> printerWords(const std::vector<std::string>& faults) {
@@ -208,7 +223,7 @@ int runSale(const SaleOptions& options) {
   const Totals totals = reckon(sale, problems);
   if (!problems.empty()) return refuse(options.file, problems);
   if (!options.isJson) showTotals(sale, totals);
-  if (options.isCheckOnly) return exitDone;
+  if (options.isCheckOnly) return warn(sale);
   return SaleRun(options, std::move(sale), totals).run();
 }
 

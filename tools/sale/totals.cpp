@@ -6,7 +6,11 @@
 #include <optional>
 #include <span>
 
+#include "terminal/language.h"
+
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -34,22 +38,29 @@ Cents percentOf(Cents base, Rate rate) { return roundedHalfUp(base, rate, 10'000
 
 class Reckoning {
  public:
-  explicit Reckoning(Problems& problems) : problems_(problems) {}
+  Reckoning(FileLanguage language, Problems& problems) : language_(language), problems_(problems) {}
+
+  std::string member(std::string_view english) const { return std::string(memberName(english, language_)); }
 
   void add(const Item& item, const std::string& path) {
     const Cents amount = roundedHalfUp(item.quantity, item.price, 1000);
     const std::optional<std::size_t> place = placeOf(item.tax);
     if (!place)
-      report(path + ".tax", "is a fourth tax rate; a document has room for three");
+      report(path + "." + member("tax"),
+             std::string(say("es una cuarta tasa; un documento admite tres",
+                             "is a fourth tax rate; a document has room for three")));
     else if (net() + amount > largestAmount)
-      report(path, "makes the document larger than " + centsText(largestAmount));
+      report(path, say("hace el documento mayor que {}", "makes the document larger than {}",
+                       {centsText(largestAmount)}));
     else
       bases_[*place] += amount;
   }
 
   void take(Cents discount, const std::string& path) {
     if (discount > net())
-      report(path + ".amount", "is more than the " + centsText(net()) + " that are left without tax");
+      report(path + "." + member("amount"),
+             say("es más que los {} que quedan sin impuesto", "is more than the {} that are left without tax",
+                 {centsText(net())}));
     else
       share(discount);
   }
@@ -95,42 +106,48 @@ class Reckoning {
 
   void report(std::string path, std::string text) { problems_.push_back({std::move(path), std::move(text)}); }
 
+  FileLanguage language_;
   Problems& problems_;
   std::array<Rate, places> rates_{};  // [0] is the exempt place; a 0 behind it is free
   std::array<Cents, places> bases_{};
 };
 
 Cents addPayments(const Sale& sale, const Totals& totals, Problems& problems) {
+  const std::string_view path = memberName("payments", sale.language);
   const Cents enough = totals.total() + percentOf(totals.total(), sale.igtf.rate);
   Cents paid = 0;
   for (std::size_t i = 0; i < sale.payments.size(); ++i) {
     if (paid >= enough) {
-      problems.push_back({indexed("payments", i), "comes when everything is paid; remove it"});
+      problems.push_back({indexed(path, i), std::string(say("llega cuando todo está pagado; quítelo",
+                                                            "comes when everything is paid; remove it"))});
       return paid;
     }
     paid += sale.payments[i].amount;
   }
   if (!sale.isCreditNote && paid < totals.due())
-    problems.push_back({"payments", "are " + centsText(paid) + " together, but " + centsText(totals.due()) +
-                                        " are due (total " + centsText(totals.total()) + ", IGTF " +
-                                        centsText(totals.igtf) + "); " + centsText(totals.due() - paid) +
-                                        " are missing"});
+    problems.push_back(
+        {std::string(path), say("suman {}, pero se deben {} (total {}, IGTF {}); faltan {}",
+                                "are {} together, but {} are due (total {}, IGTF {}); {} are missing",
+                                {centsText(paid), centsText(totals.due()), centsText(totals.total()),
+                                 centsText(totals.igtf), centsText(totals.due() - paid)})});
   return paid;
 }
 
 }  // namespace
 
 Totals reckon(const Sale& sale, Problems& problems) {
-  Reckoning reckoning(problems);
+  Reckoning reckoning(sale.language, problems);
   for (std::size_t i = 0; i < sale.lines.size(); ++i)
-    if (const Item* item = std::get_if<Item>(&sale.lines[i])) reckoning.add(*item, indexed("lines", i));
+    if (const Item* item = std::get_if<Item>(&sale.lines[i]))
+      reckoning.add(*item, indexed(reckoning.member("lines"), i));
   for (std::size_t i = 0; i < sale.discounts.size(); ++i)
-    reckoning.take(sale.discounts[i].amount, indexed("discounts", i));
+    reckoning.take(sale.discounts[i].amount, indexed(reckoning.member("discounts"), i));
 
   Totals totals{reckoning.net(), reckoning.tax()};
   totals.igtf = percentOf(sale.igtf.base, sale.igtf.rate);
   if (sale.igtf.base > totals.total())
-    problems.push_back({"igtf.base", "is more than the total of " + centsText(totals.total())});
+    problems.push_back({"igtf.base", say("es más que el total de {}", "is more than the total of {}",
+                                         {centsText(totals.total())})});
   totals.paid = addPayments(sale, totals, problems);
   return totals;
 }

@@ -3,9 +3,8 @@
 //   line amount   quantity x net price, rounded half up to a cent
 //   base          the line amounts of one tax rate, less that rate's share of every discount
 //   share         in proportion to the bases as they are, rounded down; the cents left over go one each to
-//   the
-//                 largest remainders, among equal ones to the exempt base first, then in the order of the
-//                 rates' places
+//                 the largest remainders, among equal ones to the exempt base first, then in the order of
+//                 the rates' places
 //   tax           base x rate, once per rate, rounded half up to a cent
 //   total         all bases and all taxes; the IGTF, its base x its rate rounded half up, comes on top
 //

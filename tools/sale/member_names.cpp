@@ -1,0 +1,44 @@
+// The two names of each member.
+#include "sale/member_names.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace zentaro::tools {
+
+namespace {
+
+// "serial", "rif" and "igtf" are the same in both.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 19> names{{
+    {"document", "documento"},
+    {"customer", "cliente"},
+    {"name", "nombre"},
+    {"invoice", "factura"},
+    {"number", "numero"},
+    {"date", "fecha"},
+    {"time", "hora"},
+    {"lines", "renglones"},
+    {"description", "descripcion"},
+    {"price", "precio"},
+    {"quantity", "cantidad"},
+    {"tax", "impuesto"},
+    {"text", "texto"},
+    {"discounts", "descuentos"},
+    {"amount", "monto"},
+    {"payments", "pagos"},
+    {"medium", "medio"},
+    {"rate", "tasa"},
+    {"extraLines", "lineasExtra"},
+}};
+
+}  // namespace
+
+std::string_view memberName(std::string_view english, FileLanguage language) {
+  if (language == FileLanguage::English) return english;
+  const auto* found =
+      std::ranges::find(names, english, &std::pair<std::string_view, std::string_view>::first);
+  return found == names.end() ? english : found->second;
+}
+
+}  // namespace zentaro::tools
