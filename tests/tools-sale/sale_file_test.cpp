@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "sale/content.h"
+#include "sale/paper_check.h"
+
 namespace zentaro::tools {
 namespace {
 
@@ -59,6 +62,7 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
     const char* problem;
   } const rows[] = {
       {"\"price\": 1", "\"price\": \"1,5\"", "lines[0].price: \"1,5\" has a comma"},
+      {"\"price\": 1", "\"price\": \"1.250\"", "lines[0].price: \"1.250\" may be 1.25 or 1250; write two"},
       {"\"price\": 1", "\"price\": null", "lines[0].price: is null; write a number"},
       {"\"price\": 1, ", "", "lines[0].price: is missing; write a number"},
       {"\"price\": 1", "\"price\": 1, \"quantity\": 0",
@@ -69,8 +73,8 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
       {"\"A\"", "\"  \"", "lines[0].description: is empty"},
       {"\"A\"", "\"a\\u001cb\"", "lines[0].description: holds a control character"},
       {"\"A\"", "[]", "lines[0].description: is a list; write a text"},
-      {"[{", "[7, {", "lines[0]: is a number; write a group in braces here"},
-      {"\"invoice\"", "\"ticket\"", "document: is \"ticket\"; write \"invoice\" or \"credit note\""},
+      {"[{", "[7, {", "lines[0]: is a number; write a group in braces"},
+      {"\"invoice\"", "\"ticket\"", "document: is \"ticket\"; write \"invoice\" / \"credit note\""},
       {"\"invoice\"", "\"credit note\"", "invoice: is missing; name the invoice"},
       {"\"lines\"", "\"invoice\": {\"number\": 1}, \"lines\"", "invoice: belongs to a credit note"},
       {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2023-02-29\"}",
@@ -100,6 +104,40 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
   }
   EXPECT_EQ(readSale(std::string(100000, '[')).problems[0].text, "groups and lists are nested too deeply");
   EXPECT_EQ(readSale("[]").problems[0].text, "the file holds no group in braces");
+}
+
+constexpr auto inSpanish =
+    R"({"documento": "nota de credito", "cliente": {"nombre": "JABÓN Á", "rif": "V-12345678-9"},
+    "factura": {"numero": 12, "serial": "Z1", "fecha": "2024-02-29", "hora": "14:05"},
+    "renglones": [{"descripcion": "Queso de mano fresco", "precio": 9.99, "cantidad": "0.525", "impuesto": 8},
+                  {"texto": "Café"}],
+    "descuentos": [{"monto": 1, "descripcion": "Fiel"}], "igtf": {"base": 2, "tasa": 3}, "lineasExtra": ["Gracias"]})";
+
+TEST(SaleFile, TakesSpanishNamesAsWellButNeverBoth) {
+  const auto [spanish, problems] = readSale(inSpanish);
+  EXPECT_TRUE(problems.empty()) << listed(problems);
+  const auto [english, none] = readSale(R"({"document": "credit note", "customer": {"name": "JABÓN Á",
+      "rif": "V-12345678-9"}, "invoice": {"number": 12, "serial": "Z1", "date": "2024-02-29", "time": "14:05"},
+    "lines": [{"description": "Queso de mano fresco", "price": 9.99, "quantity": "0.525", "tax": 8},
+              {"text": "Café"}],
+    "discounts": [{"amount": 1, "description": "Fiel"}], "igtf": {"base": 2, "rate": 3}, "extraLines": ["Gracias"]})");
+  EXPECT_TRUE(none.empty()) << listed(none);
+  EXPECT_EQ(contentDigest(spanish), contentDigest(english));
+  std::string mixed = inSpanish;
+  mixed.replace(mixed.find("precio"), 6, "price");
+  EXPECT_TRUE(listed(readSale(mixed).problems).starts_with("renglones[0].precio: is missing"))
+      << "by its own names";
+}
+
+TEST(SaleFile, WarnsOfWhatPaperLoses) {
+  const std::string warnings = listed(paperWarnings(readSale(inSpanish).sale, 14));
+  EXPECT_EQ(warnings,
+            "cliente.nombre: prints as \"JAB.N .\"\n"
+            "cliente.rif: the check digit should be 1\n"
+            "renglones[0].descripcion: is cut to 14 characters: \"Queso de mano\"\n");
+  for (const char* rif : {"V-12345678", "J-12345678-4", "V12345678"}) EXPECT_EQ(rifDoubt(rif), "") << rif;
+  for (const char* rif : {"12345678", "X-12345678", "J-1234567890", "V-"})
+    EXPECT_NE(rifDoubt(rif), "") << rif;
 }
 
 }  // namespace
