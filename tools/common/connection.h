@@ -20,11 +20,11 @@
 namespace zentaro::tools {
 
 struct PortOptions {
-  std::optional<int> port;     // --port: 1 to 8, with the device that the user's settings give it
-  std::string device;          // --device: a path, whatever the settings say
-  bool isVirtual = false;      // --virtual: a virtual printer, although a port is configured
-  std::optional<int> timeout;  // --timeout: whole seconds, instead of the setting TimeOutZT
-  std::optional<int> giveUp;   // --give-up: how many seconds a lost answer is waited for
+  std::optional<int> port = {};     // --port: 1 to 8, with the device that the user's settings give it
+  std::string device = {};          // --device: a path, whatever the settings say
+  bool isVirtual = false;           // --virtual: a virtual printer, although a port is configured
+  std::optional<int> timeout = {};  // --timeout: whole seconds, instead of the setting TimeOutZT
+  std::optional<int> giveUp = {};   // --give-up: how many seconds a lost answer is waited for
 };
 
 /// Adds --port, --device, --virtual, --timeout and --give-up; `options` must live until the command line is

@@ -86,10 +86,18 @@ class SaleRun {
     Connection connection(options_.port, printerWords(options_.faults));
     connection.printer().verifyCheckSum = true;
     connection.line().startAnywhere();
+    const SalePlace place{connection.portWords(), connection.virtualPrinter() != nullptr};
+    try {
+      connection.line().getInStep();
+    } catch (const std::runtime_error& error) {
+      const SaleEnd end{Verdict::Unreachable, error.what()};
+      tellEnd(end, place);
+      return exitStatus(end.verdict);
+    }
     if (bookkeeper_) {
       if (const auto verdict = askJournal(connection)) return tellJournal(*verdict);
     }
-    return print(connection);
+    return print(connection, place);
   }
 
  private:
@@ -115,7 +123,6 @@ class SaleRun {
 
   /// Answers the open questions about the machine in front, then asks whether this sale may be printed.
   std::optional<JournalVerdict> askJournal(Connection& connection) {
-    connection.line().getInStep();
     const std::optional<int> lastZ = lastZOf(connection.printer());
     entry_.lastZ = lastZ;
     entry_.machine = machineOf(connection);
@@ -144,10 +151,9 @@ class SaleRun {
     return options_.port.port ? "COM" + std::to_string(*options_.port.port) : options_.port.device;
   }
 
-  int print(Connection& connection) {
+  int print(Connection& connection, const SalePlace& place) {
     std::ostream silence(nullptr);
     std::ostream& progress = options_.isJson ? silence : std::cout;
-    const SalePlace place{connection.portWords(), connection.virtualPrinter() != nullptr};
     Interruption::setLastWords(lastWords(place));
     ObjectSalePrinter printer(connection.printer(), connection.line(), sale_.isCreditNote);
     Recorder recorder(journal_.get(), newEntry(),
@@ -156,13 +162,9 @@ class SaleRun {
                                   Interruption::isRequested, &recorder);
     recorder.ended(end);
     if (place.isVirtual) progress << '\n' << connection.virtualPrinter()->paper() << '\n';
-    const int status = recorder.hasObjected() ? exitFailed : exitStatus(end.verdict);
-    if (options_.isJson)
-      tell(jsonLine(verdictJson(end, totals_, place)), true);
-    else
-      tell(verdictText(end, totals_, place), status == exitDone);
+    tellEnd(end, place);
     recorder.told();
-    return status;
+    return recorder.hasObjected() ? exitFailed : exitStatus(end.verdict);
   }
 
   Entry newEntry() {
@@ -190,6 +192,13 @@ class SaleRun {
         "\nzentaro: ended in the middle of a sale: a document may be open, or printed. Look at the paper; if "
         "it ends in the middle: zentaro call {} CancelarComprobante\n",
         {place.portWords});
+  }
+
+  void tellEnd(const SaleEnd& end, const SalePlace& place) const {
+    if (options_.isJson)
+      tell(jsonLine(verdictJson(end, totals_, place)), true);
+    else
+      tell(verdictText(end, totals_, place), exitStatus(end.verdict) == exitDone);
   }
 
   int tellJournal(const JournalVerdict& verdict) const {
