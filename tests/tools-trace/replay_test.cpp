@@ -19,11 +19,12 @@ class Replay : public testing::Shell {
   }
 };
 
+// Commands begin at a random number, which the checksums show.
 constexpr auto calls =
-    "zentaro call --timeout 1 --device $DEVICE SerialImpresora;"
+    "{ zentaro call --timeout 1 --device $DEVICE SerialImpresora;"
     "zentaro call --timeout 1 --device $DEVICE StatusIF N;"
     "zentaro call --timeout 1 --device $DEVICE RecibirPago 5;"
-    "zentaro call --timeout 1 --device $DEVICE Subtotal";
+    "zentaro call --timeout 1 --device $DEVICE Subtotal; } | grep -v Checksum";
 
 TEST_F(Replay, AnswersAsThePrinterDid) {
   const VirtualPrinter printer({"--fault", "lose-answer on subtotal"});
@@ -35,7 +36,8 @@ TEST_F(Replay, AnswersAsThePrinterDid) {
   EXPECT_TRUE(contains(recorded.output, "Outcome         1 TIEMPO AGOTADO")) << recorded.output;
   EXPECT_EQ(again.output, recorded.output);
   EXPECT_EQ(contents(file("told")),
-            "80 serial: answered; 3 left\n38 status: answered; 2 left\n44 payment: answered; 1 left\n"
+            "38 status: answered; 6 left\n80 serial: answered; 5 left\n38 status: answered; 4 left\n"
+            "38 status: answered; 3 left\n44 payment: answered; 2 left\n38 status: answered; 1 left\n"
             "43 subtotal: no answer, as in the trace; 0 left\n");
 }
 

@@ -54,7 +54,9 @@ std::string suggestion(const ClassDescription& description, std::string_view nam
     const std::string_view known = group.front().name;
     if (equalIgnoringCase(known.substr(0, enough), start)) similar += " " + std::string(known);
   }
-  return similar.empty() ? "\"zentaro members\" lists all" : "there is" + similar;
+  if (similar.empty())
+    return std::string(terminal::say("\"zentaro members\" los muestra", "\"zentaro members\" lists all"));
+  return std::string(terminal::say("hay", "there is")) + similar;
 }
 
 std::size_t requiredCount(const Member& member) {
@@ -84,18 +86,21 @@ CallRequest callRequest(const ClassDescription& description, const std::vector<s
   const std::string& name = words.at(0);
   CallRequest request{findMember(description, name), {}};
   if (request.member.empty()) {
-    throw std::runtime_error("no member \"" + name + "\": " + suggestion(description, name));
+    throw std::runtime_error(terminal::say("no hay un miembro \"{}\": {}", "no member \"{}\": {}",
+                                           {name, suggestion(description, name)}));
   }
   const Member& member = request.member.front();
   const std::size_t given = words.size() - 1;
   const bool isMethod = member.access == Access::Call;
   if (!isMethod && given > 0) {
-    throw std::runtime_error(std::string(member.name) +
-                             " is a property: it is only read here, without arguments");
+    throw std::runtime_error(terminal::say("{} es una propiedad: aquí solo se lee, sin argumentos",
+                                           "{} is a property: it is only read here, without arguments",
+                                           {member.name}));
   }
   if (isMethod && (given < requiredCount(member) || given > member.parameters.size())) {
-    throw std::runtime_error("wrong number of arguments (" + std::to_string(given) +
-                             "): " + signature(request.member));
+    throw std::runtime_error(terminal::say("número de argumentos errado ({}): {}",
+                                           "wrong number of arguments ({}): {}",
+                                           {std::to_string(given), signature(request.member)}));
   }
   for (std::size_t index = 1; index < words.size(); ++index)
     request.arguments.push_back(argumentOf(words[index]));

@@ -80,9 +80,10 @@ Outcome call(Connection& connection, CallRequest& request) {
 void showText(Connection& connection, const CallRequest& request, const Outcome& outcome) {
   const CZentaro& printer = connection.printer();
   const bool isOnlyOutcome = request.member.front().returnsOutcome();
-  if (outcome.isTransaction) std::cout << "Outcome         " << outcomeLine(outcome.code) << '\n';
+  if (outcome.isTransaction)
+    std::cout << say("Resultado       ", "Outcome         ") << outcomeLine(outcome.code) << '\n';
   if (!isOnlyOutcome && request.member.front().result.kind != ValueType::None) {
-    std::cout << "Result          " << valueText(outcome.result) << '\n';
+    std::cout << say("Valor           ", "Result          ") << valueText(outcome.result) << '\n';
   }
   if (outcome.isTransaction) std::cout << answerText(printer);
   if (const VirtualPrinter* virtualPrinter = connection.virtualPrinter())

@@ -4,6 +4,8 @@
 #include <iostream>
 
 #include "automation/automation_error.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
@@ -18,11 +20,14 @@ int guarded(const Work& work) {
   try {
     return work();
   } catch (const AutomationError& error) {
-    std::cerr << "zentaro: " << error.what() << " (error " << error.number() << ")\n";
+    std::cerr << "zentaro: " << terminal::harmlessLines(error.what()) << " (error " << error.number()
+              << ")\n";
     constexpr int cannotOpen = 40001;
-    if (error.number() == cannotOpen) std::cerr << "\"zentaro doctor\" says what each port needs.\n";
+    if (error.number() == cannotOpen)
+      std::cerr << terminal::say("\"zentaro doctor\" dice qué necesita cada puerto.\n",
+                                 "\"zentaro doctor\" says what each port needs.\n");
   } catch (const std::exception& error) {
-    std::cerr << "zentaro: " << error.what() << '\n';
+    std::cerr << "zentaro: " << terminal::harmlessLines(error.what()) << '\n';
   }
   return exitFailed;
 }

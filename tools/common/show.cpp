@@ -6,24 +6,19 @@
 
 #include "automation/conversions.h"
 #include "automation/description.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
 #include "util/lm_hex_str.h"
 
 namespace zentaro::tools {
+
+using terminal::harmless;
+using terminal::say;
 
 namespace {
 
 std::string hex(std::int32_t value, std::int16_t digits) {
   return "0x" + utf8(lmHexStr::HexStr(value, digits));
-}
-
-std::string printable(std::string_view text) {
-  std::string shown;
-  for (const char character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    const bool isControl = code < 0x20 || code == 0x7F;
-    shown += isControl ? "\\x" + utf8(lmHexStr::HexStr(code, 2)) : std::string(1, character);
-  }
-  return shown;
 }
 
 // What a record holds: its properties, and the methods that only compute a value from them.
@@ -49,7 +44,7 @@ std::string recordText(const Object& record) {
   forEachValue(record, [&](const Member& member, const Variant& value) {
     text += (text.empty() ? "" : ", ") + std::string(member.name) + " " + valueText(value);
   });
-  return text.empty() ? "(nothing)" : text;
+  return text.empty() ? std::string(say("(nada)", "(nothing)")) : text;
 }
 
 Json recordJson(const Object& record) {
@@ -96,14 +91,14 @@ std::string recordTable(const Object& record, std::string_view indent) {
 
 std::string valueText(const Variant& value) {
   switch (value.kind()) {
-    case Variant::Kind::Empty: return "(empty)";
-    case Variant::Kind::Null: return "(null)";
-    case Variant::Kind::Missing: return "(omitted)";
+    case Variant::Kind::Empty: return std::string(say("(vacío)", "(empty)"));
+    case Variant::Kind::Null: return std::string(say("(nulo)", "(null)"));
+    case Variant::Kind::Missing: return std::string(say("(omitido)", "(omitted)"));
     case Variant::Kind::Currency: return currencyText4(value.currency());
     case Variant::Kind::Date: return isoText(value.date());
     case Variant::Kind::Array: return arrayText(value.array());
     case Variant::Kind::Object: return recordText(value.object());
-    default: return printable(utf8(toText(value)));
+    default: return harmless(utf8(toText(value)));
   }
 }
 
@@ -130,14 +125,20 @@ std::string outcomeLine(ENVERR_CODES outcome) {
 std::string hexWord(std::int32_t word) { return hex(word, 4); }
 
 std::string answerText(const CZentaro& printer) {
-  std::string text = "Printer status  " + hexWord(printer.dwordPrinterStatus) + "\nFiscal status   " +
-                     hexWord(printer.dwordStatusFiscal) + "\n";
-  if (!printer.sLastError.empty()) text += "Printer says    " + printable(utf8(printer.sLastError)) + "\n";
+  std::string text =
+      say("Impresora       {}\nFiscal          {}\n", "Printer status  {}\nFiscal status   {}\n",
+          {hexWord(printer.dwordPrinterStatus), hexWord(printer.dwordStatusFiscal)});
+  if (!printer.sLastError.empty())
+    text += say("Dice            {}\n", "Printer says    {}\n", {harmless(utf8(printer.sLastError))});
   const Variant fields = printer.getResponse(0);
-  for (int index = 0; fields.is(Variant::Kind::Array) && index <= fields.array().upperBound(); ++index) {
-    const std::string number = std::to_string(index);
-    text +=
-        "Field " + number + std::string(10 - number.size(), ' ') + valueText(fields.array().at(index)) + "\n";
+  if (!fields.is(Variant::Kind::Array)) return text;
+  const int last = fields.array().upperBound();
+  for (int index = 0; index <= last; ++index) {
+    const std::string number = std::to_string(index), value = valueText(fields.array().at(index));
+    const bool isChecksum = index == last && index > 2;  // behind the code and the two status words
+    text += isChecksum ? say("Suma            {}\n", "Checksum        {}\n", {value})
+                       : say("Campo {}{}{}\n", "Field {}{}{}\n",
+                             {number, std::string(10 - number.size(), ' '), value});
   }
   return text;
 }

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "common/interruption.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
@@ -34,8 +35,11 @@ void VirtualPrinter::waitUntilReady() {
     if (line.starts_with("ready: ")) return;
     said += line + "\n";
   }
-  throw std::runtime_error("the virtual printer did not start; it said: " + said + line +
-                           "\nIs zentaro-printer installed beside zentaro, or in PATH?");
+  throw std::runtime_error(terminal::say(
+      "la impresora virtual no arrancó; dijo: {}\n¿Está zentaro-printer junto a zentaro, o en PATH?",
+      "the virtual printer did not start; it said: {}\n"
+      "Is zentaro-printer installed beside zentaro, or in PATH?",
+      {said + line}));
 }
 
 std::string VirtualPrinter::paper() const {
