@@ -178,7 +178,7 @@ def a_sale_on_a_usb_adapter(guest, first, adapter):
 def a_time_out(guest, first, adapter):
     first.say("fault lose-answer always")
     begin = time.monotonic()
-    text, status = guest.run("zentaro call --device /dev/ttyS1 --timeout 12 StatusIF N 2>&1")
+    text, status = guest.run("zentaro call --device /dev/ttyS1 --timeout 12 --give-up 0 StatusIF N 2>&1")
     first.settle()
     if status != 1 or time.monotonic() - begin < 11:
         yield f"status {status}: {last_word(text)}"
@@ -227,7 +227,7 @@ def a_far_side_that_does_not_read(guest, first, adapter):
     os.kill(first.process.pid, 19)  # SIGSTOP
     guest.run("(head -c 200000 /dev/zero >/dev/ttyS1) 2>/dev/null & sleep 10; kill $!; wait", 120)
     begin = time.monotonic()
-    text, status = guest.run("zentaro call --device /dev/ttyS1 --timeout 3 StatusIF N 2>&1", 200)
+    text, status = guest.run("zentaro call --device /dev/ttyS1 --timeout 3 --give-up 0 StatusIF N 2>&1", 200)
     took = time.monotonic() - begin
     os.kill(first.process.pid, 18)
     if status not in (1, 2) or took > 25:

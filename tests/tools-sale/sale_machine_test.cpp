@@ -125,6 +125,19 @@ TEST(SaleMachine, GoesByTheNumberAloneWhenADocumentAddsNothing) {
   check({"number used", {before, done, lost, idle(8, 10000)}, "ASSA.", Verdict::Unknown}, 2, 0);
 }
 
+// A trace raises behind the frame; only an error of a value is certain to come before it.
+TEST(SalePrinter, TakesAnErrorThatMayBeRaisedBehindTheFrameForALostAnswer) {
+  CZentaro closed;
+  PrinterLine line(closed, PrinterLine::Time(0));
+  ObjectSalePrinter printer(closed, line, false);
+  for (const auto& [number, fate] :
+       {std::pair{ErrorNumber::DiskFull, lost}, {ErrorNumber::TypeMismatch, refused}}) {
+    const ErrorNumber raised = number;
+    const auto raise = [raised](CZentaro&) -> std::int16_t { throw AutomationError(raised); };
+    EXPECT_EQ(printer.send({Step::Kind::Middle, "step", raise}).fate, fate);
+  }
+}
+
 // Nobody may print again what could have been printed.
 TEST(SaleMachine, TellsScriptsTheVerdictByTheExitStatus) {
   const std::vector<std::pair<Verdict, int>> statuses{{Verdict::Printed, 0},    {Verdict::PrintedInPart, 0},

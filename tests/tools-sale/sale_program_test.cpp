@@ -102,11 +102,15 @@ TEST_F(SaleProgram, EndsWellWhenItIsInterrupted) {
   std::filesystem::create_directory(file("tmp"));
   const std::string sale =
       "TMPDIR=" + file("tmp") + " zentaro sale " + file("sale.json") + " --fault 'delay=1.5 on item' ";
-  const Ran once = run(sale + "& p=$!; sleep 0.7; kill $p; wait $p");
+  // The label of a step stands there before its wait.
+  const std::string begun = ">" + file("said") + " 2>&1 & p=$!; until grep -q 'item Arepa' " + file("said") +
+                            "; do sleep 0.05; done; kill $p; ";
+  const std::string ended = "wait $p; s=$?; cat " + file("said") + "; exit $s";
+  const Ran once = run(sale + begun + ended);
   EXPECT_EQ(once.status, 3) << once.output;
   EXPECT_TRUE(contains(once.output, "cancel the document: ok\n")) << once.output;
   EXPECT_TRUE(contains(once.output, "Cause: interrupted by a signal")) << once.output;
-  const Ran twice = run(sale + "& p=$!; sleep 0.7; kill $p; sleep 0.1; kill -HUP $p; wait $p");
+  const Ran twice = run(sale + begun + "sleep 0.1; kill -HUP $p; " + ended);
   EXPECT_EQ(twice.status, 4) << twice.output;
   EXPECT_TRUE(contains(twice.output, "the virtual printer is gone\n")) << twice.output;
   const Ran unread = run("exec 3>&1; { " + sale + " 2>&3; echo exit $? >&3; } | head -1");
