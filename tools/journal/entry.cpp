@@ -7,7 +7,14 @@ namespace zentaro::tools {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> factNames{"printed", "not-printed", "unknown"};
+constexpr std::array<std::pair<Fact, std::string_view>, 3> factNames{
+    {{Fact::Printed, "printed"}, {Fact::NotPrinted, "not-printed"}, {Fact::Unknown, "unknown"}}};
+
+Json factJson(const std::optional<Fact>& fact) {
+  for (const auto& [known, name] : factNames)
+    if (fact == known) return name;
+  return nullptr;
+}
 
 template <class T>
 Json orNull(const std::optional<T>& value) {
@@ -22,15 +29,14 @@ std::optional<T> optionalAt(const Json& json, const char* name) {
 std::optional<Fact> factAt(const Json& json) {
   const auto name = optionalAt<std::string>(json, "fact");
   if (!name) return std::nullopt;
-  for (std::size_t i = 0; i < factNames.size(); ++i)
-    if (*name == factNames[i]) return static_cast<Fact>(i);
+  for (const auto& [known, knownName] : factNames)
+    if (*name == knownName) return known;
   return Fact::Unknown;
 }
 
 }  // namespace
 
 Json toJson(const Entry& entry) {
-  const Json fact = entry.fact ? Json(factNames[static_cast<std::size_t>(*entry.fact)]) : Json(nullptr);
   return {{"name", entry.name},
           {"at", entry.at},
           {"process", entry.process},
@@ -46,7 +52,7 @@ Json toJson(const Entry& entry) {
           {"lastZ", orNull(entry.lastZ)},
           {"turn", entry.turn},
           {"number", orNull(entry.number)},
-          {"fact", fact},
+          {"fact", factJson(entry.fact)},
           {"told", entry.isTold}};
 }
 

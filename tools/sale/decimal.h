@@ -1,5 +1,4 @@
-// Exact decimal numbers: amounts are whole cents, quantities whole thousandths, rates hundredths of a per
-// cent.
+// Exact decimal numbers: amounts are whole cents, quantities whole thousandths, rates hundredths of a per cent.
 #pragma once
 
 #include <cstdint>

@@ -11,9 +11,8 @@
 //     +-- whatever came of it -- Cancelling             |
 //     +-- refused or lost ------------------------------+
 //
-// Required: the number of the last document alone proves nothing. A printer may give it when a document is
-// opened, and a cancelled document then keeps it. What proves that a document was counted are the day's
-// amounts.
+// Required: the number of the last document alone proves nothing. A printer may give it when a document is opened,
+// and a cancelled document then keeps it. What proves that a document was counted are the amounts of the day.
 #pragma once
 
 #include <cstddef>
@@ -27,8 +26,7 @@ namespace zentaro::tools {
 /// usable answer (outcomes 1 to 4), so nobody knows whether it took effect.
 enum class Fate { Done, Refused, Lost };
 
-/// What the printer says of itself; numbers and amounts are those of the kind of document that is to be
-/// printed.
+/// What the printer says of itself; numbers and amounts are those of the kind of document to be printed.
 struct Counters {
   int document = 0;  // 0: none is open
   int lastNumber = 0;

@@ -43,8 +43,7 @@ class SalePrinter {
   virtual std::optional<Receipt> receipt() const = 0;
 };
 
-/// The printer object must be open and outlive it, as must the line. Its answers' checksums are verified from
-/// now on.
+/// The printer object must be open; it and the line must outlive this. Checksums are verified from now on.
 class ObjectSalePrinter : public SalePrinter {
  public:
   ObjectSalePrinter(CZentaro& printer, PrinterLine& line, bool isCreditNote);

@@ -1,6 +1,7 @@
 // The verdicts, one row each.
 #include "sale/verdict.h"
 
+#include <algorithm>
 #include <array>
 
 #include "common/connection.h"
@@ -19,33 +20,38 @@ struct Both {
 };
 
 struct VerdictRow {
+  Verdict verdict;
   int exitStatus;
   std::string_view name;     // for programs
   Both state, next;          // what happened, and what the cashier does
   std::string_view command;  // that ends the document which is open
 };
 
-// In the order of the enumeration. "{}" in the text is the command that ends an open document.
+// "{}" in the text is the command that ends an open document.
 constexpr std::array<VerdictRow, 8> rows{{
-    {0,
+    {Verdict::Printed,
+     0,
      "printed",
      {"IMPRESO. El documento está cerrado y contado.", "PRINTED. The document is closed and counted."},
      {"No lo imprima otra vez.", "Do not print it again."},
      ""},
-    {0,
+    {Verdict::PrintedInPart,
+     0,
      "printed-in-part",
      {"IMPRESO, pero pueden faltar líneas al pie. El documento está cerrado y contado.",
       "PRINTED, but extra lines may be missing. The document is closed and counted."},
      {"No lo imprima otra vez; mire el papel y anote a mano lo que falte.",
       "Do not print it again; look at the paper and write down by hand what is missing."},
      ""},
-    {3,
+    {Verdict::NotPrinted,
+     3,
      "not-printed",
      {"NO IMPRESO. El documento no fue contado; lo que hay en el papel no vale.",
       "NOT PRINTED. The document was not counted; what is on the paper is void."},
      {"Corrija la causa e imprima la venta otra vez.", "Remove the cause, then print the sale again."},
      ""},
-    {4,
+    {Verdict::Unknown,
+     4,
      "unknown",
      {"NO SE SABE. La impresora no puede decir si el documento fue contado.",
       "UNKNOWN. The printer cannot say whether the document was counted."},
@@ -56,14 +62,16 @@ constexpr std::array<VerdictRow, 8> rows{{
       "it ends as cancelled, print the sale again; if it ends in the middle, the document is still open and "
       "must be cancelled first:\n    {}"},
      "CancelarComprobante"},
-    {4,
+    {Verdict::StillOpen,
+     4,
      "still-open",
      {"SIGUE ABIERTO. El documento no está contado, pero la impresora no lo anula.",
       "STILL OPEN. The document is not counted, but the printer does not cancel it."},
      {"Ponga la impresora en orden (papel, tapa), anule el documento y luego imprima la venta otra vez:\n    {}",
       "Put the printer in order (paper, cover), cancel the document, then print the sale again:\n    {}"},
      "CancelarComprobante"},
-    {4,
+    {Verdict::StillToBeClosed,
+     4,
      "still-to-be-closed",
      {"SIGUE ABIERTO. El documento está pagado y parcialmente cerrado, pero la impresora no lo cierra.",
       "STILL OPEN. The document is paid and partially closed, but the printer does not close it."},
@@ -72,7 +80,8 @@ constexpr std::array<VerdictRow, 8> rows{{
       "Do not print it again. Put the printer in order (paper, cover), then close the document; the sale is "
       "then done:\n    {}"},
      "CerrarComprobante E"},
-    {5,
+    {Verdict::OpenBefore,
+     5,
      "open-before",
      {"NO IMPRESO. La impresora tiene un documento abierto, de otro programa o de una falla. No se envió nada.",
       "NOT PRINTED. A document is open on the printer, left by another program or by a failure. Nothing was "
@@ -80,7 +89,8 @@ constexpr std::array<VerdictRow, 8> rows{{
      {"Mire el papel, termine ese documento y luego imprima la venta otra vez:\n    {}",
       "Look at the paper, end that document, then print the sale again:\n    {}"},
      "CancelarComprobante"},
-    {3,
+    {Verdict::Unreachable,
+     3,
      "unreachable",
      {"NO IMPRESO. La impresora no responde como debe; no se envió nada.",
       "NOT PRINTED. The printer does not answer as it should; nothing was sent."},
@@ -89,7 +99,7 @@ constexpr std::array<VerdictRow, 8> rows{{
      ""},
 }};
 
-const VerdictRow& rowOf(Verdict verdict) { return rows[static_cast<std::size_t>(verdict)]; }
+const VerdictRow& rowOf(Verdict verdict) { return *std::ranges::find(rows, verdict, &VerdictRow::verdict); }
 
 bool isPrinted(const SaleEnd& end) {
   return end.verdict == Verdict::Printed || end.verdict == Verdict::PrintedInPart;
