@@ -41,13 +41,15 @@ class SavingPrinter {
   }
   static Books books(std::size_t zRecords) {
     Books books;
-    for (std::size_t i = 0; i < zRecords; ++i)
-      books.zRecords.push_back({static_cast<int>(i) + 1, {}, {}, {}});
+    for (std::size_t i = 0; i < zRecords; ++i) books.zRecords.add({static_cast<int>(i) + 1, {}, {}, {}});
     books.counters.z = static_cast<int>(zRecords);
     return books;
   }
   Device::SaveBooks save() {
-    return [this](const Books& books) { file_.save(books); };
+    return [this](const Books& books) {
+      file_.save(books);
+      return true;
+    };
   }
   void say(std::uint8_t code, std::vector<std::string> fields) {
     device_.execute({'!', code, std::move(fields)}, now_);

@@ -63,7 +63,10 @@ class Bench {
   Moment now_{std::chrono::milliseconds{1000}, LocalTime{std::chrono::seconds{1'795'532'640}}};
   Books saved_;
   FaultSet faults_;
-  Device device_{{{"J-1", "TIENDA", "ZPV0000007"}, 300}, {}, [this](const Books& books) { saved_ = books; }};
+  Device device_{{{"J-1", "TIENDA", "ZPV0000007"}, 300}, {}, [this](const Books& books) {
+                   saved_ = books;
+                   return true;
+                 }};
   Engine engine_{device_, faults_, Speed::immediate, [](const Moment&, const Event&) {}};
   char sequence_ = '!';
 };

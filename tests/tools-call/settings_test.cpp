@@ -37,6 +37,12 @@ TEST_F(Settings, KeepEveryOtherLineWhenOneChanges) {
   EXPECT_EQ(run("ls " + folder.path().string()).output, "settings.ini\n") << "no temporary file is left";
 }
 
+TEST_F(Settings, KeepWhatEightCommandsSetAtOnce) {
+  run("for n in 1 2 3 4 5 6 7 8; do zentaro settings set COM$n /dev/x$n & done; wait");
+  for (int port = 1; port <= 8; ++port)
+    EXPECT_TRUE(contains(stored(), "COM" + std::to_string(port) + "=/dev/x")) << stored();
+}
+
 TEST_F(Settings, MakeTheFolderOfTheFile) {
   const std::string at = "ZENTARO_SETTINGS=" + file("a/b/settings.ini") + " zentaro settings ";
   EXPECT_EQ(run(at + "set DebugZT 1; " + at + "get DebugZT").output, "1\n");
@@ -73,9 +79,11 @@ TEST_F(Settings, StayAsTheyAreWhenTheNewOneIsRefused) {
 }
 
 TEST_F(Settings, SayWhyTheyCannotBeReadOrWritten) {
+  ::mkfifo(file("fifo").c_str(), 0600);
   const std::pair<std::string, const char*> rows[] = {
-      {folder.path().string(), "cannot read"},  // a folder
-      {"/proc/version/settings.ini", "cannot make the folder"},
+      {folder.path().string(), "is no file"},
+      {file("fifo"), "is no file"},
+      {"/proc/version/settings.ini", "cannot read"},
   };
   for (const auto& [path, message] : rows) {
     const Ran ran = run("ZENTARO_SETTINGS=" + path + " zentaro settings set DebugZT 1");

@@ -1,8 +1,7 @@
 // A printer on the bench: a till talks to it in short lines, and time passes only when it is told to.
 //
 //   till.say("42 Cafe|2000|1250|1600|M")   sends command 42 with these fields; gives "2900", the data fields
-//   of the
-//                                          answer, or "!03" for a refusal with this number
+//                                          of the answer, or "!03" for a refusal with this number
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,7 +22,7 @@ inline const printer::Identity identity{{"J-12345678-9", "BODEGA LA PRUEBA", "ZP
 class Till {
  public:
   explicit Till(printer::Books books = {}, printer::Speed speed = printer::Speed::immediate)
-      : device{identity, std::move(books), [this](const printer::Books& saved) { lastSaved = saved; }},
+      : device{identity, std::move(books), [this](const printer::Books& changed) { return save(changed); }},
         engine{device, faults, speed,
                [this](const printer::Moment&, const printer::Event& event) { events.push_back(event); }} {
     device.start(now.local);
@@ -81,6 +80,11 @@ class Till {
     }
   }
 
+  bool save(const printer::Books& books) {
+    if (!isDiskFull) lastSaved = books;
+    return !isDiskFull;
+  }
+
   void wait(std::chrono::milliseconds time) { now.steady += time; }
 
   std::string paper() { return printer::textPaper(device.roll().sheets()); }
@@ -91,6 +95,7 @@ class Till {
   printer::FaultSet faults;
   printer::Device device;
   printer::Engine engine;
+  bool isDiskFull = false;
   bool isHungUp = false;  // and stays so, like a port that is not opened again
   char sequence = '!';
   std::string printerStatus, fiscalStatus;

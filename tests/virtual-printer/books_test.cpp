@@ -23,7 +23,8 @@ Books fullBooks() {
   books.day.nonFiscals = 15;
   books.day.cancelled = 16;
   books.lastInvoice = {3, someTime};
-  books.zRecords.push_back({1, someTime, books.day, {2, someTime}});
+  books.zRecords.add({1, someTime, books.day, {2, someTime}});
+  books.zRecords.add({2, someTime, {}, {2, someTime}});
   books.header = {"CALLE \"REAL\"", "", "", "", "Pi\u00F1a"};
   books.footer[4] = "GRACIAS";
   books.clockOffset = std::chrono::seconds{-86'400};
@@ -40,17 +41,38 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 }  // namespace
 
 TEST(BooksAsJson, NothingIsLostOnTheWay) {
-  for (const Books& books : {Books{}, fullBooks()}) EXPECT_TRUE(booksFromJson(toJson(books)) == books);
+  BooksText text;
+  for (const Books& books : {Books{}, fullBooks()}) {
+    EXPECT_TRUE(booksFromJson(toJson(books)) == books);
+    EXPECT_EQ(text.of(books), toJson(books)) << "written on from the books before";
+  }
+}
+
+TEST(ZMemory, CopiesShareWhatTheyHaveAndKeepWhatIsTheirs) {
+  ZMemory one;
+  one.add({1});
+  ZMemory other = one;
+  EXPECT_TRUE(other == one);
+  one.add({2});
+  other.add({3});
+  EXPECT_EQ(one.records()[1].number, 2);
+  EXPECT_EQ(other.records()[1].number, 3);
+  EXPECT_FALSE(other == one);
 }
 
 TEST(BooksAsJson, WhatIsWrongIsNamed) {
-  const std::string good = toJson(fullBooks());
+  const std::string written = toJson(fullBooks());
+  const std::size_t sum = written.find(" \"checksum\"");
+  const std::string good = std::string{written}.erase(sum, written.find('\n', sum) - sum);
   const struct {
     std::string text;
     const char* complaint;
   } rows[] = {
-      {"", "it is not JSON"},
+      {"", "it is not JSON, by a mistake in line 1"},
+      {replaced(good, "\"z\": 1", "\"z\": 1,"), "it is not JSON, by a mistake in line 8"},
       {good.substr(0, good.size() / 2), "it is not JSON"},
+      {replaced(written, "\"invoice\": 3", "\"invoice\": 4"), "it was changed since it was written; remove"},
+      {replaced(written, "\"number\":2", "\"number\":3"), "it was changed since it was written; remove"},
       {"[]", "format is missing"},
       {"{}", "format is missing"},
       {replaced(good, "\"format\": 1", "\"format\": 2"), "format 2 is not known"},
@@ -58,7 +80,7 @@ TEST(BooksAsJson, WhatIsWrongIsNamed) {
        "counters.invoice: a whole number is expected"},
       {replaced(good, "\"invoice\": 3", "\"invoice\": 3.5"), "counters.invoice: a whole number is expected"},
       {replaced(good, "\"invoice\": 3", "\"invoice\": -3"), "counters.invoice: the number is out of range"},
-      {replaced(good, "\"invoice\": 3", "\"invoice\": 3000000000"),
+      {replaced(good, "\"invoice\": 3", "\"invoice\": 100000000"),
        "counters.invoice: the number is out of range"},
       {replaced(good, "\"creditNote\": 2", "\"kreditNote\": 2"), "counters: creditNote is missing"},
       {replaced(good, "2026-01-31T14:05:00", "2026-02-31T14:05:00"), "lastInvoice.closedAt: a time like"},

@@ -50,6 +50,12 @@ inline std::string joined(const std::vector<std::string>& parts, const char* sep
   return text;
 }
 
+inline std::size_t occurrences(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
 inline std::string commandFrame(char sequence, const std::string& code,
                                 const std::vector<std::string>& fields) {
   std::string frame = bytes("<STX>") + sequence + static_cast<char>(std::stoi(code, nullptr, 16));

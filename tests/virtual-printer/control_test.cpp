@@ -61,6 +61,8 @@ TEST(Log, OneJsonObjectALine) {
       {{EventKind::fault, "delay=1 once"},
        R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"fault","name":"delay=1 once"})"},
       {{EventKind::power, "off"}, R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"power","name":"off"})"},
+      {{EventKind::unsaved, "no \xFF"},
+       "{\"time\":\"2026-11-24T15:04:00\",\"ms\":1234,\"event\":\"unsaved\",\"reason\":\"no \uFFFD\"}"},
   };
   for (const auto& row : rows) EXPECT_EQ(logLine(moment, row.event), std::string{row.line} + "\n");
 }

@@ -1,10 +1,13 @@
 // Files and links at the edge: the state file, the paper file, the link, the control socket's path.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 
+#include "bytes.h"
 #include "line/link.h"
 #include "line/pty.h"
 #include "scratch.h"
@@ -27,6 +30,10 @@ std::string complaint(Action action) {
   return "no complaint";
 }
 
+std::unique_ptr<ControlSocket> control(const files::path& path) {
+  return std::make_unique<ControlSocket>(path, [](const std::string&) { return "ok"; });
+}
+
 bool contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
 }  // namespace
@@ -36,7 +43,7 @@ TEST(StateFile, BooksComeBackAndABadFileIsLeftAlone) {
   const files::path path = scratch / "state.json";
   Books books;
   {
-    const StateFile file{path};
+    StateFile file{path};
     EXPECT_TRUE(file.load() == Books{}) << "no file yet";
     books.counters.invoice = 7;
     file.save(books);
@@ -44,21 +51,38 @@ TEST(StateFile, BooksComeBackAndABadFileIsLeftAlone) {
   EXPECT_TRUE(StateFile{path}.load() == books);
   bench::write(path, "{\"format\": 1");
   const std::string said = complaint([&] { StateFile{path}.load(); });
-  EXPECT_TRUE(contains(said, "state.json: it is not JSON; move the file away")) << said;
+  EXPECT_TRUE(contains(said, "state.json: it is not JSON, by a mistake in line 1; move the file away"))
+      << said;
   EXPECT_EQ(bench::read(path), "{\"format\": 1");
 }
 
-TEST(StateFile, ASaveThatFailsKeepsTheOldBooks) {
+TEST(StateFile, ASaveThatFailsKeepsTheOldBooksAndLeavesNothingBeside) {
   const bench::Scratch scratch;
-  const StateFile file{scratch / "state.json"};
+  StateFile file{scratch / "state.json"};
   Books books;
+  books.zRecords.add({1});
   file.save(books);
-  files::create_directory(scratch / "state.json.new");  // where the new content would be written
-  books.counters.invoice = 1;
-  EXPECT_TRUE(contains(complaint([&] { file.save(books); }), "state.json.new"));
-  EXPECT_TRUE(file.load() == Books{});
-  files::create_directory(scratch / "taken");
-  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "taken"}.save(books); }), "taken"));
+  files::rename(scratch / "state.json", scratch / "kept");
+  files::create_directory(scratch / "state.json");
+  Books refused = books;
+  refused.zRecords.add({2});
+  EXPECT_TRUE(contains(complaint([&] { file.save(refused); }), "state.json is no file"));
+  files::remove(scratch / "state.json");
+  EXPECT_EQ(std::distance(files::directory_iterator{scratch / ""}, {}), 2) << "what was kept, and the lock";
+  books.zRecords.add({3});
+  file.save(books);
+  EXPECT_TRUE(file.load() == books);
+}
+
+TEST(StateFile, IsWhatALinkLeadsTo) {
+  const bench::Scratch scratch;
+  files::create_directory(scratch / "real");
+  files::create_symlink("real/books.json", scratch / "state.json");
+  StateFile file{scratch / "state.json"};
+  file.save({});
+  EXPECT_TRUE(files::is_symlink(scratch / "state.json"));
+  EXPECT_TRUE(files::is_regular_file(scratch / "real" / "books.json"));
+  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "real" / "books.json"}; }), "another printer"));
 }
 
 TEST(StateFile, BelongsToOnePrinter) {
@@ -66,7 +90,7 @@ TEST(StateFile, BelongsToOnePrinter) {
   const StateFile first{scratch / "state.json"};
   EXPECT_TRUE(
       contains(complaint([&] { StateFile{scratch / "state.json"}; }), "another printer is using this file"));
-  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "no" / "state.json"}; }), "--state: opening"));
+  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "no" / "state.json"}; }), "--state: cannot open"));
 }
 
 TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
@@ -89,6 +113,13 @@ TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
     roll.cut("x");
     EXPECT_TRUE(contains(bench::read(scratch / row.name), row.printed)) << row.name;
   }
+  files::create_directory(scratch / "gone");
+  PaperFile lost{scratch / "gone" / "paper.txt"};
+  files::remove_all(scratch / "gone");
+  testing::internal::CaptureStderr();
+  for (int sheet = 0; sheet < 2; ++sheet) lost.finished({});
+  EXPECT_EQ(bench::occurrences(testing::internal::GetCapturedStderr(), "--paper: cannot write"), 1U)
+      << "told once";
   EXPECT_TRUE(
       contains(complaint([&] { PaperFile{scratch / "paper.pdf"}; }), "must end in .txt, .svg or .html"));
   EXPECT_TRUE(contains(complaint([&] { PaperFile{scratch / "no" / "paper.txt"}; }), "No such file"));
@@ -105,9 +136,9 @@ TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
   Pty living;
   living.connect();
   Link serving{scratch / "served"};
-  serving.pointTo(living.device());
+  serving.pointTo(living.name());
   EXPECT_TRUE(contains(complaint([&] { Link{scratch / "served"}; }), "another printer is using it"));
-  files::create_symlink(living.device(), scratch / "recycled");
+  files::create_symlink(living.name(), scratch / "recycled");
   EXPECT_EQ(complaint([&] { Link{scratch / "recycled"}; }), "no complaint")
       << "the dead printer's device number was given to another printer";
   EXPECT_EQ(bench::read(scratch / "file"), "precious");
@@ -133,16 +164,27 @@ TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
 TEST(ControlSocket, TakesOnlyAPathThatIsFreeOrStale) {
   const bench::Scratch scratch;
   bench::write(scratch / "file", "precious");
-  EXPECT_TRUE(contains(complaint([&] { ControlSocket{scratch / "file"}; }), "there is a file"));
+  EXPECT_TRUE(contains(complaint([&] { control(scratch / "file"); }), "there is a file"));
   EXPECT_TRUE(
-      contains(complaint([&] { ControlSocket{scratch / std::string(200, 'x')}; }), "too long for a socket"));
+      contains(complaint([&] { control(scratch / std::string(200, 'x')); }), "too long for a socket"));
   EXPECT_EQ(bench::read(scratch / "file"), "precious");
   {
-    const ControlSocket first{scratch / "socket"};
-    EXPECT_TRUE(contains(complaint([&] { ControlSocket{scratch / "socket"}; }), "another printer is using"));
+    const auto first = control(scratch / "socket");
+    EXPECT_TRUE(contains(complaint([&] { control(scratch / "socket"); }), "another printer is using"));
     files::rename(scratch / "socket", scratch / "kept");
   }
   files::rename(scratch / "kept", scratch / "socket");  // as a killed printer leaves it behind
-  { const ControlSocket second{scratch / "socket"}; }
+  const mode_t before = ::umask(0);
+  {
+    const auto second = control(scratch / "socket");
+    EXPECT_EQ(files::status(scratch / "socket").permissions(), files::perms{0600}) << "whatever the umask";
+  }
+  ::umask(before);
   EXPECT_FALSE(files::exists(scratch / "socket"));
+  {
+    const auto third = control(scratch / "socket");
+    files::remove(scratch / "socket");
+    bench::write(scratch / "socket", "precious");
+  }
+  EXPECT_EQ(bench::read(scratch / "socket"), "precious") << "another's file by now";
 }

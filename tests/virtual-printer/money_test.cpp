@@ -55,8 +55,8 @@ TEST(Money, DiscountIsSharedByLargestRemainder) {
       {"two left over go to two bases", {0, 100, 100, 100}, 2, {0, 1, 1, 0}},
       {"the larger remainder wins over the order", {100, 200, 0, 0}, 1, {0, 1, 0, 0}},  // 1/3 and 2/3
       {"thirds", {100, 100, 100, 0}, 100, {34, 33, 33, 0}},
-      // 524/5022 of 500 is 52.17, 2500: 248.90, 999: 99.46 twice; two cents left go to .90 and then .46 of
-      // rate 2
+      // 524/5022 of 500 is 52.17, 2500: 248.90, 999: 99.46 twice; two cents left go to the .90 and to the
+      // .46 of rate 2
       {"four bases", {524, 2500, 999, 999}, 500, {52, 249, 100, 99}},
       {"all of it", {524, 2500, 999, 999}, 5022, {524, 2500, 999, 999}},
       {"nothing to share", {0, 0, 0, 0}, 0, {0, 0, 0, 0}},

@@ -2,6 +2,7 @@
 #include "bench.h"
 #include "paper/svg.h"
 
+using bench::occurrences;
 using bench::Till;
 using namespace printer;
 
@@ -19,6 +20,7 @@ TEST(Paper, AnInvoiceToTheLetter) {
     44 2|31000|T
     45 U|20000)");
   EXPECT_EQ(till.paper(),
+            "      PRUEBA - SIN VALIDEZ FISCAL\n"
             "                 SENIAT\n"
             "            RIF J-12345678-9\n"
             "            BODEGA LA PRUEBA\n"
@@ -34,10 +36,10 @@ TEST(Paper, AnInvoiceToTheLetter) {
             "0,525 x Bs 999,00\n"
             "Queso (E)                      Bs 524,48\n"
             "lote 4711\n"
-            "SUBTOTAL                       Bs 553,48\n"
+            "TOTAL PARCIAL                  Bs 553,48\n"
             "DESCUENTO Cliente fiel          Bs -5,00\n"
             "----------------------------------------\n"
-            "SUBTTL                         Bs 544,48\n"
+            "SUBTOTAL                       Bs 544,48\n"
             "----------------------------------------\n"
             "EXENTO (E)                     Bs 519,71\n"
             "BI G (16,00%)                   Bs 24,77\n"
@@ -54,6 +56,7 @@ TEST(Paper, AnInvoiceToTheLetter) {
             "         GRACIAS POR SU COMPRA\n"
             "\n"
             "             MH  ZPV0000007\n"
+            "      PRUEBA - SIN VALIDEZ FISCAL\n"
             "- - - - - - - - - - - - - - - - - - - -\n");
 }
 
@@ -94,7 +97,7 @@ TEST(Paper, OnlyTheLastSheetsAreKept) {
     roll.cut("x");
   }
   EXPECT_EQ(roll.sheets().size(), Roll::keptSheets);
-  EXPECT_EQ(roll.sheets().front().lines[0].left, "5");
+  EXPECT_EQ(roll.sheets().front().lines[1].left, "5");
   roll.cut("nothing on it");
   EXPECT_EQ(roll.sheets().back().title, "x");
 }
@@ -120,22 +123,21 @@ bool isBalanced(const std::string& markup) {
   return open.empty();
 }
 
-std::size_t occurrences(const std::string& text, const std::string& part) {
-  std::size_t count = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
-  return count;
-}
-
 }  // namespace
 
 TEST(Drawing, HostTextsCannotBreakTheMarkup) {
-  Till till;
+  Books books;
+  books.header = {"\x1B[2J\u009B", "\xED\xA0\x80|\xC0\xAF|\xF4\x90\x80\x80", "\uFFFE\U0001F600", "\xE2\x82",
+                  "\xFF"};
+  Till till{books};
   till.dialogue(
       "40 <b>&\"Juan\"</text>|V1|||||||\n42 a < b|1000|100|0|M\n44 |100|T\n45 T\nA0\nAA 1,00|Peña & Co|hoy");
   const auto& sheets = till.device.roll().sheets();
   for (const std::string& markup : {svgPaper(sheets), htmlPaper(sheets)}) {
     EXPECT_TRUE(isBalanced(markup)) << markup;
-    EXPECT_NE(markup.find("&lt;b&gt;&amp;&quot;Juan&quot;&lt;/text&gt;"), std::string::npos);
+    for (const char* text : {"&lt;b&gt;&amp;&quot;Juan&quot;&lt;/text&gt;", ">.[2J.<", ">.|..|.<",
+                             ">.\U0001F600<", ">..<", ">.<"})
+      EXPECT_NE(markup.find(text), std::string::npos) << text;
   }
   EXPECT_TRUE(isBalanced(svgPaper({})));
   EXPECT_TRUE(isBalanced(htmlPaper({})));
@@ -149,6 +151,8 @@ TEST(Drawing, EverySheetIsDrawnInsideThePage) {
   const std::string svg = svgPaper(sheets);
   EXPECT_EQ(occurrences(svg, "<g transform"), 18U);
   EXPECT_EQ(occurrences(svg, ">HOLA<"), 9U);
+  for (const std::string& paper : {svg, htmlPaper(sheets), textPaper(sheets)})
+    EXPECT_EQ(occurrences(paper, "PRUEBA - SIN VALIDEZ FISCAL"), 36U) << "at head and foot of every sheet";
   const int width = std::stoi(svg.substr(svg.find("width=\"") + 7));
   const int height = std::stoi(svg.substr(svg.find("height=\"") + 8));
   std::size_t sheet = 0;

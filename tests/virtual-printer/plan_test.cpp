@@ -22,6 +22,7 @@ TEST(FaultPlan, EveryWordOfTheGrammarIsUnderstood) {
       {"delay", "delay=5 once"},
       {"delay=11.5 on payment after 2 times 3", "delay=11.5 on payment after 2 times 3"},
       {"delay=0.025", "delay=0.025 once"},
+      {"delay=1.001", "delay=1.001 once"},
       {"wait=3600 always", "wait=3600 always"},
       {"noise", "noise=before once"},
       {"noise=inside chance 5% always", "noise=inside chance 5% always"},

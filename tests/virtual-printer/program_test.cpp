@@ -1,12 +1,15 @@
 // The program itself, as its own process on a real pseudo-terminal: start and end, kills, the line, the
 // control channels. Every wait has a bound.
+#include <arpa/inet.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,6 +22,7 @@
 
 #include "bytes.h"
 #include "line/descriptor.h"
+#include "printer/tell.h"
 #include "scratch.h"
 
 extern char** environ;
@@ -27,6 +31,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using printer::Descriptor;
+using zentaro::tools::tell;
 
 bool eventually(const std::function<bool()>& condition) {
   for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
@@ -89,6 +94,7 @@ class Printer {
   void type(const std::string& line) const {
     EXPECT_EQ(::write(input_.get(), line.data(), line.size()), static_cast<ssize_t>(line.size()));
   }
+  pid_t process() const { return process_; }
   std::string errors() const { return bench::read(scratch_ / "err"); }
   std::string paper() const { return bench::read(scratch_ / "out"); }
 
@@ -107,6 +113,11 @@ class Printer {
 class Port {
  public:
   explicit Port(const std::string& device) : line_{::open(device.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)} {}
+  explicit Port(int tcpPort) : line_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)} {
+    const sockaddr_in address{
+        AF_INET, htons(static_cast<std::uint16_t>(tcpPort)), {htonl(INADDR_LOOPBACK)}, {}};
+    EXPECT_EQ(::connect(line_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  }
   bool isOpen() const { return line_.isOpen(); }
   int get() const { return line_.get(); }
 
@@ -127,6 +138,19 @@ class Port {
  private:
   Descriptor line_;
 };
+
+Descriptor connected(const std::string& path) {
+  Descriptor client{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+  sockaddr_un address{AF_UNIX, {}};
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  EXPECT_EQ(::connect(client.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  return client;
+}
+
+std::string tellOn(const Descriptor& client) {
+  ::send(client.get(), "status\n", 7, MSG_NOSIGNAL);
+  return readFor(client.get(), [](const std::string& text) { return text.ends_with('\n'); });
+}
 
 std::vector<std::string> with(const bench::Scratch& scratch, std::vector<std::string> more = {}) {
   more.insert(more.end(), {"--link", scratch / "port", "--state", scratch / "state.json"});
@@ -151,6 +175,8 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
   const bench::Scratch scratch;
   bench::write(scratch / "file", "precious");
   const std::string precious = scratch / "file";
+  const std::string fifo = scratch / "fifo";
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   const struct {
     std::vector<std::string> options;
     const char* complaint;
@@ -159,14 +185,26 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
       {{"--frobnicate"}, "--frobnicate"},
       {{"--fault", "delay=1", "wait=1"}, "wait=1"},
       {{"--serial", "a b"}, "capital letters and digits"},
-      {{"--igtf", "100"}, "--igtf"},
+      {{"--igtf", "100"}, "--igtf: a percentage from 0 to 99.99"},
+      {{"--lang", "es", "--frobnicate"}, "sobra este argumento: --frobnicate"},
+      {{"--lang=es", "--seed"}, "--seed: falta N"},
+      {{"--lang=es", "--fault", "delay=1=\x1B[2J"}, "se espera un solo valor detrás de \"delay\""},
+      {{"--temporary", "--paper", "x.txt"}, "--paper excludes --temporary"},
       {{"--paper", "x.pdf"}, "must end in .txt, .svg or .html"},
       {{"--link", precious}, "there is a file"},
       {{"--state", precious}, "it is not JSON"},
       {{"--control", precious}, "there is a file"},
-      {{"--log", "/"}, "--log: opening /"},
       {{"--web", "x"}, "--web x: a port from 0 to 65535"},
       {{"--open"}, "--open requires --web"},
+      {{"--log", "/"}, "--log: / is no file"},
+      {{"--log", fifo}, "fifo is no file"},
+      {{"--state", fifo}, "fifo is no file"},
+      {{"--state", "/dev/zero"}, "/dev/zero is no file"},
+      {{"--tcp", "1", "--link", precious}, "--link excludes --tcp"},
+      {{"--tcp", "[::1]:70000"}, "--tcp [::1]:70000: a port from 0 to 65535"},
+      {{"--tcp", "192.0.2.1:0"}, "--tcp 192.0.2.1:0: Cannot assign"},
+      {{"--clock", "2026-02-30T10:00"}, "--clock: a time like"},
+      {{"--clock", "1999-12-31T10:00"}, "--clock: a time like"},
   };
   for (const auto& row : rows) {
     Printer printer{scratch, row.options};
@@ -199,6 +237,40 @@ TEST(Program, AKillLosesAtMostTheOpenDocument) {
   EXPECT_EQ(port.say("38 *"), "0|0|2|0|0|0");
   EXPECT_EQ(port.say("39 X|S").substr(0, 5), "1.00|");
   EXPECT_EQ(port.say("40 ||||||||"), "00000003");
+}
+
+TEST(Program, ACloseThatCannotBeSavedIsRefusedAndTold) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, with(scratch, {"--log", scratch / "log"})};
+  ASSERT_TRUE(printer.isReady());
+  Port port{scratch / "port"};
+  port.say("48");
+  std::filesystem::remove(scratch / "state.json");
+  std::filesystem::create_directory(scratch / "state.json");
+  EXPECT_EQ(port.say("4A"), "ERROR 25 MEMORIA FISCAL NO SE PUEDE GRABAR");
+  EXPECT_NE(printer.errors().find("zentaro-printer: --state: "), std::string::npos) << printer.errors();
+  EXPECT_NE(bench::read(scratch / "log").find("\"event\":\"unsaved\""), std::string::npos);
+  std::filesystem::remove(scratch / "state.json");
+  EXPECT_EQ(port.say("4A"), "00000001");
+}
+
+TEST(Program, ControlClientsCannotUseUpTheDescriptors) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, with(scratch, {"--control", scratch / "control"})};
+  ASSERT_TRUE(printer.isReady());
+  const rlimit few{24, 24};
+  ASSERT_EQ(::prlimit(printer.process(), RLIMIT_NOFILE, &few, nullptr), 0);
+  std::vector<Descriptor> clients;
+  bool isRefused = false;
+  while (!isRefused && clients.size() < 30) {
+    clients.push_back(connected(scratch / "control"));
+    isRefused = !tellOn(clients.back()).starts_with("ok");
+  }
+  EXPECT_TRUE(isRefused);
+  Port port{scratch / "port"};
+  EXPECT_EQ(port.say("48"), "00000001") << "the state file can still be written";
+  clients.clear();
+  EXPECT_TRUE(eventually([&] { return tellOn(connected(scratch / "control")).starts_with("ok"); }));
 }
 
 TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
@@ -240,6 +312,24 @@ TEST(Program, TheLineOutlivesItsHosts) {
   })) << "the mark of the crashed host is lifted, and the lock free";
 }
 
+TEST(Program, TheLineOverTcpServesOneHostAtATime) {
+  const bench::Scratch scratch;
+  Printer printer{scratch, {"--tcp", "0", "--clock", "2026-01-31T10:00"}};
+  ASSERT_TRUE(printer.isReady()) << printer.errors();
+  ASSERT_TRUE(printer.errors().starts_with("ready: 127.0.0.1:")) << printer.errors();
+  const int number = std::stoi(printer.errors().substr(17));
+  {
+    Port first{number};
+    EXPECT_EQ(first.say("59"), "260131|100000");
+    Port second{number};
+    char byte = 0;
+    EXPECT_EQ(::read(second.get(), &byte, 1), 0) << "refused";
+    EXPECT_EQ(first.say("80"), "ZPV0000001");
+  }
+  EXPECT_NE(printer.errors().find("refused: 127.0.0.1:"), std::string::npos);
+  EXPECT_EQ(Port{number}.say("59"), "260131|100000") << "the clock stands still";
+}
+
 TEST(Program, AHostThatHoldsTheLockKeepsThePort) {
   const bench::Scratch scratch;
   Printer printer{scratch, with(scratch)};
@@ -274,15 +364,8 @@ TEST(Program, FaultsAreSwitchedOnBothControlChannels) {
   printer.type("fault paper-out\n");
   ASSERT_TRUE(eventually([&] { return printer.errors().ends_with("\nok\n"); }));
   EXPECT_EQ(port.say("48"), "ERROR 20 SIN PAPEL");
-  const Descriptor client{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  (scratch / "control").string().copy(address.sun_path, sizeof address.sun_path - 1);
-  ASSERT_EQ(::connect(client.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  const std::string lines = "faults\nclear\n";
-  ASSERT_EQ(::write(client.get(), lines.data(), lines.size()), static_cast<ssize_t>(lines.size()));
-  EXPECT_EQ(readFor(client.get(), [](const std::string& text) { return text.ends_with("cleared\n"); }),
-            "paper-out always (in force)\nok\nok all faults cleared\n");
+  EXPECT_EQ(tell(scratch / "control", "faults"), "paper-out always (in force)\nok\n");
+  EXPECT_EQ(tell(scratch / "control", "clear"), "ok all faults cleared\n");
   EXPECT_EQ(port.say("48"), "00000001");
   const std::string log = bench::read(scratch / "log");
   EXPECT_NE(log.find("\"event\":\"fault\",\"name\":\"paper-out always\""), std::string::npos) << log;

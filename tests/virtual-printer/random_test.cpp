@@ -1,5 +1,4 @@
-// A till gone mad: any command with any fields, thousands of times. What must hold for every answer, holds
-// here.
+// A till gone mad: any command with any fields, thousands of times. What must hold for every answer does so.
 #include <random>
 
 #include "bench.h"

@@ -202,13 +202,40 @@ TEST(Sale, IgtfIsDueOnTopOfTheTotal) {
 
 TEST(Sale, EveryWayToCloseADocumentThatIsPaid) {
   for (const char* close :
-       {"45 T => 00000001|116|0", "45 => 00000001|116|0", "45 E => 00000001|116|0",
-        "45 T|0 => 00000001|116|0", "45 A => 00000001|116|0\n41 x|S =>\n45 E|0 => 00000001|116|0"}) {
+       {"45 T => 00000001|116|4", "45 => 00000001|116|4", "45 E => 00000001|116|4",
+        "45 T|0 => 00000001|116|4",
+        "45 A => 00000001|116|4\n38 * => 0|4|1|0|0|0\n41 x|S =>\n45 E|0 => 00000001|116|4"}) {
     Till till;
-    till.dialogue(std::string{openInvoice} + "\n42 Cafe|1000|100|1600|M => 116\n44 |116|T => 0|0\n" + close);
+    till.dialogue(std::string{openInvoice} + "\n42 Cafe|1000|100|1600|M => 116\n44 |120|T => 0|4\n" + close);
     EXPECT_EQ(till.device.works().books.day.invoices, 1) << close;
     EXPECT_FALSE(till.lastSaved.open) << close;
+    EXPECT_EQ(bench::occurrences(till.paper(), "CAMBIO"), 1U) << close;
   }
+}
+
+TEST(Sale, WhatCannotBeSavedIsRefusedAndCanBeSentAgain) {
+  Till till;
+  till.dialogue(std::string{openInvoice} + "\n42 Cafe|1000|100|1600|M => 116\n44 |116|T => 0|0");
+  till.isDiskFull = true;
+  till.dialogue("45 T => !25\n44 |0|C => !25\n43 | => 116|100|16|116|1");
+  till.isDiskFull = false;
+  till.dialogue("45 T => 00000001|116|0");
+  till.isDiskFull = true;
+  till.dialogue("40 |||||||| => !25\n48 => !25\n39 Z => !25\n58 260101|120000 => !25\n80 => ZPV0000007");
+  till.isDiskFull = false;
+  till.dialogue("40 |||||||| => 00000002\n44 |0|C => 00000002\n39 Z");
+  EXPECT_EQ(till.lastSaved.zRecords.size(), 1U);
+}
+
+TEST(Sale, CountersAtTheirLimitRefuse) {
+  printer::Books books;
+  books.counters = {99'999'998, 99'999'999, 99'999'999, 99'999'999};
+  Till till{books};
+  till.dialogue(
+      "40 ||||||D|| => !26\n48 => !26\n39 Z => !26\n40 |||||||| => 99999999\n44 |0|C\n40 |||||||| => !26");
+  books.counters = {};
+  books.day.sales.taxes[2] = 1'000'000'000'000'000'000;
+  Till{books}.dialogue("40 |||||||| => !26");
 }
 
 TEST(Sale, ACancelledDocumentUsesItsNumberAndNothingElse) {

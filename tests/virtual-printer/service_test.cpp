@@ -126,6 +126,7 @@ TEST(Trouble, APowerCutEndsTheOpenDocumentAsCancelledAtTheRestart) {
 
 TEST(Trouble, WhatStoodOnTheLineIsGoneWithThePower) {
   Till till;
+  till.say("7B");
   till.faults.add(printer::parsePlan("power-cut=1 on serial"));
   const std::string lost = bench::commandFrame('"', "80", {});
   const std::string next = bench::commandFrame('#', "59", {});
@@ -134,4 +135,6 @@ TEST(Trouble, WhatStoodOnTheLineIsGoneWithThePower) {
   till.arrived();
   till.engine.receive(next.substr(4), till.now);
   EXPECT_EQ(till.arrived(), "");
+  till.faults.add(printer::parsePlan("repeat-answer"));
+  EXPECT_EQ(till.say("59"), "261124|150400") << "there is nothing to repeat";
 }

@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "web/address.h"
+#include "line/address.h"
 #include "web/feed.h"
 #include "web/guard.h"
 #include "web/inbox.h"
@@ -13,14 +13,14 @@ using namespace printer;
 using namespace std::chrono_literals;
 
 TEST(Web, AddressesAreReadOrRefused) {
-  const std::pair<const char*, const char*> good[]{{"", "127.0.0.1:8210"},
-                                                   {"80", "127.0.0.1:80"},
+  const std::pair<const char*, const char*> good[]{{"80", "127.0.0.1:80"},
                                                    {"0.0.0.0:0", "0.0.0.0:0"},
                                                    {"caja-1:65535", "caja-1:65535"},
                                                    {"[::1]:8080", "[::1]:8080"}};
-  for (const auto& [text, expected] : good) EXPECT_EQ(authority(parseWebAddress(text)), expected) << text;
-  for (const char* bad : {"x", "-1", "65536", "80x", ":80", "host:", "[]:80", "::1:80", "1.2.3.4"})
-    EXPECT_THROW(parseWebAddress(bad), std::runtime_error) << bad;
+  for (const auto& [text, expected] : good)
+    EXPECT_EQ(authority(parseAddress("--web", text)), expected) << text;
+  for (const char* bad : {"", "x", "-1", "65536", "80x", ":80", "host:", "[]:80", "::1:80", "1.2.3.4"})
+    EXPECT_THROW(parseAddress("--web", bad), std::runtime_error) << bad;
 }
 
 TEST(Web, NamesThatMayHaveBeenPointedHereAreForeign) {

@@ -22,10 +22,11 @@ namespace {
 [[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
 
 // Runs in the child, where only calls that are safe behind a fork are allowed.
-[[noreturn]] void become(char* const* arguments, int errors) {
-  ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+[[noreturn]] void become(char* const* arguments, int errors, pid_t parent) {
   ::setpgid(0, 0);
+  ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   ::signal(SIGPIPE, SIG_DFL);
+  if (::getppid() != parent) ::_exit(127);  // killed before it could be asked for
   const int nothing = ::open("/dev/null", O_RDWR);
   ::dup2(nothing, STDIN_FILENO);
   ::dup2(nothing, STDOUT_FILENO);
@@ -59,8 +60,9 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
   const std::vector<char*> arguments = argumentVector(own);
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) < 0) fail("pipe");
+  const pid_t parent = ::getpid();
   id_ = ::fork();
-  if (id_ == 0) become(arguments.data(), ends[1]);
+  if (id_ == 0) become(arguments.data(), ends[1], parent);
   const int reason = errno;
   ::close(ends[1]);
   errors_ = ends[0];
@@ -72,18 +74,26 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
 
 ChildProcess::~ChildProcess() {
   ::kill(id_, SIGTERM);
+  ignoreErrors();
   while (::waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
   }
-  if (reader_.joinable()) reader_.join();
+  drain_.join();
   ::close(errors_);
 }
 
-void ChildProcess::discardErrors() {
-  reader_ = std::thread([errors = errors_] {
-    std::array<char, 4096> said{};
-    ssize_t count = 1;
-    while (count > 0 || (count < 0 && errno == EINTR)) count = ::read(errors, said.data(), said.size());
+// Signals are the business of the threads that were there before.
+void ChildProcess::ignoreErrors() {
+  if (drain_.joinable()) return;
+  sigset_t all, before;
+  ::sigfillset(&all);
+  ::pthread_sigmask(SIG_SETMASK, &all, &before);
+  drain_ = std::thread([errors = errors_] {
+    std::array<char, 4096> unread{};
+    ssize_t count = 0;
+    do count = ::read(errors, unread.data(), unread.size());
+    while (count > 0 || (count < 0 && errno == EINTR));
   });
+  ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 bool ChildProcess::readErrorLine(std::string& line, int milliseconds) {

@@ -17,8 +17,9 @@ std::vector<char*> argumentVector(std::vector<std::string>& words);
 
 class ChildProcess {
  public:
-  /// Starts `words[0]` with /dev/null as its input and output; its standard error can be read. It is in a process
-  /// group of its own, out of reach of Ctrl-C. A program that cannot be started says so there. Raises std::system_error when there is no process to be had.
+  /// Starts `words[0]` with /dev/null as its input and output, in a process group of its own, so that Ctrl-C
+  /// does not reach it; its standard error can be read. A program that cannot be started says so there. Raises
+  /// std::system_error when there is no process to be had.
   explicit ChildProcess(const std::vector<std::string>& words);
   /// Asks it to end (SIGTERM) and waits for it.
   ~ChildProcess();
@@ -28,15 +29,15 @@ class ChildProcess {
   /// The next line of its standard error, without the line end. False, with what there is of a line, at its
   /// end or when `milliseconds` are over.
   bool readErrorLine(std::string& line, int milliseconds);
-  /// Throws away what it says on standard error from now on, so that it never waits for a reader.
-  void discardErrors();
+  /// Lets the program say from now on what it likes: nobody listens, and it never has to wait.
+  void ignoreErrors();
 
   pid_t id() const { return id_; }
 
  private:
   pid_t id_ = -1;
   int errors_ = -1;
-  std::thread reader_;
+  std::thread drain_;
 };
 
 }  // namespace zentaro::tools

@@ -14,25 +14,28 @@ namespace {
 
 constexpr int longestStart = 10000;  // milliseconds; a busy machine may take a while
 
-}  // namespace
-
-VirtualPrinter::VirtualPrinter(const std::vector<std::string>& options) : process_(words(options)) {
-  waitUntilReady();
-  process_.discardErrors();
-  Interruption::setLeftovers(process_.id(), folder_.path().string());
-}
-
-std::vector<std::string> VirtualPrinter::words(const std::vector<std::string>& options) const {
-  std::vector<std::string> words{
-      companionProgram("zentaro-printer"), "--quiet", "--link", device(), "--paper", paperFile()};
+std::vector<std::string> wordsWith(const std::vector<std::string>& options) {
+  std::vector<std::string> words{companionProgram("zentaro-printer"), "--quiet", "--temporary"};
   words.insert(words.end(), options.begin(), options.end());
   return words;
 }
 
+}  // namespace
+
+VirtualPrinter::VirtualPrinter(const std::vector<std::string>& options) : process_(wordsWith(options)) {
+  waitUntilReady();
+  process_.ignoreErrors();
+  Interruption::setLeftovers(process_.id(), device_.parent_path().string());
+}
+
 void VirtualPrinter::waitUntilReady() {
+  constexpr std::string_view ready = "ready: ";
   std::string said, line;
   while (process_.readErrorLine(line, longestStart)) {
-    if (line.starts_with("ready: ")) return;
+    if (line.starts_with(ready)) {
+      device_ = line.substr(ready.size());
+      return;
+    }
     said += line + "\n";
   }
   throw std::runtime_error(terminal::say(
@@ -44,7 +47,7 @@ void VirtualPrinter::waitUntilReady() {
 
 std::string VirtualPrinter::paper() const {
   std::ostringstream text;
-  text << std::ifstream(paperFile()).rdbuf();
+  text << std::ifstream(device_.parent_path() / "paper.txt").rdbuf();
   return text.str();
 }
 

@@ -1,11 +1,11 @@
 // A virtual printer for one command: what a command uses when nobody names a port.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "common/child_process.h"
-#include "common/temporary_folder.h"
 
 namespace zentaro::tools {
 
@@ -16,17 +16,15 @@ class VirtualPrinter {
   explicit VirtualPrinter(const std::vector<std::string>& options = {});
 
   /// The path by which its line is opened.
-  std::string device() const { return (folder_.path() / "printer").string(); }
+  std::string device() const { return device_.string(); }
   /// The documents printed so far, as text.
   std::string paper() const;
 
  private:
-  std::string paperFile() const { return (folder_.path() / "paper.txt").string(); }
-  std::vector<std::string> words(const std::vector<std::string>& options) const;
   void waitUntilReady();
 
-  TemporaryFolder folder_;
   ChildProcess process_;
+  std::filesystem::path device_;  // in a folder of the printer's own, which it removes at its end
 };
 
 }  // namespace zentaro::tools

@@ -1,4 +1,4 @@
-// Becomes the program zentaro-printer.
+// Becomes the program zentaro-printer, or talks to one that runs.
 #include "printer/printer_command.h"
 
 #include <unistd.h>
@@ -6,14 +6,24 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
 
 #include "common/child_process.h"
 #include "common/guarded.h"
+#include "printer/tell.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
 namespace {
+
+using terminal::say;
+
+std::string text(std::string_view spanish, std::string_view english) {
+  return std::string(say(spanish, english));
+}
 
 bool asksForPage(const std::vector<std::string>& words) {
   const auto isMeant = [](const std::string& word) { return word == "--web" || word.starts_with("--web="); };
@@ -26,17 +36,49 @@ int become(std::vector<std::string> words) {
   if (asksForPage(words)) words.emplace_back("--open");
   words.insert(words.begin(), program);
   ::execvp(program.c_str(), argumentVector(words).data());
-  throw std::runtime_error("cannot start " + program + ": " + std::strerror(errno));
+  throw std::runtime_error(
+      say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, std::strerror(errno)}));
+}
+
+struct Told {
+  std::string socket;
+  std::vector<std::string> words;
+};
+
+int tellPrinter(const Told& told) {
+  std::string line;
+  for (const std::string& word : told.words) line += (line.empty() ? "" : " ") + word;
+  if (line.find('\n') != std::string::npos)
+    throw std::runtime_error(text("se dice una línea a la vez", "one line is told at a time"));
+  const std::string reply = tell(told.socket, line);
+  std::cout << terminal::harmlessLines(reply);
+  const std::size_t last = reply.rfind('\n', reply.size() - 2);
+  return reply.compare(last == std::string::npos ? 0 : last + 1, 2, "ok") == 0 ? exitDone : exitRefused;
 }
 
 }  // namespace
 
 void addPrinterCommand(CLI::App& app, int& status) {
-  CLI::App* command =
-      app.add_subcommand("printer", "Run the virtual printer; \"zentaro printer --help\" lists its options");
+  CLI::App* command = app.add_subcommand(
+      "printer", text("La impresora virtual; \"zentaro printer --help\" dice sus opciones",
+                      "Run the virtual printer; \"zentaro printer --help\" lists its options"));
   command->set_help_flag();  // all options are those of zentaro-printer
   command->prefix_command();
-  command->callback([command, &status] { status = guarded([&] { return become(command->remaining()); }); });
+  auto told = std::make_shared<Told>();
+  CLI::App* telling =
+      command->add_subcommand("tell", text("Dice una línea de control a una impresora en marcha",
+                                           "Tell a running virtual printer a control line"));
+  telling->set_help_flag("-h,--help", text("Muestra esta ayuda", "Show this help"));
+  telling->add_option("SOCKET", told->socket, text("Lo que dijo --control", "What --control named"))
+      ->required()
+      ->type_name("");
+  telling->add_option("LINE", told->words, "fault \"lose-answer on close\", status, help ...")
+      ->required()
+      ->type_name("");
+  telling->callback([told, &status] { status = guarded([&] { return tellPrinter(*told); }); });
+  command->callback([command, &status] {
+    if (command->get_subcommands().empty()) status = guarded([&] { return become(command->remaining()); });
+  });
 }
 
 }  // namespace zentaro::tools

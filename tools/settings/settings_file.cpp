@@ -2,103 +2,80 @@
 #include "settings/settings_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
+
+#include "files/careful_file.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
 
 namespace {
 
 namespace files = std::filesystem;
+using terminal::say;
 
-[[noreturn]] void fail(const std::string& what, const std::string& path) {
-  throw std::runtime_error(what + " " + path + ": " + std::strerror(errno));
-}
-
-std::string contentsOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream contents;
-  if (file.peek() != std::ifstream::traits_type::eof()) contents << file.rdbuf();
-  if (!file.is_open() || file.bad()) fail("cannot read", path);
-  return contents.str();
-}
-
-// The file that a chain of links leads to: it is what must be replaced, not the link.
-std::string behindLinks(const std::string& path) {
-  std::error_code none;
-  const files::path target = files::weakly_canonical(path, none);
-  return none ? path : target.string();
-}
-
-// A temporary file beside the real one, gone unless it took its place.
-class Replacement {
+// Held while the file is read, changed and replaced: of two commands at once the second waits. It is the
+// folder that is locked, since the file itself is replaced, and a lock file would be left behind.
+class FolderLock {
  public:
-  explicit Replacement(const std::string& path) : path_(path), temporary_(path + ".XXXXXX") {
-    file_ = ::mkstemp(temporary_.data());
-    if (file_ < 0) fail("cannot write", temporary_);
-  }
-  ~Replacement() {
-    if (file_ >= 0) ::close(file_);
-    if (!done_) ::unlink(temporary_.c_str());
-  }
-  Replacement(const Replacement&) = delete;
-  Replacement& operator=(const Replacement&) = delete;
-
-  void write(const std::string& contents) const {
-    for (std::size_t length = 0; length < contents.size();) {
-      const ssize_t written = ::write(file_, contents.data() + length, contents.size() - length);
-      if (written < 0 && errno != EINTR) fail("cannot write", temporary_);
-      if (written > 0) length += static_cast<std::size_t>(written);
+  explicit FolderLock(const std::string& folder)
+      : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    while (folder_ >= 0 && ::flock(folder_, LOCK_EX) != 0) {
+      if (errno != EINTR) break;
     }
+    if (folder_ < 0)
+      throw std::runtime_error(
+          say("no se puede abrir {}: {}", "cannot open {}: {}", {folder, std::strerror(errno)}));
   }
-  void takePlace() {
-    struct stat old {};
-    const mode_t mode = ::stat(path_.c_str(), &old) == 0 ? old.st_mode & 07777U : 0644U;
-    if (::fchmod(file_, mode) < 0 || ::fsync(file_) < 0) fail("cannot write", temporary_);
-    if (::rename(temporary_.c_str(), path_.c_str()) < 0) fail("cannot replace", path_);
-    done_ = true;
-  }
+  ~FolderLock() { ::close(folder_); }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
 
  private:
-  std::string path_, temporary_;
-  int file_ = -1;
-  bool done_ = false;
+  int folder_;
 };
+
+std::string folderOf(const files::path& file) {
+  const files::path folder = file.has_parent_path() ? file.parent_path() : ".";
+  std::error_code failed;
+  files::create_directories(folder, failed);
+  if (failed)
+    throw std::runtime_error(say("no se puede crear la carpeta de {}: {}", "cannot make the folder of {}: {}",
+                                 {file.string(), failed.message()}));
+  return folder.string();
+}
 
 }  // namespace
 
 SettingsFile::SettingsFile(std::string path) : path_(std::move(path)) {
   if (path_.empty()) {
-    throw std::runtime_error(
-        "there is no settings file without a home directory: set HOME or ZENTARO_SETTINGS");
+    throw std::runtime_error(std::string(
+        say("sin carpeta personal no hay archivo de configuración: defina HOME o ZENTARO_SETTINGS",
+            "there is no settings file without a home directory: set HOME or ZENTARO_SETTINGS")));
   }
-  std::error_code ignored;
-  exists_ = files::exists(path_, ignored);
-  if (exists_) settings_ = SettingsText(contentsOf(path_));
+  read();
 }
 
 void SettingsFile::set(std::string_view section, std::string_view key, std::string_view value) {
+  const files::path target = behindLinks(path_);
+  const FolderLock lock(folderOf(target));
+  read();
   SettingsText changed = settings_;
   changed.set(section, key, value);
+  replaceFile(target, changed.text());
   std::swap(settings_, changed);
-  write();
 }
 
-void SettingsFile::write() const {
-  const std::string target = behindLinks(path_);
-  std::error_code failed;
-  files::create_directories(files::path(target).parent_path(), failed);
-  if (failed) throw std::runtime_error("cannot make the folder of " + target + ": " + failed.message());
-  Replacement replacement(target);
-  replacement.write(settings_.text());
-  replacement.takePlace();
+void SettingsFile::read() {
+  const auto content = contentOf(path_);
+  exists_ = content.has_value();
+  settings_ = SettingsText(content.value_or(""));
 }
 
 }  // namespace zentaro::tools

@@ -17,13 +17,13 @@ class SettingsFile {
   bool exists() const { return exists_; }
   const SettingsText& settings() const { return settings_; }
 
-  /// Sets one value and writes the file, making its folder. A reader sees the old file or the new one. Raises
-  /// std::runtime_error, with the old file as it was, when it cannot be written, and as SettingsText::set
-  /// does.
+  /// Sets one value in the file as it stands by now, making its folder; what others set at the same time stays.
+  /// A reader sees the old file or the new one. Raises std::runtime_error, with the old file as it was, when it
+  /// cannot be written, and as SettingsText::set does.
   void set(std::string_view section, std::string_view key, std::string_view value);
 
  private:
-  void write() const;
+  void read();
 
   std::string path_;
   bool exists_ = false;

@@ -33,16 +33,17 @@ void answer(const printer::Command& command, Script& script, printer::Pty& line)
 void replay(Script script) {
   printer::Pty line;
   line.connect();
-  std::cout << line.device() << std::endl;
+  std::cout << line.name() << std::endl;
   printer::Receiver receiver;
   while (true) {
     constexpr int idleCheck = 1000;  // milliseconds
-    pollfd watched{line.descriptor(), POLLIN, 0};
-    if (::poll(&watched, 1, idleCheck) <= 0) {
-      line.liftStaleExclusiveUse();
+    std::vector<pollfd> watched;
+    line.watch(watched);
+    if (::poll(watched.data(), watched.size(), idleCheck) <= 0) {
+      line.rest();
       continue;
     }
-    for (const printer::Received& received : receiver.feed(line.read()))
+    for (const printer::Received& received : receiver.feed(line.read(watched)))
       if (const auto* command = std::get_if<printer::Command>(&received)) answer(*command, script, line);
   }
 }

@@ -1,6 +1,5 @@
 // The commands that the printer knows, each with its handler. A handler reads its fields, lets the fiscal
-// machine decide, prints, and returns the data fields of the answer; it throws Refused before anything has
-// changed.
+// machine decide, prints, and returns the data fields of the answer, or throws Refused.
 #pragma once
 
 #include <span>

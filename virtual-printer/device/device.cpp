@@ -11,16 +11,20 @@ Device::Device(Identity identity, Books books, SaveBooks save)
 
 Answer Device::execute(const Command& command, LocalTime hostTime) {
   works_.now = hostTime + works_.books.clockOffset;
+  const Works::Memory before = works_.memory();
   Answer answer;
   try {
     answer.fields = run(command);
+    refuseIf(!saveIfChanged(), Refusal::notSaved);
+    works_.job.runOn(roll_);
+    if (command.code != statusCode) works_.lastCommand = command.code;
     answer.fiscalStatus = fiscalStatus(works_);
   } catch (const Refused& refused) {
+    works_.goBack(before);
     answer.fields = {refusalTexts[static_cast<std::size_t>(refused.why)]};
     answer.fiscalStatus = fiscalStatus(works_) | fiscal_bit::refused;
   }
   answer.printerStatus = printerStatus(works_);
-  saveIfChanged();
   return answer;
 }
 
@@ -28,11 +32,10 @@ std::vector<std::string> Device::run(const Command& command) {
   const CommandEntry* entry = findCommand(command.code);
   refuseIf(entry == nullptr, Refusal::unknownCommand);
   if (entry->paper == Paper::needed) requirePaper(works_.conditions);
-  Fields fields = entry->handler(works_, Arguments{command});
-  if (command.code != statusCode) works_.lastCommand = command.code;
-  return fields;
+  return entry->handler(works_, Arguments{command});
 }
 
+// Nobody waits for an answer here: what cannot be saved now is saved with the next change.
 void Device::reset() {
   works_.slipOn = false;
   if (!works_.machine.abandon()) return;
@@ -40,23 +43,25 @@ void Device::reset() {
   works_.finishTicket(cancelledLines(works_.identity.owner),
                       documentTitle(document.kind, document.number) + " ANULADO");
   saveIfChanged();
+  works_.job.runOn(roll_);
 }
 
 void Device::start(LocalTime hostTime) {
   works_.now = hostTime + works_.books.clockOffset;
   if (works_.books.open) {
     const auto [kind, number] = *works_.books.open;
-    works_.roll.cut(documentTitle(kind, number) + " INTERRUMPIDO");
-    works_.roll.print(headingLines(works_.identity.owner, works_.books.header));
-    works_.roll.print(lostDocumentLines(kind, number, works_.now));
+    works_.job.cut(documentTitle(kind, number) + " INTERRUMPIDO");
+    works_.job.print(headingLines(works_.identity.owner, works_.books.header));
+    works_.job.print(lostDocumentLines(kind, number, works_.now));
   }
   reset();
 }
 
-void Device::saveIfChanged() {
-  if (works_.books == saved_) return;
+bool Device::saveIfChanged() {
+  if (works_.books == saved_) return true;
+  if (!save_(works_.books)) return false;
   saved_ = works_.books;
-  save_(saved_);
+  return true;
 }
 
 }  // namespace printer

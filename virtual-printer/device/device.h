@@ -1,5 +1,4 @@
-// The printer behind the line: takes commands, gives answers, keeps the books. Knows no bytes, no clock, no
-// files.
+// The printer behind the line: takes commands, gives answers, keeps the books. Knows no bytes, clock or files.
 #pragma once
 
 #include <functional>
@@ -11,8 +10,9 @@ namespace printer {
 
 class Device {
  public:
-  // Called whenever the books have changed, before the answer leaves.
-  using SaveBooks = std::function<void(const Books&)>;
+  // Called whenever the books have changed, before anything is printed and the answer leaves. False: they
+  // could not be saved, and the command is refused.
+  using SaveBooks = std::function<bool(const Books&)>;
 
   Device(Identity identity, Books books, SaveBooks save);
 
@@ -23,15 +23,16 @@ class Device {
   // Power came back: a document that was open is printed as cancelled.
   void start(LocalTime hostTime);
 
-  Roll& roll() { return works_.roll; }
+  Roll& roll() { return roll_; }
   Conditions& conditions() { return works_.conditions; }
   const Works& works() const { return works_; }
 
  private:
   std::vector<std::string> run(const Command& command);
-  void saveIfChanged();
+  bool saveIfChanged();
 
   Works works_;
+  Roll roll_;
   Books saved_;
   SaveBooks save_;
 };

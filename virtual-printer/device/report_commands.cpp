@@ -45,6 +45,7 @@ Fields closingZ(Works& works, const std::string& option) {
   refuseIf(option != "T" && !option.empty(), Refusal::badField);
   requirePaper(works.conditions);
   refuseIf(works.conditions.memoryFull, Refusal::memoryFull);
+  refuseIf(works.books.counters.z >= largestNumber, Refusal::counterAtLimit);
   const ZRecord& record = works.books.closeDay(works.now);
   works.conditions.closingRequired = false;
   printClosing(works, "REPORTE Z " + eightDigits(record.number), record);
@@ -57,7 +58,7 @@ struct MemoryRange {
 };
 
 template <class Key, class KeyOf>
-std::vector<ZRecord> recordsBetween(const std::vector<ZRecord>& all, Key first, Key last, KeyOf keyOf) {
+std::vector<ZRecord> recordsBetween(std::span<const ZRecord> all, Key first, Key last, KeyOf keyOf) {
   refuseIf(first > last, Refusal::badRange);
   std::vector<ZRecord> found;
   std::copy_if(all.begin(), all.end(), std::back_inserter(found),
@@ -67,7 +68,7 @@ std::vector<ZRecord> recordsBetween(const std::vector<ZRecord>& all, Key first, 
 
 // Six digits are a date, more are the number of a Z closing.
 MemoryRange readRange(const Works& works, const Arguments& arguments) {
-  const std::vector<ZRecord>& all = works.books.zRecords;
+  const std::span<const ZRecord> all = works.books.zRecords.records();
   if (arguments.raw(0).size() == 6) {
     const auto first = arguments.date(0);
     const auto last = arguments.date(1);

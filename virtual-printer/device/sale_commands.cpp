@@ -10,20 +10,20 @@ Fields balance(const Document& document) {
 
 // Bases and taxes are printed once, before the first payment or at the close.
 void printTotalsOnce(Works& works, Phase before) {
-  if (before == Phase::items) works.roll.print(totalLines(works.machine.document()));
+  if (before == Phase::items) works.job.print(totalLines(works.machine.document()));
 }
 
 Fields takePayment(Works& works, const std::string& medium, Cents amount) {
   const Phase before = works.machine.phase();
   works.machine.pay(amount);
   printTotalsOnce(works, before);
-  works.roll.print(paymentLines(medium, amount));
+  works.job.print(paymentLines(medium, amount));
   return balance(works.machine.document());
 }
 
 Fields takeDiscount(Works& works, const std::string& description, Cents amount) {
   works.machine.discount(amount);
-  works.roll.print(discountLines(description, amount));
+  works.job.print(discountLines(description, amount));
   return balance(works.machine.document());
 }
 
@@ -62,8 +62,8 @@ Fields openDocument(Works& works, const Arguments& arguments) {
   works.machine.open(isCreditNote ? DocumentKind::creditNote : DocumentKind::invoice,
                      {arguments.text(0), arguments.text(1)},
                      {arguments.text(2), arguments.text(3), arguments.text(4), arguments.text(5)});
-  works.roll.print(headingLines(works.identity.owner, works.books.header));
-  works.roll.print(openingLines(works.machine.document(), works.now));
+  works.job.print(headingLines(works.identity.owner, works.books.header));
+  works.job.print(openingLines(works.machine.document(), works.now));
   return {eightDigits(works.machine.document().number)};
 }
 
@@ -71,7 +71,7 @@ Fields extraLine(Works& works, const Arguments& arguments) {
   works.machine.requireTextLine();
   Lines lines;
   addText(lines, arguments.text(0));
-  works.roll.print(lines);
+  works.job.print(lines);
   return {};
 }
 
@@ -81,14 +81,14 @@ Fields itemLine(Works& works, const Arguments& arguments) {
   const Item item =
       works.machine.addItem(type == "M" ? DocumentKind::invoice : DocumentKind::creditNote, arguments.text(0),
                             arguments.amount(1), arguments.amount(2), arguments.rate(3));
-  works.roll.print(itemLines(item));
+  works.job.print(itemLines(item));
   return {std::to_string(works.machine.document().total())};
 }
 
 Fields subtotal(Works& works, const Arguments&) {
   works.machine.requireSubtotal();
   const Document& document = works.machine.document();
-  works.roll.print(subtotalLines(document));
+  works.job.print(subtotalLines(document));
   return {std::to_string(document.total()), std::to_string(document.net()), std::to_string(document.tax()),
           std::to_string(document.paid), std::to_string(document.itemCount)};
 }
@@ -108,7 +108,7 @@ Fields closeDocument(Works& works, const Arguments& arguments) {
   const Document& document = works.machine.document();
   if (before != Phase::partial) {
     printTotalsOnce(works, before);
-    works.roll.print(settlementLines(document, works.identity.igtfRate));
+    works.job.print(settlementLines(document, works.identity.igtfRate));
   }
   if (works.machine.phase() == Phase::none)
     works.finishTicket(closingLines(works.identity.owner, works.books.footer),

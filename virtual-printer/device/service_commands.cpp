@@ -7,12 +7,12 @@ namespace printer {
 
 Fields cutPaper(Works& works, const Arguments&) {
   works.machine.requireIdle();
-  works.roll.cut("SIN TITULO");
+  works.job.cut("SIN TITULO");
   return {};
 }
 
 Fields feedPaper(Works& works, const Arguments&) {
-  works.roll.print({{}});
+  works.job.print({{}});
   return {};
 }
 
@@ -44,13 +44,13 @@ Fields slipOff(Works& works, const Arguments&) {
 
 Fields chequeFace(Works& works, const Arguments& arguments) {
   refuseIf(!works.slipOn, Refusal::slipOff);
-  works.roll.printApart(chequeFaceSheet(arguments.text(0), arguments.text(1), arguments.text(2)));
+  works.job.printApart(chequeFaceSheet(arguments.text(0), arguments.text(1), arguments.text(2)));
   return {};
 }
 
 Fields chequeBack(Works& works, const Arguments& arguments) {
   refuseIf(!works.slipOn, Refusal::slipOff);
-  works.roll.printApart(chequeBackSheet(arguments.text(0), arguments.text(1), arguments.text(2)));
+  works.job.printApart(chequeBackSheet(arguments.text(0), arguments.text(1), arguments.text(2)));
   return {};
 }
 

@@ -24,8 +24,7 @@ std::uint16_t fiscalStatus(const Works& works);
 // 0 none, 1 invoice, 2 credit note, 3 non-fiscal document, 4 partially closed
 int documentStatus(const Machine& machine);
 
-// State word, status code, last command, date, time, invoices and non-fiscal documents of the day, last
-// numbers.
+// State word, status code, last command, date, time, the day's invoices and non-fiscal documents, last numbers.
 std::vector<std::string> normalStatus(const Works& works);
 // Auxiliary status, document status, last numbers.
 std::vector<std::string> counterStatus(const Works& works);

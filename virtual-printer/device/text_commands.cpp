@@ -16,8 +16,8 @@ Fields setTextLine(Works& works, TextLines& lines, const Arguments& arguments) {
 
 Fields openNonFiscal(Works& works, const Arguments&) {
   works.machine.open(DocumentKind::nonFiscal);
-  works.roll.print(headingLines(works.identity.owner, works.books.header));
-  works.roll.print(openingLines(works.machine.document(), works.now));
+  works.job.print(headingLines(works.identity.owner, works.books.header));
+  works.job.print(openingLines(works.machine.document(), works.now));
   return {eightDigits(works.machine.document().number)};
 }
 
@@ -25,7 +25,7 @@ Fields nonFiscalLine(Works& works, const Arguments& arguments) {
   works.machine.requireNonFiscal();
   Lines lines;
   addText(lines, arguments.text(0));
-  works.roll.print(lines);
+  works.job.print(lines);
   return {};
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "fiscal/machine.h"
-#include "paper/roll.h"
+#include "paper/print_job.h"
 #include "paper/ticket.h"
 
 namespace printer {
@@ -36,7 +36,7 @@ struct Works {
   const Identity identity;
   Books books;
   Machine machine;
-  Roll roll;
+  PrintJob job;
   Conditions conditions;
   bool slipOn = false;
   std::uint8_t lastCommand = 0;  // other than a status request
@@ -44,8 +44,24 @@ struct Works {
 
   // Ends the ticket in work with the given last lines.
   void finishTicket(const Lines& lines, const std::string& title) {
-    roll.print(lines);
-    roll.cut(title);
+    job.print(lines);
+    job.cut(title);
+  }
+
+  // All that a command may change, to go back to when it is refused.
+  struct Memory {
+    Books books;
+    Progress progress;
+    Conditions conditions;
+    bool slipOn;
+  };
+  Memory memory() const { return {books, machine.progress(), conditions, slipOn}; }
+  void goBack(const Memory& before) {
+    books = before.books;
+    machine.goBack(before.progress);
+    conditions = before.conditions;
+    slipOn = before.slipOn;
+    job.drop();
   }
 };
 

@@ -1,5 +1,4 @@
-// How an answer reaches the host: what the faults and the speed of the line make of it. Pure: no clock, no
-// line.
+// How an answer reaches the host: what the faults and the speed of the line make of it, without clock or line.
 #pragma once
 
 #include <chrono>

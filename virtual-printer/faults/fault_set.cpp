@@ -3,7 +3,11 @@
 
 #include <algorithm>
 
+#include "terminal/language.h"
+
 namespace printer {
+
+using zentaro::terminal::say;
 
 void FaultSet::add(const std::vector<Fault>& plan) {
   for (const Fault& fault : plan) armed_.push_back({fault});
@@ -16,7 +20,8 @@ std::size_t FaultSet::clear(Effect effect) {
 std::vector<std::string> FaultSet::list() const {
   std::vector<std::string> texts;
   for (const Armed& armed : armed_)
-    texts.push_back(describe(armed.fault) + (armed.holds ? " (in force)" : ""));
+    texts.push_back(say(armed.holds ? "{} (en vigor)" : "{}", armed.holds ? "{} (in force)" : "{}",
+                        {describe(armed.fault)}));
   return texts;
 }
 

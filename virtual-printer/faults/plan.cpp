@@ -8,9 +8,12 @@
 #include <stdexcept>
 
 #include "device/commands.h"
+#include "terminal/language.h"
 
 namespace printer {
 namespace {
+
+using zentaro::terminal::say;
 
 constexpr int mostSeconds = 3600;
 constexpr int mostCount = 1'000'000;
@@ -43,12 +46,13 @@ class FaultReader {
   }
 
  private:
-  [[noreturn]] void fail(const std::string& what) const {
-    throw std::runtime_error{"fault plan, \"" + text_ + "\": " + what};
+  [[noreturn]] void fail(std::string_view what) const {
+    throw std::runtime_error{say("plan de fallas, \"{}\": {}", "fault plan, \"{}\": {}", {text_, what})};
   }
 
-  std::string next(const std::string& after, const std::string& expected) {
-    if (at_ == words_.size()) fail("behind \"" + after + "\" " + expected + " is expected");
+  std::string next(const std::string& after, std::string_view expected) {
+    if (at_ == words_.size())
+      fail(say("detrás de \"{}\" se espera {}", "behind \"{}\" {} is expected", {after, expected}));
     return words_[at_++];
   }
 
@@ -56,17 +60,22 @@ class FaultReader {
     int value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     if (error != std::errc{} || end != word.data() + word.size() || value < least || value > most)
-      fail("\"" + word + "\" is no whole number from " + std::to_string(least) + " to " +
-           std::to_string(most));
+      fail(say("\"{}\" no es un número entero de {} a {}", "\"{}\" is no whole number from {} to {}",
+               {word, std::to_string(least), std::to_string(most)}));
     return value;
   }
 
   void readEffect() {
-    if (words_.empty()) fail("an effect is expected; --help lists them");
+    if (words_.empty())
+      fail(say("se espera un efecto; --help los muestra", "an effect is expected; --help lists them"));
     const std::vector<std::string> parts = split(words_[at_++], "=");
     const EffectEntry* entry = findEffect(parts[0]);
-    if (entry == nullptr) fail("there is no effect \"" + parts[0] + "\"; --help lists them");
-    if (parts.size() > 2) fail("one value is expected behind \"" + parts[0] + "\"");
+    if (entry == nullptr)
+      fail(say("no existe el efecto \"{}\"; --help los muestra",
+               "there is no effect \"{}\"; --help lists them", {parts[0]}));
+    if (parts.size() > 2)
+      fail(
+          say("se espera un solo valor detrás de \"{}\"", "one value is expected behind \"{}\"", {parts[0]}));
     fault_.effect = entry->effect;
     fault_.value = parts.size() == 2 ? readValue(*entry, parts[1]) : entry->standard;
     if (!entry->isCondition) fault_.times = 1;
@@ -74,12 +83,13 @@ class FaultReader {
 
   int readValue(const EffectEntry& entry, const std::string& word) const {
     switch (entry.value) {
-      case ValueKind::none: fail(std::string{"\""} + entry.name + "\" takes no value");
+      case ValueKind::none: fail(say("\"{}\" no lleva valor", "\"{}\" takes no value", {entry.name}));
       case ValueKind::bytes: return count(word, 1, mostCount);
       case ValueKind::seconds: return milliseconds(word);
       case ValueKind::place: break;
     }
-    if (word != "before" && word != "inside") fail("\"" + word + "\" is neither before nor inside");
+    if (word != "before" && word != "inside")
+      fail(say("\"{}\" no es ni before ni inside", "\"{}\" is neither before nor inside", {word}));
     return word == "inside" ? 1 : 0;
   }
 
@@ -87,26 +97,28 @@ class FaultReader {
     double seconds = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), seconds);
     if (error != std::errc{} || end != word.data() + word.size() || !(seconds >= 0 && seconds <= mostSeconds))
-      fail("\"" + word + "\" is no number of seconds from 0 to " + std::to_string(mostSeconds));
+      fail(say("\"{}\" no es un número de segundos de 0 a {}", "\"{}\" is no number of seconds from 0 to {}",
+               {word, std::to_string(mostSeconds)}));
     return static_cast<int>(std::lround(seconds * 1000));
   }
 
   void readClause(const std::string& word) {
-    if (word == "on") return readCommands(next(word, "a command"));
+    if (word == "on") return readCommands(next(word, say("un comando", "a command")));
     if (word == "after") {
-      fault_.after = count(next(word, "a number"), 0, mostCount);
+      fault_.after = count(next(word, say("un número", "a number")), 0, mostCount);
     } else if (word == "chance") {
-      std::string percent = next(word, "a percentage");
+      std::string percent = next(word, say("un porcentaje", "a percentage"));
       if (percent.ends_with('%')) percent.pop_back();
       fault_.chance = count(percent, 1, 100);
     } else if (word == "once") {
       fault_.times = 1;
     } else if (word == "times") {
-      fault_.times = count(next(word, "a number"), 1, mostCount);
+      fault_.times = count(next(word, say("un número", "a number")), 1, mostCount);
     } else if (word == "always") {
       fault_.times.reset();
     } else {
-      fail("\"" + word + "\" is none of: on, after, chance, once, times, always");
+      fail(say("\"{}\" no es ninguno de: on, after, chance, once, times, always",
+               "\"{}\" is none of: on, after, chance, once, times, always", {word}));
     }
   }
 
@@ -116,7 +128,9 @@ class FaultReader {
       const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), code, 16);
       const bool isCode = error == std::errc{} && end == name.data() + name.size() && name.size() == 2;
       const CommandEntry* entry = isCode ? findCommand(static_cast<std::uint8_t>(code)) : findCommand(name);
-      if (entry == nullptr) fail("there is no command \"" + name + "\"; --help lists them");
+      if (entry == nullptr)
+        fail(say("no existe el comando \"{}\"; --help los muestra",
+                 "there is no command \"{}\"; --help lists them", {name}));
       fault_.commands.push_back(entry->code);
     }
   }

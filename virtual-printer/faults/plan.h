@@ -5,8 +5,8 @@
 //   clause  = "on" command { "," command }   only these commands, by name (item) or code (42); else any
 //           | "after" n                      let the first n of them pass
 //           | "chance" p "%"                 strike with this probability; else always
-//           | "once" | "times" n | "always"  the end; wire effects strike once, device effects last until
-//           cleared
+//           | "once" | "times" n | "always"  when it ends; else a wire effect strikes once, and a device
+//                                            effect lasts until it is cleared
 //
 //   lose-answer on close          delay=13 on payment after 1          noise=inside chance 5% always
 #pragma once

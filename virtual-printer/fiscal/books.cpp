@@ -1,6 +1,8 @@
 // Entries into the books.
 #include "fiscal/books.h"
 
+#include <algorithm>
+
 namespace printer {
 namespace {
 
@@ -24,6 +26,18 @@ int& Books::counterOf(DocumentKind kind) {
     case DocumentKind::invoice: break;
   }
   return counters.invoice;
+}
+
+bool Books::hasRoomFor(DocumentKind kind) {
+  constexpr Cents largestDocument = 10 * largestAmount;  // with taxes, IGTF and discounts
+  const auto fits = [](const Figures& figures) {
+    return std::max({std::ranges::max(figures.bases), std::ranges::max(figures.taxes), figures.igtfBase,
+                     figures.igtf}) <= largestTotal - largestDocument;
+  };
+  const int numbers =
+      std::max({counterOf(kind), day.invoices, day.creditNotes, day.nonFiscals, day.cancelled});
+  return numbers < largestNumber && fits(day.sales) && fits(day.returns) &&
+         std::max(day.discounts, day.discountTax) <= largestTotal - largestDocument;
 }
 
 void Books::enter(const Document& document, LocalTime now) {
@@ -51,9 +65,9 @@ void Books::enterCancelled() {
 }
 
 const ZRecord& Books::closeDay(LocalTime now) {
-  zRecords.push_back({++counters.z, now, day, lastInvoice});
+  const ZRecord& record = zRecords.add({++counters.z, now, day, lastInvoice});
   day = {};
-  return zRecords.back();
+  return record;
 }
 
 }  // namespace printer

@@ -1,20 +1,21 @@
 // Each record names its members once; the same list writes and reads them.
 #include "fiscal/books_json.h"
 
-#include <limits>
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "fiscal/calendar.h"
+#include "terminal/language.h"
+#include "wire/frame.h"
 
 namespace printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using zentaro::terminal::say;
 
 constexpr int formatVersion = 1;
-// Far above what a printer can sell, far below what sums can hold.
-constexpr Cents largestTotal = 1'000'000'000'000'000'000;
 constexpr Cents largestOffset = 100LL * 366 * 24 * 3600;
 constexpr std::array<const char*, 3> kindNames{"invoice", "creditNote", "nonFiscal"};
 
@@ -72,7 +73,6 @@ void members(Visit&& visit, Books& books) {
   visit("counters", books.counters);
   visit("day", books.day);
   visit("lastInvoice", books.lastInvoice);
-  visit("zRecords", books.zRecords);
   visit("header", books.header);
   visit("footer", books.footer);
   visit("clockOffset", books.clockOffset);
@@ -100,11 +100,6 @@ struct Writer {
     for (Value& value : values) Writer{to.emplace_back()}.write(value);
   }
   template <class Value>
-  void write(std::vector<Value>& values) const {
-    to = Json::array();
-    for (Value& value : values) Writer{to.emplace_back()}.write(value);
-  }
-  template <class Value>
   void write(std::optional<Value>& value) const {
     if (value) write(*value);
   }
@@ -114,39 +109,52 @@ struct Writer {
   }
 };
 
+// Where it stands is put into words only when something is wrong there.
 struct Reader {
   const Json& from;
-  std::string path;
+  const Reader* above = nullptr;
+  const char* key = nullptr;  // of a member, else it is an element of a list
+  std::size_t at = 0;
 
   template <class Value>
-  void operator()(const char* key, Value& value) const {
-    if (!from.is_object() || !from.contains(key)) fail(std::string{key} + " is missing");
-    Reader{from[key], path.empty() ? key : path + "." + key}.read(value);
+  void operator()(const char* name, Value& value) const {
+    const auto found = from.find(name);
+    if (found == from.end()) fail(say("falta {}", "{} is missing", {name}));
+    Reader{*found, this, name}.read(value);
   }
 
-  [[noreturn]] void fail(const std::string& what) const {
-    throw std::runtime_error{path.empty() ? what : path + ": " + what};
+  std::string path() const {
+    if (above == nullptr) return {};
+    const std::string before = above->path();
+    if (key == nullptr) return before + "[" + std::to_string(at) + "]";
+    return before.empty() ? key : before + "." + key;
+  }
+  [[noreturn]] void fail(std::string_view what) const {
+    const std::string place = path();
+    throw std::runtime_error{place.empty() ? std::string{what} : place + ": " + std::string{what}};
   }
 
   Cents whole(Cents least, Cents most) const {
-    if (!from.is_number_integer()) fail("a whole number is expected");
+    if (!from.is_number_integer()) fail(say("se espera un número entero", "a whole number is expected"));
     const bool isTooLarge =
         from.is_number_unsigned() && from.get<std::uint64_t>() > static_cast<std::uint64_t>(most);
-    if (isTooLarge || from.get<Cents>() < least) fail("the number is out of range");
+    if (isTooLarge || from.get<Cents>() < least)
+      fail(say("el número está fuera de rango", "the number is out of range"));
     return from.get<Cents>();
   }
 
-  void read(int& value) const { value = static_cast<int>(whole(0, std::numeric_limits<int>::max())); }
+  void read(int& value) const { value = static_cast<int>(whole(0, largestNumber)); }
   void read(Cents& value) const { value = whole(0, largestTotal); }
   void read(std::string& value) const {
-    if (!from.is_string()) fail("a text is expected");
+    if (!from.is_string()) fail(say("se espera un texto", "a text is expected"));
     value = from.get<std::string>();
   }
   void read(LocalTime& value) const {
     std::string text;
     read(text);
     const auto time = fromStamp(text);
-    if (!time) fail("a time like 2026-01-31T14:05:00 is expected");
+    if (!time)
+      fail(say("se espera una hora como 2026-01-31T14:05:00", "a time like 2026-01-31T14:05:00 is expected"));
     value = *time;
   }
   void read(std::chrono::seconds& value) const {
@@ -156,19 +164,23 @@ struct Reader {
     std::string name;
     read(name);
     const auto* found = std::find(kindNames.begin(), kindNames.end(), name);
-    if (found == kindNames.end()) fail("invoice, creditNote or nonFiscal is expected");
+    if (found == kindNames.end())
+      fail(say("se espera invoice, creditNote o nonFiscal", "invoice, creditNote or nonFiscal is expected"));
     value = static_cast<DocumentKind>(found - kindNames.begin());
   }
   template <class Value, std::size_t count>
   void read(std::array<Value, count>& values) const {
-    if (!from.is_array() || from.size() != count) fail("a list of " + std::to_string(count) + " is expected");
-    for (std::size_t at = 0; at < count; ++at) element(at).read(values[at]);
+    if (!from.is_array() || from.size() != count)
+      fail(say("se espera una lista de {}", "a list of {} is expected", {std::to_string(count)}));
+    for (std::size_t index = 0; index < count; ++index) element(index).read(values[index]);
   }
-  template <class Value>
-  void read(std::vector<Value>& values) const {
-    if (!from.is_array()) fail("a list is expected");
-    values.resize(from.size());
-    for (std::size_t at = 0; at < values.size(); ++at) element(at).read(values[at]);
+  void read(ZMemory& memory) const {
+    if (!from.is_array()) fail(say("se espera una lista", "a list is expected"));
+    for (std::size_t index = 0; index < from.size(); ++index) {
+      ZRecord record;
+      element(index).read(record);
+      memory.add(record);
+    }
   }
   template <class Value>
   void read(std::optional<Value>& value) const {
@@ -179,27 +191,79 @@ struct Reader {
     members(*this, record);
   }
 
-  Reader element(std::size_t at) const { return {from[at], path + "[" + std::to_string(at) + "]"}; }
+  Reader element(std::size_t index) const { return {from[index], this, nullptr, index}; }
 };
+
+// FNV-1a: it sees a change by hand, and is no protection against one who means to deceive.
+std::uint64_t addToSum(std::uint64_t sum, const std::string& text) {
+  for (const char byte : text) sum = (sum ^ static_cast<unsigned char>(byte)) * 1099511628211U;
+  return sum;
+}
+
+std::string digitsOf(std::uint64_t sum) {
+  return hexadecimal(static_cast<unsigned>(sum >> 32), 8) + hexadecimal(static_cast<unsigned>(sum), 8);
+}
+
+Json parsed(const std::string& text) {
+  try {
+    return Json::parse(text);
+  } catch (const Json::parse_error& error) {
+    const std::size_t end = std::min(error.byte, text.size());
+    const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), '\n');
+    throw std::runtime_error{say("no es JSON, por un error en la línea {}",
+                                 "it is not JSON, by a mistake in line {}", {std::to_string(line)})};
+  }
+}
+
+// Over the records and then over the other members, each without the blanks between its parts.
+std::string sumOf(const Json& json) {
+  std::uint64_t sum = BooksText::emptySum;
+  if (json.contains("zRecords"))
+    for (const Json& record : json["zRecords"]) sum = addToSum(sum, record.dump());
+  Json rest;
+  for (const auto& [key, value] : json.items())
+    if (key != "zRecords" && key != "checksum") rest[key] = value;
+  return digitsOf(addToSum(sum, rest.dump()));
+}
 
 }  // namespace
 
-std::string toJson(const Books& books) {
-  Json json{{"format", formatVersion}};
+std::string BooksText::of(const Books& books) {
+  const auto records = books.zRecords.records();
+  for (; count_ < records.size(); ++count_) {
+    Json json;
+    ZRecord record = records[count_];
+    Writer{json}.write(record);
+    const std::string line = json.dump();
+    sum_ = addToSum(sum_, line);
+    lines_ += (count_ == 0 ? "  " : ",\n  ") + line;
+  }
+  Json rest{{"format", formatVersion}};
   Books copy = books;
-  Writer{json}.write(copy);
-  return json.dump(1) + "\n";
+  Writer{rest}.write(copy);
+  rest["checksum"] = digitsOf(addToSum(sum_, rest.dump()));
+  std::string text = rest.dump(1);
+  text.resize(text.size() - 2);  // the end of the line and of the object
+  return text + ",\n \"zRecords\": [\n" + lines_ + "\n ]\n}\n";
 }
 
+std::string toJson(const Books& books) { return BooksText{}.of(books); }
+
 Books booksFromJson(const std::string& text) {
-  const Json json = Json::parse(text, nullptr, false);
-  if (json.is_discarded()) throw std::runtime_error{"it is not JSON"};
-  const Reader reader{json, {}};
+  const Json json = parsed(text);
+  if (json.is_object() && json.contains("checksum") && json["checksum"] != sumOf(json))
+    throw std::runtime_error{
+        std::string{say("cambió desde que se escribió; quite el miembro checksum para aceptarlo",
+                        "it was changed since it was written; remove the member checksum to accept it")}};
+  const Reader reader{json};
   int format = 0;
   reader("format", format);
-  if (format != formatVersion) throw std::runtime_error{"format " + std::to_string(format) + " is not known"};
+  if (format != formatVersion)
+    throw std::runtime_error{
+        say("el formato {} no se conoce", "format {} is not known", {std::to_string(format)})};
   Books books;
   reader.read(books);
+  reader("zRecords", books.zRecords);
   return books;
 }
 

@@ -24,6 +24,7 @@ void Machine::requireNonFiscal() const {
 
 void Machine::open(DocumentKind kind, const Buyer& buyer, const Reference& reference) {
   requireIdle();
+  refuseIf(!books_.hasRoomFor(kind), Refusal::counterAtLimit);
   document_ = Document{};
   document_.kind = kind;
   document_.number = ++books_.counterOf(kind);

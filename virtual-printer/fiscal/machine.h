@@ -14,12 +14,23 @@ namespace printer {
 enum class Phase { none, items, paying, partial };
 enum class Closing { total, partial, definitive };
 
+// How far the document in work has come.
+struct Progress {
+  Phase phase = Phase::none;
+  Document document;
+};
+
 class Machine {
  public:
   Machine(Books& books, Rate igtfRate) : books_{books}, igtfRate_{igtfRate} {}
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
 
-  Phase phase() const { return phase_; }
-  const Document& document() const { return document_; }
+  Phase phase() const { return progress_.phase; }
+  const Document& document() const { return progress_.document; }
+  const Progress& progress() const { return progress_; }
+  // Goes back to where the document stood before.
+  void goBack(const Progress& before) { progress_ = before; }
   Rate igtfRate() const { return igtfRate_; }
 
   void open(DocumentKind kind, const Buyer& buyer = {}, const Reference& reference = {});
@@ -43,8 +54,9 @@ class Machine {
 
   Books& books_;
   Rate igtfRate_;
-  Phase phase_ = Phase::none;
-  Document document_;
+  Progress progress_;
+  Phase& phase_ = progress_.phase;
+  Document& document_ = progress_.document;
 };
 
 }  // namespace printer

@@ -1,6 +1,7 @@
 // Rounding and sharing of amounts, and how amounts are written.
 #include "fiscal/money.h"
 
+#include <limits>
 #include <numeric>
 
 namespace printer {
@@ -48,6 +49,11 @@ BySlot shareDiscount(const BySlot& bases, Cents discount) {
 }
 
 Cents sum(const BySlot& amounts) { return std::accumulate(amounts.begin(), amounts.end(), Cents{0}); }
+
+Cents plus(Cents one, Cents other) {
+  Cents both = 0;
+  return __builtin_add_overflow(one, other, &both) ? std::numeric_limits<Cents>::max() : both;
+}
 
 std::string plainDecimal(Cents amount) {
   const std::string sign = amount < 0 ? "-" : "";

@@ -3,9 +3,8 @@
 //   line amount   quantity x net price, rounded half up to a cent
 //   base          the line amounts of one tax rate, less that rate's share of every discount
 //   discount      shared over the bases in proportion to them: each share rounded down, the cents left over
-//   go
-//                 one each to the largest remainders, among equal ones to the exempt base first, then rate 1,
-//                 2, 3
+//                 go one each to the largest remainders, among equal ones to the exempt base first, then
+//                 rate 1, 2, 3
 //   tax           base x rate, once per rate and document, rounded half up to a cent
 //   total         all bases plus all taxes
 //   IGTF          base given at the close x IGTF rate, rounded half up to a cent, on top of the total
@@ -39,6 +38,8 @@ Cents percentage(Cents base, Rate rate);
 BySlot shareDiscount(const BySlot& bases, Cents discount);
 
 Cents sum(const BySlot& amounts);
+// Stays at the largest sum rather than running over: reports add up what a file says.
+Cents plus(Cents one, Cents other);
 
 std::string plainDecimal(Cents amount);           // 1234.56, as answers carry it
 std::string paperDecimal(Cents amount);           // 1.234,56, as paper shows it

@@ -31,6 +31,8 @@ enum class Refusal {
   memoryFull,
   closingRequired,
   slipOff,
+  notSaved,
+  counterAtLimit,
 };
 
 // In the order of the enumeration; 7-bit, because the line's code page is the host's affair.
@@ -59,8 +61,10 @@ inline constexpr auto refusalTexts = std::to_array<const char*>({
     "ERROR 22 MEMORIA FISCAL LLENA",
     "ERROR 23 SE REQUIERE CIERRE Z",
     "ERROR 24 ESTACION DE CHEQUES DESACTIVADA",
+    "ERROR 25 MEMORIA FISCAL NO SE PUEDE GRABAR",
+    "ERROR 26 CONTADOR EN SU LIMITE",
 });
-static_assert(refusalTexts.size() == static_cast<std::size_t>(Refusal::slipOff) + 1);
+static_assert(refusalTexts.size() == static_cast<std::size_t>(Refusal::counterAtLimit) + 1);
 
 // Thrown before anything has changed, caught where the answer is made.
 struct Refused {

@@ -16,11 +16,12 @@ struct Moment {
   LocalTime local{};
 };
 
-enum class EventKind { command, answer, noise, reset, fault, power };
+enum class EventKind { command, answer, noise, reset, fault, power, unsaved };
 
 struct Event {
   EventKind kind = EventKind::noise;
-  std::string name{};   // of the command; of the fault, in the words of its plan; "off" or "on" of the power
+  // Of the command; of the fault, in the words of its plan; "off" or "on" of the power; why it is unsaved.
+  std::string name{};
   std::string bytes{};  // a command's frame, the reset, or what was neither
   int sequence = 0;
   std::uint8_t code = 0;
@@ -30,5 +31,15 @@ struct Event {
 };
 
 using EventSink = std::function<void(const Moment&, const Event&)>;
+
+// Who is told what happens while the printer runs: the log, the terminal.
+class EventWatcher {
+ public:
+  EventWatcher() = default;
+  EventWatcher(const EventWatcher&) = delete;
+  EventWatcher& operator=(const EventWatcher&) = delete;
+  virtual ~EventWatcher() = default;
+  virtual void happened(const Moment& moment, const Event& event) = 0;
+};
 
 }  // namespace printer

@@ -1,26 +1,35 @@
 // Placing and removing of the link.
 #include "line/link.h"
 
+#include <random>
 #include <stdexcept>
-#include <utility>
+#include <system_error>
 
 #include "line/served_mark.h"
+#include "terminal/language.h"
 
 namespace printer {
 
 namespace files = std::filesystem;
+using zentaro::terminal::say;
 
-Link::Link(files::path path) : path_{std::move(path)} {
+// Below the folder as it really is, so that a link has one name only.
+Link::Link(const files::path& path)
+    : path_{files::weakly_canonical(files::absolute(path).parent_path()) / path.filename()} {
   if (files::symlink_status(path_).type() == files::file_type::not_found) return;
-  const std::string place = "--link " + path_.string() + ": ";
+  const std::string name = path_.string();
   if (!files::is_symlink(path_))
-    throw std::runtime_error{place + "there is a file; name another path or remove it"};
+    throw std::runtime_error{say("--link {}: ahí hay un archivo; indique otra ruta o retírelo",
+                                 "--link {}: there is a file; name another path or remove it", {name})};
   const files::path target = files::read_symlink(path_);
   if (files::exists(path_) && target.parent_path() != "/dev/pts")
-    throw std::runtime_error{place + "there is a link to " + target.string() +
-                             "; name another path or remove it"};
+    throw std::runtime_error{say("--link {}: ahí hay un enlace a {}; indique otra ruta o retírelo",
+                                 "--link {}: there is a link to {}; name another path or remove it",
+                                 {name, target.string()})};
   if (isServed(path_))
-    throw std::runtime_error{place + "another printer is using it; name another path or end that printer"};
+    throw std::runtime_error{say("--link {}: otra impresora lo está usando; indique otra ruta o termine esa",
+                                 "--link {}: another printer is using it; name another path or end that one",
+                                 {name})};
 }
 
 Link::~Link() {
@@ -28,12 +37,21 @@ Link::~Link() {
   if (!device_.empty() && files::read_symlink(path_, ignored) == device_) files::remove(path_, ignored);
 }
 
+// Beside the link first, under a name that nobody can foresee.
 void Link::pointTo(const files::path& device) {
-  const files::path fresh = path_.string() + ".new";
-  files::remove(fresh);
-  files::create_symlink(device, fresh);
-  mark_ = markServed(device, path_);
-  files::rename(fresh, path_);
+  files::path fresh;
+  std::error_code failed;
+  do {
+    fresh = path_.string() + "." + std::to_string(std::random_device{}());
+    files::create_symlink(device, fresh, failed);
+  } while (failed == std::errc::file_exists);
+  if (!failed) {
+    mark_ = markServed(device, path_);
+    files::rename(fresh, path_, failed);
+    std::error_code ignored;
+    if (failed) files::remove(fresh, ignored);
+  }
+  if (failed) throw std::runtime_error{"--link " + path_.string() + ": " + failed.message()};
   device_ = device;
 }
 

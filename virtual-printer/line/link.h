@@ -11,7 +11,7 @@ class Link {
  public:
   // Takes the place of a link that a printer left behind. Throws std::runtime_error when a living printer has
   // the link, or when anything else stands at the path.
-  explicit Link(std::filesystem::path path);
+  explicit Link(const std::filesystem::path& path);
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
   ~Link();

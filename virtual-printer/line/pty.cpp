@@ -47,7 +47,10 @@ void Pty::hangUp() {
   master_.close();
 }
 
-std::string Pty::read() {
+void Pty::watch(std::vector<pollfd>& watched) const { watched.push_back({master_.get(), POLLIN, 0}); }
+
+std::string Pty::read(const std::vector<pollfd>& polled) {
+  if (!master_.isOpen() || !sawSomething(polled, master_.get())) return {};
   std::array<char, 4096> buffer;
   const ssize_t count = ::read(master_.get(), buffer.data(), buffer.size());
   return count > 0 ? std::string{buffer.data(), static_cast<std::size_t>(count)} : std::string{};
@@ -62,7 +65,7 @@ void Pty::write(std::string_view bytes) {
   }
 }
 
-void Pty::liftStaleExclusiveUse() {
+void Pty::rest() {
   int exclusive = 0;
   if (!slave_.isOpen() || ::ioctl(slave_.get(), TIOCGEXCL, &exclusive) != 0 || exclusive == 0) return;
   if (::flock(slave_.get(), LOCK_EX | LOCK_NB) != 0) return;

@@ -1,31 +1,23 @@
-// The line: a pseudo-terminal whose slave side a host opens like a serial port.
+// The line as a pseudo-terminal, whose slave side a host opens like a serial port.
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "line/descriptor.h"
+#include "line/host_line.h"
 
 namespace printer {
 
-class Pty {
+class Pty final : public HostLine {
  public:
-  // A new pseudo-terminal under a new device name; before it there is no line. Throws std::system_error when
-  // the system has none to give.
-  void connect();
-  // The host sees its device vanish.
-  void hangUp();
+  // A new pseudo-terminal under a new device name.
+  void connect() override;
+  void hangUp() override;
+  std::string name() const override { return device_; }
 
-  // Negative while there is no line.
-  int descriptor() const { return master_.get(); }
-  const std::string& device() const { return device_; }
-
-  // What the host has sent; empty when there is nothing.
-  std::string read();
-  // Bytes that the host's side has no room for are lost, as on a line without flow control.
-  void write(std::string_view bytes);
+  void watch(std::vector<pollfd>& watched) const override;
+  std::string read(const std::vector<pollfd>& polled) override;
+  void write(std::string_view bytes) override;
   // A host that died leaves the device marked as in exclusive use; lifts the mark when nobody holds the lock.
-  void liftStaleExclusiveUse();
+  void rest() override;
 
  private:
   Descriptor master_;

@@ -6,6 +6,7 @@
 namespace printer {
 namespace {
 
+// What sales or returns came to: bases and taxes. IGTF is a tax on the means of payment and stands apart.
 Cents total(const Figures& figures) { return sum(figures.bases) + sum(figures.taxes); }
 
 void addFigures(Lines& lines, const std::string& title, const Figures& figures, const RateTable& rates) {
@@ -16,11 +17,11 @@ void addFigures(Lines& lines, const std::string& title, const Figures& figures, 
     addPair(lines, "BI " + rateLabel(rates, slot), bolivares(figures.bases[slot]));
     addPair(lines, "IVA " + rateLabel(rates, slot), bolivares(figures.taxes[slot]));
   }
+  addPair(lines, "TOTAL " + title, bolivares(total(figures)), LineStyle::bold);
   if (figures.igtfBase != 0) {
     addPair(lines, "BI IGTF", bolivares(figures.igtfBase));
     addPair(lines, "IGTF", bolivares(figures.igtf));
   }
-  addPair(lines, "TOTAL " + title, bolivares(total(figures) + figures.igtf), LineStyle::bold);
   lines.push_back(ruleLine());
 }
 
@@ -30,19 +31,26 @@ Lines reportHeading(const Owner& owner, const std::string& title) {
   return lines;
 }
 
-void addMemoryTotals(Lines& lines, std::span<const ZRecord> records) {
-  Cents sales = 0;
-  Cents tax = 0;
-  Cents returns = 0;
+struct Sums {
+  Cents sales = 0, tax = 0, igtf = 0, returns = 0;
+};
+
+Sums sumsOf(std::span<const ZRecord> records) {
+  Sums sums;
   for (const ZRecord& record : records) {
-    sales += total(record.totals.sales);
-    tax += sum(record.totals.sales.taxes);
-    returns += total(record.totals.returns);
+    sums.sales = plus(sums.sales, total(record.totals.sales));
+    sums.tax = plus(sums.tax, sum(record.totals.sales.taxes));
+    sums.igtf = plus(sums.igtf, record.totals.sales.igtf);
+    sums.returns = plus(sums.returns, total(record.totals.returns));
   }
-  addPair(lines, "CIERRES Z", std::to_string(records.size()));
-  addPair(lines, "IVA", bolivares(tax));
-  addPair(lines, "DEVOLUCIONES", bolivares(returns));
-  addPair(lines, "VENTAS", bolivares(sales), LineStyle::title);
+  return sums;
+}
+
+void addSums(Lines& lines, const Sums& sums, LineStyle salesStyle) {
+  addPair(lines, "VENTAS", bolivares(sums.sales), salesStyle);
+  addPair(lines, "IVA", bolivares(sums.tax));
+  addPair(lines, "IGTF", bolivares(sums.igtf));
+  addPair(lines, "DEVOLUCIONES", bolivares(sums.returns));
 }
 
 }  // namespace
@@ -74,12 +82,11 @@ Lines memoryReportLines(const Owner& owner, const std::string& range, std::span<
   for (const ZRecord& record : records) {
     if (detail == MemoryDetail::totalsOnly) break;
     addPair(lines, "Z " + eightDigits(record.number), paperDate(record.closedAt), LineStyle::bold);
-    addPair(lines, "VENTAS", bolivares(total(record.totals.sales)));
-    addPair(lines, "IVA", bolivares(sum(record.totals.sales.taxes)));
-    addPair(lines, "DEVOLUCIONES", bolivares(total(record.totals.returns)));
+    addSums(lines, sumsOf({&record, 1}), LineStyle::plain);
     lines.push_back(ruleLine());
   }
-  addMemoryTotals(lines, records);
+  addPair(lines, "CIERRES Z", std::to_string(records.size()));
+  addSums(lines, sumsOf(records), LineStyle::title);
   addMachine(lines, owner);
   return lines;
 }

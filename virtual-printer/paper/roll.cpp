@@ -3,32 +3,49 @@
 
 #include <utility>
 
+#include "paper/clean_text.h"
+
 namespace printer {
+namespace {
+
+// At the head and at the foot of every sheet, whoever prints it and however it is looked at: what comes out of
+// this printer is no fiscal document.
+Line markLine() { return {LineStyle::bold, {}, {}, "PRUEBA - SIN VALIDEZ FISCAL"}; }
+
+Line clean(const Line& line) {
+  return {line.style, cleanText(line.left), cleanText(line.right), cleanText(line.middle)};
+}
+
+}  // namespace
 
 void Roll::print(const Lines& lines) {
-  for (const Line& line : lines) {
-    current_.lines.push_back(line);
-    ++printedLines_;
-    for (PaperWatcher* watcher : watchers_) watcher->printed(current_, line);
-  }
+  if (lines.empty()) return;
+  if (current_.lines.empty()) put(current_, markLine());
+  for (const Line& line : lines) put(current_, clean(line));
 }
 
 void Roll::cut(std::string title) {
   if (current_.lines.empty()) return;
-  print({{LineStyle::cut, {}, {}, {}}});
-  current_.title = std::move(title);
-  keep(std::exchange(current_, {}));
+  current_.title = cleanText(title);
+  finish(std::exchange(current_, {}));
 }
 
-void Roll::printApart(Sheet sheet) {
-  sheet.lines.push_back({LineStyle::cut, {}, {}, {}});
-  printedLines_ += sheet.lines.size();
-  for (PaperWatcher* watcher : watchers_)
-    for (const Line& line : sheet.lines) watcher->printed(sheet, line);
-  keep(std::move(sheet));
+void Roll::printApart(const Sheet& sheet) {
+  Sheet apart{sheet.kind, cleanText(sheet.title), {}};
+  put(apart, markLine());
+  for (const Line& line : sheet.lines) put(apart, clean(line));
+  finish(std::move(apart));
 }
 
-void Roll::keep(Sheet sheet) {
+void Roll::put(Sheet& sheet, Line line) {
+  sheet.lines.push_back(std::move(line));
+  ++printedLines_;
+  for (PaperWatcher* watcher : watchers_) watcher->printed(sheet, sheet.lines.back());
+}
+
+void Roll::finish(Sheet sheet) {
+  put(sheet, markLine());
+  put(sheet, {LineStyle::cut, {}, {}, {}});
   sheets_.push_back(std::move(sheet));
   if (sheets_.size() > keptSheets) sheets_.pop_front();
   for (PaperWatcher* watcher : watchers_) watcher->finished(sheets_);

@@ -29,13 +29,14 @@ class Roll {
   // Ends the sheet in work, if there is one.
   void cut(std::string title);
   // A sheet of another station, beside the one in work.
-  void printApart(Sheet sheet);
+  void printApart(const Sheet& sheet);
 
   const std::deque<Sheet>& sheets() const { return sheets_; }
   std::size_t printedLines() const { return printedLines_; }
 
  private:
-  void keep(Sheet sheet);
+  void put(Sheet& sheet, Line line);
+  void finish(Sheet sheet);
 
   std::vector<PaperWatcher*> watchers_;
   Sheet current_;

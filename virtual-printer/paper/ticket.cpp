@@ -101,21 +101,19 @@ Lines discountLines(const std::string& description, Cents amount) {
 
 Lines subtotalLines(const Document& document) {
   Lines lines;
-  addPair(lines, "SUBTOTAL", bolivares(document.total()), LineStyle::bold);
+  addPair(lines, "TOTAL PARCIAL", bolivares(document.total()), LineStyle::bold);
   return lines;
 }
 
 Lines totalLines(const Document& document) {
   Lines lines{ruleLine()};
-  addPair(lines, "SUBTTL", bolivares(document.net()));
+  addPair(lines, "SUBTOTAL", bolivares(document.net()));
   lines.push_back(ruleLine());
   const BySlot bases = document.bases();
   const BySlot taxes = document.taxes();
   if (bases[0] != 0) addPair(lines, "EXENTO (E)", bolivares(bases[0]));
   for (std::size_t slot = 1; slot < slots; ++slot) {
     if (document.lines[slot] == 0) continue;
-    const std::string mark =
-        std::string{slotLetters[slot]} + " (" + paperRate(document.rates.rates[slot]) + ")";
     addPair(lines, "BI " + rateLabel(document.rates, slot), bolivares(bases[slot]));
     addPair(lines, "IVA " + rateLabel(document.rates, slot), bolivares(taxes[slot]));
   }

@@ -4,31 +4,45 @@
 #include <stdexcept>
 
 #include "device/status.h"
+#include "terminal/language.h"
 #include "wire/frame.h"
 
 namespace printer {
 namespace {
 
+using zentaro::terminal::say;
+
 constexpr std::size_t longestLine = 4096;
 
-constexpr const char* helpText =
-    "help           this list\n"
-    "fault PLAN     adds faults, for example: fault lose-answer on close\n"
-    "faults         lists the faults in force\n"
-    "clear          removes all faults; paper is back, the cover is closed\n"
-    "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
-    "status         open document, status words of the last command, last numbers\n"
-    "quit           ends the printer\n"
-    "ok";
+std::string help() {
+  return std::string{
+      say("help           esta lista\n"
+          "fault PLAN     agrega fallas, por ejemplo: fault lose-answer on close\n"
+          "faults         muestra las fallas en vigor\n"
+          "clear          quita todas las fallas; hay papel, la tapa está cerrada\n"
+          "clear EFECTO   quita las fallas con este efecto, por ejemplo: clear paper-out\n"
+          "status         documento abierto, palabras de estado, últimos números\n"
+          "quit           termina la impresora\n"
+          "ok",
+          "help           this list\n"
+          "fault PLAN     adds faults, for example: fault lose-answer on close\n"
+          "faults         lists the faults in force\n"
+          "clear          removes all faults; paper is back, the cover is closed\n"
+          "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
+          "status         open document, status words, last numbers\n"
+          "quit           ends the printer\n"
+          "ok")};
+}
 
 std::string clear(const std::string& name, FaultSet& faults) {
   if (name.empty()) {
     faults.clear();
-    return "ok all faults cleared";
+    return std::string{say("ok se quitaron todas las fallas", "ok all faults cleared")};
   }
   const EffectEntry* entry = findEffect(name);
-  if (entry == nullptr) return "error: there is no effect \"" + name + "\"";
-  return "ok " + std::to_string(faults.clear(entry->effect)) + " cleared";
+  if (entry == nullptr)
+    return say("error: no existe el efecto \"{}\"", "error: there is no effect \"{}\"", {name});
+  return say("ok {} quitadas", "ok {} cleared", {std::to_string(faults.clear(entry->effect))});
 }
 
 std::string status(const Works& works) {
@@ -62,13 +76,14 @@ ControlReply control(std::string_view line, FaultSet& faults, const Works& works
   const std::size_t space = line.find(' ');
   const std::string_view verb = line.substr(0, space);
   const std::string rest{space == std::string_view::npos ? std::string_view{} : line.substr(space + 1)};
-  if (verb == "help") return {helpText};
+  if (verb == "help") return {help()};
   if (verb == "fault") return {addFaults(rest, faults)};
   if (verb == "faults") return {list(faults)};
   if (verb == "clear") return {clear(rest, faults)};
   if (verb == "status") return {status(works)};
   if (verb == "quit") return {"ok", true};
-  return {"error: \"" + std::string{verb} + "\" is no command; help lists them"};
+  return {say("error: \"{}\" no es un comando; help los muestra",
+              "error: \"{}\" is no command; help lists them", {verb})};
 }
 
 std::vector<std::string> LineReader::feed(std::string_view bytes) {

@@ -1,6 +1,7 @@
 // The control language: one line in, one reply out. The same on standard input and on the control socket.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,9 @@ struct ControlReply {
   std::string text;  // lines; the last begins with "ok" or "error"
   bool quit = false;
 };
+
+// Who answers the lines of a channel.
+using ReplyTo = std::function<std::string(const std::string&)>;
 
 ControlReply control(std::string_view line, FaultSet& faults, const Works& works);
 

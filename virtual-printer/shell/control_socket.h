@@ -1,40 +1,38 @@
 // A local socket for control lines. Several programs may be connected at once.
 #pragma once
 
-#include <poll.h>
+#include <sys/stat.h>
 
-#include <functional>
 #include <list>
 #include <string>
-#include <vector>
 
-#include "line/descriptor.h"
+#include "line/listener.h"
 #include "shell/control.h"
+#include "shell/served.h"
 
 namespace printer {
 
-class ControlSocket {
+class ControlSocket final : public Served {
  public:
-  // Takes the place of a socket that nobody serves any more, never of another file. Throws std::runtime_error
-  // or std::system_error.
-  explicit ControlSocket(std::string path);
-  ControlSocket(const ControlSocket&) = delete;
-  ControlSocket& operator=(const ControlSocket&) = delete;
-  ~ControlSocket();
+  // Takes the place of a socket that nobody serves any more, never of another file; its owner alone may
+  // connect. Throws std::runtime_error.
+  ControlSocket(std::string path, ReplyTo reply);
+  ~ControlSocket() override;
 
-  void watch(std::vector<pollfd>& watched) const;
-  // Accepts, reads and replies wherever the poll saw something.
-  void serve(const std::vector<pollfd>& polled, const std::function<std::string(const std::string&)>& reply);
+  void watch(std::vector<pollfd>& watched) const override;
+  void serve(const std::vector<pollfd>& polled) override;
 
  private:
   struct Client {
     Descriptor descriptor;
     LineReader lines;
   };
-  bool serveClient(Client& client, const std::function<std::string(const std::string&)>& reply);
+  bool serveClient(Client& client);
 
   std::string path_;
-  Descriptor listener_;
+  ReplyTo reply_;
+  struct stat made_ {};  // the file of the socket, the only one to be removed
+  Listener listener_;
   std::list<Client> clients_;
 };
 

@@ -1,17 +1,23 @@
 // Writing of events.
 #include "shell/log.h"
 
-#include <cerrno>
-#include <nlohmann/json.hpp>
-#include <system_error>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "files/careful_file.h"
 #include "fiscal/calendar.h"
+#include "terminal/language.h"
 #include "wire/codepage.h"
 
 namespace printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using zentaro::terminal::say;
 
 void addFrame(Json& line, const Event& event) {
   line["name"] = event.name;
@@ -45,17 +51,28 @@ std::string logLine(const Moment& moment, const Event& event) {
       line["event"] = event.kind == EventKind::fault ? "fault" : "power";
       line["name"] = event.name;
       break;
+    case EventKind::unsaved:
+      line["event"] = "unsaved";
+      line["reason"] = event.name;
+      break;
   }
-  return line.dump() + "\n";
+  return line.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-LogFile::LogFile(const std::string& path) : file_{std::fopen(path.c_str(), "ae")} {
-  if (!file_) throw std::system_error{errno, std::generic_category(), "--log: opening " + path};
+LogFile::LogFile(const std::string& path) {
+  try {
+    file_ = Descriptor{zentaro::tools::openToAppend(path)};
+  } catch (const std::runtime_error& error) {
+    throw std::runtime_error{std::string{"--log: "} + error.what()};
+  }
 }
 
-void LogFile::write(const Moment& moment, const Event& event) {
-  std::fputs(logLine(moment, event).c_str(), file_.get());
-  std::fflush(file_.get());
+void LogFile::happened(const Moment& moment, const Event& event) {
+  const std::string line = logLine(moment, event);
+  if (::write(file_.get(), line.data(), line.size()) == static_cast<ssize_t>(line.size()))
+    return trouble_.pass();
+  trouble_.meet(
+      say("--log: no se puede escribir: {}", "--log: cannot be written: {}", {std::strerror(errno)}));
 }
 
 }  // namespace printer

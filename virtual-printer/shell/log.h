@@ -1,29 +1,27 @@
 // The log: one JSON object a line, so that a test in any language can read it.
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
 
+#include "line/descriptor.h"
 #include "line/event.h"
+#include "shell/notices.h"
 
 namespace printer {
 
 std::string logLine(const Moment& moment, const Event& event);
 
-class LogFile {
+class LogFile final : public EventWatcher {
  public:
-  // Appends to the file. Throws std::system_error when it cannot be opened.
+  // Appends to the file. Throws std::runtime_error when it cannot be opened.
   explicit LogFile(const std::string& path);
 
-  // Written through at once.
-  void write(const Moment& moment, const Event& event);
+  // Written through at once. A log that cannot be written is told once; the printer goes on.
+  void happened(const Moment& moment, const Event& event) override;
 
  private:
-  struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-  std::unique_ptr<std::FILE, Closer> file_;
+  Descriptor file_;
+  Trouble trouble_;
 };
 
 }  // namespace printer

@@ -5,84 +5,207 @@
 #include <cmath>
 
 #include "device/commands.h"
+#include "fiscal/calendar.h"
+#include "terminal/command_line.h"
+#include "terminal/language.h"
 
 namespace printer {
 namespace {
 
-std::string footer() {
-  std::string text =
-      "\nFault plans: EFFECT[=VALUE] [on COMMAND,...] [after N] [chance P%] [once | times N | always]; "
-      "...\n\nEffects:\n";
-  for (const EffectEntry& entry : effectTable()) {
-    std::string name = entry.name;
-    if (entry.value == ValueKind::seconds) name += "=SECONDS";
-    if (entry.value == ValueKind::bytes) name += "=BYTES";
-    if (entry.value == ValueKind::place) name += "=before|inside";
-    text += "  " + name + std::string(name.size() < 22 ? 22 - name.size() : 1, ' ') + entry.help + "\n";
+using zentaro::terminal::say;
+
+std::string text(std::string_view spanish, std::string_view english) {
+  return std::string{say(spanish, english)};
+}
+
+std::string nameWithValue(const EffectEntry& entry) {
+  switch (entry.value) {
+    case ValueKind::seconds: return entry.name + text("=SEGUNDOS", "=SECONDS");
+    case ValueKind::bytes: return std::string{entry.name} + "=BYTES";
+    case ValueKind::place: return std::string{entry.name} + "=before|inside";
+    case ValueKind::none: break;
   }
-  text += "\nCommands:\n ";
-  for (const CommandEntry& entry : commandTable()) text += " " + std::string{entry.name};
-  return text +
-         "\n\nWhile it runs, \"help\" on standard input or on the control socket lists what can be "
-         "changed.\n";
+  return entry.name;
+}
+
+std::string footer() {
+  std::string page = text(
+      "\nUn plan de fallas: EFECTO[=VALOR] [on COMANDO,...] [after N] [chance P%]\n"
+      "                   [once | times N | always]; ...\n\nEfectos:\n",
+      "\nA fault plan: EFFECT[=VALUE] [on COMMAND,...] [after N] [chance P%]\n"
+      "              [once | times N | always]; ...\n\nEffects:\n");
+  for (const EffectEntry& entry : effectTable()) {
+    const std::string name = nameWithValue(entry);
+    page += "  " + name + std::string(name.size() < 20 ? 20 - name.size() : 1, ' ') +
+            text(entry.ayuda, entry.help) + "\n";
+  }
+  page += text("\nComandos:", "\nCommands:");
+  std::size_t column = 80;
+  for (const CommandEntry& entry : commandTable()) {
+    const std::string name = entry.name;
+    column += 1 + name.size();
+    if (column > 78) page += "\n ";
+    if (column > 78) column = 2 + name.size();
+    page += " " + name;
+  }
+  return page + text(
+                    "\n\nMientras funciona, \"help\" en la entrada estándar o en el socket de control dice\n"
+                    "qué se puede cambiar.\n",
+                    "\n\nWhile it runs, \"help\" on standard input or on the control socket lists what can\n"
+                    "be changed.\n");
+}
+
+// Told by us: the parser would write it behind each of the options in the help, too.
+void refuseTogether(const CLI::App& app, std::initializer_list<const char*> options) {
+  const char* given = nullptr;
+  for (const char* option : options) {
+    if (app.count(option) == 0) continue;
+    if (given != nullptr) throw CLI::ExcludesError{given, option};
+    given = option;
+  }
+}
+
+std::string checkPercent(const std::string& given) {
+  double percent = -1;
+  const bool isGood = CLI::detail::lexical_cast(given, percent) && percent >= 0 && percent <= 99.99;
+  return isGood ? std::string{}
+                : text("se espera un porcentaje de 0 a 99.99", "a percentage from 0 to 99.99 is expected");
 }
 
 std::string checkSerial(const std::string& serial) {
   const bool isGood = !serial.empty() && serial.size() <= 20 &&
                       serial.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789") == std::string::npos;
-  return isGood ? std::string{} : "the serial number is 1 to 20 capital letters and digits";
+  return isGood ? std::string{}
+                : text("el serial tiene de 1 a 20 letras mayúsculas y cifras",
+                       "the serial number is 1 to 20 capital letters and digits");
+}
+
+// To the minute or to the second; in the century that the printer's clock knows.
+LocalTime readClock(const std::string& given) {
+  constexpr std::size_t toTheMinute = sizeof "2026-01-01T10:00" - 1;
+  const auto time = fromStamp(given.size() == toTheMinute ? given + ":00" : given);
+  const bool isKnown = time && written(*time, "%Y").starts_with("20");
+  if (!isKnown)
+    throw CLI::ValidationError{"--clock", text("se espera una hora como 2026-01-31T14:05",
+                                               "a time like 2026-01-31T14:05 is expected")};
+  return *time;
+}
+
+void addLine(CLI::App& app, Options& options) {
+  app.add_option("--link", options.link,
+                 text("Enlace simbólico al dispositivo; se quita al final",
+                      "Symbolic link to the device; removed at the end"))
+      ->type_name(text("RUTA", "PATH"));
+  app.add_option_function<std::string>(
+         "--tcp", [&](const std::string& given) { options.tcp = parseAddress("--tcp", given); },
+         text("La línea por TCP (127.0.0.1) y no en un pseudoterminal",
+              "The line over TCP (127.0.0.1), not a pseudo-terminal"))
+      ->type_name(text("[DIRECCIÓN:]PUERTO", "[ADDRESS:]PORT"));
+  app.add_option("--paper", options.paper,
+                 text("Dibuja el papel en ARCHIVO (.txt, .svg o .html)",
+                      "Draw the paper into FILE (.txt, .svg or .html)"))
+      ->type_name(text("ARCHIVO", "FILE"));
+  app.add_flag("--temporary", options.isTemporary,
+               text("Enlace y papel en carpeta propia; se borra al final",
+                    "Link and paper in a folder of its own, removed at the end"));
+  app.add_flag_callback(
+      "--realtime", [&] { options.speed = Speed::realtime; },
+      text("Tan lenta como 9600 baudios y un cabezal", "As slow as 9600 baud and a printing head are"));
+}
+
+void addFiles(CLI::App& app, Options& options) {
+  const std::string file = text("ARCHIVO", "FILE");
+  app.add_option("--state", options.state,
+                 text("Guarda contadores, totales y registros Z (JSON)",
+                      "Keep counters, totals and Z records (JSON)"))
+      ->type_name(file);
+  app.add_option("--log", options.log,
+                 text("Anota cada trama y cada falla, un objeto JSON por línea",
+                      "Append every frame and fault, one JSON object a line"))
+      ->type_name(file);
+  app.add_option("--control", options.control,
+                 text("Recibe líneas de control en un socket local", "Take control lines on a local socket"))
+      ->type_name(text("RUTA", "PATH"));
+  app.add_flag("--quiet", options.isQuiet,
+               text("No muestra el papel en la salida estándar", "Do not show the paper on standard output"));
+}
+
+void addWeb(CLI::App& app, Options& options) {
+  CLI::Option* web = app.add_option_function<std::string>(
+                            "--web",
+                            [&](const std::string& given) {
+                              options.web = parseAddress("--web", given.empty() ? "8210" : given);
+                            },
+                            text("La impresora en una página web (127.0.0.1:8210)",
+                                 "The printer on a web page (127.0.0.1:8210)"))
+                         ->type_name(text("[[DIRECCIÓN:]PUERTO]", "[[ADDRESS:]PORT]"))
+                         ->expected(0, 1);
+  app.add_flag("--open", options.opensBrowser,
+               text("Abre la página en el navegador, si lo hay",
+                    "Open the page in the browser, where there is one"))
+      ->needs(web);
+}
+
+void addFaults(CLI::App& app, Options& options) {
+  app.add_option_function<std::vector<std::string>>(
+         "--fault",
+         [&](const std::vector<std::string>& plans) {
+           for (const std::string& plan : plans)
+             for (const Fault& fault : parsePlan(plan)) options.faults.push_back(fault);
+         },
+         text("Perturba la línea o el equipo; varias veces si se quiere",
+              "Disturb line or device; may be given several times"))
+      ->type_name("PLAN")
+      ->allow_extra_args(false);
+  app.add_option("--seed", options.seed,
+                 text("Semilla de las probabilidades de las fallas (1)",
+                      "Seed of the probabilities in fault plans (1)"))
+      ->type_name("N");
+  app.add_option_function<std::string>(
+         "--clock", [&](const std::string& given) { options.clock = readClock(given); },
+         text("Un reloj detenido, para comparar el papel", "A clock that stands still, to compare the paper"))
+      ->type_name(text("HORA", "TIME"));
+}
+
+void addIdentity(CLI::App& app, Options& options) {
+  Owner& owner = options.identity.owner;
+  const std::string word = text("TEXTO", "TEXT");
+  app.add_option("--rif", owner.rif, text("RIF del dueño", "RIF of the owner"))->type_name(word);
+  app.add_option("--owner", owner.name, text("Nombre del dueño", "Name of the owner"))->type_name(word);
+  app.add_option("--serial", owner.serial, text("Serial de la máquina", "Serial number of the machine"))
+      ->type_name(word)
+      ->check(checkSerial);
+  app.add_option_function<double>(
+         "--igtf",
+         [&](double percent) { options.identity.igtfRate = static_cast<Rate>(std::lround(percent * 100)); },
+         text("Alícuota del IGTF en por ciento (3)", "IGTF rate in percent (3)"))
+      ->type_name(text("PORCENTAJE", "PERCENT"))
+      ->check(checkPercent);
 }
 
 }  // namespace
 
 std::variant<Options, int> parseOptions(int count, const char* const* words) {
+  zentaro::terminal::chooseLanguage(count, words);
   Options options;
-  std::vector<std::string> plans;
-  double igtfPercent = 3;
-  bool isRealtime = false;
-  CLI::App app{"zentaro-printer: a fiscal printer in software, on a pseudo-terminal."};
+  CLI::App app{text("zentaro-printer: una impresora fiscal en software, por pseudoterminal o TCP.",
+                    "zentaro-printer: a fiscal printer in software, on a pseudo-terminal or over TCP."),
+               "zentaro-printer"};
+  zentaro::terminal::speakTheLanguage(app);
   app.footer(footer);
-  app.add_option("--link", options.link, "Put a symbolic link to the device at PATH; removed at the end")
-      ->type_name("PATH");
-  app.add_option("--state", options.state, "Keep counters, totals and Z records in FILE (JSON)")
-      ->type_name("FILE");
-  app.add_option("--paper", options.paper, "Draw the paper into FILE.txt, FILE.svg or FILE.html")
-      ->type_name("FILE");
-  app.add_option("--fault", plans, "Disturb line or device; may be given several times")
-      ->type_name("PLAN")
-      ->allow_extra_args(false);
-  app.add_option("--seed", options.seed, "Seed of the probabilities in fault plans (1)")->type_name("N");
-  app.add_option("--log", options.log, "Append every frame and fault to FILE, one JSON object a line")
-      ->type_name("FILE");
-  app.add_option("--control", options.control, "Take control lines on a local socket at PATH")
-      ->type_name("PATH");
-  std::string web;
-  CLI::Option* webOption =
-      app.add_option("--web", web, "Show the printer on a web page; 127.0.0.1:8210 unless told otherwise")
-          ->type_name("[ADDRESS:]PORT")
-          ->expected(0, 1);
-  app.add_flag("--open", options.opensBrowser, "Open the page in the browser, where there is one")
-      ->needs(webOption);
-  app.add_flag("--realtime", isRealtime, "As slow as 9600 baud and a printing head are");
-  app.add_flag("--quiet", options.isQuiet, "Do not show the paper on standard output");
-  app.add_option("--rif", options.identity.owner.rif, "RIF of the owner")->type_name("TEXT");
-  app.add_option("--owner", options.identity.owner.name, "Name of the owner")->type_name("TEXT");
-  app.add_option("--serial", options.identity.owner.serial, "Serial number of the machine")
-      ->type_name("TEXT")
-      ->check(checkSerial);
-  app.add_option("--igtf", igtfPercent, "IGTF rate in percent (3)")
-      ->type_name("PERCENT")
-      ->check(CLI::Range(0.0, 99.99));
+  app.get_formatter()->column_width(23);
+  addLine(app, options);
+  addFiles(app, options);
+  addWeb(app, options);
+  addFaults(app, options);
+  addIdentity(app, options);
   try {
     app.parse(count, words);
-    for (const std::string& plan : plans)
-      for (const Fault& fault : parsePlan(plan)) options.faults.push_back(fault);
-    if (webOption->count() > 0) options.web = parseWebAddress(web);
+    refuseTogether(app, {"--link", "--tcp", "--temporary"});
+    refuseTogether(app, {"--paper", "--temporary"});
   } catch (const CLI::ParseError& error) {
     return app.exit(error);
   }
-  options.identity.igtfRate = static_cast<Rate>(std::lround(igtfPercent * 100));
-  options.speed = isRealtime ? Speed::realtime : Speed::immediate;
   return options;
 }
 

@@ -7,24 +7,25 @@
 #include <vector>
 
 #include "faults/plan.h"
+#include "line/address.h"
 #include "line/engine.h"
-#include "web/address.h"
 
 namespace printer {
 
 struct Options {
   Identity identity{{"J-00000000-0", "COMERCIO DE DEMOSTRACION, C.A.", "ZPV0000001"}, 300};
   std::string link, state, log, control, paper;
+  std::optional<Address> tcp, web;
+  bool opensBrowser = false;
+  std::optional<LocalTime> clock;
   std::vector<Fault> faults;
   unsigned seed = 1;
   Speed speed = Speed::immediate;
   bool isQuiet = false;
-  std::optional<WebAddress> web;
-  bool opensBrowser = false;
+  bool isTemporary = false;
 };
 
-// The options, or the exit code when the command line asked for help or was wrong (then it has been
-// explained).
+// The options, or the exit code when the command line asked for help or was wrong; it has then been explained.
 std::variant<Options, int> parseOptions(int count, const char* const* words);
 
 }  // namespace printer

@@ -1,20 +1,30 @@
 // Paper to the screen and to files.
 #include "shell/paper_watchers.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
+#include "files/careful_file.h"
 #include "paper/svg.h"
 #include "paper/text.h"
-#include "shell/replace_file.h"
+#include "terminal/language.h"
 
 namespace printer {
+
+using zentaro::terminal::say;
+using zentaro::tools::replaceFile;
 
 void RollOnScreen::printed(const Sheet& sheet, const Line& line) {
   const char* indent = sheet.kind == SheetKind::roll ? "" : "      | ";
   std::printf("%s%s\n", indent, textLine(line).c_str());
-  std::fflush(stdout);
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return trouble_.pass();
+  const int reason = errno;
+  std::clearerr(stdout);
+  trouble_.meet(say("el rollo en la salida estándar no se puede escribir: {}",
+                    "the roll on standard output cannot be written: {}", {std::strerror(reason)}));
 }
 
 PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr} {
@@ -22,15 +32,21 @@ PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr
   if (path_.ends_with(".svg")) render_ = svgPaper;
   if (path_.ends_with(".html")) render_ = htmlPaper;
   if (render_ == nullptr)
-    throw std::runtime_error{"--paper " + path_ + ": the name must end in .txt, .svg or .html"};
-  replaceFile(path_, render_({}));
+    throw std::runtime_error{say("--paper {}: el nombre debe terminar en .txt, .svg o .html",
+                                 "--paper {}: the name must end in .txt, .svg or .html", {path_})};
+  try {
+    replaceFile(path_, render_({}));
+  } catch (const std::runtime_error& error) {
+    throw std::runtime_error{std::string{"--paper: "} + error.what()};
+  }
 }
 
 void PaperFile::finished(const std::deque<Sheet>& sheets) {
   try {
     replaceFile(path_, render_(sheets));
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "zentaro-printer: --paper: %s\n", error.what());
+    trouble_.pass();
+  } catch (const std::runtime_error& error) {
+    trouble_.meet(std::string{"--paper: "} + error.what());
   }
 }
 

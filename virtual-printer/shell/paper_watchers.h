@@ -4,23 +4,28 @@
 #include <string>
 
 #include "paper/roll.h"
+#include "shell/notices.h"
 
 namespace printer {
 
 class RollOnScreen final : public PaperWatcher {
  public:
+  // A roll that nobody can read any more is told once; printing goes on.
   void printed(const Sheet& sheet, const Line& line) override;
   void finished(const std::deque<Sheet>&) override {}
+
+ private:
+  Trouble trouble_;
 };
 
 class PaperFile final : public PaperWatcher {
  public:
   // The form follows the ending: .txt, .svg or .html. Writes the file at once, so that a path that cannot be
-  // written fails before anything is printed. Throws std::runtime_error or std::system_error.
+  // written fails before anything is printed. Throws std::runtime_error.
   explicit PaperFile(std::string path);
 
   void printed(const Sheet&, const Line&) override {}
-  // A file that cannot be written any more is reported on standard error; printing goes on.
+  // A file that cannot be written any more is told once; printing goes on.
   void finished(const std::deque<Sheet>& sheets) override;
 
  private:
@@ -28,6 +33,7 @@ class PaperFile final : public PaperWatcher {
 
   std::string path_;
   Renderer render_;
+  Trouble trouble_;
 };
 
 }  // namespace printer

@@ -3,22 +3,25 @@
 
 #include <poll.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <csignal>
-#include <cstdio>
-#include <ctime>
 #include <exception>
+#include <memory>
 #include <optional>
 
+#include "common/temporary_folder.h"
 #include "line/link.h"
 #include "line/pty.h"
+#include "line/tcp.h"
+#include "shell/clock.h"
 #include "shell/control_socket.h"
 #include "shell/log.h"
+#include "shell/notices.h"
 #include "shell/paper_watchers.h"
+#include "shell/standard_input.h"
 #include "shell/state_file.h"
+#include "terminal/language.h"
 #include "web/browser.h"
 #include "web/web_page.h"
 
@@ -26,20 +29,9 @@ namespace printer {
 namespace {
 
 using namespace std::chrono_literals;
+using zentaro::terminal::say;
 
 constexpr auto idleCheck = 1000ms;
-
-std::chrono::milliseconds steadyTime() {
-  static const auto begin = std::chrono::steady_clock::now();
-  return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
-}
-
-Moment currentMoment() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  ::localtime_r(&now, &local);
-  return {steadyTime(), LocalTime{std::chrono::seconds{now + local.tm_gmtoff}}};
-}
 
 // The ending signals become readable. A background printer that looks at a terminal's input, or writes where
 // nobody reads, gets an error instead of a signal.
@@ -53,96 +45,112 @@ Descriptor watchSignals() {
   return Descriptor{::signalfd(-1, &ending, SFD_CLOEXEC)};
 }
 
+std::unique_ptr<HostLine> makeLine(const Options& options) {
+  if (!options.tcp) return std::make_unique<Pty>();
+  return std::make_unique<TcpLine>(*options.tcp, [](const std::string& client) {
+    notice(
+        say("rechazado: {}, otro equipo tiene la línea", "refused: {}, another host has the line", {client}));
+  });
+}
+
 class Program {
  public:
-  explicit Program(const Options& options);
+  Program(const Options& options, Descriptor signals);
   int run();
 
  private:
-  void save(const Books& books) const;
-  void note(const Moment& moment, const Event& event);
+  bool save(const Books& books);
+  void showOnThePage(const Address& address);
+  void tell(const Moment& moment, const Event& event);
   void connect();
   void carry(const Output& output);
-  void readStandardInput();
   std::string reply(const std::string& line);
   int waitTime() const;
 
   const Options& options_;
+  const Clock clock_;
   Descriptor signals_;
   std::optional<StateFile> state_;
-  std::optional<LogFile> log_;
-  std::optional<PaperFile> paper_;
   std::optional<Link> link_;
-  std::optional<ControlSocket> control_;
-  RollOnScreen screen_;
+  std::unique_ptr<HostLine> line_;
   FaultSet faults_;
   Device device_;
   Engine engine_;
-  Pty pty_;
+  RollOnScreen screen_;
+  std::optional<PaperFile> paper_;
+  Notices notices_;
+  std::optional<LogFile> log_;
+  std::vector<EventWatcher*> watchers_;  // told of every event, in this order
+  StandardInput input_;
+  std::optional<ControlSocket> control_;
   std::optional<WebPage> web_;
-  LineReader inputLines_;
-  bool isInputOpen_ = true;
+  std::vector<Served*> served_;  // by the loop, beside the line
   bool isQuitting_ = false;
 };
 
-template <class Part>
-void emplaceIf(std::optional<Part>& part, const std::string& path) {
-  if (!path.empty()) part.emplace(path);
-}
-
-Program::Program(const Options& options)
+Program::Program(const Options& options, Descriptor signals)
     : options_{options},
-      signals_{watchSignals()},
+      clock_{options.clock},
+      signals_{std::move(signals)},
       state_{options.state.empty() ? std::nullopt : std::optional<StateFile>{std::in_place, options.state}},
+      line_{makeLine(options)},
       faults_{options.seed},
       device_{options.identity, state_ ? state_->load() : Books{},
-              [this](const Books& books) { save(books); }},
+              [this](const Books& books) { return save(books); }},
       engine_{device_, faults_, options.speed,
-              [this](const Moment& at, const Event& event) { note(at, event); }} {
-  emplaceIf(log_, options.log);
-  emplaceIf(paper_, options.paper);
-  emplaceIf(link_, options.link);
-  emplaceIf(control_, options.control);
-  faults_.add(options.faults);
+              [this](const Moment& at, const Event& event) { tell(at, event); }},
+      input_{[this](const std::string& line) { return reply(line); }} {
+  if (!options.log.empty()) watchers_.push_back(&log_.emplace(options.log));
+  watchers_.push_back(&notices_);
   if (!options.isQuiet) device_.roll().watch(screen_);
-  if (paper_) device_.roll().watch(*paper_);
-  if (!options.web) return;
-  web_.emplace(*options.web, options.identity, [this](const std::string& line) { return reply(line); });
-  device_.roll().watch(web_->paper());
+  if (!options.paper.empty()) device_.roll().watch(paper_.emplace(options.paper));
+  if (!options.link.empty()) link_.emplace(options.link);
+  served_.push_back(&input_);
+  if (!options.control.empty())
+    served_.push_back(
+        &control_.emplace(options.control, [this](const std::string& line) { return reply(line); }));
+  faults_.add(options.faults);
+  if (options.web) showOnThePage(*options.web);
 }
 
-void Program::save(const Books& books) const {
-  if (!state_) return;
+void Program::showOnThePage(const Address& address) {
+  web_.emplace(address, options_.identity, [this](const std::string& line) { return reply(line); });
+  device_.roll().watch(web_->paper());
+  watchers_.push_back(&*web_);
+  served_.push_back(&*web_);
+}
+
+bool Program::save(const Books& books) {
+  if (!state_) return true;
   try {
     state_->save(books);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "zentaro-printer: --state: %s; the fiscal memory on disk is behind\n", error.what());
+    return true;
+  } catch (const std::runtime_error& error) {
+    tell(clock_.now(), {EventKind::unsaved, error.what()});
+    return false;
   }
 }
 
-void Program::note(const Moment& moment, const Event& event) {
-  if (log_) log_->write(moment, event);
-  if (web_) web_->happened(moment, event);
-  if (event.kind == EventKind::fault) std::fprintf(stderr, "fault: %s\n", event.name.c_str());
-  if (event.kind == EventKind::power) std::fprintf(stderr, "power: %s\n", event.name.c_str());
+void Program::tell(const Moment& moment, const Event& event) {
+  for (EventWatcher* watcher : watchers_) watcher->happened(moment, event);
 }
 
 void Program::connect() {
-  pty_.connect();
-  if (link_) link_->pointTo(pty_.device());
-  const std::string& device = link_ ? options_.link : pty_.device();
-  if (web_) web_->lineIs(device);
-  std::fprintf(stderr, "ready: %s\n", device.c_str());
+  line_->connect();
+  if (link_) link_->pointTo(line_->name());
+  const std::string name = link_ ? options_.link : line_->name();
+  if (web_) web_->lineIs(name);
+  notice("ready: " + name);  // in no language: programs wait for it
 }
 
 void Program::carry(const Output& output) {
   switch (output.kind) {
     case Output::Kind::bytes:
-      pty_.write(output.bytes);
-      if (web_) web_->sent(currentMoment(), output);
+      line_->write(output.bytes);
+      if (web_) web_->sent(clock_.now(), output);
       break;
     case Output::Kind::hangUp:
-      pty_.hangUp();
+      line_->hangUp();
       if (web_) web_->lineIs({});
       break;
     case Output::Kind::reconnect: connect(); break;
@@ -156,48 +164,45 @@ std::string Program::reply(const std::string& line) {
   return reply.text;
 }
 
-void Program::readStandardInput() {
-  std::array<char, 1024> buffer{};
-  const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
-  isInputOpen_ = count > 0;
-  if (!isInputOpen_) return;
-  for (const std::string& line : inputLines_.feed({buffer.data(), static_cast<std::size_t>(count)}))
-    std::fprintf(stderr, "%s\n", reply(line).c_str());
-}
-
 int Program::waitTime() const {
   const auto next = engine_.nextDue();
   if (!next) return static_cast<int>(idleCheck.count());
-  return static_cast<int>(std::clamp(*next - steadyTime(), 0ms, idleCheck).count());
+  return static_cast<int>(std::clamp(*next - clock_.steady(), 0ms, idleCheck).count());
 }
 
 int Program::run() {
-  device_.start(currentMoment().local);
-  if (web_) std::fprintf(stderr, "page: %s\n", web_->url().c_str());
+  device_.start(clock_.now().local);
+  if (web_) notice("page: " + web_->url());
   connect();
   if (web_ && options_.opensBrowser) openInBrowser(web_->url());
   while (!isQuitting_) {
-    // A negative descriptor is passed over by poll.
-    std::vector<pollfd> watched{{signals_.get(), POLLIN, 0},
-                                {pty_.descriptor(), POLLIN, 0},
-                                {isInputOpen_ ? STDIN_FILENO : -1, POLLIN, 0}};
-    if (control_) control_->watch(watched);
-    if (web_) web_->watch(watched);
+    std::vector<pollfd> watched{{signals_.get(), POLLIN, 0}};
+    line_->watch(watched);
+    for (const Served* part : served_) part->watch(watched);
     const int seen = ::poll(watched.data(), watched.size(), waitTime());
+    if (seen < 0) continue;
     if (watched[0].revents != 0) break;
-    if (watched[1].revents != 0) engine_.receive(pty_.read(), currentMoment());
-    if (watched[2].revents != 0) readStandardInput();
-    if (control_) control_->serve(watched, [this](const std::string& line) { return reply(line); });
-    if (web_) web_->serve();
-    for (const Output& output : engine_.due(currentMoment())) carry(output);
-    if (web_) web_->show(currentMoment(), device_.works(), faults_);
-    if (seen == 0) pty_.liftStaleExclusiveUse();
+    engine_.receive(line_->read(watched), clock_.now());
+    for (Served* part : served_) part->serve(watched);
+    for (const Output& output : engine_.due(clock_.now())) carry(output);
+    if (web_) web_->show(clock_.now(), device_.works(), faults_);
+    if (seen == 0) line_->rest();
   }
   return 0;
 }
 
 }  // namespace
 
-int runProgram(const Options& options) { return Program{options}.run(); }
+// The signals wait before there is a folder that has to be removed.
+int runProgram(Options options) {
+  Descriptor signals = watchSignals();
+  std::optional<zentaro::tools::TemporaryFolder> folder;
+  if (options.isTemporary) {
+    folder.emplace();
+    options.link = folder->path() / "printer";
+    options.paper = folder->path() / "paper.txt";
+  }
+  return Program{options, std::move(signals)}.run();
+}
 
 }  // namespace printer

@@ -6,6 +6,6 @@
 namespace printer {
 
 // Runs until SIGINT, SIGTERM or SIGHUP; the exit code.
-int runProgram(const Options& options);
+int runProgram(Options options);
 
 }  // namespace printer

@@ -4,40 +4,50 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include <fstream>
-#include <iterator>
+#include <cerrno>
+#include <cstring>
 #include <stdexcept>
-#include <system_error>
-#include <utility>
 
-#include "fiscal/books_json.h"
-#include "shell/replace_file.h"
+#include "files/careful_file.h"
+#include "terminal/language.h"
 
 namespace printer {
 
+using zentaro::terminal::say;
+
 // The lock has a file of its own, because the state file itself is replaced with every change.
-StateFile::StateFile(std::filesystem::path path) : path_{std::move(path)} {
-  const std::string lockPath = path_.string() + ".lock";
-  lock_ = Descriptor{::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644)};
+StateFile::StateFile(const std::filesystem::path& path) : path_{zentaro::tools::behindLinks(path)} {
+  if (std::filesystem::exists(path_) && !std::filesystem::is_regular_file(path_))
+    throw std::runtime_error{say("--state: {} no es un archivo", "--state: {} is no file", {path_.string()})};
+  const std::string lock = path_.string() + ".lock";
+  lock_ = Descriptor{::open(lock.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0644)};
   if (!lock_.isOpen())
-    throw std::system_error{errno, std::generic_category(), "--state: opening " + lockPath};
+    throw std::runtime_error{say("--state: no se puede abrir {}: {}", "--state: cannot open {}: {}",
+                                 {lock, std::strerror(errno)})};
   if (::flock(lock_.get(), LOCK_EX | LOCK_NB) != 0)
-    throw std::runtime_error{"--state " + path_.string() + ": another printer is using this file"};
+    throw std::runtime_error{say("--state {}: otra impresora está usando este archivo",
+                                 "--state {}: another printer is using this file", {path_.string()})};
 }
 
 Books StateFile::load() const {
-  if (!std::filesystem::exists(path_)) return {};
-  std::ifstream file{path_, std::ios::binary};
-  const std::string text{std::istreambuf_iterator<char>{file}, {}};
+  const auto text = zentaro::tools::contentOf(path_);
+  if (!text) return {};
   try {
-    if (!file) throw std::runtime_error{"it cannot be read"};
-    return booksFromJson(text);
+    return booksFromJson(*text);
   } catch (const std::runtime_error& error) {
-    throw std::runtime_error{"--state " + path_.string() + ": " + error.what() +
-                             "; move the file away to begin with an empty fiscal memory"};
+    throw std::runtime_error{say("--state {}: {}; retire el archivo para empezar con la memoria fiscal vacía",
+                                 "--state {}: {}; move the file away to begin with an empty fiscal memory",
+                                 {path_.string(), error.what()})};
   }
 }
 
-void StateFile::save(const Books& books) const { replaceFile(path_, toJson(books)); }
+void StateFile::save(const Books& books) {
+  try {
+    zentaro::tools::replaceFile(path_, text_.of(books));
+  } catch (const std::runtime_error&) {
+    text_.forget();  // the next books may go on from others
+    throw;
+  }
+}
 
 }  // namespace printer

@@ -3,25 +3,27 @@
 
 #include <filesystem>
 
-#include "fiscal/books.h"
+#include "fiscal/books_json.h"
 #include "line/descriptor.h"
 
 namespace printer {
 
 class StateFile {
  public:
-  // Takes the file for this printer alone; throws std::runtime_error when another printer has it.
-  explicit StateFile(std::filesystem::path path);
+  // Takes the file, or what a link of that name leads to, for this printer alone. Throws std::runtime_error
+  // when another printer has it.
+  explicit StateFile(const std::filesystem::path& path);
 
-  // New books when there is no file yet. Throws std::runtime_error, and leaves the file alone, when it cannot
-  // be understood.
+  // New books when there is no file yet. A file that cannot be understood is left alone, and
+  // std::runtime_error is thrown.
   Books load() const;
-  // Throws std::system_error; the file then holds the books saved before.
-  void save(const Books& books) const;
+  // Throws std::runtime_error; the file then holds the books saved before.
+  void save(const Books& books);
 
  private:
   std::filesystem::path path_;
   Descriptor lock_;
+  BooksText text_;
 };
 
 }  // namespace printer

@@ -30,6 +30,7 @@ void addStatus(Json& json, const Event& answer) {
 }  // namespace
 
 void LineRows::happened(const Moment& moment, const Event& event) {
+  if (event.kind == EventKind::unsaved) return;  // the refusal says it
   const bool isOfExchange =
       event.kind == EventKind::command || event.kind == EventKind::fault || event.kind == EventKind::answer;
   if (!isOfExchange) {

@@ -68,7 +68,7 @@ void answer(httplib::Response& response, int status, std::string_view text) {
 
 class WebServer::Service {
  public:
-  Service(WebAddress address, Feed& feed, Act act)
+  Service(Address address, Feed& feed, Act act)
       : address_{std::move(address)}, feed_{feed}, act_{std::move(act)}, token_{newToken()} {
     setUp();
     listen();
@@ -84,7 +84,7 @@ class WebServer::Service {
     thread_.join();
   }
 
-  const WebAddress& address() const { return address_; }
+  const Address& address() const { return address_; }
 
  private:
   using Request = httplib::Request;
@@ -99,7 +99,7 @@ class WebServer::Service {
   void act(const Request& request, Response& response) const;
   void stream(const Request& request, Response& response);
 
-  WebAddress address_;
+  Address address_;
   Feed& feed_;
   Act act_;
   const std::string token_;
@@ -217,7 +217,7 @@ void WebServer::Service::stream(const Request& request, Response& response) {
       [this](bool) { --streams_; });
 }
 
-WebServer::WebServer(WebAddress address, Feed& feed, Act act)
+WebServer::WebServer(Address address, Feed& feed, Act act)
     : service_{std::make_unique<Service>(std::move(address), feed, std::move(act))} {}
 
 WebServer::~WebServer() = default;

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "web/address.h"
+#include "line/address.h"
 #include "web/feed.h"
 
 namespace printer {
@@ -17,7 +17,7 @@ class WebServer {
   using Act = std::function<std::optional<std::string>(const std::string& line)>;
 
   // Serves from now on, on threads of its own. Throws std::runtime_error when it cannot listen there.
-  WebServer(WebAddress address, Feed& feed, Act act);
+  WebServer(Address address, Feed& feed, Act act);
   WebServer(const WebServer&) = delete;
   WebServer& operator=(const WebServer&) = delete;
   // Closes the feed, so that no thread waits for it any more.

@@ -13,7 +13,7 @@ using Json = nlohmann::ordered_json;
 
 }  // namespace
 
-WebPage::WebPage(const WebAddress& address, const Identity& identity, Control control)
+WebPage::WebPage(const Address& address, const Identity& identity, Control control)
     : rows_{feed_},
       sheets_{feed_},
       server_{address, feed_, [this, control = std::move(control)](const std::string& line) {

@@ -1,14 +1,13 @@
 // The printer on a web page. The loop tells it what happens; what the page wants done, the loop does.
 #pragma once
 
-#include <poll.h>
-
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "faults/fault_set.h"
 #include "line/engine.h"
+#include "shell/served.h"
 #include "web/inbox.h"
 #include "web/line_rows.h"
 #include "web/server.h"
@@ -16,24 +15,24 @@
 
 namespace printer {
 
-class WebPage {
+class WebPage final : public EventWatcher, public Served {
  public:
   using Control = std::function<std::string(const std::string& line)>;
 
   // `control` carries out control lines, inside serve(). Throws what WebServer and Inbox throw.
-  WebPage(const WebAddress& address, const Identity& identity, Control control);
-  WebPage(const WebPage&) = delete;
-  WebPage& operator=(const WebPage&) = delete;
-  ~WebPage() { inbox_.close(); }
+  WebPage(const Address& address, const Identity& identity, Control control);
+  ~WebPage() override { inbox_.close(); }
 
   std::string url() const { return server_.url(); }
   PaperWatcher& paper() { return sheets_; }
 
-  void watch(std::vector<pollfd>& watched) const { watched.push_back({inbox_.descriptor(), POLLIN, 0}); }
+  void watch(std::vector<pollfd>& watched) const override {
+    watched.push_back({inbox_.descriptor(), POLLIN, 0});
+  }
   // Does what the page asked for.
-  void serve() { inbox_.work(); }
+  void serve(const std::vector<pollfd>&) override { inbox_.work(); }
 
-  void happened(const Moment& moment, const Event& event);
+  void happened(const Moment& moment, const Event& event) override;
   void sent(const Moment& moment, const Output& output) { rows_.sent(moment, output); }
   // The name under which the host finds the line; empty while the line is gone.
   void lineIs(const std::string& device);

@@ -1,0 +1,119 @@
+// The parser's messages, by their wording.
+#include "terminal/command_line.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "terminal/harmless.h"
+#include "terminal/language.h"
+
+namespace zentaro::terminal {
+
+namespace {
+
+struct Wording {
+  std::string_view english, spanish;  // with gaps {}, in the same order
+};
+
+constexpr auto wordings = std::to_array<Wording>({
+    {"A subcommand is required", "falta un subcomando"},
+    {"{} is required", "falta {}"},
+    {"The following argument was not expected: {}", "sobra este argumento: {}"},
+    {"The following arguments were not expected: {}", "sobran estos argumentos: {}"},
+    {"{} excludes {}", "{} excluye {}"},
+    {"{} requires {}", "{} necesita {}"},
+    {"{}: 1 required {} missing", "{}: falta {}"},
+    {"{}: {} required {} missing", "{}: faltan {} {}"},
+    {"{}: Value {} not in range {} to {}", "{}: el valor {} no está entre {} y {}"},
+    {"Could not convert: {} = {}", "{}: no se entiende el valor {}"},
+    {"{}: too many inputs for a flag", "{}: no lleva tantos valores"},
+    {"{} was given a disallowed flag override", "{} no lleva valor"},
+});
+
+constexpr std::string_view gap = "{}";
+
+/// What stands in the gaps of the pattern; nothing when the text is another one.
+std::optional<std::vector<std::string>> valuesIn(std::string_view text, std::string_view pattern) {
+  std::vector<std::string> values;
+  for (std::size_t at = pattern.find(gap); at != std::string_view::npos; at = pattern.find(gap)) {
+    if (!text.starts_with(pattern.substr(0, at))) return std::nullopt;
+    text.remove_prefix(at);
+    pattern.remove_prefix(at + gap.size());
+    const std::string_view behind = pattern.substr(0, pattern.find(gap));
+    const std::size_t end = behind.empty() ? text.size() : text.find(behind);
+    if (end == std::string_view::npos) return std::nullopt;
+    values.emplace_back(text.substr(0, end));
+    text.remove_prefix(end);
+  }
+  return text == pattern ? std::optional(values) : std::nullopt;
+}
+
+std::string filled(std::string_view pattern, const std::vector<std::string>& values) {
+  std::string text{pattern};
+  std::size_t at = 0;
+  for (const std::string& value : values) {
+    at = text.find(gap, at);
+    text.replace(at, gap.size(), value);
+    at += value.size();
+  }
+  return text;
+}
+
+std::string explain(const CLI::App* app, const CLI::Error& error) {
+  std::string text = harmless(complaintOf(error)) + "\n";
+  if (app->get_help_ptr() != nullptr)
+    text += say("Con --help se ven todas las opciones.\n", "Run with --help for more information.\n");
+  return text;
+}
+
+void useSpanishLabels(CLI::App& app) {
+  app.option_defaults()->group("Opciones");
+  const auto formatter = app.get_formatter();
+  for (const auto& [english, spanish] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"Usage", "Uso"},
+                                                                  {"OPTIONS", "OPCIONES"},
+                                                                  {"SUBCOMMAND", "SUBCOMANDO"},
+                                                                  {"SUBCOMMANDS", "SUBCOMANDOS"},
+                                                                  {"Positionals", "Argumentos"},
+                                                                  {"REQUIRED", "OBLIGATORIO"},
+                                                                  {"Needs", "Necesita"},
+                                                                  {"Excludes", "Excluye"}})
+    formatter->label(english, spanish);
+}
+
+}  // namespace
+
+void chooseLanguage(int count, const char* const* words) {
+  constexpr std::string_view option = "--lang";
+  for (int at = 1; at < count; ++at) {
+    const std::string_view word = words[at];
+    std::string_view name;
+    if (word == option && at + 1 < count) name = words[at + 1];
+    if (word.starts_with("--lang=")) name = word.substr(option.size() + 1);
+    if (name == "es" || name == "en") chooseLanguage(languageNamed(name));
+  }
+}
+
+void speakTheLanguage(CLI::App& app) {
+  if (language() == Language::Spanish) useSpanishLabels(app);
+  app.failure_message(explain);
+  app.set_help_flag("-h,--help", std::string(say("Muestra esta ayuda", "Show this help")));
+  app.add_option_function<std::string>(
+         "--lang", [](const std::string& name) { chooseLanguage(languageNamed(name)); },
+         std::string(say("Idioma de los textos: es o en", "Language of the texts: es or en")))
+      ->type_name("es|en")
+      ->check([](const std::string& name) {
+        return name == "es" || name == "en" ? std::string() : std::string(say("es o en", "es or en"));
+      });
+}
+
+std::string complaintOf(const CLI::Error& error) {
+  const std::string text = error.what();
+  if (language() == Language::English) return text;
+  for (const Wording& wording : wordings)
+    if (const auto values = valuesIn(text, wording.english)) return filled(wording.spanish, *values);
+  return text;
+}
+
+}  // namespace zentaro::terminal

@@ -1,0 +1,19 @@
+// Command lines in the language of the program: --lang, and what the parser itself says.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace zentaro::terminal {
+
+/// Chooses the language that "--lang es" or "--lang=es" among the words asks for. To be called before anything
+/// is said, descriptions of options included; what is no language is left to the parser to refuse.
+void chooseLanguage(int count, const char* const* words);
+
+/// Adds --lang and --help, and lets the parser speak the program's language: labels, its own messages. To be
+/// called before options and subcommands are added, which follow it.
+void speakTheLanguage(CLI::App& app);
+
+/// A complaint of the parser in the program's language; one that is not known as it came.
+std::string complaintOf(const CLI::Error& error);
+
+}  // namespace zentaro::terminal

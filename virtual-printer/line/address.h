@@ -1,0 +1,21 @@
+// Addresses on the network: what stands behind --tcp and --web.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace printer {
+
+struct Address {
+  std::string host = "127.0.0.1";
+  int port = 0;  // 0: any that is free
+};
+
+// Reads [ADDRESS:]PORT, with an IPv6 address in brackets. Throws std::runtime_error that says what is expected
+// behind the option.
+Address parseAddress(std::string_view option, std::string_view text);
+
+// The address as it stands in a URL, with its port.
+std::string authority(const Address& address);
+
+}  // namespace printer

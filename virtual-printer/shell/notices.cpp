@@ -1,0 +1,41 @@
+// Writing to standard error.
+#include "shell/notices.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "terminal/harmless.h"
+#include "terminal/language.h"
+
+namespace printer {
+
+using zentaro::terminal::say;
+
+void notice(std::string_view text) {
+  const std::string line = zentaro::terminal::harmless(text) + "\n";
+  std::fputs(line.c_str(), stderr);
+}
+
+void complain(std::string_view text) { notice("zentaro-printer: " + std::string{text}); }
+
+void Notices::happened(const Moment&, const Event& event) {
+  switch (event.kind) {
+    case EventKind::fault: return notice(say("falla: {}", "fault: {}", {event.name}));
+    case EventKind::power:
+      return notice(say("corriente: {}", "power: {}",
+                        {event.name == "off" ? say("cortada", "off") : say("conectada", "on")}));
+    case EventKind::unsaved:
+      return complain(say("--state: {}; se rechaza lo que cambia la memoria fiscal",
+                          "--state: {}; what changes the fiscal memory is refused", {event.name}));
+    case EventKind::command:
+    case EventKind::answer:
+    case EventKind::noise:
+    case EventKind::reset: break;
+  }
+}
+
+void Trouble::meet(std::string_view text) {
+  if (!std::exchange(isTold_, true)) complain(text);
+}
+
+}  // namespace printer
