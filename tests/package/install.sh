@@ -23,7 +23,7 @@ for sale in "$folder/build/sale" "$folder/sale"; do
 done
 zentaro --help >/dev/null
 for page in zentaro zentaro-printer; do
-  test -e "$(find "$prefix" -name "$page.1")" || { echo "no man page $page"; exit 1; }
+  test -e "$(find "$prefix" -path "*/man/man1/$page.1")" || { echo "no man page $page"; exit 1; }
 done
 test -e "$(find "$prefix" -path '*bash-completion*' -name 'zentaro*')" || { echo "no completion"; exit 1; }
 echo "an installed tree serves a program"
