@@ -106,9 +106,9 @@ struct Case {
   int mustBe = -1;           // the outcome, when only one is right
 };
 
-Case changed(const char* kind, std::string name, std::function<void(std::string&)> change,
+Case changed(const char* kind, const std::string& name, std::function<void(std::string&)> change,
              bool mayBeUnseen = false) {
-  return {kind, std::move(name),
+  return {kind, name,
           [change = std::move(change)](char sequence) {
             std::string answer = answerTo(sequence);
             change(answer);
