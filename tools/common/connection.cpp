@@ -1,6 +1,7 @@
 // Opening the port that the options name.
 #include "common/connection.h"
 
+#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 
@@ -110,6 +111,11 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
                           "How long a lost answer is waited for (three time-outs, at least 30)")))
       ->check(CLI::Range(0, 32767))
       ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
+  command
+      .add_option("--trace", options.traceFile,
+                  std::string(say("Anota lo enviado y lo recibido; \"zentaro trace\" lo lee",
+                                  "Note what is sent and read; \"zentaro trace\" reads it")))
+      ->type_name(std::string(say("ARCHIVO", "FILE")));
 }
 
 Connection::Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions)
@@ -124,10 +130,21 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
   if (options.timeout) {
     settings_.replace(settingTimeOut.section, settingTimeOut.key, utf16(std::to_string(*options.timeout)));
   }
+  if (!options.traceFile.empty()) traceTo(options.traceFile);
   object_ = createObject("CZentaro");
   printer().CommPort = options.port.value_or(ownPort);
   printer().PortOpen(true);
   line_.emplace(printer(), patienceOf(options.giveUp, timeOutSeconds()));
+  if (!options.traceFile.empty()) line_->traceDriver();
+}
+
+// Both traces go into one file: each line is one write to its end.
+void Connection::traceTo(const std::string& path) {
+  const std::u16string file = utf16(std::filesystem::absolute(path).string());
+  for (const SettingKey& onOff : {settingObjectTrace, settingDriverTrace})
+    settings_.replace(onOff.section, onOff.key, u"1");
+  for (const SettingKey& name : {settingObjectTraceFile, settingDriverTraceFile})
+    settings_.replace(name.section, name.key, file);
 }
 
 std::string virtualNotice() {

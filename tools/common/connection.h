@@ -25,9 +25,10 @@ struct PortOptions {
   bool isVirtual = false;           // --virtual: a virtual printer, although a port is configured
   std::optional<int> timeout = {};  // --timeout: whole seconds, instead of the setting TimeOutZT
   std::optional<int> giveUp = {};   // --give-up: how many seconds a lost answer is waited for
+  std::string traceFile = {};       // --trace: what is sent and read, by the object and by the driver
 };
 
-/// Adds --port, --device, --virtual, --timeout and --give-up; `options` must live until the command line is
+/// Adds --port, --device, --virtual, --timeout, --give-up and --trace; `options` must live until the command line is
 /// parsed.
 void addPortOptions(CLI::App& command, PortOptions& options);
 
@@ -35,7 +36,7 @@ class Connection {
  public:
   /// Opens the port. Raises AutomationError 40001, or std::runtime_error when a virtual printer cannot be
   /// started, or is not asked for where a port is configured. Says on standard error when it starts one, with
-  /// these further options of zentaro-printer.
+  /// these further options of zentaro-printer. A trace file that cannot be opened raises its file error.
   explicit Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions = {});
   /// Closes the port, and ends the virtual printer.
   ~Connection() = default;
@@ -50,6 +51,8 @@ class Connection {
   const std::string& portWords() const { return portWords_; }
 
  private:
+  void traceTo(const std::string& path);
+
   Interruption interruption_;
   std::unique_ptr<VirtualPrinter> virtualPrinter_;
   OverlaySettings settings_;

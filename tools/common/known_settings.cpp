@@ -1,6 +1,7 @@
 // The list of settings.
 #include "common/known_settings.h"
 
+#include <charconv>
 #include <limits>
 
 #include "text/unicode.h"
@@ -30,6 +31,14 @@ std::vector<KnownSetting> knownSettings() {
                         "device of serial port " + std::to_string(port)});
   }
   return settings;
+}
+
+bool isAcceptable(const KnownSetting& setting, const std::string& value) {
+  if (setting.highest < setting.lowest) return true;
+  int number = 0;
+  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+  const bool isWhole = error == std::errc() && end == value.data() + value.size();
+  return isWhole && number >= setting.lowest && number <= setting.highest;
 }
 
 }  // namespace zentaro::tools

@@ -21,4 +21,7 @@ struct KnownSetting {
 
 std::vector<KnownSetting> knownSettings();
 
+/// Whether the value is a whole number in the setting's range, for a setting that must be one.
+bool isAcceptable(const KnownSetting& setting, const std::string& value);
+
 }  // namespace zentaro::tools

@@ -10,6 +10,7 @@
 
 #include "automation/conversions.h"
 #include "common/interruption.h"
+#include "serial/driver_trace.h"
 #include "serial/modCOMM.h"
 #include "terminal/language.h"
 
@@ -50,6 +51,11 @@ void PrinterLine::startAnywhere() {
   const int steps = std::uniform_int_distribution(0, numbers - 1)(random);
   for (int step = 0; step < steps; ++step)
     printer_.BuildOMB(static_cast<std::int16_t>(Command::Status), Array(std::vector<Variant>{}));
+}
+
+void PrinterLine::traceDriver() {
+  tracesDriver_ = true;
+  modCOMM::CommTraceStart();
 }
 
 Heard PrinterLine::ask(const std::function<Heard()>& request) { return ask(request, patience_); }
@@ -124,6 +130,7 @@ bool PrinterLine::reopen() {
   try {
     printer_.PortOpen(false);
     printer_.PortOpen(true);
+    if (tracesDriver_) modCOMM::CommTraceStart();
     return true;
   } catch (const AutomationError&) {
     printer_.PortOpen(false);

@@ -22,6 +22,9 @@ class PrinterLine {
   /// is not taken for one's own.
   void startAnywhere();
 
+  /// Starts the driver trace, as the settings say, now and after every further opening.
+  void traceDriver();
+
   /// Notes that a command's answer was lost: the next question first waits until the line is silent.
   void lostAnswer() { hasLost_ = true; }
 
@@ -49,7 +52,7 @@ class PrinterLine {
 
   CZentaro& printer_;
   Time patience_;
-  bool hasLost_ = false, persists_ = false;
+  bool hasLost_ = false, persists_ = false, tracesDriver_ = false;
 };
 
 /// What came of the status request that the printer object sent last.

@@ -1,140 +1,191 @@
 // Settings, ports and printers, with what to do about each finding.
 #include "doctor/doctor_command.h"
 
-#include <algorithm>
+#include <sys/utsname.h>
+
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 
 #include "automation/automation_error.h"
 #include "common/connection.h"
 #include "common/guarded.h"
 #include "common/known_settings.h"
-#include "common/show.h"
+#include "common/read_input.h"
+#include "common/temporary_folder.h"
 #include "doctor/port_facts.h"
+#include "doctor/printer_facts.h"
+#include "doctor/settings_facts.h"
 #include "platform/system_paths.h"
-#include "settings/settings_file.h"
-#include "text/ascii.h"
+#include "serial/modCOMM.h"
+#include "terminal/language.h"
+#include "trace/trace_text.h"
 
 namespace zentaro::tools {
 
+using terminal::say;
+
 namespace {
 
-constexpr int shortTimeout = 2;  // seconds; a printer that is there answers a status request at once
+constexpr int shortTimeout = 2, shortPatience = 10;  // seconds; a printer that is there answers at once
 
-// Writes findings, and counts the problems among them.
-class Report {
- public:
-  void line(const std::string& subject, const Finding& finding) {
-    std::cout << (finding.isProblem ? "  ! " : "    ") << subject << ": " << finding.text << '\n';
-    std::string_view rest = finding.advice;
-    while (!rest.empty()) {
-      const std::size_t end = std::min(rest.find('\n'), rest.size());
-      std::cout << "      -> " << rest.substr(0, end) << '\n';
-      rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    problems_ += finding.isProblem ? 1 : 0;
-  }
-  int problems() const { return problems_; }
-
- private:
-  int problems_ = 0;
+struct Options {
+  PortOptions port;
+  bool isJson = false;
+  std::string reportFile;
 };
 
-bool isKnown(const SettingsText::Entry& entry) {
-  return std::ranges::any_of(knownSettings(), [&](const KnownSetting& setting) {
-    return equalIgnoringCase(setting.section, entry.section) && equalIgnoringCase(setting.key, entry.key);
-  });
-}
-
-void examineSettings(const SettingsFile& file, Report& report) {
-  std::cout << "Settings, from " << file.path()
-            << (file.exists() ? "\n" : " (not there: all have their defaults)\n");
-  for (const SettingsText::Entry& entry : file.settings().entries()) {
-    const std::string subject = "[" + entry.section + "] " + entry.key;
-    const Finding unknown{true, "no setting has this name, so nobody reads it",
-                          "\"zentaro settings list\" shows all names"};
-    report.line(subject, isKnown(entry) ? Finding{false, entry.value, ""} : unknown);
-  }
-}
-
-Finding silent(ENVERR_CODES outcome) {
-  return {true, "no valid answer to a status request: " + outcomeLine(outcome),
-          "is the printer on, out of its menu, and the cable plugged in? The line runs at 9600 baud, 8N1"};
-}
-
-// Asks the printer for its status, which prints nothing and changes nothing.
-Finding askPrinter(const PortOptions& options) {
-  try {
-    Connection connection(options);
-    connection.printer().StatusIF(u"N");
-    const ENVERR_CODES outcome = connection.printer().nEnvironmentError;
-    const bool hasAnswered = outcome == ENVERR_OK || outcome == ENVERR_STATUS;
-    if (!hasAnswered) return silent(outcome);
-    if (outcome == ENVERR_OK) return {false, "a printer answers: " + outcomeLine(outcome), ""};
-    return {true, "a printer answers that something is wrong: " + utf8(connection.printer().sLastError),
-            "\"zentaro call StatusIF N\" with the same port shows its status words"};
-  } catch (const AutomationError& error) {
-    return {true, "the port cannot be opened: " + std::string(error.what()),
-            "if another program has it, \"sudo zentaro doctor\" may show which one; else it may be no serial "
-            "line"};
-  }
-}
+struct Chapter {
+  std::string code, title;
+  Findings findings = {};
+};
 
 // Only a port that somebody named is written to: on any other one there may be anything.
-void examine(const std::string& name, const std::string& path, bool isConfigured, PortOptions options,
-             Report& report) {
+void askPrinter(const PortFacts& facts, const std::string& subject, PortOptions options, Findings& findings) {
+  options.timeout = options.timeout.value_or(shortTimeout);
+  options.giveUp = options.giveUp.value_or(shortPatience);
+  try {
+    Connection connection(options);
+    judgePrinter(examinePrinter(connection), subject, connection.portWords(), findings);
+  } catch (const AutomationError& error) {
+    std::u16string record;
+    findings.add(subject, judgeOpening(modCOMM::CommErrorText(record), error.what(), facts));
+  }
+}
+
+void examine(const std::string& name, const std::string& path, bool isConfigured, const PortOptions& options,
+             Findings& findings) {
   const PortFacts facts = examinePort(name, path, isConfigured);
   const Finding finding = judgePort(facts);
   const std::string subject = name + " " + facts.device;
-  report.line(subject, finding);
-  if (!isConfigured || finding.isProblem) return;
-  options.timeout = options.timeout.value_or(shortTimeout);
-  report.line(subject, askPrinter(options));
+  findings.add(subject, finding);
+  if (isConfigured && !finding.isProblem) askPrinter(facts, subject, options, findings);
 }
 
-void examinePorts(const SettingsFile& file, const PortOptions& asked, Report& report) {
+Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
+  Chapter chapter{"ports", std::string(say("Puertos", "Ports"))};
+  if (!asked.device.empty()) {
+    examine("--device", asked.device, true, asked, chapter.findings);
+    return chapter;
+  }
   bool isAnyConfigured = false;
   for (int port = 1; port <= portCount; ++port) {
     const std::string name = portKey(port);
-    const bool isConfigured = asked.port == port || file.settings().value(portSection, name).has_value();
+    const bool isConfigured = asked.port == port || settings.value(portSection, name).has_value();
     if (asked.port && asked.port != port) continue;
     PortOptions options = asked;
     options.port = port;
-    examine(name, devicePath(name), isConfigured, options, report);
+    examine(name, devicePath(name), isConfigured, options, chapter.findings);
     isAnyConfigured = isAnyConfigured || isConfigured;
   }
-  if (isAnyConfigured) return;
-  report.line("COM1 to COM8",
-              {true, "no port has been given a device, so no printer was asked",
-               "\"zentaro settings set COM1 /dev/ttyUSB0\", or \"zentaro doctor --device PATH\""});
+  if (!isAnyConfigured)
+    chapter.findings.add(
+        "COM1 a COM8",
+        {"no-port-configured", true,
+         std::string(say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora",
+                         "no port has been given a device, so no printer was asked")),
+         std::string(say(
+             "\"zentaro settings set COM1 /dev/serial/by-id/...\", o \"zentaro doctor --device RUTA\"",
+             "\"zentaro settings set COM1 /dev/serial/by-id/...\", or \"zentaro doctor --device PATH\""))});
+  return chapter;
 }
 
-int run(const PortOptions& asked) {
-  Report report;
-  const SettingsFile file(settingsPath());
-  examineSettings(file, report);
-  std::cout << "\nPorts\n";
-  if (asked.device.empty()) {
-    examinePorts(file, asked, report);
-  } else {
-    examine("--device", asked.device, true, asked, report);
+// Which command would use the device: the port that leads to it, or its path.
+std::string commandFor(const SerialDevice& device) {
+  for (int port = 1; port <= portCount; ++port) {
+    const std::string path = devicePath(portKey(port));
+    if (examinePort("", path, false).device == device.path) return "--port " + std::to_string(port);
   }
-  std::cout << '\n'
-            << (report.problems() == 0 ? "Nothing is wrong." : "Findings to look at, marked with \"!\": ")
-            << (report.problems() == 0 ? "" : std::to_string(report.problems())) << '\n';
-  return report.problems() == 0 ? exitDone : exitRefused;
+  return "--device " + (device.byId.empty() ? device.path : device.byId);
+}
+
+Chapter listDevices() {
+  Chapter chapter{
+      "devices", std::string(say("Dispositivos seriales de esta máquina", "Serial devices of this machine"))};
+  for (const SerialDevice& device : serialDevices()) {
+    const PortFacts facts = examinePort("", device.path, false);
+    std::string text = device.driver.empty() ? "" : device.driver + ", ";
+    text += say("grupo {}, {}", "group {}, {}",
+                {facts.group, facts.holder.empty() ? say("libre", "free") : std::string_view(facts.holder)});
+    text += say("; se usa con {}", "; used by {}", {commandFor(device)});
+    chapter.findings.add(device.path, {"device", false, text});
+  }
+  return chapter;
+}
+
+// No port was asked: there is no trace.
+std::string readIfThere(const std::string& path) {
+  return std::filesystem::exists(path) ? readInput(path) : "";
+}
+
+// For whoever helps: programs, settings, ports, and the exchanges of this run without the texts in them.
+void writeReport(const std::string& path, const std::string& page, const std::string& trace) {
+  std::ofstream file(path, std::ios::trunc);
+  utsname system{};
+  ::uname(&system);
+  file << "zentaro " << ZENTARO_VERSION << ", " << system.sysname << " " << system.release << " "
+       << system.machine << "\n\n"
+       << page << "\n"
+       << trace;
+  if (!file.flush())
+    throw std::runtime_error(say("no se puede escribir \"{}\"", "\"{}\" cannot be written", {path}));
+}
+
+int run(const Options& options) {
+  PortOptions port = options.port;
+  TemporaryFolder folder;
+  const std::string trace = (folder.path() / "trace").string();
+  if (!options.reportFile.empty() && port.traceFile.empty()) port.traceFile = trace;
+
+  const SettingsFile file(settingsPath());
+  Chapter settings{"settings",
+                   say("Configuración, de {}{}", "Settings, from {}{}",
+                       {file.path(), file.exists() ? ""
+                                                   : say(" (no existe: valen los valores de fábrica)",
+                                                         " (not there: all have their defaults)")})};
+  judgeSettings(file.settings(), settings.findings);
+  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices()};
+
+  int problems = 0;
+  std::string page;
+  Json json;
+  for (const Chapter& chapter : chapters) {
+    problems += chapter.findings.problems();
+    page += chapter.title + "\n" + chapter.findings.text() + "\n";
+    json[chapter.code] = chapter.findings.json();
+  }
+  page += problems == 0 ? std::string(say("Nada anda mal.", "Nothing is wrong."))
+                        : say("Hallazgos por ver, con \"!\": {}",
+                              "Findings to look at, marked with \"!\": {}", {std::to_string(problems)});
+  page += "\n";
+  std::cout << (options.isJson ? jsonPage(json) : page);
+  if (!options.reportFile.empty())
+    writeReport(options.reportFile, page,
+                traceText(parseTrace(readIfThere(port.traceFile)), FieldTexts::LeftOut));
+  return problems == 0 ? exitDone : exitRefused;
 }
 
 }  // namespace
 
 void addDoctorCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<PortOptions>();
-  CLI::App* command = app.add_subcommand("doctor", "Check settings, ports and printers, and say what to do");
-  addPortOptions(*command, *options);
-  command->footer(
-      "A printer is asked for its status, which prints nothing, on the ports that the settings name, or on "
-      "the one\n"
-      "that is given. Exit status: 0 when nothing is wrong, 1 with findings, 2 when it could not look.");
+  auto options = std::make_shared<Options>();
+  CLI::App* command = app.add_subcommand(
+      "doctor", std::string(say("Revisa configuración, puertos e impresoras, y dice qué hacer",
+                                "Check settings, ports and printers, and say what to do")));
+  addPortOptions(*command, options->port);
+  command->add_flag("--json", options->isJson,
+                    std::string(say("Los hallazgos como JSON", "The findings as JSON")));
+  command
+      ->add_option("--report", options->reportFile,
+                   std::string(say("Escribe un texto para quien ayuda", "Write a text for whoever helps")))
+      ->type_name(std::string(say("ARCHIVO", "FILE")));
+  command->footer(std::string(say(
+      "A una impresora se le pide su estado, que no imprime nada, en los puertos que nombra la\n"
+      "configuración, o en el que se dé. Estado de salida: 0 nada anda mal, 1 hay hallazgos, 2 no se pudo mirar.",
+      "A printer is asked for its status, which prints nothing, on the ports that the settings name,\n"
+      "or on the one that is given. Exit status: 0 nothing is wrong, 1 with findings, 2 it could not look.")));
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }
 

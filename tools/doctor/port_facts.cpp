@@ -1,4 +1,4 @@
-// Looking at a device, and judging what was seen.
+// Looking at devices.
 #include "doctor/port_facts.h"
 
 #include <grp.h>
@@ -50,13 +50,6 @@ std::string holderOf(const files::path& device) {
   return {};
 }
 
-// How the user names another device for this port.
-std::string otherPath(const PortFacts& facts) {
-  return facts.name.starts_with("COM")
-             ? "\"zentaro settings set " + facts.name + " PATH\" changes the device of this port"
-             : "--device with another path";
-}
-
 }  // namespace
 
 PortFacts examinePort(const std::string& name, const std::string& device, bool isConfigured) {
@@ -77,22 +70,27 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
   return facts;
 }
 
-Finding judgePort(const PortFacts& facts) {
-  if (!facts.exists && !facts.isConfigured) return {false, "not there", ""};
-  if (!facts.exists) {
-    return {true, "the device is missing",
-            "connect the adapter: \"dmesg | tail\" shows the name that it gets, often /dev/ttyUSB0\n" +
-                otherPath(facts)};
+std::vector<SerialDevice> serialDevices(const std::string& root) {
+  std::vector<SerialDevice> devices;
+  std::error_code failed;
+  for (const auto& entry : files::directory_iterator(root + "/sys/class/tty", failed)) {
+    const std::string name = entry.path().filename().string();
+    // Only those with hardware have a device; ttyS4 and onward often have one without a UART, which its type tells.
+    if (!files::exists(entry.path() / "device", failed) || name.starts_with("console")) continue;
+    std::string type;
+    std::getline(std::ifstream(entry.path() / "type"), type);
+    if (type == "0") continue;
+    const files::path driver = files::read_symlink(entry.path() / "device" / "driver", failed);
+    devices.push_back({"/dev/" + name, driver.filename().string(), {}});
   }
-  if (!facts.isCharacterDevice) return {true, "this is no serial device", otherPath(facts)};
-  if (!facts.canReadAndWrite) {
-    return {true, "this user may not read and write the device (group " + facts.group + ")",
-            "\"sudo usermod -aG " + facts.group + " $USER\", then log out and in again"};
+  for (const auto& link : files::directory_iterator(root + "/dev/serial/by-id", failed)) {
+    const std::string target = files::read_symlink(link.path(), failed).filename().string();
+    for (SerialDevice& device : devices) {
+      if (device.path == "/dev/" + target) device.byId = link.path().string().substr(root.size());
+    }
   }
-  if (!facts.holder.empty()) {
-    return {true, "the port is taken by " + facts.holder, "end that program, or use another port"};
-  }
-  return {false, "free, and this user may use it", ""};
+  std::ranges::sort(devices, {}, &SerialDevice::path);
+  return devices;
 }
 
 }  // namespace zentaro::tools

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "doctor/finding.h"
 
 namespace zentaro::tools {
 
@@ -19,13 +22,20 @@ struct PortFacts {
 /// Looks at the device, and through the processes that have it open.
 PortFacts examinePort(const std::string& name, const std::string& device, bool isConfigured);
 
-struct Finding {
-  bool isProblem = false;
-  std::string text;    // what is the case
-  std::string advice;  // what to do about it; empty when there is nothing to do
-};
-
 /// Judges the facts alone. The port is ready to be opened when it is no problem and its device exists.
 Finding judgePort(const PortFacts& facts);
+
+/// Judges an opening that failed with this system error: each has one cause.
+Finding judgeOpening(int error, const std::string& text, const PortFacts& facts);
+
+/// A serial device of this machine.
+struct SerialDevice {
+  std::string path;    // "/dev/ttyUSB0"
+  std::string driver;  // "ftdi_sio"; empty when the system does not say
+  std::string byId;    // "/dev/serial/by-id/...", a name that stays; empty for one that is not on USB
+};
+
+/// Those with hardware behind them, as the system lists them below `root` ("" for the machine itself).
+std::vector<SerialDevice> serialDevices(const std::string& root = "");
 
 }  // namespace zentaro::tools

@@ -1,7 +1,6 @@
 // The user's settings on the command line.
 #include "settings/settings_command.h"
 
-#include <charconv>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -41,11 +40,7 @@ std::string sourceOf(const SettingsFile& file, const KnownSetting& setting) {
 }
 
 void checkValue(const KnownSetting& setting, const std::string& value) {
-  if (setting.highest < setting.lowest) return;
-  int number = 0;
-  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-  const bool isWhole = error == std::errc() && end == value.data() + value.size();
-  if (isWhole && number >= setting.lowest && number <= setting.highest) return;
+  if (isAcceptable(setting, value)) return;
   throw std::runtime_error(setting.key + " must be a whole number from " + std::to_string(setting.lowest) +
                            " to " + std::to_string(setting.highest) + ", not \"" + value +
                            "\"; nothing was changed");

@@ -1,6 +1,8 @@
 // Each command with what came before the next one.
 #include "trace/exchange.h"
 
+#include <algorithm>
+
 namespace zentaro::tools {
 
 namespace {
@@ -26,9 +28,27 @@ void addAnswer(Exchange& exchange, const TraceRecord& record) {
   }
 }
 
+bool isOf(const TraceRecord& record, TraceRecord::Kind kind) { return record.kind == kind; }
+
+// A file that object and driver have both written to holds everything twice; what the driver saw is kept.
+std::vector<TraceRecord> once(std::vector<TraceRecord> records) {
+  using Kind = TraceRecord::Kind;
+  const auto holds = [&](Kind kind) {
+    return std::ranges::any_of(records, [&](const TraceRecord& record) { return isOf(record, kind); });
+  };
+  if (!holds(Kind::Read) || !holds(Kind::ReadStatus)) return records;
+  std::erase_if(records, [](const TraceRecord& record) { return isOf(record, Kind::ReadStatus); });
+  const auto doubled = std::ranges::unique(records, [](const TraceRecord& first, const TraceRecord& second) {
+    return isOf(first, Kind::Send) && isOf(second, Kind::Send) && first.bytes == second.bytes;
+  });
+  records.erase(doubled.begin(), doubled.end());
+  return records;
+}
+
 }  // namespace
 
-std::vector<Exchange> exchangesOf(const std::vector<TraceRecord>& records) {
+std::vector<Exchange> exchangesOf(const std::vector<TraceRecord>& traced) {
+  const std::vector<TraceRecord> records = once(traced);
   std::vector<Exchange> exchanges;
   for (const TraceRecord& record : records) {
     if (record.kind == TraceRecord::Kind::Send) {

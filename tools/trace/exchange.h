@@ -22,7 +22,7 @@ struct Exchange {
   std::optional<TracedFrame> answer;   // none when the trace shows nothing of one
 };
 
-/// The object trace keeps of a good answer only what begins with its command code; the bytes before it are
+/// Of a file with both traces the driver's is taken. The object trace keeps of a good answer only what begins with its command code; the bytes before it are
 /// put back.
 std::vector<Exchange> exchangesOf(const std::vector<TraceRecord>& records);
 

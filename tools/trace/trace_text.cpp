@@ -33,7 +33,7 @@ std::string checksumText(const DecodedFrame& frame) {
   return "  checksum BAD (" + printer::utf8FromWire(frame.checksum) + ")";
 }
 
-std::string frameText(const DecodedFrame& frame, Direction direction) {
+std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts texts) {
   const printer::Command& content = frame.content;
   const printer::CommandEntry* known = printer::findCommand(content.code);
   std::array<char, 64> head{};
@@ -42,7 +42,8 @@ std::string frameText(const DecodedFrame& frame, Direction direction) {
                 static_cast<unsigned>(static_cast<unsigned char>(content.sequence)));
   const bool isAnswer = direction == Direction::Answer;
   return head.data() + (isAnswer ? statusText(content.fields) : std::string()) +
-         fieldsText(content.fields, isAnswer ? 2 : 0) + checksumText(frame);
+         (texts == FieldTexts::Shown ? fieldsText(content.fields, isAnswer ? 2 : 0) : "") +
+         checksumText(frame);
 }
 
 std::string junkText(const std::string& bytes) {
@@ -53,14 +54,14 @@ std::string junkText(const std::string& bytes) {
   return bytes.size() > most ? text + " ..." : text;
 }
 
-std::string contentText(const TracedFrame& traced, Direction direction) {
+std::string contentText(const TracedFrame& traced, Direction direction, FieldTexts texts) {
   switch (traced.frame.form) {
     case Form::Nothing: return "nothing";
-    case Form::Frame: return frameText(traced.frame, direction);
+    case Form::Frame: return frameText(traced.frame, direction, texts);
     case Form::Reset: return "reset sequence";
     case Form::Junk: break;
   }
-  return junkText(traced.bytes);
+  return texts == FieldTexts::Shown ? junkText(traced.bytes) : "no complete frame";
 }
 
 /// What is odd about an answer to that command.
@@ -76,6 +77,8 @@ std::string remarks(const Exchange& exchange) {
 
 class Writer {
  public:
+  explicit Writer(FieldTexts texts) : texts_(texts) {}
+
   void write(const TracedFrame& traced, Direction direction, const std::string& behind) {
     const auto sinceLast = text_.empty() ? std::chrono::seconds(0) : traced.time - last_;
     last_ = traced.time;
@@ -89,21 +92,22 @@ class Writer {
                   static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()),
                   static_cast<int>(sinceLast.count()));
     text_ += head.data();
-    text_ +=
-        (direction == Direction::Command ? "-> " : "<- ") + contentText(traced, direction) + behind + "\n";
+    text_ += (direction == Direction::Command ? "-> " : "<- ") + contentText(traced, direction, texts_) +
+             behind + "\n";
   }
 
   std::string text() && { return std::move(text_); }
 
  private:
+  FieldTexts texts_;
   std::string text_;
   std::chrono::local_seconds last_{};
 };
 
 }  // namespace
 
-std::string traceText(const Trace& trace) {
-  Writer writer;
+std::string traceText(const Trace& trace, FieldTexts texts) {
+  Writer writer(texts);
   for (const Exchange& exchange : exchangesOf(trace.records)) {
     if (exchange.command) writer.write(*exchange.command, Direction::Command, "");
     if (exchange.answer) writer.write(*exchange.answer, Direction::Answer, remarks(exchange));

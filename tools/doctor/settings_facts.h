@@ -1,0 +1,13 @@
+// What is wrong with a user's settings.
+#pragma once
+
+#include "doctor/finding.h"
+#include "settings/settings_file.h"
+
+namespace zentaro::tools {
+
+/// Names that nobody reads, values that are no numbers or out of range, lines that cannot be read, and one device
+/// behind two ports.
+void judgeSettings(const SettingsText& settings, Findings& findings);
+
+}  // namespace zentaro::tools
