@@ -1,10 +1,16 @@
 // The list of subcommands.
 #include "commands.h"
 
+#include <algorithm>
 #include <array>
+#include <iostream>
+#include <memory>
+#include <numeric>
+#include <utility>
 
 #include "call/call_command.h"
 #include "cierre/cierre_command.h"
+#include "common/guarded.h"
 #include "demo/demo_command.h"
 #include "doctor/doctor_command.h"
 #include "host/host_command.h"
@@ -13,9 +19,14 @@
 #include "sale/sale_command.h"
 #include "settings/settings_command.h"
 #include "status/status_command.h"
+#include "terminal/command_line.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
 #include "trace/trace_command.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -33,18 +44,86 @@ constexpr std::array commands{
     addHostCommand,      //
 };
 
-// An unknown subcommand would only be reported as a missing one.
+// How many letters differ: insertions, omissions and changes.
+std::size_t distance(std::string_view one, std::string_view other) {
+  std::vector<std::size_t> row(other.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < one.size(); ++i) {
+    std::size_t diagonal = std::exchange(row[0], i + 1);
+    for (std::size_t j = 0; j < other.size(); ++j) {
+      const std::size_t changed = diagonal + (one[i] == other[j] ? 0 : 1);
+      diagonal = std::exchange(row[j + 1], std::min({changed, row[j] + 1, row[j + 1] + 1}));
+    }
+  }
+  return row.back();
+}
+
+// The subcommand that was meant, or nothing when none is near.
+std::string meant(const CLI::App& app, const std::string& word) {
+  std::string nearest;
+  std::size_t least = 3;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    const std::size_t far = distance(word, command->get_name());
+    if (far < least) nearest = command->get_name();
+    least = std::min(least, far);
+  }
+  return nearest;
+}
+
+std::string unknownSubcommand(const CLI::App& app, const std::string& word) {
+  const std::string near = meant(app, word);
+  const std::string text =
+      say("no hay un subcomando \"{}\"", "unknown subcommand \"{}\"", {terminal::harmless(word)});
+  if (!near.empty())
+    return text + say("; ¿quiso decir \"zentaro {}\"?\n", "; did you mean \"zentaro {}\"?\n", {near});
+  return text +
+         std::string(say(": \"zentaro --help\" los muestra todos\n", ": \"zentaro --help\" lists all\n"));
+}
+
+// The parser itself would only say that a subcommand is missing.
 std::string explain(const CLI::App* app, const CLI::Error& error) {
   const std::vector<std::string> rest = app->remaining();
-  if (!app->get_subcommands().empty() || rest.empty()) return CLI::FailureMessage::simple(app, error);
-  return "unknown subcommand \"" + rest.front() + "\": \"zentaro --help\" lists all\n";
+  if (app->get_parent() == nullptr && app->get_subcommands().empty() && !rest.empty() &&
+      !rest.front().starts_with("-"))
+    return unknownSubcommand(*app, rest.front());
+  return "zentaro: " + terminal::harmless(terminal::complaintOf(error)) + "\n" +
+         std::string(
+             say("Con --help se ven todas las opciones.\n", "Run with --help for more information.\n"));
+}
+
+// "zentaro help sale" is "zentaro sale --help".
+void addHelp(CLI::App& app, int& status) {
+  const auto name = std::make_shared<std::string>();
+  CLI::App* help =
+      app.add_subcommand("help", std::string(say("Explica un subcomando", "Explain a subcommand")));
+  help->add_option(std::string(say("SUBCOMANDO", "SUBCOMMAND")), *name)->type_name("");
+  help->callback([&app, &status, name] {
+    const auto named =
+        app.get_subcommands([&](const CLI::App* command) { return command->get_name() == *name; });
+    if (named.empty() && !name->empty()) {
+      std::cerr << unknownSubcommand(app, *name);
+      status = exitFailed;
+      return;
+    }
+    const CLI::App* command = named.empty() ? &app : named.front();
+    std::cout << command->help(name->empty() ? "" : "zentaro");
+  });
 }
 
 }  // namespace
 
 void addCommands(CLI::App& app, int& status) {
+  app.require_subcommand(1);
+  app.fallthrough();
+  app.set_version_flag("--version", "zentaro " ZENTARO_VERSION,
+                       std::string(say("Muestra la versión", "Show the version")));
   app.failure_message(explain);
   for (const AddCommand add : commands) add(app, status);
+  addHelp(app, status);
+  for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    command->group(std::string(say("Subcomandos", "Subcommands")));
+    command->get_help_ptr()->group(std::string(say("Opciones", "Options")));
+  }
 }
 
 }  // namespace zentaro::tools

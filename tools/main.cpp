@@ -1,9 +1,15 @@
 // The command `zentaro`.
 #include "commands.h"
+#include "terminal/command_line.h"
+#include "terminal/language.h"
 
 int main(int argc, char** argv) {
-  CLI::App app{"Drives a fiscal printer over a serial line.", "zentaro"};
-  app.require_subcommand(1);
+  using zentaro::terminal::say;
+  zentaro::terminal::chooseLanguage(argc, argv);
+  CLI::App app{std::string(say("Maneja una impresora fiscal por una línea serial.",
+                               "Drives a fiscal printer over a serial line.")),
+               "zentaro"};
+  zentaro::terminal::speakTheLanguage(app);
   int status = 0;
   zentaro::tools::addCommands(app, status);
   CLI11_PARSE(app, argc, argv);

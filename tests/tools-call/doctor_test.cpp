@@ -2,6 +2,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "common/child_process.h"
 #include "common/virtual_printer.h"
 #include "doctor/port_facts.h"
@@ -13,31 +15,36 @@ namespace {
 using testing::contains;
 using testing::Ran;
 
-PortFacts facts(const std::string& name, bool isConfigured) {
-  PortFacts port;
-  port.name = name;
-  port.isConfigured = isConfigured;
-  return port;
-}
-
 TEST(Ports, AreJudgedByTheFirstThingThatIsWrong) {
-  PortFacts port = facts("COM1", false);
-  EXPECT_FALSE(judgePort(port).isProblem) << "a port that nobody named need not be there";
+  PortFacts port{.name = "COM1"};
+  EXPECT_EQ(judgePort(port).code, "absent") << "a port that nobody named need not be there";
   port.isConfigured = true;
-  EXPECT_EQ(judgePort(port).text, "the device is missing");
+  EXPECT_EQ(judgePort(port).code, "device-missing");
   EXPECT_TRUE(contains(judgePort(port).advice, "zentaro settings set COM1 PATH"));
   port.exists = true;
-  EXPECT_EQ(judgePort(port).text, "this is no serial device");
+  EXPECT_EQ(judgePort(port).code, "no-serial-device");
   port.isCharacterDevice = true;
   port.group = "dialout";
   EXPECT_EQ(judgePort(port).text, "this user may not read and write the device (group dialout)");
   EXPECT_TRUE(contains(judgePort(port).advice, "sudo usermod -aG dialout $USER"));
+  port.group = "root";
+  EXPECT_FALSE(contains(judgePort(port).advice, "usermod")) << "nobody joins the group of root";
   port.canReadAndWrite = true;
   port.holder = "till (process 12)";
   EXPECT_EQ(judgePort(port).text, "the port is taken by till (process 12)");
   port.holder.clear();
   EXPECT_FALSE(judgePort(port).isProblem);
-  EXPECT_EQ(judgePort(facts("--device", true)).advice.find("settings set"), std::string::npos);
+  EXPECT_FALSE(contains(judgePort({.name = "--device", .isConfigured = true}).advice, "settings set"));
+}
+
+TEST(Ports, TellEachCauseOfAFailedOpeningApart) {
+  for (const auto& [error, code] :
+       std::initializer_list<std::pair<int, const char*>>{{EIO, "no-port"},
+                                                          {ENOTTY, "no-serial-device"},
+                                                          {EBUSY, "taken"},
+                                                          {EACCES, "no-permission"},
+                                                          {EMFILE, "cannot-open"}})
+    EXPECT_EQ(judgeOpening(error, "", {}).code, code);
 }
 
 class Doctor : public testing::Shell {};
@@ -46,9 +53,23 @@ TEST_F(Doctor, AsksAPrinterThatIsThere) {
   const VirtualPrinter printer;
   const Ran ran = run("zentaro settings set COM3 " + printer.device() + " && zentaro doctor");
   EXPECT_EQ(ran.status, 0) << ran.output;
-  EXPECT_TRUE(contains(ran.output, ": a printer answers: 0 OK\n")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, ": a printer answers; status words 0x0000, 0x0000\n")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "COM8 /dev/ttyS7: ")) << ran.output;
   EXPECT_EQ(printer.paper(), "") << "it prints nothing";
+}
+
+TEST_F(Doctor, FindsAnOpenDocumentAndAWrongClockAndReportsNoTexts) {
+  const VirtualPrinter printer;
+  const std::string port = " --device " + printer.device();
+  run("zentaro call SetDateTime 2026-01-01" + port + " && zentaro call IniciarFactura Penalver V-1" + port);
+  const Ran ran = run("zentaro doctor --report " + file("report") + port);
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_TRUE(contains(ran.output, "-> zentaro call --device " + printer.device() + " CancelarComprobante"))
+      << ran.output;
+  EXPECT_TRUE(contains(ran.output, "its clock is ")) << ran.output;
+  const std::string report = contents(file("report"));
+  EXPECT_TRUE(contains(report, "fiscal 0001")) << report;
+  EXPECT_FALSE(contains(report, "\"N\"")) << report;
 }
 
 TEST_F(Doctor, SaysWhoHasThePort) {
@@ -64,22 +85,27 @@ TEST_F(Doctor, SaysWhoHasThePort) {
 TEST_F(Doctor, TellsSilenceFromAPortThatCannotBeOpened) {
   const int silent = ::posix_openpt(O_RDWR | O_NOCTTY);
   ASSERT_EQ(::grantpt(silent) + ::unlockpt(silent), 0);
-  const Ran ran = run("zentaro doctor --timeout 1 --device " + std::string(::ptsname(silent)));
+  const Ran ran = run("zentaro doctor --timeout 1 --give-up 1 --device " + std::string(::ptsname(silent)));
   ::close(silent);
   EXPECT_EQ(ran.status, 1);
-  EXPECT_TRUE(contains(ran.output, "no valid answer to a status request: 1 TIEMPO AGOTADO")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "the printer does not answer (1 TIEMPO AGOTADO)")) << ran.output;
   const Ran other = run("zentaro doctor --device /dev/full");
   EXPECT_EQ(other.status, 1);
-  EXPECT_TRUE(contains(other.output, "the port cannot be opened: Error (")) << other.output;
+  EXPECT_TRUE(contains(other.output, "this is no serial device")) << other.output;
 }
 
-TEST_F(Doctor, FindsSettingsThatNobodyReads) {
-  write("settings.ini", "[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\n");
+TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
+  write("settings.ini",
+        "[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\nLenDescripcionZT=0\nrubbish\n"
+        "[Config\\ModComm]\nCOM1=/dev/none\nCOM2=/dev/../dev/none\n");
   const Ran ran = run("zentaro doctor");
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "! [Config\\EPSONZT] TimeOut: no setting has this name")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "    [Config\\EPSONZT] TimeOutZT: 9\n")) << ran.output;
-  EXPECT_TRUE(contains(ran.output, "no port has been given a device, so no printer was asked")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "! [Config\\EPSONZT] LenDescripcionZT: \"0\" is no whole number from 1"))
+      << ran.output;
+  EXPECT_TRUE(contains(ran.output, "! line 5: \"rubbish\"")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "! COM2: has the same device as COM1")) << ran.output;
 }
 
 }  // namespace

@@ -190,7 +190,7 @@ TEST_F(Pages, OfTheShellCompleteCommandsMembersAndSettings) {
         .output;
   };
   EXPECT_EQ(completed("zentaro mem"), "members\n");
-  EXPECT_EQ(completed("zentaro call --t"), "--timeout\n");
+  EXPECT_EQ(completed("zentaro call --ti"), "--timeout\n");
   EXPECT_EQ(completed("zentaro call --port 1 RegistrarD"), "RegistrarDescuento RegistrarDescuentoExt\n");
   EXPECT_EQ(completed("zentaro settings s"), "set\n");
   EXPECT_EQ(completed("zentaro settings get COM"), "COM1 COM2 COM3 COM4 COM5 COM6 COM7 COM8\n");

@@ -9,14 +9,14 @@
 namespace zentaro::tools {
 
 struct PortFacts {
-  std::string name;           // "COM1", or "--device" for a port that is named by its path alone
-  std::string device;         // its path, after all links
+  std::string name = {};      // "COM1", or "--device" for a port that is named by its path alone
+  std::string device = {};    // its path, after all links
   bool isConfigured = false;  // somebody named this port: in the settings or on the command line
   bool exists = false;
   bool isCharacterDevice = false;
   bool canReadAndWrite = false;
-  std::string group;   // of the device
-  std::string holder;  // "minicom (process 4711)": who else has it open, as far as this user may see
+  std::string group = {};   // of the device
+  std::string holder = {};  // "minicom (process 4711)": who else has it open, as far as this user may see
 };
 
 /// Looks at the device, and through the processes that have it open.
