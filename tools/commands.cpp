@@ -122,7 +122,8 @@ void addCommands(CLI::App& app, int& status) {
   addHelp(app, status);
   for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
     command->group(std::string(say("Subcomandos", "Subcommands")));
-    command->get_help_ptr()->group(std::string(say("Opciones", "Options")));
+    CLI::Option* help = command->get_help_ptr();  // printer hands its own over
+    if (help != nullptr) help->group(std::string(say("Opciones", "Options")));
   }
 }
 
