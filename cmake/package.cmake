@@ -1,26 +1,45 @@
-# What `cmake --install` gives, and the Debian package that CPack makes of it.
+# What `cmake --install` gives: libraries, the headers that programs need, CMake and pkg-config files, pages. The Debian
+# packages are made of it (debian/).
 include(CMakePackageConfigHelpers)
 
+# The public headers: zentaro.h and what it includes, directly or not.
+function(public_headers result)
+  set(found)
+  set(open zentaro.h)
+  while(open)
+    list(POP_FRONT open header)
+    list(APPEND found ${header})
+    file(STRINGS ${PROJECT_SOURCE_DIR}/src/${header} lines REGEX "^#include \"")
+    foreach(line IN LISTS lines)
+      string(REGEX REPLACE "^#include \"([^\"]*)\".*" "\\1" included "${line}")
+      if(NOT included IN_LIST found AND NOT included IN_LIST open)
+        list(APPEND open ${included})
+      endif()
+    endforeach()
+  endwhile()
+  set(${result} ${found} PARENT_SCOPE)
+endfunction()
+
 install(TARGETS zentaro zentaro_static EXPORT ZentaroTargets)
-install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zentaro FILES_MATCHING PATTERN "*.h"
-        PATTERN posix EXCLUDE PATTERN windows EXCLUDE)
+public_headers(headers)
+foreach(header IN LISTS headers)
+  get_filename_component(folder ${header} DIRECTORY)
+  install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zentaro/${folder})
+endforeach()
 install(EXPORT ZentaroTargets NAMESPACE Zentaro:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Zentaro)
 configure_package_config_file(cmake/ZentaroConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/ZentaroConfig.cmake
                               INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Zentaro)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/ZentaroConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZentaroConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/ZentaroConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Zentaro)
-configure_file(cmake/zentaro.pc.in ${CMAKE_CURRENT_BINARY_DIR}/zentaro.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zentaro.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-file(GLOB pages ${CMAKE_CURRENT_SOURCE_DIR}/docs/man/*.1)
-install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_CONTACT "Zentaro maintainers <maintainers@zentaro.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Drives a fiscal printer over a serial line, with a virtual printer to test against")
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SECTION libs)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-include(CPack)
+# The prefix is told from where zentaro.pc lies, so that it is true wherever the tree is put.
+set(pkgconfig ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${pkgconfig} /prefix)
+string(REGEX REPLACE "/$" "" prefix_from_pkgconfig "${prefix_from_pkgconfig}")
+configure_file(cmake/zentaro.pc.in ${CMAKE_CURRENT_BINARY_DIR}/zentaro.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zentaro.pc DESTINATION ${pkgconfig})
+
+install(DIRECTORY docs/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 FILES_MATCHING PATTERN "*.1" PATTERN es EXCLUDE)
+install(DIRECTORY docs/man/es/ DESTINATION ${CMAKE_INSTALL_MANDIR}/es/man1 FILES_MATCHING PATTERN "*.1")
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -12,7 +12,7 @@ cmake -G Ninja -S "$example" -B "$folder/build" -DCMAKE_PREFIX_PATH="$prefix" -D
 cmake --build "$folder/build" >>"$folder/log" || { cat "$folder/log"; exit 1; }
 
 libraries=$(dirname "$(find "$prefix" -name libzentaro.so)")
-flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --define-prefix --cflags --libs zentaro)
+flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs zentaro)
 # shellcheck disable=SC2086
 "$compiler" "$example/sale.cpp" -o "$folder/sale" $flags -Wl,-rpath,"$libraries"
 

@@ -1,20 +1,20 @@
-# bash completion of zentaro. Everything is asked from the program itself, so it never lists what is not there.
+# bash completion of zentaro and zentaro-printer. Everything is asked from the program itself, so it never lists what is not there.
 
 _zentaro_subcommands() {
-  "$1" "${@:2}" --help 2>/dev/null | sed -n '/^Subcommands:/,$ s/^  \([a-z][a-z-]*\) .*/\1/p'
+  ZENTARO_LANG=en "$1" "${@:2}" --help 2>/dev/null | sed -n '/^Subcommands:/,$ s/^  \([a-z][a-z-]*\) .*/\1/p'
 }
 
 _zentaro_options() {
-  "$1" "${@:2}" --help 2>/dev/null | grep -oE -- '(^| |,)--[a-z][a-z-]*' | tr -d ' ,' | sort -u
+  ZENTARO_LANG=en "$1" "${@:2}" --help 2>/dev/null | grep -oE -- '(^| |,)--[a-z][a-z-]*' | tr -d ' ,' | sort -u
 }
 
 # The members of the printer object: what stands indented before "(" or ":".
 _zentaro_members() {
-  "$1" members CZentaro 2>/dev/null | sed -n 's/^  \([A-Za-z]*\)[(:].*/\1/p'
+  ZENTARO_LANG=en "$1" members CZentaro 2>/dev/null | sed -n 's/^  \([A-Za-z]*\)[(:].*/\1/p'
 }
 
 _zentaro_settings() {
-  "$1" settings list 2>/dev/null | sed -n 's/^\([A-Za-z0-9]*\)  *.*  \(default\|set\) .*/\1/p'
+  ZENTARO_LANG=en "$1" settings list 2>/dev/null | sed -n 's/^\([A-Za-z0-9]*\)  *.*  \(default\|set\) .*/\1/p'
 }
 
 _zentaro() {
@@ -40,4 +40,12 @@ _zentaro() {
   [[ -n $choices ]] && mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
 }
 
+_zentaro_printer() {
+  local word=${COMP_WORDS[COMP_CWORD]}
+  COMPREPLY=()
+  # Without choices, bash offers the names of files.
+  [[ $word != -* ]] || mapfile -t COMPREPLY < <(compgen -W "$(_zentaro_options "${COMP_WORDS[0]}")" -- "$word")
+}
+
 complete -o bashdefault -o default -F _zentaro zentaro
+complete -o bashdefault -o default -F _zentaro_printer zentaro-printer
