@@ -22,8 +22,9 @@ for sale in "$folder/build/sale" "$folder/sale"; do
   grep -q "TOTAL  *Bs 35,00" "$folder/ticket"
 done
 zentaro --help >/dev/null
-for page in zentaro zentaro-printer; do
-  test -e "$(find "$prefix" -path "*/man/man1/$page.1")" || { echo "no man page $page"; exit 1; }
+for program in zentaro zentaro-printer; do
+  for file in "man1/$program.1" "es/man1/$program.1" "completions/$program"; do
+    [ -n "$(find "$prefix" -path "*/$file")" ] || { echo "no $file"; exit 1; }
+  done
 done
-test -e "$(find "$prefix" -path '*bash-completion*' -name 'zentaro*')" || { echo "no completion"; exit 1; }
 echo "an installed tree serves a program"
