@@ -98,6 +98,13 @@ constexpr Row rows[] = {
     {"a port that is not assigned", "put", R"({"object":1,"name":"PortOpen","value":true})",
      "40001 Puerto serial no asignado (CZentaro.Let PortOpen)"},
     {"params that are no object", "get", "[1]", R"(-32602 "params" must be)"},
+    {"sale on a record", "sale", R"({"object":2,"document":{}})",
+     R"(-32602 "object" must be a Zentaro.CZentaro)"},
+    {"sale of nothing", "sale", R"({"object":1,"document":{}})",
+     R"(-32602 "document" is not in order, nothing was sent: )"},
+    {"sale on a closed port", "sale",
+     R"({"object":1,"document":{"document":"invoice","lines":[{"description":"a","price":0,"tax":0}]}})",
+     "-32602 the port of the object is closed"},
     {"unknown method", "destroy", "{}", R"(-32601 unknown method "destroy")"},
     {"describe an unknown class", "describe", R"({"class":"Nope"})", R"(-32602 unknown class "Nope")"},
 };

@@ -68,7 +68,7 @@ ask '{"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"CZentaro"}}'
 ask 'x'
 python3 -c '
 for depth in 100000, 129, 128: print("[" * depth + "]" * depth)
-print("x" * 20000000)' >&"${host[1]}"
+print("x" * 17000000)' >&"${host[1]}"
 for line in 1 2 3 4; do read -r -t 20 -u "${host[0]}" answer && echo "${answer:27}"; done
 pid=$host_PID
 exec {host[1]}>&-

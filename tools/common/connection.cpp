@@ -51,15 +51,6 @@ Services withSettings(SettingsStore& settings) {
   return changed;
 }
 
-int timeOutSeconds() {
-  constexpr int fallback = 12;
-  try {
-    return toInt16(readSetting(settingTimeOut));
-  } catch (const AutomationError&) {
-    return fallback;
-  }
-}
-
 std::string quoted(const std::string& word) {
   const bool isPlain = word.find_first_not_of(
                            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
@@ -116,6 +107,15 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
                   std::string(say("Anota lo enviado y lo recibido; \"zentaro trace\" lo lee",
                                   "Note what is sent and read; \"zentaro trace\" reads it")))
       ->type_name(std::string(say("ARCHIVO", "FILE")));
+}
+
+int timeOutSeconds() {
+  constexpr int fallback = 12;
+  try {
+    return toInt16(readSetting(settingTimeOut));
+  } catch (const AutomationError&) {
+    return fallback;
+  }
 }
 
 Connection::Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions)

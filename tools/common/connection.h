@@ -62,6 +62,9 @@ class Connection {
   std::string portWords_;
 };
 
+/// The setting TimeOutZT as it is in force.
+int timeOutSeconds();
+
 /// What is said of everything that a virtual printer prints.
 std::string virtualNotice();
 

@@ -4,9 +4,13 @@
 #include <iostream>
 #include <string>
 
+#include "common/interruption.h"
 #include "host/session.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -25,10 +29,11 @@ bool readLine(std::istream& input, std::string& line) {
 
 // The session ends with the function: its objects are destroyed and their ports closed.
 int serve(std::istream& input, std::ostream& output) {
-  HostSession session;
+  HostSession session([&output](const std::string& line) { output << line << '\n' << std::flush; });
   for (std::string line; readLine(input, line);) {
     output << session.answer(line) << '\n' << std::flush;
-    if (!output) return 1;  // nobody reads any more
+    // Nobody reads any more, or a signal that a sale has put off asks to end.
+    if (!output || Interruption::isRequested()) return 1;
   }
   return 0;
 }
@@ -37,14 +42,22 @@ int serve(std::istream& input, std::ostream& output) {
 
 void addHostCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand(
-      "host", "Serve the library to a program in any language: JSON-RPC over standard input");
-  command->footer(
+      "host", std::string(say(
+                  "Sirve la biblioteca a un programa en cualquier lenguaje: JSON-RPC por la entrada estándar",
+                  "Serve the library to a program in any language: JSON-RPC over standard input")));
+  command->footer(std::string(say(
+      "Una petición JSON-RPC 2.0 por línea, una respuesta por línea, en orden:\n"
+      "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
+      "Métodos: create, release, get, put, call, sale, describe. Los objetos que quedan al final de la\n"
+      "entrada se destruyen y sus puertos se cierran.",
       "One JSON-RPC 2.0 request per line, one response per line, in order:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
-      "Methods: create, release, get, put, call, describe. The objects that are left at the end of input "
-      "are\n"
-      "destroyed and their ports closed.");
-  command->callback([&status] { status = serve(std::cin, std::cout); });
+      "Methods: create, release, get, put, call, sale, describe. The objects that are left at the end of\n"
+      "input are destroyed and their ports closed.")));
+  command->callback([&status] {
+    std::ios::sync_with_stdio(false);  // lines may be long
+    status = serve(std::cin, std::cout);
+  });
 }
 
 }  // namespace zentaro::tools

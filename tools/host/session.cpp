@@ -8,6 +8,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/description.h"
+#include "host/host_sale.h"
 #include "host/rpc_error.h"
 #include "host/values.h"
 #include "interface/description_json.h"
@@ -24,9 +25,10 @@ struct Method {
   Json (HostSession::*run)(const Json& params);
 };
 constexpr std::array methods{
-    Method{"create", &HostSession::create}, Method{"release", &HostSession::release},
-    Method{"get", &HostSession::get},       Method{"put", &HostSession::put},
-    Method{"call", &HostSession::call},     Method{"describe", &HostSession::describe}};
+    Method{"create", &HostSession::create},    Method{"release", &HostSession::release},
+    Method{"get", &HostSession::get},          Method{"put", &HostSession::put},
+    Method{"call", &HostSession::call},        Method{"sale", &HostSession::sale},
+    Method{"describe", &HostSession::describe}};
 
 const Json& parameter(const Json& params, const char* name) {
   const auto found = params.find(name);
@@ -38,6 +40,11 @@ const std::string& textParameter(const Json& params, const char* name) {
   const Json& value = parameter(params, name);
   if (!value.is_string()) throw invalidParameters(std::string("\"") + name + "\" must be a text");
   return value.get_ref<const std::string&>();
+}
+
+const Json& parameter(const Json& params, const char* name, const Json& fallback) {
+  const auto found = params.find(name);
+  return found == params.end() ? fallback : *found;
 }
 
 // 0, which is no object, for a number that no object can have.
@@ -80,8 +87,9 @@ const Method& methodOf(const Json& request) {
   for (const Method& method : methods) {
     if (name == method.name) return method;
   }
-  throw RpcError(RpcCode::UnknownMethod, "unknown method " + jsonLine(name) +
-                                             ": there are create, release, get, put, call and describe");
+  throw RpcError(
+      RpcCode::UnknownMethod,
+      "unknown method " + jsonLine(name) + ": there are create, release, get, put, call, sale and describe");
 }
 
 // How many brackets are open at once; what stands in texts does not count.
@@ -169,6 +177,21 @@ Json HostSession::call(const Json& params) {
   std::vector<Variant> arguments = argumentsOf(params, objects_);
   const Variant result = object(params).call(textParameter(params, "name"), arguments);
   return {{"value", jsonOf(result, objects_)}, {"args", jsonOf(Array(std::move(arguments)), objects_)}};
+}
+
+Json HostSession::sale(const Json& params) {
+  const Object& printer = object(params);
+  if (&printer.description() != findClass("CZentaro"))
+    throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
+  const Json key = parameter(params, "id", ""), wantsProgress = parameter(params, "progress", false);
+  if (!key.is_string()) throw invalidParameters("\"id\" must be a text");
+  if (!wantsProgress.is_boolean()) throw invalidParameters("\"progress\" must be true or false");
+  const auto progress = [&](std::string_view text) {
+    const Json note{{"jsonrpc", "2.0"}, {"method", "progress"}, {"params", {{"text", text}}}};
+    if (wantsProgress == true) notify_(jsonLine(note));
+  };
+  return sellOn(*static_cast<CZentaro*>(printer.instance()), parameter(params, "document"),
+                key.get<std::string>(), progress);
 }
 
 Json HostSession::describe(const Json& params) {

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "common/json.h"
 #include "host/object_table.h"
@@ -16,6 +18,10 @@ inline constexpr std::size_t longestLine = std::size_t{16} << 20;
 
 class HostSession {
  public:
+  /// Is given each line that comes before a response.
+  using Notify = std::function<void(const std::string& line)>;
+  explicit HostSession(Notify notify = [](const std::string&) {}) : notify_(std::move(notify)) {}
+
   /// The response to one line, without the line end. Raises nothing: whatever goes wrong is the response.
   std::string answer(std::string_view line);
 
@@ -25,11 +31,13 @@ class HostSession {
   Json get(const Json& params);
   Json put(const Json& params);
   Json call(const Json& params);
+  Json sale(const Json& params);
   Json describe(const Json& params);
 
  private:
   const Object& object(const Json& params) const;
 
+  Notify notify_;
   ObjectTable objects_;
 };
 

@@ -1,23 +1,15 @@
 // Reads the file, checks all of it, asks the journal, opens the port and prints.
 #include "sale/sale_run.h"
 
-#include <unistd.h>
-
-#include <chrono>
 #include <iostream>
-#include <memory>
-#include <system_error>
 
 #include "automation/conversions.h"
 #include "common/guarded.h"
 #include "common/read_input.h"
-#include "journal/bookkeeper.h"
-#include "journal/recorder.h"
 #include "platform/setting_keys.h"
-#include "sale/content.h"
 #include "sale/paper_check.h"
 #include "sale/sale_file.h"
-#include "sale/verdict.h"
+#include "sale/sale_job.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
 
@@ -68,161 +60,68 @@ void tell(const std::string& text, bool isGood) {
   std::cerr << text << std::endl;
 }
 
-class SaleRun {
- public:
-  SaleRun(const SaleOptions& options, Sale sale, const Totals& totals)
-      : options_(options),
-        sale_(std::move(sale)),
-        totals_(totals),
-        wish_{options.key, contentDigest(sale_), options.again} {}
+// What a second signal says: by then nobody knows how far the sale is.
+std::string lastWords(const SalePlace& place) {
+  if (place.isVirtual)
+    return std::string(say("\nzentaro: interrumpido; la impresora virtual ya no está\n",
+                           "\nzentaro: ended; the virtual printer is gone\n"));
+  return say(
+      "\nzentaro: interrumpido en medio de una venta: puede haber un documento abierto, o impreso. Mire el "
+      "papel; si termina por la mitad: zentaro call {} CancelarComprobante\n",
+      "\nzentaro: ended in the middle of a sale: a document may be open, or printed. Look at the paper; if "
+      "it ends in the middle: zentaro call {} CancelarComprobante\n",
+      {place.portWords});
+}
 
-  int run() {
-    const bool isReal = options_.port.port.has_value() || !options_.port.device.empty();
-    if (isReal) openJournal();
-    if (!options_.resolve.empty()) return resolve();
-    if (bookkeeper_) {
-      if (const auto verdict = bookkeeper_->beforePort()) return tellJournal(*verdict);
-    }
-    Connection connection(options_.port, printerWords(options_.faults));
-    connection.printer().verifyCheckSum = true;
-    connection.line().startAnywhere();
-    const SalePlace place{connection.portWords(), connection.virtualPrinter() != nullptr};
-    try {
-      connection.line().getInStep();
-    } catch (const std::runtime_error& error) {
-      const SaleEnd end{Verdict::Unreachable, error.what()};
-      tellEnd(end, place);
-      return exitStatus(end.verdict);
-    }
-    if (bookkeeper_) {
-      if (const auto verdict = askJournal(connection)) return tellJournal(*verdict);
-    }
-    return print(connection, place);
+int tellJournal(const JournalVerdict& verdict, bool isJson) {
+  if (isJson)
+    tell(jsonLine(verdictJson(verdict)), true);
+  else
+    tell(verdict.text, verdict.exitStatus == exitDone);
+  return verdict.exitStatus;
+}
+
+void tellEnd(const SaleEnd& end, const SaleJob& job, const SalePlace& place, bool isJson) {
+  if (isJson)
+    tell(jsonLine(verdictJson(end, job.totals(), place)), true);
+  else
+    tell(verdictText(end, job.totals(), place), exitStatus(end.verdict) == exitDone);
+}
+
+int print(SaleJob& job, Connection& connection, const SalePrinterPort& port, bool isJson) {
+  std::ostream silence(nullptr);
+  std::ostream& progress = isJson ? silence : std::cout;
+  Interruption::setLastWords(lastWords(port.place));
+  const SaleEnd end = job.print(port, progress, Interruption::isRequested);
+  if (port.place.isVirtual) progress << '\n' << connection.virtualPrinter()->paper() << '\n';
+  tellEnd(end, job, port.place, isJson);
+  job.told();
+  return job.exitStatus(end);
+}
+
+std::string deviceOf(const PortOptions& port) {
+  return port.port ? "COM" + std::to_string(*port.port) : port.device;
+}
+
+int run(const SaleOptions& options, SaleJob& job) {
+  const bool isReal = !deviceOf(options.port).empty();
+  if (isReal || !options.resolve.empty()) job.openJournal();
+  if (!options.resolve.empty()) {
+    const Fact fact = options.resolve == "printed" ? Fact::Printed : Fact::NotPrinted;
+    return tellJournal(job.resolve(fact), options.isJson);
   }
-
- private:
-  void openJournal() {
-    try {
-      journal_ = std::make_unique<Journal>(stateFolder());
-      bookkeeper_.emplace(*journal_, wish_);
-    } catch (const std::system_error& error) {
-      const std::string text = say("no se puede escribir el diario: {}", "the journal cannot be written: {}",
-                                   {harmless(error.what())});
-      if (!options_.key.empty() || !options_.resolve.empty()) throw std::runtime_error(text);
-      std::cerr << say("zentaro: aviso: ", "zentaro: warning: ") << text << '\n';
-    }
+  if (const auto verdict = job.refusal()) return tellJournal(*verdict, options.isJson);
+  Connection connection(options.port, printerWords(options.faults));
+  const SalePrinterPort port{connection.printer(),
+                             connection.line(),
+                             {connection.portWords(), connection.virtualPrinter() != nullptr}};
+  if (const auto end = SaleJob::getInStep(port)) {
+    tellEnd(*end, job, port.place, options.isJson);
+    return exitStatus(end->verdict);
   }
-
-  int resolve() {
-    if (!bookkeeper_) openJournal();
-    const Fact fact = options_.resolve == "printed" ? Fact::Printed : Fact::NotPrinted;
-    if (const auto verdict = bookkeeper_->resolve(fact)) return tellJournal(*verdict);
-    throw std::runtime_error(std::string(say("el diario no tiene ninguna duda sobre esta venta",
-                                             "the journal has no open question about this sale")));
-  }
-
-  /// Answers the open questions about the machine in front, then asks whether this sale may be printed.
-  std::optional<JournalVerdict> askJournal(Connection& connection) {
-    const std::optional<int> lastZ = lastZOf(connection.printer());
-    entry_.lastZ = lastZ;
-    entry_.machine = machineOf(connection);
-    bookkeeper_->judge(entry_.machine, lastZ, connection.printer(), connection.line());
-    return bookkeeper_->beforePrinting();
-  }
-
-  static std::optional<int> lastZOf(const CZentaro& printer) {
-    try {
-      statusN status;
-      status.LoadFromResponse(printer.getResponse(0));
-      return status.UltimoCierreZ();
-    } catch (const AutomationError&) {  // a printer that does not give it
-      return std::nullopt;
-    }
-  }
-
-  std::string machineOf(Connection& connection) const {
-    CZentaro& printer = connection.printer();
-    const std::string serial = utf8(printer.SerialImpresora());
-    if (printer.nEnvironmentError != ENVERR_OK) connection.line().lostAnswer();
-    return serial.empty() || !answersLastCommand(printer) ? device() : serial;
-  }
-
-  std::string device() const {
-    return options_.port.port ? "COM" + std::to_string(*options_.port.port) : options_.port.device;
-  }
-
-  int print(Connection& connection, const SalePlace& place) {
-    std::ostream silence(nullptr);
-    std::ostream& progress = options_.isJson ? silence : std::cout;
-    Interruption::setLastWords(lastWords(place));
-    ObjectSalePrinter printer(connection.printer(), connection.line(), sale_.isCreditNote);
-    Recorder recorder(journal_.get(), newEntry(),
-                      options_.key.empty() ? JournalNeed::Wanted : JournalNeed::Required);
-    const SaleEnd end = printSale(stepsOf(sale_, totals_), totals_.net, printer, progress,
-                                  Interruption::isRequested, &recorder);
-    recorder.ended(end);
-    if (place.isVirtual) progress << '\n' << connection.virtualPrinter()->paper() << '\n';
-    tellEnd(end, place);
-    recorder.told();
-    return recorder.hasObjected() ? exitFailed : exitStatus(end.verdict);
-  }
-
-  Entry newEntry() {
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    entry_.at = std::chrono::duration_cast<std::chrono::seconds>(now).count();
-    entry_.name = std::to_string(now.count()) + "-" + std::to_string(::getpid());
-    entry_.process = processName(::getpid());
-    entry_.key = wish_.key;
-    entry_.digest = wish_.digest;
-    entry_.device = device();
-    entry_.isCreditNote = sale_.isCreditNote;
-    entry_.net = totals_.net;
-    entry_.total = totals_.due();
-    return entry_;
-  }
-
-  // What a second signal says: by then nobody knows how far the sale is.
-  static std::string lastWords(const SalePlace& place) {
-    if (place.isVirtual)
-      return std::string(say("\nzentaro: interrumpido; la impresora virtual ya no está\n",
-                             "\nzentaro: ended; the virtual printer is gone\n"));
-    return say(
-        "\nzentaro: interrumpido en medio de una venta: puede haber un documento abierto, o impreso. Mire el "
-        "papel; si termina por la mitad: zentaro call {} CancelarComprobante\n",
-        "\nzentaro: ended in the middle of a sale: a document may be open, or printed. Look at the paper; if "
-        "it ends in the middle: zentaro call {} CancelarComprobante\n",
-        {place.portWords});
-  }
-
-  void tellEnd(const SaleEnd& end, const SalePlace& place) const {
-    if (options_.isJson)
-      tell(jsonLine(verdictJson(end, totals_, place)), true);
-    else
-      tell(verdictText(end, totals_, place), exitStatus(end.verdict) == exitDone);
-  }
-
-  int tellJournal(const JournalVerdict& verdict) const {
-    if (options_.isJson) {
-      const Json json{
-          {"verdict", verdict.name}, {"number", verdict.number ? Json(*verdict.number) : Json(nullptr)},
-          {"total", nullptr},        {"igtf", nullptr},
-          {"change", nullptr},       {"cause", nullptr},
-          {"next", verdict.text},    {"virtual", false}};
-      tell(jsonLine(json), true);
-    } else {
-      tell(verdict.text, verdict.exitStatus == exitDone);
-    }
-    return verdict.exitStatus;
-  }
-
-  const SaleOptions& options_;
-  Sale sale_;
-  Totals totals_;
-  Wish wish_;
-  Entry entry_;
-  std::unique_ptr<Journal> journal_;
-  std::optional<Bookkeeper> bookkeeper_;
-};
+  if (const auto verdict = job.refusal(port)) return tellJournal(*verdict, options.isJson);
+  return print(job, connection, port, options.isJson);
+}
 
 }  // namespace
 
@@ -233,7 +132,8 @@ int runSale(const SaleOptions& options) {
   if (!problems.empty()) return refuse(options.file, problems);
   if (!options.isJson) showTotals(sale, totals);
   if (options.isCheckOnly) return warn(sale);
-  return SaleRun(options, std::move(sale), totals).run();
+  SaleJob job({std::move(sale), totals, options.key, options.again, deviceOf(options.port)});
+  return run(options, job);
 }
 
 int showJournal() {
