@@ -25,7 +25,7 @@ on_a_line() {
   printf '[Config\\EPSONZT]\nTimeOutZT=1\n[Config\\ModComm]\nCOM1=%s/printer\n' "$here" >"$here/settings.ini"
   # shellcheck disable=SC2086
   zentaro-printer --quiet $options --link "$here/printer" --paper "$here/paper.txt" --fault "$plan" </dev/null 2>/dev/null &
-  until [ -e "$here/printer" ]; do read -r -t 0.05 <> <(:); done
+  until [ -e "$here/printer" ]; do kill -0 $! || return 1; read -r -t 0.05 <> <(:); done
   ZENTARO_SETTINGS=$here/settings.ini "${@:7}" 1 >"$here/output" 2>&1
   local seen="status $?,"
   seen+=" $(grep -oE '^(PRINTED|NOT PRINTED|UNKNOWN|STILL OPEN)' "$here/output"),"

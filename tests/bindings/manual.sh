@@ -25,7 +25,7 @@ sold() {
   export ZENTARO_SETTINGS=$here/settings.ini XDG_STATE_HOME=$here/state
   printf '[Config\\EPSONZT]\nTimeOutZT=1\n[Config\\ModComm]\nCOM1=%s/printer\n' "$here" >"$ZENTARO_SETTINGS"
   zentaro-printer --quiet --realtime --link "$here/printer" --paper "$here/paper.txt" --fault "delay=2.5 on close" </dev/null 2>/dev/null &
-  until [ -e "$here/printer" ]; do read -r -t 0.05 <> <(:); done
+  until [ -e "$here/printer" ]; do kill -0 $! || return 1; read -r -t 0.05 <> <(:); done
   local first second
   first=$($program 2>"$here/errors")
   second=$($program 2>>"$here/errors")
@@ -42,7 +42,7 @@ told() {
   export ZENTARO_SETTINGS=$here/settings.ini XDG_STATE_HOME=$here/state
   printf '[Config\ModComm]\nCOM1=%s/printer\n' "$here" >"$ZENTARO_SETTINGS"
   zentaro-printer --quiet --link "$here/printer" </dev/null 2>/dev/null &
-  until [ -e "$here/printer" ]; do read -r -t 0.05 <> <(:); done
+  until [ -e "$here/printer" ]; do kill -0 $! || return 1; read -r -t 0.05 <> <(:); done
   answers=$(printf '{"jsonrpc":"2.0","id":1,"method":"%s","params":{%s}}\n' create '"class":"CZentaro"' \
     put '"object":1,"name":"CommPort","value":1' put '"object":1,"name":"PortOpen","value":true' \
     sale "\"object\":1,\"document\":$document,\"progress\":true" sale "\"object\":1,\"document\":$document" | zentaro host)
