@@ -1,5 +1,5 @@
-// The measurements, each of which prints its figures. `isShort`: a tenth of the repetitions, to see that all
-// is well.
+// The measurements, each of which prints its figures. `isShort`: a tenth of the repetitions, to see
+// that all is well.
 #pragma once
 
 namespace bench {

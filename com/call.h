@@ -1,5 +1,5 @@
-// The one way by which a host's call reaches a member, whether it came by name, by dispatch id or through a
-// slot.
+// The one way by which a host's call reaches a member, whether it came by name, by dispatch id or
+// through a slot.
 #pragma once
 
 #include <span>
@@ -17,8 +17,8 @@ void callMember(Instance& instance, int memberId, Access access, std::span<VARIA
 /// The functions of IDispatch, the first seven of every dual interface.
 extern const Slot dispatchSlots[7];
 
-/// A call through a slot: the member is an accessor by its place in the interface, and a failure is kept for
-/// GetErrorInfo.
+/// A call through a slot: the member is an accessor by its place in the interface, and a failure is
+/// kept for GetErrorInfo.
 HRESULT callSlot(Face& self, std::size_t place, std::span<VARIANT> arguments, VARIANT* result) noexcept;
 
 }  // namespace zentaro::com

@@ -1,5 +1,5 @@
-// The identifiers of the automation server: Zentaro's own, fixed for ever, because hosts and registries keep
-// them.
+// The identifiers of the automation server: Zentaro's own, fixed for ever, because hosts and
+// registries keep them.
 #pragma once
 
 #include <guiddef.h>

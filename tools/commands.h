@@ -5,8 +5,8 @@
 
 namespace zentaro::tools {
 
-/// Adds a subcommand to `app`. When it is the one that was asked for, its callback stores the exit status in
-/// `status`.
+/// Adds a subcommand to `app`. When it is the one that was asked for, its callback stores the exit
+/// status in `status`.
 using AddCommand = void (*)(CLI::App& app, int& status);
 
 /// Adds all of them, in the order in which the help lists them.

@@ -1,5 +1,5 @@
-// The functions of the C interface: each a call into the library behind the one guard that no exception
-// passes.
+// The functions of the C interface: each a call into the library behind the one guard that no
+// exception passes.
 #include "zentaro_c.h"
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// A small sale that is never printed twice. `sale 2` prints at COM2; without a port it prints on a virtual
-// printer.
+// A small sale that is never printed twice. `sale 2` prints at COM2; without a port it prints on a
+// virtual printer.
 #include <zentaro.h>
 
 #include <chrono>
@@ -36,8 +36,8 @@ std::optional<std::int64_t> sold(CZentaro& printer) {
          day->BaseGravable3.scaled();
 }
 
-// The status, as soon as an answer is the one to its question; null when that takes longer than half a
-// minute.
+// The status, as soon as an answer is the one to its question; null when that takes longer than
+// half a minute.
 std::unique_ptr<statusHASAR> inStep(CZentaro& printer) {
   for (const int pause : {500, 1000, 2000, 4000, 8000, 16000}) {
     // Late answers gather while the port is open, and opening it throws them away.

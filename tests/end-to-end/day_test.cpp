@@ -1,5 +1,5 @@
-// A shop's day on the virtual printer: a sale, a credit note for it, a cheque, and the closings with their
-// figures.
+// A shop's day on the virtual printer: a sale, a credit note for it, a cheque, and the closings
+// with their figures.
 #include <gtest/gtest.h>
 
 #include "automation/conversions.h"

@@ -70,8 +70,8 @@ class FaultTest : public ::testing::TestWithParam<std::tuple<Row, bool>> {
 
   CZentaro& z() { return connection_->printer(); }
 
-  // What came too late is still on the line, so the printer is asked until it is in step again. No document
-  // has no items.
+  // What came too late is still on the line, so the printer is asked until it is in step again. No
+  // document has no items.
   int itemsOfTheDocument() {
     for (int tries = 0; tries < 20; ++tries) {
       const int outcome = z().Subtotal();

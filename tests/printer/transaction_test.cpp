@@ -1,5 +1,5 @@
-// The exchange of a frame for an answer: chunks, deadlines, the order of the checks, and what each outcome
-// leaves behind.
+// The exchange of a frame for an answer: chunks, deadlines, the order of the checks, and what each
+// outcome leaves behind.
 #include <gtest/gtest.h>
 
 #include "support/printer_fixture.h"

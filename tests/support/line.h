@@ -1,6 +1,6 @@
 // A serial line in a test: what the printer object writes is kept, and each write gets the next answer of the
-// script. Bytes are readable text: <STX>, <ETX>, <FS>, <DEL>, <FF> (the wait byte), or <E1> for any other
-// byte.
+// script. Bytes are readable text: <STX>, <ETX>, <FS>, <DEL>, <FF> (the wait byte), or <E1> for any
+// other byte.
 #pragma once
 
 #include <algorithm>

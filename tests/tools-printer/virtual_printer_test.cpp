@@ -1,5 +1,5 @@
-// A printer that a command starts never waits for a reader, stands apart from the terminal, and leaves
-// nothing behind.
+// A printer that a command starts never waits for a reader, stands apart from the terminal, and
+// leaves nothing behind.
 #include "common/virtual_printer.h"
 
 #include <fcntl.h>

@@ -10,8 +10,8 @@ using testing::Ran;
 
 class Replay : public testing::Shell {
  protected:
-  // Runs the commands with $DEVICE set while the trace answers; the end of the shell ends the scripted
-  // printer.
+  // Runs the commands with $DEVICE set while the trace answers; the end of the shell ends the
+  // scripted printer.
   Ran replayed(const std::string& trace, const std::string& commands) const {
     return run("zentaro trace --replay " + trace + " >" + file("device") + " 2>" + file("told") +
                " & PRINTER=$!; trap 'kill $PRINTER' EXIT; for i in $(seq 200); do [ -s " + file("device") +

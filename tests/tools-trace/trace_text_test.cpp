@@ -1,5 +1,5 @@
-// Traces as people read them. The frames are those of the protocol's own examples, with their sums worked out
-// by hand.
+// Traces as people read them. The frames are those of the protocol's own examples, with their sums
+// worked out by hand.
 #include "trace/trace_text.h"
 
 #include <gtest/gtest.h>

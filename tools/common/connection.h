@@ -28,8 +28,8 @@ struct PortOptions {
   std::string traceFile = {};       // --trace: what is sent and read, by the object and by the driver
 };
 
-/// Adds --port, --device, --virtual, --timeout, --give-up and --trace; `options` must live until the command line is
-/// parsed.
+/// Adds --port, --device, --virtual, --timeout, --give-up and --trace; `options` must live until
+/// the command line is parsed.
 void addPortOptions(CLI::App& command, PortOptions& options);
 
 class Connection {

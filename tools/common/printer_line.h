@@ -14,8 +14,8 @@ class PrinterLine {
  public:
   using Time = Recovery::Time;
 
-  /// The printer must be open on its port and outlive it. `patience` is how long an answer that got lost is
-  /// waited for.
+  /// The printer must be open on its port and outlive it. `patience` is how long an answer that got
+  /// lost is waited for.
   PrinterLine(CZentaro& printer, Time patience) : printer_(printer), patience_(patience) {}
 
   /// Begins at a random place in the sequence of commands, so that a late answer to another program's command

@@ -5,8 +5,8 @@
 
 namespace zentaro::tools {
 
-/// All of the file, or of standard input for "-". Raises std::system_error with the path and the system's
-/// reason.
+/// All of the file, or of standard input for "-". Raises std::system_error with the path and the
+/// system's reason.
 std::string readInput(const std::string& path);
 
 }  // namespace zentaro::tools

@@ -1,5 +1,5 @@
-// Getting back in step with a printer, without port or clock: what was seen and the time go in, what to do next
-// comes out.
+// Getting back in step with a printer, without port or clock: what was seen and the time go in,
+// what to do next comes out.
 //
 //   Ask --in step--> Stop        Ask is a request that changes nothing on the printer.
 //    | no answer, or that to another command

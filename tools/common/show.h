@@ -10,8 +10,8 @@
 
 namespace zentaro::tools {
 
-/// One line: control characters as "\x02", dates in ISO form, amounts with four decimals, a record as "name
-/// value, ...".
+/// One line: control characters as "\x02", dates in ISO form, amounts with four decimals, a record
+/// as "name value, ...".
 std::string valueText(const Variant& value);
 /// The same as JSON for scripts: a text for dates and currency amounts, null for what holds no value, an
 /// object for a record.

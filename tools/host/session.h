@@ -1,5 +1,5 @@
-// The line protocol of `zentaro host`, without its input and output: one JSON-RPC request in, one response
-// out.
+// The line protocol of `zentaro host`, without its input and output: one JSON-RPC request in, one
+// response out.
 #pragma once
 
 #include <cstddef>

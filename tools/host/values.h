@@ -4,12 +4,11 @@
 //   {"type": "empty"}  {"type": "missing"}          Empty, an omitted argument
 //   {"type": "currency", "value": "12.3400"}        four decimals
 //   {"type": "date", "value": "2024-03-15T14:05:00"}
-//   {"type": "double", "value": "NaN"}              also "Infinity" and "-Infinity": JSON has no number for
-//   them
+//   {"type": "double", "value": "NaN"}              also "Infinity" and "-Infinity", which JSON lacks
 //   {"type": "object", "class": "Zentaro.statusN", "object": 2}  {"type": "nothing"}
 //
-// A number with a fraction or an exponent, or outside 32 bits, is a double, and a double is always written
-// so.
+// A number with a fraction or an exponent, or outside 32 bits, is a double, and a double is always
+// written so.
 #pragma once
 
 #include "automation/variant.h"
@@ -21,8 +20,8 @@ namespace zentaro::tools {
 /// An object that is not in the table yet is added. Raises 6 for a date outside the years 100 to 9999.
 Json jsonOf(const Variant& value, ObjectTable& objects);
 
-/// Raises RpcError InvalidParameters for what is none of the forms above, an unknown object, or arrays nested
-/// deeper than 64.
+/// Raises RpcError InvalidParameters for what is none of the forms above, an unknown object, or
+/// arrays nested deeper than 64.
 Variant variantOf(const Json& json, const ObjectTable& objects);
 
 }  // namespace zentaro::tools

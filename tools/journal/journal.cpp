@@ -138,8 +138,8 @@ bool Journal::begin(const Entry& entry) {
   return true;
 }
 
-// Opened anew each time, because another process may have replaced the file. A line that a crash has cut short is
-// ended first.
+// Opened anew each time, because another process may have replaced the file. A line that a crash
+// has cut short is ended first.
 void Journal::append(const std::string& line) {
   const std::string path = journalPath(folder_);
   if (file_ >= 0) ::close(file_);

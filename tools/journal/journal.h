@@ -17,8 +17,8 @@ std::string processName(int id);
 
 class Journal {
  public:
-  /// Makes the folder, open to this user alone. Raises std::system_error when the journal cannot be opened for
-  /// writing.
+  /// Makes the folder, open to this user alone. Raises std::system_error when the journal cannot be
+  /// opened for writing.
   explicit Journal(const std::string& folder);
   ~Journal();
   Journal(const Journal&) = delete;

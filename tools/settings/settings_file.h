@@ -9,8 +9,8 @@ namespace zentaro::tools {
 
 class SettingsFile {
  public:
-  /// Raises std::runtime_error when there is no place for a settings file, and when the one that is there
-  /// cannot be read.
+  /// Raises std::runtime_error when there is no place for a settings file, and when the one that is
+  /// there cannot be read.
   explicit SettingsFile(std::string path);
 
   const std::string& path() const { return path_; }

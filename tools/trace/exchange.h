@@ -22,8 +22,8 @@ struct Exchange {
   std::optional<TracedFrame> answer;   // none when the trace shows nothing of one
 };
 
-/// Of a file with both traces the driver's is taken. The object trace keeps of a good answer only what begins with its command code; the bytes before it are
-/// put back.
+/// Of a file with both traces the driver's is taken. The object trace keeps of a good answer only
+/// what begins with its command code; the bytes before it are put back.
 std::vector<Exchange> exchangesOf(const std::vector<TraceRecord>& records);
 
 }  // namespace zentaro::tools

@@ -19,8 +19,8 @@ class Inbox {
   // Throws std::system_error when the system has no descriptor to give.
   Inbox();
 
-  // For the web threads: the result of the job, when the loop has done it; nothing when it is ending or busy
-  // for too long.
+  // For the web threads: the result of the job, when the loop has done it; nothing when it is
+  // ending or busy for too long.
   std::optional<std::string> ask(Job job);
 
   // For the loop: readable when there are jobs.

@@ -1,5 +1,5 @@
-// The line as the page lists it: a row for each command, each answer as it went out, and whatever else
-// happened.
+// The line as the page lists it: a row for each command, each answer as it went out, and whatever
+// else happened.
 #pragma once
 
 #include <map>
