@@ -38,10 +38,10 @@ std::vector<TraceRecord> once(std::vector<TraceRecord> records) {
   };
   if (!holds(Kind::Read) || !holds(Kind::ReadStatus)) return records;
   std::erase_if(records, [](const TraceRecord& record) { return isOf(record, Kind::ReadStatus); });
-  const auto doubled = std::ranges::unique(records, [](const TraceRecord& first, const TraceRecord& second) {
+  const auto isDoubled = [](const TraceRecord& first, const TraceRecord& second) {
     return isOf(first, Kind::Send) && isOf(second, Kind::Send) && first.bytes == second.bytes;
-  });
-  records.erase(doubled.begin(), doubled.end());
+  };
+  records.erase(std::unique(records.begin(), records.end(), isDoubled), records.end());
   return records;
 }
 
