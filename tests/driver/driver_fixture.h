@@ -5,7 +5,7 @@
 
 #include "driver/scripted_serial.h"
 #include "serial/modCOMM.h"
-#include "support/fakes.h"
+#include "support/values.h"
 #include "text/unicode.h"
 
 namespace zentaro::testing {

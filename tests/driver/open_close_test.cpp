@@ -3,8 +3,7 @@
 
 #include "driver/driver_fixture.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::open_close_test {
 
 using namespace std::chrono_literals;
 using modCOMM::CommClose;
@@ -44,28 +43,24 @@ TEST_F(DriverOpening, MakesItsCallsInOrderAndIsRefusedWhileOpen) {
   EXPECT_EQ(CommClose(1), 0);
 }
 
-class DriverOpeningStep : public DriverTest, public ::testing::WithParamInterface<std::size_t> {};
+TEST_F(DriverOpening, EndsWithTheStepThatFailsAndLeavesADeviceToClose) {
+  for (std::size_t failing = 0; failing < openSteps.size(); ++failing) {
+    for (std::size_t step = 0; step < failing; ++step) serial.expect(openSteps[step].call);
+    serial.expect(openSteps[failing].call, {.error = 5});
+    EXPECT_EQ(CommOpen(1, u"COM1", lineText), 5);
+    EXPECT_EQ(errorText(), "Error (5): CommOpen (" + openSteps[failing].function + ") - Access denied.");
 
-TEST_P(DriverOpeningStep, ThatFailsIsTheLastOneAndLeavesADeviceToClose) {
-  const std::size_t failing = GetParam();
-  for (std::size_t step = 0; step < failing; ++step) serial.expect(openSteps[step].call);
-  serial.expect(openSteps[failing].call, {.error = 5});
-  EXPECT_EQ(CommOpen(1, u"COM1", lineText), 5);
-  EXPECT_EQ(errorText(), "Error (5): CommOpen (" + openSteps[failing].function + ") - Access denied.");
-
-  const bool hasDevice = failing > 0;
-  serial.expect("ClearCommError " + std::string(hasDevice ? "7" : "-1"), {.error = 99});
-  EXPECT_EQ(CommRead(1, data, 1), -1);
-  EXPECT_EQ(errorText(), "Error (99): CommRead (ClearCommError) - ");
-  if (hasDevice) {
-    EXPECT_EQ(CommOpen(1, u"COM1", lineText), -1);
-    serial.expect("CloseHandle 7");
+    const bool hasDevice = failing > 0;
+    serial.expect("ClearCommError " + std::string(hasDevice ? "7" : "-1"), {.error = 99});
+    EXPECT_EQ(CommRead(1, data, 1), -1);
+    EXPECT_EQ(errorText(), "Error (99): CommRead (ClearCommError) - ");
+    if (hasDevice) {
+      EXPECT_EQ(CommOpen(1, u"COM1", lineText), -1);
+      serial.expect("CloseHandle 7");
+    }
+    EXPECT_EQ(CommClose(1), 0);
   }
-  EXPECT_EQ(CommClose(1), 0);
 }
-
-INSTANTIATE_TEST_SUITE_P(Each, DriverOpeningStep, ::testing::Range(std::size_t{0}, openSteps.size()),
-                         [](const auto& test) { return openSteps[test.param].function; });
 
 TEST_F(DriverOpening, PortNumberOutsideTheTableIsAFaultOfEveryOperation) {
   for (const std::int16_t port : {std::int16_t{0}, std::int16_t{9}, std::int16_t{-1}}) {
@@ -110,5 +105,4 @@ TEST_F(DriverOpening, WaitIsBoundedAndNeverUsesAClosedPort) {
   EXPECT_EQ(platform.host.yields, 0);
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::open_close_test

@@ -8,8 +8,7 @@
 #include "reports/status_hasar.h"
 #include "reports/status_n.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::day_test {
 
 class DayTest : public ::testing::Test {
  protected:
@@ -97,5 +96,4 @@ TEST_F(DayTest, ServicesWork) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::day_test

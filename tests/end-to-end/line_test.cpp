@@ -4,8 +4,7 @@
 #include "automation/automation_error.h"
 #include "common/connection.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::line_test {
 
 std::string openingError(const std::string& device) {
   try {
@@ -43,5 +42,4 @@ TEST(Line, APrinterThatVanishesIsATimeOutAndItsReturnIsNoticed) {
   z.PortOpen(false);
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::line_test

@@ -5,31 +5,19 @@
 
 #include <cstdlib>
 
-namespace zentaro::testing {
-namespace {
+#include "support/bytes.h"
+#include "text/unicode.h"
+
+namespace zentaro::testing::regional_test {
 
 TEST(Regional, DateFormatsBecomeShortDatePatterns) {
-  struct Row {
-    const char16_t *format, *pattern;  // an empty pattern: not usable
-  };
-  for (const Row& row : {Row{u"%d/%m/%y", u"dd/mm/yy"},
-                         {u"%d/%m/%Y", u"dd/mm/yyyy"},
-                         {u"%-d.%-m.%Y", u"d.m.yyyy"},
-                         {u"%e-%m-%Y", u"d-mm-yyyy"},
-                         {u"%F", u"yyyy-mm-dd"},
-                         {u"%D", u"mm/dd/yy"},
-                         {u"%Y. %m. %d.", u"yyyy. mm. dd."},
-                         {u"%d %b %Y", u""},
-                         {u"%Od.%Om.%Ey", u""},
-                         {u"%d/%m", u""},
-                         {u"%d/%d/%m/%Y", u""},
-                         {u"%d de %m de %Y", u""},
-                         {u"%m/%d/%y%", u""},
-                         {u"", u""}}) {
-    const auto pattern = posix::shortDatePattern(row.format);
-    EXPECT_EQ(pattern.value_or(u""), row.pattern);
-    EXPECT_EQ(pattern.has_value(), *row.pattern != u'\0');
-  }
+  for (const auto& [format, pattern] : table(R"(
+    %d/%m/%y => dd/mm/yy; %d/%m/%Y => dd/mm/yyyy; %-d.%-m.%Y => d.m.yyyy; %e-%m-%Y => d-mm-yyyy; %F => yyyy-mm-dd
+    %D => mm/dd/yy; %Y. %m. %d. => yyyy. mm. dd.)"))
+    EXPECT_EQ(posix::shortDatePattern(utf16(format)), utf16(pattern)) << format;
+  for (const char16_t* unusable :
+       {u"%d %b %Y", u"%Od.%Om.%Ey", u"%d/%m", u"%d/%d/%m/%Y", u"%d de %m de %Y", u"%m/%d/%y%", u""})
+    EXPECT_FALSE(posix::shortDatePattern(unusable)) << utf8(unusable);
 }
 
 TEST(Regional, LocalesWithoutOwnFormatsGiveTheDefaults) {
@@ -43,5 +31,4 @@ TEST(Regional, LocalesWithoutOwnFormatsGiveTheDefaults) {
   ::unsetenv("LC_ALL");
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::regional_test

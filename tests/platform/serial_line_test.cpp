@@ -1,4 +1,6 @@
 // The serial services on a real pseudo-terminal.
+#include <sys/ioctl.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,9 +13,9 @@
 #include "platform/posix/line_status.h"
 #include "platform/pseudo_terminal.h"
 #include "platform/services.h"
+#include "support/scratch.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::serial_line_test {
 
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
@@ -115,6 +117,21 @@ TEST_F(SerialLine, IsHeldByOneOpeningOnly) {
   EXPECT_EQ(serial.GetLastError(), std::uint32_t{EBADF});
 }
 
+TEST_F(SerialLine, IsMarkedExclusiveUnlessItIsAPseudoTerminal) {
+  const auto marked = [] {
+    int count = 0;
+    for (int descriptor = 3; descriptor < 64; ++descriptor) {
+      int isMarked = 0;
+      if (::ioctl(descriptor, TIOCGEXCL, &isMarked) == 0) count += isMarked;
+    }
+    return count;
+  };
+  EXPECT_EQ(marked(), 0) << "it would stay so after a crash";
+  const SerialHandle other = open("/dev/ptmx");  // a terminal device of another kind
+  EXPECT_EQ(marked(), 1);
+  EXPECT_TRUE(serial.CloseHandle(other));
+}
+
 TEST_F(SerialLine, WhatIsNoSerialDeviceFails) {
   for (const char* name : {"/none/tty", "tty", ""}) {
     EXPECT_EQ(open(name), invalidSerialHandle) << name;
@@ -123,11 +140,10 @@ TEST_F(SerialLine, WhatIsNoSerialDeviceFails) {
   EXPECT_EQ(serial.FormatMessageA(ENOENT), "No such file or directory");
   EXPECT_EQ(serial.FormatMessageA(99999), "");
 
-  std::string path = ::testing::TempDir() + "zentaro-no-terminal-XXXXXX";
-  ::close(::mkstemp(path.data()));
-  EXPECT_EQ(open(path), invalidSerialHandle) << "a frame must not be written into a file";
+  const Scratch folder;
+  folder.write("file", "");
+  EXPECT_EQ(open(folder / "file"), invalidSerialHandle) << "a frame must not be written into a file";
   EXPECT_EQ(serial.GetLastError(), std::uint32_t{ENOTTY});
-  ::unlink(path.c_str());
 }
 
 TEST_F(SerialLine, ReadGivesWhatIsThereAndEveryByteValue) {
@@ -139,8 +155,13 @@ TEST_F(SerialLine, ReadGivesWhatIsThereAndEveryByteValue) {
   EXPECT_EQ(waiting(), 256);
   EXPECT_EQ(read(10), all.substr(0, 10));
   EXPECT_EQ(read(4096), all.substr(10));
-  setTimeouts(1, 0);
-  EXPECT_EQ(read(10), "") << "the time is over";
+  setTimeouts(40, 0);
+  struct sigaction quiet {};
+  quiet.sa_handler = [](int) {};  // without SA_RESTART
+  ::sigaction(SIGALRM, &quiet, nullptr);
+  const itimerval soon{{0, 0}, {0, 5000}};
+  ::setitimer(ITIMER_REAL, &soon, nullptr);
+  EXPECT_EQ(read(10), "") << "the time is over, and a signal in it is no error";
 
   std::uint32_t written = 0;
   EXPECT_TRUE(write(all, written));
@@ -220,5 +241,4 @@ TEST(LineErrors, AreTheCountersThatChanged) {
   EXPECT_EQ(flags({.overrun = 1, .bufferOverrun = 1}), 3U);
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::serial_line_test

@@ -1,37 +1,26 @@
 // Settings file, device names, files opened for appending, and the host's callbacks.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "platform/services.h"
 #include "platform/system_paths.h"
+#include "support/scratch.h"
 
-namespace zentaro::testing {
-namespace {
-
-namespace fs = std::filesystem;
+namespace zentaro::testing::system_test {
 
 class SystemTest : public ::testing::Test {
  protected:
-  fs::path folder = ::testing::TempDir() + "zentaro-system-" + std::to_string(::getpid());
+  Scratch folder;
   SettingsStore& store = *systemServices().settings;
 
-  void SetUp() override {
-    fs::create_directories(folder);
-    useSettings("settings.ini");
-  }
-  void TearDown() override {
-    fs::remove_all(folder);
-    ::unsetenv("ZENTARO_SETTINGS");
-  }
+  SystemTest() { useSettings("settings.ini"); }
+  ~SystemTest() override { ::unsetenv("ZENTARO_SETTINGS"); }
   void useSettings(const std::string& name) const {
     ::setenv("ZENTARO_SETTINGS", (folder / name).c_str(), 1);
   }
-  void writeSettings(const std::string& text) const { std::ofstream(folder / "settings.ini") << text; }
+  void writeSettings(const std::string& text) const { folder.write("settings.ini", text); }
   std::u16string debug() const { return store.read("TRV", "Config\\ModComm", "DEBUG", u"default"); }
 };
 
@@ -42,6 +31,9 @@ TEST_F(SystemTest, SettingsAreReadAfreshAndNeverFail) {
   EXPECT_EQ(store.read("Other", "Config\\ModComm", "DEBUG", u"default"), u"default");
   writeSettings("[Config\\ModComm]\nDEBUG=1\n");
   EXPECT_EQ(debug(), u"1");
+
+  writeSettings("[Config\\ModComm]\nDEBUG=1\n" + std::string(1 << 20, '\n'));
+  EXPECT_EQ(debug(), u"default") << "more than a settings file holds";
 
   useSettings(".");
   EXPECT_EQ(debug(), u"default") << "a folder";
@@ -76,7 +68,7 @@ TEST_F(SystemTest, DeviceOfAPortComesFromTheSettingsOrItsNumber) {
 
 TEST_F(SystemTest, FilesAreAppendedToByAllWriters) {
   const std::string path = folder / "trace.txt";
-  std::ofstream(path) << "before\n";
+  folder.write("trace.txt", "before\n");
   std::error_code error = std::make_error_code(std::errc::io_error);
   Files& files = *systemServices().files;
   const auto first = files.openForAppend(path, error), second = files.openForAppend(path, error);
@@ -84,26 +76,28 @@ TEST_F(SystemTest, FilesAreAppendedToByAllWriters) {
   EXPECT_FALSE(first->write("one\n"));
   EXPECT_FALSE(second->write("two\n"));
   EXPECT_FALSE(first->write("three\n"));
-  std::string contents;
-  std::getline(std::ifstream(path), contents, '\0');
-  EXPECT_EQ(contents, "before\none\ntwo\nthree\n");
-  ::setenv("XDG_STATE_HOME", folder.c_str(), 1);
+  EXPECT_EQ(folder.read("trace.txt"), "before\none\ntwo\nthree\n");
+  ::setenv("XDG_STATE_HOME", (folder / "").c_str(), 1);
   EXPECT_NE(files.openForAppend(R"(C:\IFTRACE.TXT)", error), nullptr);
-  EXPECT_TRUE(fs::exists(folder / "zentaro" / "IFTRACE.TXT")) << "a path with a drive names no folder here";
+  EXPECT_TRUE(std::filesystem::exists(folder / "zentaro/IFTRACE.TXT"))
+      << "a path with a drive names no folder here";
 }
 
 TEST_F(SystemTest, FilesReportWhatTheSystemRefuses) {
   std::error_code error;
   Files& files = *systemServices().files;
-  EXPECT_EQ(files.openForAppend(folder / "none" / "t", error), nullptr);
+  EXPECT_EQ(files.openForAppend(folder / "none/t", error), nullptr);
   EXPECT_EQ(error, std::errc::no_such_file_or_directory);
-  EXPECT_EQ(files.openForAppend(folder, error), nullptr);
+  EXPECT_EQ(files.openForAppend(folder / "", error), nullptr);
   EXPECT_EQ(error, std::errc::is_a_directory);
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(files.openForAppend(folder / "pipe", error), nullptr) << "a pipe without a reader must not block";
-  const auto full = files.openForAppend("/dev/full", error);
-  ASSERT_NE(full, nullptr);
+  const auto full = files.openForAppend("/dev/full", error),
+             small = files.openForAppend(folder / "small", error);
+  ASSERT_TRUE(full != nullptr && small != nullptr);
   EXPECT_EQ(full->write("x"), std::errc::no_space_on_device);
+  const SizeLimit limit(4);
+  EXPECT_EQ(small->write("123456"), std::errc::file_too_large) << "four bytes had room";
 }
 
 TEST(HostTest, CallsBackAndSurvivesACallbackThatRemovesItself) {
@@ -144,5 +138,4 @@ TEST(ClockTest, TimeOfDayIsTheLocalTime) {
   EXPECT_TRUE(difference < 60 || difference > 86340) << before << " and " << wall;
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::system_test

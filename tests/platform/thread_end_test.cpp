@@ -8,8 +8,7 @@
 #include "serial/modCOMM.h"
 #include "text/unicode.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::thread_end_test {
 
 const std::u16string lineText = u"baud=9600 parity=N data=8 stop=1";
 
@@ -46,5 +45,4 @@ TEST(ThreadEnd, IsNoHarmToObjectsThatAreDestroyedLater) {
   EXPECT_EQ(log, line + line);
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::thread_end_test

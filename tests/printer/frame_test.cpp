@@ -5,8 +5,7 @@
 
 #include "support/printer_fixture.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::frame_test {
 
 using FrameTest = PrinterTest;
 
@@ -41,9 +40,14 @@ TEST_F(FrameTest, FramesAreBuiltByteForByte) {
 }
 
 TEST_F(FrameTest, ASumAbove65535IsWrittenInFull) {
-  const std::u16string frame = z->BuildOMB(0x49, {std::u16string(600, u'z')});
   // 02 + 22 + 49 + 1C + 600 * 7A + 03 = 73,340
-  EXPECT_EQ(frameBytes(frame).substr(frame.size() - 5), "11E7C");
+  EXPECT_TRUE(z->BuildOMB(0x49, {std::u16string(600, u'z')})
+                  .ends_with(u"\x03"
+                             u"11E7C"));
+  // 02 + 23 + 49 + 1C + 32762 * 7A + 03, of 32,767 characters
+  EXPECT_TRUE(z->BuildOMB(0x49, {std::u16string(32762, u'z')})
+                  .ends_with(u"\x03"
+                             u"3CFDB1"));
 }
 
 TEST_F(FrameTest, TheSequenceRunsFrom22To7FAndBackTo21) {
@@ -69,11 +73,14 @@ TEST_F(FrameTest, AFailingFrameHasStillTakenItsSequenceNumber) {
       {"Null", 0x41, {u"x", Variant::null()}, 94},
       {"an array", 0x41, {Variant(Array{1})}, 13},
       {"an omitted argument", 0x41, {Variant::missing()}, 13},
-      {"more than 32,767 characters", 0x41, {std::u16string(32768, u'x')}, 6},
+      {"more than 32,767 characters with STX, sequence, command, FS and ETX",
+       0x41,
+       {std::u16string(32763, u'x')},
+       6},
   };
   char expected = '\x22';
   for (const Row& row : rows) {
-    EXPECT_EQ(raised([&] { z->BuildOMB(row.command, row.fields); }), row.error) << row.name;
+    EXPECT_EQ(errorOf([&] { z->BuildOMB(row.command, row.fields); }), row.error) << row.name;
     EXPECT_EQ(z->nLastCommand, row.command) << row.name;
     ++expected;
     EXPECT_EQ(frameBytes(z->BuildOMB(0x48, Array(std::vector<Variant>())))[1], expected) << row.name;
@@ -81,5 +88,4 @@ TEST_F(FrameTest, AFailingFrameHasStillTakenItsSequenceNumber) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::frame_test

@@ -3,8 +3,7 @@
 
 #include "support/printer_fixture.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::object_test {
 
 class ObjectTest : public PrinterTest {
  protected:
@@ -42,7 +41,7 @@ TEST_F(ObjectTest, AFailedOpeningStaysOpenUntilItIsClosed) {
     EXPECT_EQ(opening(), row.raised) << row.name;
     EXPECT_TRUE(z->PortOpen()) << row.name;
     EXPECT_EQ(opening(), "open") << row.name;  // it is as asked: nothing happens
-    raised([&] { z->PortOpen(false); });
+    errorOf([&] { z->PortOpen(false); });
     EXPECT_FALSE(z->isPortOpen) << row.name;
   }
   EXPECT_TRUE(line.opened.empty());
@@ -60,7 +59,7 @@ TEST_F(ObjectTest, TheDriversTextReachesTheHost) {
 
   CZentaro second;
   second.CommPort = 2;
-  EXPECT_EQ(raised([&] { second.PortOpen(true); }), 40001);
+  EXPECT_EQ(errorOf([&] { second.PortOpen(true); }), 40001);
   second.isPortOpen = false;  // not its port to close
 
   z->CommPort = 9;
@@ -88,5 +87,4 @@ TEST_F(ObjectTest, LineSettingsAreFixed) {
   EXPECT_EQ(z->PrinterType(), u"EPSON TMU");
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::object_test

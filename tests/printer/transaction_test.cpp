@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "support/printer_fixture.h"
+#include "util/lm_strtok.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::transaction_test {
 
 // The answer to the first frame (0x48, sequence 0x22) of a new object; its bytes add up to 0x0238.
 const std::string golden = "<STX>\"H<FS>0600<FS>3080<ETX>0238";
@@ -17,11 +17,12 @@ class TransactionTest : public PrinterTest {
     const Variant all = z->getResponse(0);
     std::string text = std::to_string(z->nEnvironmentError) + " " + std::to_string(z->dwordPrinterStatus) +
                        " " + std::to_string(z->dwordStatusFiscal) + " " + utf8(z->sLastError) + " [";
-    for (const Variant& item : all.array().items()) text += " " + utf8(toTextOrKind(item));
+    for (const Variant& item : all.array().items()) text += " " + shownValue(item);
     return text + " ]";
   }
   std::string afterAnswer(const std::vector<Chunk>& chunks) {
     CZentaro& printer = renew();
+    lmstrtok(u"stale token", u" ");  // a text that the host has begun to split
     line.answer(chunks);
     EXPECT_EQ(printer.ExecuteCMD(72), printer.nEnvironmentError);
     return left();
@@ -43,6 +44,12 @@ TEST_F(TransactionTest, AnAnswerIsTheSameInWhateverPiecesItComes) {
     single.push_back({std::string(1, byte), 1.0 * static_cast<double>(single.size())});
   EXPECT_EQ(afterAnswer(single), good);
   EXPECT_EQ(afterAnswer({{"x<ETX>abc"}, {golden, 1}}), good) << "noise with an ETX in front";
+  EXPECT_EQ(afterAnswer({{"<STX>\"H<FS>0600<FS>3080<FS>a"}, {"<WAIT>b<ETX>0000"}}),
+            "0 1536 12416 VOID [ (number) 0600 3080 a\fb 0000 ]")
+      << "only in front a wait byte is none of the answer";
+  EXPECT_EQ(afterAnswer({{"<STX>\"H<FS>0600<FS>3080<ETX>02"}, {"38<ETX>zz"}}),
+            "0 1536 12416 VOID [ (number) 0600 3080 0238 zz ]")
+      << "four characters behind the first ETX are enough";
 }
 
 TEST_F(TransactionTest, AnAnswerCutAnywhereIsATimeOutAndTheNextOneWorks) {
@@ -63,7 +70,7 @@ TEST_F(TransactionTest, AnswersAreJudged) {
     std::string expected;
   };
   const Row rows[] = {
-      {"wait bytes in front", "<FF><FF><STX>\"H<FS>0600<FS>3080<ETX>0238", good},
+      {"wait bytes in front", "<WAIT><WAIT><STX>\"H<FS>0600<FS>3080<ETX>0238", good},
       {"junk in front", "ab<7F><STX>\"H<FS>0600<FS>3080<ETX>0238", good},
       {"no STX at all", "abcd<ETX>0000", "2" + failed + " [ (empty) ]"},
       {"another sequence, error text already taken", "<STX>!H<FS>0600<FS>3080<FS>ERROR 03 X<FS>y<ETX>0000",
@@ -98,10 +105,13 @@ TEST_F(TransactionTest, TheChecksumIsVerifiedWhenAskedFor) {
     const char* name;
     std::string answer;
     int outcome;
+    const char16_t* error = u"VOID";
   };
   const Row rows[] = {
       {"right", golden, 0},
+      {"a fifth digit is none of it", golden + "A", 0},
       {"wrong", "<STX>\"H<FS>0600<FS>3080<ETX>0239", 3},
+      {"wrong, its error text is taken", "<STX>\"H<FS>0600<FS>3080<FS>ERROR 03 X<ETX>0239", 3, u"ERROR 03 X"},
       {"wrong comes before another sequence", "<STX>!H<FS>0600<FS>3080<ETX>0000", 3},
       {"8000 and above are unsigned: 270 times z",
        "<STX>\"H<FS>0600<FS>3080<FS>" + std::string(270, 'z') + "<ETX>8300", 0},
@@ -112,6 +122,7 @@ TEST_F(TransactionTest, TheChecksumIsVerifiedWhenAskedFor) {
     renew().verifyCheckSum = true;
     line.answer({{row.answer}});
     EXPECT_EQ(z->ExecuteCMD(72), row.outcome) << row.name;
+    EXPECT_EQ(z->sLastError, row.error) << row.name;
   }
 }
 
@@ -129,7 +140,7 @@ TEST_F(TransactionTest, SilenceEndsTheExchange) {
       {"a fraction is rounded", u"2.6", {}, 1, 2.75},
       {"beyond 16 bits is the default", u"40000", {}, 1, 11.75},
       {"zero ends within half a second", u"0", {}, 1, 0},
-      {"wait bytes move the deadline", u"5", {{"<FF>", 4}, {"<FF><FF>", 8}, {golden, 12}}, 0, 12},
+      {"wait bytes move the deadline", u"5", {{"<WAIT>", 4}, {"<WAIT><WAIT>", 8}, {golden, 12}}, 0, 12},
       {"the last byte ends it at once", u"5", {{golden.substr(0, 12)}, {golden.substr(12), 3}}, 0, 3},
       {"the chunks of the checksum do not move it",
        u"5",
@@ -144,6 +155,14 @@ TEST_F(TransactionTest, SilenceEndsTheExchange) {
     line.answer(row.chunks);
     EXPECT_EQ(z->ExecuteCMD(72), row.outcome) << row.name;
     EXPECT_DOUBLE_EQ(platform.clock.now - 36000.25, row.until) << row.name;
+  }
+  // The setting is read until it is other than 0; half a second is rounded to the even second.
+  renew();
+  for (const auto& [setTo, until] : {std::pair{u"0", 0.0}, {u"2", 1.5}, {u"5", 1.5}}) {
+    setting("TimeOutZT", setTo);
+    platform.clock.now = 36000.5;
+    EXPECT_EQ(z->ExecuteCMD(72), 1);
+    EXPECT_DOUBLE_EQ(platform.clock.now - 36000.5, until) << utf8(setTo);
   }
 }
 
@@ -161,9 +180,15 @@ TEST_F(TransactionTest, TheFirstChunkBehindTheUsefulOneMovesTheDeadlineAlsoWithT
 }
 
 TEST_F(TransactionTest, TheHostRunsWhileTheObjectWaitsAndMayEndIt) {
-  int yields = 0;
-  platform.host.onYield = [&] { ++yields; };
+  int yields = 0, cleared = 0;
+  platform.host.onYield = [&] {
+    ++yields;
+    cleared += z->dwordPrinterStatus + z->dwordStatusFiscal + z->nEnvironmentError == 0 ? 1 : 0;
+  };
+  z->dwordPrinterStatus = z->dwordStatusFiscal = 0x8000;
+  z->nEnvironmentError = ENVERR_STATUS;
   EXPECT_EQ(z->ExecuteCMD(72), 1);
+  EXPECT_GT(cleared, 1000) << "what the exchange before left is gone while this one waits";
   EXPECT_GE(yields, 1100);  // 12 s of silence, at least 100 a second
   yields = 0;
   z->CommPort = 9;  // a port that there is not
@@ -203,13 +228,13 @@ TEST_F(TransactionTest, AFrameOfBuildOMBIsSentAsItIs) {
   line.answer({{golden}});
   EXPECT_EQ(z->ExecuteOMB(z->BuildOMB(72, Array(std::vector<Variant>()))), 0);
   EXPECT_EQ(line.written.back(), bytes("<STX>\"H<ETX>006F"));
-  EXPECT_EQ(raised([&] { z->ExecuteOMB(Variant::null()); }), 94);
-  EXPECT_EQ(raised([&] { z->ExecuteCMD(u"x"); }), 13);
+  EXPECT_EQ(errorOf([&] { z->ExecuteOMB(Variant::null()); }), 94);
+  EXPECT_EQ(errorOf([&] { z->ExecuteCMD(u"x"); }), 13);
   z->CommPort = u"COM1";
-  EXPECT_EQ(raised([&] { z->ExecuteCMD(72); }), 13);
+  EXPECT_EQ(errorOf([&] { z->ExecuteCMD(72); }), 13);
+  z->CommPort = 1;
   EXPECT_EQ(line.written.size(), 1U);
   z->CommPort = 1;  // what was opened can be closed again
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::transaction_test

@@ -5,8 +5,8 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -106,7 +106,14 @@ struct FakePlatform {
   explicit FakePlatform(SerialServices* serial = nullptr)
       : scope({serial, &settings, &clock, &host, &files, &regional, &windows1252()}) {}
 
+  void attach(SerialServices& serial) {
+    Services all = services();
+    all.serial = &serial;
+    scopeWithSerial.emplace(all);
+  }
+
   ServicesScope scope;
+  std::optional<ServicesScope> scopeWithSerial;
 };
 
 }  // namespace zentaro::testing

@@ -1,36 +1,17 @@
 // A serial line in a test: what the printer object writes is kept, and each write gets the next answer of the
-// script. Bytes are readable text: <STX>, <ETX>, <FS>, <DEL>, <FF> (the wait byte), or <E1> for any
-// other byte.
+// script. <SEQ> in an answer is the sequence character of what it answers.
 #pragma once
 
 #include <algorithm>
 #include <deque>
 #include <limits>
-#include <map>
 #include <string>
 #include <vector>
 
+#include "support/bytes.h"
 #include "support/fakes.h"
 
 namespace zentaro::testing {
-
-inline std::string bytes(const std::string& readable) {
-  static const std::map<std::string, char> names{
-      {"STX", '\x02'}, {"ETX", '\x03'}, {"FS", '\x1C'}, {"DEL", '\x7F'}, {"FF", '\x0C'}};
-  std::string result;
-  for (std::size_t i = 0; i < readable.size(); ++i) {
-    const std::size_t end = readable[i] == '<' ? readable.find('>', i) : std::string::npos;
-    if (end == std::string::npos) {
-      result += readable[i];
-      continue;
-    }
-    const std::string name = readable.substr(i + 1, end - i - 1);
-    const auto known = names.find(name);
-    result += known != names.end() ? known->second : static_cast<char>(std::stoi(name, nullptr, 16));
-    i = end;
-  }
-  return result;
-}
 
 /// What arrives, and how many seconds after the write that it answers.
 struct Chunk {
@@ -89,6 +70,8 @@ class FakeLine : public SerialServices {
     done = count;
     if (answers_.empty()) return true;
     for (Chunk chunk : answers_.front()) {
+      if (const auto at = chunk.readable.find("<SEQ>"); at != std::string::npos)
+        chunk.readable.replace(at, 5, 1, data[1]);
       chunk.after += clock_.now;
       coming_.push_back(chunk);
     }
@@ -115,6 +98,15 @@ class FakeLine : public SerialServices {
   bool isOpen_ = false;
   std::deque<std::vector<Chunk>> answers_;
   std::deque<Chunk> coming_;
+};
+
+/// A scripted line in the place of the system's.
+class LineTest : public ::testing::Test {
+ protected:
+  LineTest() { platform.attach(line); }
+
+  FakePlatform platform;
+  FakeLine line{platform.clock};
 };
 
 }  // namespace zentaro::testing

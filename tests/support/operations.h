@@ -1,47 +1,83 @@
-// Operations as rows: what is called, and what the printer must see of it.
+// Operations as rows of text: what is called by its name, and what the printer must see of it.
+//
+//   RecibirPago 100 => D|~|10000|T      the fields of the one frame that is sent; nobody answers
+//   AbrirGavetaN 3 => returns 6         nothing is sent; "stored": the outcome is kept in the object too
+//   RecibirPago 'x' => raises 13        nothing is sent; "late": the sequence number has advanced
+//
+// Arguments: numbers, dates such as 2024-03-15T14:05:09, 'texts', and the names below. Lines that begin with
+// "-" are remarks.
 #pragma once
 
-#include <functional>
-
+#include "automation/description.h"
 #include "support/printer_fixture.h"
 
 namespace zentaro::testing {
 
-struct Operation {
-  const char* name;
-  std::function<int(CZentaro&)> call;
-  std::string expected;  // the frame as PrinterTest::shown gives it, or "nothing"
-  int result = 1;        // the time-out, since nobody answers
-};
-
-inline void checkOperations(CZentaro& z, FakeLine& line, const std::vector<Operation>& operations) {
-  for (const Operation& operation : operations) {
-    line.written.clear();
-    EXPECT_EQ(operation.call(z), operation.result) << operation.name;
-    EXPECT_LE(line.written.size(), 1U) << operation.name;
-    EXPECT_EQ(line.written.empty() ? "nothing" : shown(line.written.back()), operation.expected)
-        << operation.name;
-  }
+inline Variant argument(const std::string& word) {
+  static const std::map<std::string, Variant> names{{"true", true},
+                                                    {"false", false},
+                                                    {"null", Variant::null()},
+                                                    {"empty", {}},
+                                                    {"missing", Variant::missing()}};
+  if (const auto named = names.find(word); named != names.end()) return named->second;
+  if (word[0] == '\'') return word.substr(1, word.size() - 2);
+  CalendarTime time;
+  if (std::sscanf(word.c_str(), "%d-%d-%dT%d:%d:%d", &time.year, &time.month, &time.day, &time.hour,
+                  &time.minute, &time.second) >= 3)
+    return dateOf(time);
+  return word.find_first_of(".e") == std::string::npos ? Variant(std::stoi(word)) : Variant(std::stod(word));
 }
 
-/// What a rejected value raises; nothing is sent, and the sequence number has or has not advanced.
-struct Rejection {
-  const char* name;
-  std::function<void(CZentaro&)> call;
-  int error;
-  bool advances = false;
-};
-
-inline void checkRejections(CZentaro& z, FakeLine& line, const std::vector<Rejection>& rejections) {
-  const Array none{std::vector<Variant>()};
-  for (const Rejection& rejection : rejections) {
-    line.written.clear();
-    const char16_t before = z.BuildOMB(0x48, none)[1];
-    EXPECT_EQ(raised([&] { rejection.call(z); }), rejection.error) << rejection.name;
-    EXPECT_TRUE(line.written.empty()) << rejection.name;
-    const int steps = z.BuildOMB(0x48, none)[1] - before;
-    EXPECT_EQ((steps + 95) % 95, rejection.advances ? 2 : 1) << rejection.name;
+class OperationTest : public PrinterTest {
+ protected:
+  Variant call(const std::string& name, std::span<Variant> arguments) {
+    return Object(describe<CZentaro>(), std::shared_ptr<CZentaro>(z.get(), [](CZentaro*) {}))
+        .call(name, arguments);
   }
-}
+
+  void check(const std::string& rows) {
+    for (const std::string& row : split(rows, '\n')) {
+      const std::size_t begin = row.find_first_not_of(' '), arrow = row.find(" => ");
+      if (begin == std::string::npos || row[begin] == '-') continue;
+      EXPECT_EQ(effect(row.substr(begin, arrow - begin)), row.substr(arrow + 4)) << row;
+    }
+  }
+
+ private:
+  std::string effect(const std::string& row) {
+    std::vector<std::string> words{""};
+    bool isQuoted = false;
+    for (const char c : row) {
+      isQuoted = isQuoted != (c == '\'');
+      if (c == ' ' && !isQuoted)
+        words.emplace_back();
+      else
+        words.back() += c;
+    }
+    std::vector<Variant> arguments;
+    for (std::size_t at = 1; at < words.size(); ++at) arguments.push_back(argument(words[at]));
+
+    line.written.clear();
+    const char16_t before = sequence();
+    z->nEnvironmentError = ENVERR_STATUS;
+    std::string result;
+    const int error = errorOf([&] {
+      const Variant value = call(words[0], arguments);
+      result = value.is(Variant::Kind::Int16) || value.is(Variant::Kind::Int32) ? utf8(toText(value)) : "";
+    });
+    EXPECT_LE(line.written.size(), 1U) << row;
+    if (line.written.size() == 1) {
+      EXPECT_EQ(z->nEnvironmentError, ENVERR_COMM) << row;
+      EXPECT_TRUE(result.empty() || result == "1") << row << " gave " << result;
+      return sent();
+    }
+    const bool isLate = (sequence() - before + 95) % 95 != 1;
+    EXPECT_TRUE(z->nEnvironmentError == ENVERR_STATUS || z->nEnvironmentError == ENVERR_BADARG) << row;
+    return (error != 0 ? "raises " + std::to_string(error) : "returns " + result) + (isLate ? " late" : "") +
+           (z->nEnvironmentError == ENVERR_BADARG ? " stored" : "");
+  }
+  /// That of a frame built now.
+  char16_t sequence() { return z->BuildOMB(0x48, Array(std::vector<Variant>()))[1]; }
+};
 
 }  // namespace zentaro::testing

@@ -3,38 +3,31 @@
 
 #include <memory>
 
-#include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "printer/czentaro.h"
 #include "support/line.h"
+#include "support/values.h"
 
 namespace zentaro::testing {
+
+/// A command code as its letter, or as "<A0>" when it is above those.
+inline std::string shownCode(char code) {
+  char text[8] = {code};
+  if ((code & 0x80) != 0) std::snprintf(text, sizeof text, "<%02X>", static_cast<unsigned char>(code));
+  return text;
+}
 
 /// A frame between its sequence number and its checksum, with FS shown as "|" and DEL as "~".
 inline std::string shown(const std::string& frame) {
   std::string text = frame.size() > 7 ? frame.substr(2, frame.find('\x03') - 2) : frame;
   std::replace(text.begin(), text.end(), '\x1C', '|');
   std::replace(text.begin(), text.end(), '\x7F', '~');
-  return text;
+  return shownCode(text[0]) + utf8(windows1252().text(text.substr(1)));
 }
 
-class PrinterTest : public ::testing::Test {
+class PrinterTest : public LineTest {
  protected:
-  FakePlatform platform;
-  FakeLine line{platform.clock};
-
-  PrinterTest() {
-    services_ = services();
-    services_.serial = &line;
-    scope_ = std::make_unique<ServicesScope>(services_);
-    z = std::make_unique<CZentaro>();
-    z->CommPort = 1;
-    z->PortOpen(true);
-  }
-  ~PrinterTest() override {
-    z.reset();
-    scope_.reset();
-  }
+  PrinterTest() { renew(); }
 
   void setting(const std::string& key, const std::u16string& value) {
     platform.settings.values[{R"(Config\EPSONZT)", key}] = value;
@@ -55,30 +48,15 @@ class PrinterTest : public ::testing::Test {
   static std::string ok(char sequence, char command, const std::string& fields = "") {
     return std::string("<STX>") + sequence + command + "<FS>0600<FS>3080" + fields + "<ETX>0000";
   }
-  std::string element(int index) const { return utf8(toTextOrKind(z->response(index))); }
+  std::string element(int index) const { return shownValue(z->response(index)); }
 
-  static std::u16string toTextOrKind(const Variant& value) {
-    return value.is(Variant::Kind::Text)    ? value.text()
-           : value.is(Variant::Kind::Empty) ? u"(empty)"
-                                            : u"(number)";
+  static std::string shownValue(const Variant& value) {
+    return value.is(Variant::Kind::Text)    ? utf8(value.text())
+           : value.is(Variant::Kind::Empty) ? "(empty)"
+                                            : "(number)";
   }
 
   std::unique_ptr<CZentaro> z;
-
- private:
-  Services services_{};
-  std::unique_ptr<ServicesScope> scope_;
 };
-
-/// The number of the automation error that `call` raises, 0 for none.
-template <class Call>
-int raised(Call call) {
-  try {
-    call();
-  } catch (const AutomationError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 }  // namespace zentaro::testing

@@ -1,10 +1,9 @@
 // `zentaro call`, `demo`, `members` and `printer` against the virtual printer on a real pseudo-terminal.
 #include "common/json.h"
 #include "common/virtual_printer.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::call_test {
 
 using testing::contains;
 using testing::Ran;
@@ -34,7 +33,7 @@ TEST_F(Call, StartsAVirtualPrinterWhenNoPortIsNamed) {
   EXPECT_EQ(answer["result"]["UltimoCierreZ"], 0);
   EXPECT_EQ(answer["command"], "0x38");
   EXPECT_EQ(answer["fields"][0], 0x38);
-  const std::string said = contents(file("said"));
+  const std::string said = folder.read("said");
   EXPECT_TRUE(contains(said, "zentaro: ON THE VIRTUAL PRINTER: not a fiscal document (/")) << said;
   const std::string link = said.substr(said.find('/'), said.find('\n') - said.find('/'));
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(link).parent_path())) << "nothing is left of it";
@@ -107,5 +106,4 @@ TEST_F(Call, IsHelpedByMembersAndPrinter) {
   EXPECT_EQ(run("zentaro nope").output, "unknown subcommand \"nope\": \"zentaro --help\" lists all\n");
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::call_test

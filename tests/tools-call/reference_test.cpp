@@ -12,15 +12,14 @@
 #include "common/signatures.h"
 #include "interface/library.h"
 #include "support/printer_fixture.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::reference_test {
 
 using testing::contains;
-using zentaro::testing::FakeLine;
-using zentaro::testing::FakePlatform;
-using zentaro::testing::shown;
+using testing::FakeLine;
+using testing::FakePlatform;
+using testing::shown;
 
 /// An open port on which nobody answers, so that every exchange ends with the outcome 1.
 class Descriptions : public ::testing::Test {
@@ -105,13 +104,13 @@ const Sample samples[] = {
 };
 const Sample& sampleOf(Encoding encoding) { return *std::ranges::find(samples, encoding, &Sample::encoding); }
 std::string shownCommand(const SentCommand& command) {
-  std::string text(1, static_cast<char>(command.code));
+  std::string text = testing::shownCode(static_cast<char>(command.code));
   for (const auto& [encoding, source, size] : command.fields) {
     std::string field = encoding == Encoding::Constant ? std::string(source) : sampleOf(encoding).field;
     if (encoding == Encoding::Implied) field.append(static_cast<std::size_t>(size), '0');
     if (field.size() == 50)
       field.resize(static_cast<std::size_t>(size + (encoding == Encoding::ItemText ? 20 : 0)));
-    text += '|' + (field.empty() ? "~" : field);
+    text += '|' + (field.empty() ? "~" : utf8(windows1252().text(field)));
   }
   return text;
 }
@@ -146,7 +145,14 @@ TEST_F(Descriptions, TellTheOutcomes) {
   forEachMethod([&](const Member& member) {
     const unsigned outcomes = member.effect.outcomes;
     EXPECT_EQ(call(member, true, valid(member)).outcome == ENVERR_COMM, (outcomes & exchanges) != 0);
-    const Called closed = call(member, false, valid(member));
+    // The port comes before every conversion; an argument of a type of its own is converted by the call
+    // itself.
+    const bool mayBeNull = member.name != "AbrirGavetaN" &&
+                           std::ranges::all_of(member.parameters, [](const Parameter& parameter) {
+                             return parameter.type.kind == ValueType::Variant;
+                           });
+    const Called closed =
+        call(member, false, mayBeNull && (outcomes & checksPort) != 0 ? Variant::null() : valid(member));
     const bool isRefused = (outcomes & checksPort) != 0;
     EXPECT_EQ(closed.outcome == ENVERR_DEVICE, isRefused && member.returnsOutcome());
     EXPECT_TRUE(!isRefused || closed.command == 0) << "nothing is built for a closed port";
@@ -167,20 +173,26 @@ TEST_F(Descriptions, ExplainEveryParameter) {
 class Pages : public testing::Shell {};
 
 TEST_F(Pages, OfTheReferenceAreWhatTheDescriptionsSay) {
-  EXPECT_EQ(contents(ZENTARO_SOURCES "/docs/reference.md"), referencePage())
+  EXPECT_EQ(testing::contents(ZENTARO_SOURCES "/docs/reference.md"), referencePage())
       << "stale: run \"zentaro members --markdown > docs/reference.md\"";
 }
 
 TEST_F(Pages, OfTheManualExplainEverySubcommand) {
-  const std::string page = contents(ZENTARO_SOURCES "/docs/man/zentaro.1");
+  const std::string page = testing::contents(ZENTARO_SOURCES "/docs/man/zentaro.1");
+  const std::size_t begin = page.find(".SH COMMANDS");
+  std::set<std::string> explained, offered;
+  for (const std::string& line :
+       testing::split(page.substr(begin, page.find(".SH", begin + 1) - begin), '\n')) {
+    const std::string word = line.substr(std::min<std::size_t>(line.size(), 3));
+    const std::string name =
+        word.substr(0, std::min(word.find_first_not_of("abcdefghijklmnopqrstuvwxyz"), word.size()));
+    if ((line.starts_with(".B ") || line.starts_with("\\fB")) && !name.empty()) explained.insert(name);
+  }
   std::istringstream commands(
       run("zentaro --help | sed -n '/^Subcommands:/,$ s/^  \\([a-z]*\\) .*/\\1/p'").output);
-  int count = 0;
-  for (std::string name; std::getline(commands, name); ++count) {
-    EXPECT_TRUE(contains(page, "\n\\fB" + name) || contains(page, "\n.B " + name + "\n")) << name;
+  for (std::string name; std::getline(commands, name); offered.insert(name))
     EXPECT_EQ(run("zentaro " + name + " --help").status, 0) << name;
-  }
-  EXPECT_GE(count, 7);
+  EXPECT_EQ(offered, explained);
 }
 
 TEST_F(Pages, OfTheShellCompleteCommandsMembersAndSettings) {
@@ -197,5 +209,4 @@ TEST_F(Pages, OfTheShellCompleteCommandsMembersAndSettings) {
   EXPECT_EQ(completed("zentaro call --device x"), "\n") << "bash completes files itself";
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::reference_test

@@ -1,10 +1,9 @@
 // `zentaro status` and `zentaro cierre` against the virtual printer on a real pseudo-terminal.
 #include "common/json.h"
 #include "common/virtual_printer.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::report_test {
 
 using testing::contains;
 
@@ -53,5 +52,4 @@ TEST_F(Reports, WarnOfASecondZWhenTheAnswerWasLost) {
   EXPECT_EQ(run("zentaro status --give-up 0 --device " + noisy.device()).status, 1) << "disturbed figures";
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::report_test

@@ -2,17 +2,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::settings_test {
 
 using testing::contains;
 using testing::Ran;
 
 class Settings : public testing::Shell {
  protected:
-  std::string stored() const { return contents(file("settings.ini")); }
+  std::string stored() const { return folder.read("settings.ini"); }
 };
 
 TEST_F(Settings, AreListedWithTheirSource) {
@@ -34,7 +33,7 @@ TEST_F(Settings, KeepEveryOtherLineWhenOneChanges) {
   EXPECT_EQ(stored(),
             "; mine\n[Config\\EPSONZT]\nTimeOutZT=5\nrubbish\n[Other]\nx=1\n[Config\\ModComm]\nCOM2=/dev/tty "
             "USB0\n");
-  EXPECT_EQ(run("ls " + folder.path().string()).output, "settings.ini\n") << "no temporary file is left";
+  EXPECT_EQ(run("ls " + file("")).output, "settings.ini\n") << "no temporary file is left";
 }
 
 TEST_F(Settings, KeepWhatEightCommandsSetAtOnce) {
@@ -54,7 +53,7 @@ TEST_F(Settings, KeepLinkAndPermissionsOfTheFile) {
   ::symlink("real.ini", file("settings.ini").c_str());
   EXPECT_EQ(run("zentaro settings set DebugZT 1").status, 0);
   EXPECT_TRUE(std::filesystem::is_symlink(file("settings.ini")));
-  EXPECT_EQ(contents(file("real.ini")), "[Config\\EPSONZT]\nDebugZT=1\n");
+  EXPECT_EQ(folder.read("real.ini"), "[Config\\EPSONZT]\nDebugZT=1\n");
   EXPECT_EQ(std::filesystem::status(file("real.ini")).permissions(), std::filesystem::perms(0640));
 }
 
@@ -81,7 +80,7 @@ TEST_F(Settings, StayAsTheyAreWhenTheNewOneIsRefused) {
 TEST_F(Settings, SayWhyTheyCannotBeReadOrWritten) {
   ::mkfifo(file("fifo").c_str(), 0600);
   const std::pair<std::string, const char*> rows[] = {
-      {folder.path().string(), "is no file"},
+      {file(""), "is no file"},
       {file("fifo"), "is no file"},
       {"/proc/version/settings.ini", "cannot read"},
   };
@@ -92,5 +91,4 @@ TEST_F(Settings, SayWhyTheyCannotBeReadOrWritten) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::settings_test

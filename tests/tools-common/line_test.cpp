@@ -5,10 +5,9 @@
 #include "common/json.h"
 #include "common/virtual_printer.h"
 #include "platform/pseudo_terminal.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::line_test {
 
 using testing::contains;
 using testing::Ran;
@@ -28,7 +27,7 @@ TEST_F(RealLine, NeverTakesALateAnswerForItsOwn) {
 }
 
 TEST_F(RealLine, TellsALineThatReturnsWhatIsSentFromAPrinter) {
-  const zentaro::testing::PseudoTerminal terminal;
+  const testing::PseudoTerminal terminal;
   const int device =
       ::open(terminal.device().c_str(), O_RDWR | O_NOCTTY);  // else there is nothing to wait for
   std::atomic<bool> ends = false;
@@ -63,5 +62,4 @@ TEST_F(RealLine, TakesTheVirtualPrinterOnlyWhereNoneIsConfiguredOrItIsAskedFor) 
   EXPECT_TRUE(contains(asked.output, "ON THE VIRTUAL PRINTER: not a fiscal document\n")) << asked.output;
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::line_test

@@ -5,8 +5,7 @@
 
 #include "common/answer_check.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::recovery_test {
 
 using Act = Recovery::Act;
 using Time = Recovery::Time;
@@ -78,5 +77,4 @@ TEST(Recovery, TellsAStatusFromAnEcho) {
     EXPECT_EQ(heardOfStatus(row.outcome, Array(row.fields)), row.heard) << row.name;
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::recovery_test

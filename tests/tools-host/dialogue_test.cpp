@@ -4,15 +4,12 @@
 #include "host/session.h"
 #include "support/line.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::dialogue_test {
 
 /// A session in which object 1 is a CZentaro and object 2 a statusHASAR.
-class Dialogue : public ::testing::Test {
+class Dialogue : public testing::LineTest {
  protected:
   Dialogue() {
-    services_.serial = &line;
-    scope_ = std::make_unique<ServicesScope>(services_);
     EXPECT_EQ(ask("create", R"({"class":"Zentaro.CZentaro"})"), R"({"object":1})");
     EXPECT_EQ(ask("create", R"({"class":"statushasar"})"), R"({"object":2})");
   }
@@ -30,87 +27,57 @@ class Dialogue : public ::testing::Test {
     return text;
   }
 
-  zentaro::testing::FakePlatform platform;
-  zentaro::testing::FakeLine line{platform.clock};
-
- private:
-  Services services_ = services();
-  std::unique_ptr<ServicesScope> scope_;
-
- protected:
-  HostSession session;  // ends before its services do
+  HostSession session;
 };
 
-struct Row {
-  const char* name;
-  const char* method;
-  const char* params;
-  const char* outcome;  // an error is compared as far as it is given here
-};
+// "method params => outcome"; an error is compared as far as it is given here.
+TEST_F(Dialogue, AnswersRequests) {
+  const std::string rows = R"(
+    get {"object":1,"name":"printertype"} => {"value":"EPSON TMU"}
+    call {"object":1,"name":"MaxResponse","args":[]} => {"value":-1,"args":[]}
+    call {"object":1,"name":"CierreZ"} => {"value":-1,"args":[]}
+    call {"object":1,"name":"IniciarFactura","args":["Ana"]} => {"value":-1,"args":["Ana"]}
+    call {"object":1,"name":"BuildOMB","args":[66,["a",1]]} => {"value":"\u0002\"B\u001ca\u001c1\u00030133","args":[66,["a",1]]}
+    call {"object":2,"name":"LoadFromResponse","args":[["C080","3600","0","1","12","0","3","4"]]} => {"value":{"type":"empty"},"args":[["C080","3600","0","1","12","0","3","4"]]}
+    call {"object":1,"name":"GetResultadoCierre"} => {"value":{"type":"nothing"},"args":[]}
 
-class Requests : public Dialogue, public ::testing::WithParamInterface<Row> {};
-
-TEST_P(Requests, AreAnswered) {
-  const std::string expected = GetParam().outcome;
-  const std::string outcome = ask(GetParam().method, GetParam().params);
-  EXPECT_EQ(expected[0] == '{' ? outcome : outcome.substr(0, expected.size()), expected);
+    create {"class":"Zentaro.statusN"} => 429 *
+    create {"class":"Zentaro.Other"} => 429 *
+    create {} => -32602 "class" is missing *
+    create {"class":1} => -32602 "class" must be a text
+    get {"object":3,"name":"CommPort"} => -32602 no object 3: *
+    get {"object":99999999999,"name":"CommPort"} => -32602 no object 9999*
+    get {"object":-4294967295,"name":"CommPort"} => -32602 no object -4294967295: *
+    get {"object":"1","name":"CommPort"} => -32602 "object" must be*
+    get {"object":1.0,"name":"CommPort"} => -32602 "object" must be*
+    release {"object":3} => -32602 no object 3: *
+    get {"object":1,"name":"CierreZ"} => 438 *
+    put {"object":1,"name":"PrinterType","value":1} => 438 *
+    put {"object":1,"name":"CommPort"} => -32602 "value" is missing *
+    call {"object":1,"name":"CierreZ","args":{}} => -32602 "args" must be*
+    call {"object":1,"name":"CierreZ","args":null} => -32602 "args" must be*
+    call {"object":1,"name":"CierreZ","args":[1]} => 450 *
+    put {"object":1,"name":"nLastCommand","value":32768} => 6 *
+    sale {"object":2,"document":{}} => -32602 "object" must be a Zentaro.CZentaro*
+    sale {"object":1,"document":{}} => -32602 "document" is not in order, nothing was sent: *
+    sale {"object":1,"document":{"document":"invoice","lines":[{"description":"a","price":0,"tax":0}]}} => -32602 the port of the object is closed*
+    put {"object":1,"name":"PortOpen","value":true} => 40001 Puerto serial no asignado (CZentaro.Let PortOpen)
+    get [1] => -32602 "params" must be*
+    destroy {} => -32601 unknown method "destroy"*
+    describe {"class":"Nope"} => -32602 unknown class "Nope"*)";
+  for (const std::string& row : testing::split(rows, '\n')) {
+    const std::size_t begin = row.find_first_not_of(' '), space = row.find(' ', begin),
+                      arrow = row.find(" => ");
+    if (begin == std::string::npos) continue;
+    std::string expected = row.substr(arrow + 4);
+    std::string outcome = ask(row.substr(begin, space - begin), row.substr(space, arrow - space));
+    if (expected.back() == '*') {
+      expected.pop_back();
+      outcome.resize(std::min(outcome.size(), expected.size()));
+    }
+    EXPECT_EQ(outcome, expected) << row;
+  }
 }
-
-constexpr Row rows[] = {
-    {"get", "get", R"({"object":1,"name":"PrinterType"})", R"({"value":"EPSON TMU"})"},
-    {"get in any case", "get", R"({"object":1,"name":"printertype"})", R"({"value":"EPSON TMU"})"},
-    {"Int16 is an integer", "call", R"({"object":1,"name":"MaxResponse","args":[]})",
-     R"({"value":-1,"args":[]})"},
-    {"args may be left out", "call", R"({"object":1,"name":"CierreZ"})", R"({"value":-1,"args":[]})"},
-    {"only the given args come back", "call", R"({"object":1,"name":"IniciarFactura","args":["Ana"]})",
-     R"({"value":-1,"args":["Ana"]})"},
-    {"frame, by hand: 02+22+42+1C+61+1C+31+03 = 133", "call",
-     R"({"object":1,"name":"BuildOMB","args":[66,["a",1]]})",
-     R"({"value":"\u0002\"B\u001ca\u001c1\u00030133","args":[66,["a",1]]})"},
-    {"a record from a method", "call",
-     R"({"object":2,"name":"LoadFromResponse","args":[["C080","3600","0","1","12","0","3","4"]]})",
-     R"({"value":{"type":"empty"},"args":[["C080","3600","0","1","12","0","3","4"]]})"},
-    {"null object", "call", R"({"object":1,"name":"GetResultadoCierre"})",
-     R"({"value":{"type":"nothing"},"args":[]})"},
-
-    {"create what cannot be created", "create", R"({"class":"Zentaro.statusN"})", "429 "},
-    {"create an unknown class", "create", R"({"class":"Zentaro.Other"})", "429 "},
-    {"create without class", "create", "{}", R"(-32602 "class" is missing)"},
-    {"create with a number", "create", R"({"class":1})", R"(-32602 "class" must be a text)"},
-    {"unknown object", "get", R"({"object":3,"name":"CommPort"})", "-32602 no object 3"},
-    {"object that no table can have", "get", R"({"object":99999999999,"name":"CommPort"})",
-     "-32602 no object 9999"},
-    {"object as text", "get", R"({"object":"1","name":"CommPort"})", R"(-32602 "object" must be)"},
-    {"object with a fraction", "get", R"({"object":1.0,"name":"CommPort"})", R"(-32602 "object" must be)"},
-    {"release twice", "release", R"({"object":3})", "-32602 no object 3"},
-    {"unknown name", "get", R"({"object":1,"name":"Nope"})", "438 "},
-    {"get a method", "get", R"({"object":1,"name":"CierreZ"})", "438 "},
-    {"put a method", "put", R"({"object":1,"name":"CierreZ","value":1})", "438 "},
-    {"put what is read-only", "put", R"({"object":1,"name":"PrinterType","value":1})", "438 "},
-    {"call a property", "call", R"({"object":1,"name":"CommPort"})", "438 "},
-    {"put without value", "put", R"({"object":1,"name":"CommPort"})", R"(-32602 "value" is missing)"},
-    {"args that are no array", "call", R"({"object":1,"name":"CierreZ","args":{}})",
-     R"(-32602 "args" must be)"},
-    {"too many args", "call", R"({"object":1,"name":"CierreZ","args":[1]})", "450 "},
-    {"a value that does not convert", "put", R"({"object":1,"name":"isPortOpen","value":"x"})", "13 "},
-    {"Null where none may be", "put", R"({"object":1,"name":"nLastCommand","value":null})", "94 "},
-    {"overflow", "put", R"({"object":1,"name":"nLastCommand","value":32768})", "6 "},
-    {"a port that is not assigned", "put", R"({"object":1,"name":"PortOpen","value":true})",
-     "40001 Puerto serial no asignado (CZentaro.Let PortOpen)"},
-    {"params that are no object", "get", "[1]", R"(-32602 "params" must be)"},
-    {"sale on a record", "sale", R"({"object":2,"document":{}})",
-     R"(-32602 "object" must be a Zentaro.CZentaro)"},
-    {"sale of nothing", "sale", R"({"object":1,"document":{}})",
-     R"(-32602 "document" is not in order, nothing was sent: )"},
-    {"sale on a closed port", "sale",
-     R"({"object":1,"document":{"document":"invoice","lines":[{"description":"a","price":0,"tax":0}]}})",
-     "-32602 the port of the object is closed"},
-    {"unknown method", "destroy", "{}", R"(-32601 unknown method "destroy")"},
-    {"describe an unknown class", "describe", R"({"class":"Nope"})", R"(-32602 unknown class "Nope")"},
-};
-INSTANTIATE_TEST_SUITE_P(Host, Requests, ::testing::ValuesIn(rows),
-                         [](const auto& row) { return "row" + std::to_string(row.index); });
-void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 
 TEST_F(Dialogue, AnswersWhatIsNoRequest) {
   const std::pair<std::string, std::string> lines[] = {
@@ -193,5 +160,4 @@ TEST_F(Dialogue, DescribesAClass) {
   EXPECT_EQ(Json::parse(ask("describe", R"({"class":"statusN"})"))["creatable"], false);
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::dialogue_test

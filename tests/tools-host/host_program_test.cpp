@@ -7,11 +7,10 @@
 
 #include "host/session.h"
 #include "support/fakes.h"
+#include "support/process.h"
 #include "text/unicode.h"
-#include "tools-call/program.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::host_program_test {
 
 using testing::contains;
 using testing::Ran;
@@ -36,7 +35,7 @@ class HostPorts : public ::testing::Test {
     return ask("put", prefix + R"(,"name":"PortOpen","value":true})");
   }
 
-  zentaro::testing::FakePlatform platform;
+  testing::FakePlatform platform;
   int line;
   std::optional<HostSession> session{std::in_place};
 };
@@ -87,5 +86,4 @@ wait "$pid"
   EXPECT_EQ(ran.status, 0);
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::host_program_test

@@ -8,8 +8,7 @@
 #include "host/values.h"
 #include "interface/library.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::values_json_test {
 
 using Kind = Variant::Kind;
 
@@ -85,17 +84,20 @@ TEST(HostValues, OfNoFormAreRefused) {
       R"({"type":"date","value":"15/03/2024"})",
       R"({"type":"double","value":"1"})",
       R"({"type":"object"})",
-      R"({"type":"object","object":1})",
+      R"({"type":"object","object":2})",
       R"({"type":"object","object":-1})",
+      R"({"type":"object","object":-4294967295})",
       R"([[1,{"type":"object","object":4294967297}]])",
       std::string(65, '[') + std::string(65, ']'),
       std::string(100000, '[') + std::string(100000, ']'),
   };
+  ObjectTable objects;
+  EXPECT_EQ(jsonLine(jsonOf(createObject("statusHASAR"), objects)),
+            R"({"type":"object","class":"Zentaro.statusHASAR","object":1})");
   for (const std::string& row : rows) {
-    EXPECT_THROW(variantOf(Json::parse(row), ObjectTable()), RpcError) << row.substr(0, 80);
+    EXPECT_THROW(variantOf(Json::parse(row), objects), RpcError) << row.substr(0, 80);
   }
   EXPECT_EQ(variantOf(Json::parse(std::string(64, '[') + std::string(64, ']')), {}).kind(), Kind::Array);
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::values_json_test

@@ -3,10 +3,9 @@
 
 #include "common/json.h"
 #include "common/virtual_printer.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::journal_program_test {
 
 using testing::contains;
 using testing::Ran;
@@ -23,7 +22,7 @@ class JournalProgram : public testing::Shell {
            printer.device() + " " + options;
   }
   int invoices(const std::string& name) const {
-    const std::string state = contents(file(name + ".json"));
+    const std::string state = folder.read(name + ".json");
     return state.empty() ? 0 : Json::parse(state).at("day").at("invoices").get<int>();
   }
 
@@ -77,5 +76,4 @@ TEST_F(JournalProgram, PrintsUnderAKeyOnlyWhatItCanKeep) {
   EXPECT_TRUE(contains(warned.output, "warning: the journal cannot be written: ")) << warned.output;
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::journal_program_test

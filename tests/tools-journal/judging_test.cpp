@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::judging_test {
 
 constexpr std::optional<Fact> printed = Fact::Printed, notPrinted = Fact::NotPrinted, unknown = Fact::Unknown,
                               cutShort = std::nullopt;
@@ -106,5 +105,4 @@ TEST(Journal, EndsOnlyItsOwnDocumentAndBelievesOnlyItsOwnDay) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::judging_test

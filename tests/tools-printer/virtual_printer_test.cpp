@@ -13,8 +13,7 @@
 #include <cstdlib>
 #include <thread>
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::virtual_printer_test {
 
 namespace fs = std::filesystem;
 
@@ -75,5 +74,4 @@ TEST_F(StartedPrinter, EndsWithItsCommandHoweverThatEnds) {
   EXPECT_TRUE(isGone(folder));
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::virtual_printer_test

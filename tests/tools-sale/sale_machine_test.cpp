@@ -8,8 +8,7 @@
 
 #include "sale/verdict.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::sale_machine_test {
 
 using Event = std::variant<Fate, std::optional<Counters>>;
 
@@ -147,5 +146,4 @@ TEST(SaleMachine, TellsScriptsTheVerdictByTheExitStatus) {
   for (const auto& [verdict, status] : statuses) EXPECT_EQ(exitStatus(verdict), status);
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::sale_machine_test

@@ -4,19 +4,14 @@
 
 #include "common/json.h"
 #include "common/virtual_printer.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::sale_program_test {
 
 using testing::contains;
 using testing::Ran;
 
-std::string guide(const std::string& name) {
-  std::ostringstream text;
-  text << std::ifstream(std::string(ZENTARO_SOURCES) + "/docs/" + name).rdbuf();
-  return text.str();
-}
+std::string guide(const std::string& name) { return testing::contents(ZENTARO_SOURCES "/docs/" + name); }
 
 // The first block of JSON in a guide: the example there is what is printed here.
 std::string exampleOf(const std::string& guide) {
@@ -29,6 +24,13 @@ constexpr auto plainSale = R"({"document": "invoice",
   "lines": [{"description": "Arepa", "price": 10, "quantity": 2, "tax": 16},
             {"description": "Pan", "price": "1.10", "tax": 0}],
   "payments": [{"amount": 50}]})";
+
+constexpr auto creditNote = R"({"document": "credit note", "invoice": {"number": 1},
+  "lines": [{"description": "Arepa", "price": 10, "tax": 16}]})";
+
+constexpr auto saleWithText =
+    R"({"document": "invoice", "lines": [{"description": "Pan", "price": 1, "tax": 0}],
+  "payments": [{"amount": 1}], "extraLines": ["Gracias"]})";
 
 class SaleProgram : public testing::Shell {};
 
@@ -59,6 +61,8 @@ TEST_F(SaleProgram, PrintsACreditNote) {
   EXPECT_EQ(ran.status, 0) << ran.output;
   EXPECT_TRUE(contains(ran.output, "NOTA DE CREDITO")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "15-03-2024")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "FACTURA AFECTADA: 12\nSERIAL DEL EQUIPO: ZPV1\n")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "HORA FACTURA: 00:00")) << ran.output;
 }
 
 TEST_F(SaleProgram, SendsNothingOfAFileThatIsNotInOrder) {
@@ -122,6 +126,7 @@ TEST_F(SaleProgram, EndsWellWhenItIsInterrupted) {
 struct FaultRow {
   std::string plan;
   std::string end;  // "printed", "not printed", "still open" or "unknown", and what else the guide says
+  const char* sale = plainSale;
 };
 
 // The table at the end of the guide, and what is too rare for it.
@@ -129,7 +134,10 @@ std::vector<FaultRow> faultRows() {
   std::vector<FaultRow> rows{{"hang-up=1 on close", "cancelled, not printed"},
                              {"lose-answer on payment times 2", "not printed"},
                              {"delay=0.3 always", "printed"},
-                             {"delay=2.5 on status", "printed"}};
+                             {"delay=2.5 on status", "printed"},
+                             {"lose-answer on close", "printed", creditNote},
+                             {"lose-answer on text", "printed", saleWithText},
+                             {"lose-answer on closing after 1;lose-answer on close", "printed"}};
   const std::string table = guide("a-sale.md");
   const std::regex row("\\| `([^`]*)` \\| [^|]* \\| ([^|]*) \\|\n");
   for (std::sregex_iterator found(table.begin(), table.end(), row), end; found != end; ++found)
@@ -141,29 +149,31 @@ class SaleFault : public testing::Shell {
  protected:
   // The verdict is compared with the books of the printer.
   void check(const FaultRow& row, const std::string& printerOption, const std::string& name) const {
+    write(name + ".sale", row.sale);
     const VirtualPrinter printer({"--fault", row.plan, "--state", file(name), printerOption});
     const Ran ran = run("XDG_STATE_HOME=" + file(name) + ".d zentaro sale --timeout 2 --give-up 10 " +
-                        file("sale.json") + " --device " + printer.device());
+                        file(name + ".sale") + " --device " + printer.device());
     const bool isPrinted = row.end == "printed", isUnknown = contains(row.end, "unknown");
     const int status = isPrinted ? 0 : contains(row.end, "not printed") ? 3 : 4;
     EXPECT_EQ(ran.status, status) << row.plan << printerOption << ran.output;
     EXPECT_EQ(contains(ran.output, "UNKNOWN. "), isUnknown) << row.plan << printerOption << ran.output;
     EXPECT_EQ(contains(ran.output, "cancel the document: ok"), contains(row.end, "cancelled"))
         << row.plan << ran.output;
-    EXPECT_EQ(invoicesCounted(name), isPrinted || isUnknown ? 1 : 0) << row.plan << printerOption;
+    EXPECT_EQ(documentsCounted(name), isPrinted || isUnknown ? 1 : 0) << row.plan << printerOption;
   }
 
  private:
   // The file is written with the first change of the books.
-  int invoicesCounted(const std::string& name) const {
-    const std::string state = contents(file(name));
-    return state.empty() ? 0 : Json::parse(state).at("day").at("invoices").get<int>();
+  int documentsCounted(const std::string& name) const {
+    const std::string state = folder.read(name);
+    if (state.empty()) return 0;
+    const Json day = Json::parse(state).at("day");
+    return day.at("invoices").get<int>() + day.at("creditNotes").get<int>();
   }
 };
 
 // All at once, because they do little but wait; on a printer that answers at once and on one that takes its time.
 TEST_F(SaleFault, EndsAsTheGuideSaysAndAsThePrinterCountedIt) {
-  write("sale.json", plainSale);
   const std::vector<FaultRow> rows = faultRows();
   EXPECT_GT(rows.size(), 15U) << "the table of the guide was not found";
   std::vector<std::future<void>> running;
@@ -176,5 +186,4 @@ TEST_F(SaleFault, EndsAsTheGuideSaysAndAsThePrinterCountedIt) {
   for (auto& one : running) one.get();
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::sale_program_test

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
-namespace zentaro::tools {
-namespace {
+#include "printer/czentaro.h"
+#include "sale/steps.h"
+#include "support/line.h"
+
+namespace zentaro::tools::totals_test {
 
 Item item(Thousandths quantity, Cents price, Rate tax) { return {"x", price, quantity, tax}; }
 
@@ -20,14 +23,10 @@ TEST(Totals, FollowTheRuleOfThePrinter) {
       {"tax once per rate, not per line", {item(1000, 3, 1600), item(1000, 3, 1600)}, {}, 6, 1},
       {"tax of each rate is rounded", {item(1000, 3, 1600), item(1000, 6, 800)}, {}, 9, 0},
       {"largest line", {item(9999999, 999999999, 1600)}, {}, 9999998990000, 1599999838400},
-      // 100 over bases 10, 1, 1: shares 83.33, 8.33, 8.33; the cent left over goes to the exempt base.
-      {"cent left over, exempt first",
-       {item(1000, 1000, 0), item(1000, 100, 1600), item(1000, 100, 800)},
-       {100},
-       1100,
-       22},
-      // 1 over 100 and 100 at 16 and 8 %: a half each, the cent goes to the first rate: 99 and 100.
-      {"cent left over, first rate", {item(1000, 100, 800), item(1000, 100, 1600)}, {1}, 199, 24},
+      {"cent left over, exempt first", {item(1000, 4, 0), item(1000, 4, 1600)}, {1}, 7, 1},
+      // 1 over 4 and 4 at 16 and 8 %: a half each, the cent goes to 16 %, the first rate: 3 and 4.
+      {"cent left over, first rate", {item(1000, 4, 800), item(1000, 4, 1600)}, {1}, 7, 0},
+      {"cent left over, 8 before 31 %", {item(1000, 7, 3100), item(1000, 7, 800)}, {1}, 13, 2},
       // The second discount is shared over what the first one left: 50 and 150 of 200, then 100: 25 and 75.
       {"second discount", {item(1000, 100, 0), item(1000, 300, 1600)}, {200, 100}, 100, 12},
       // 99 % of 0.03 in two: 1.98 rounded down is 1 each, and the cent left over goes to the exempt base.
@@ -59,6 +58,7 @@ TEST(Totals, PaymentsMustFit) {
   const PaymentRow rows[] = {
       {"exact", {}, {11600}, nullptr, nullptr},
       {"change", {}, {5000, 20000}, nullptr, nullptr},
+      {"what could be due with IGTF", {}, {11600, 100}, nullptr, nullptr},
       {"with IGTF", {10000, 300}, {11600, 300}, nullptr, nullptr},
       {"none",
        {},
@@ -84,6 +84,23 @@ TEST(Totals, PaymentsMustFit) {
   }
 }
 
+class Subtotal : public testing::LineTest {};
+
+TEST_F(Subtotal, OfThePrinterMustBeTheFiles) {
+  Sale sale;
+  sale.lines = {item(1000, 10000, 1600)};
+  const std::vector<Step> steps = stepsOf(sale, {10000, 1600});
+  CZentaro printer;
+  printer.CommPort = 1;
+  printer.PortOpen(true);
+  for (const auto& [answered, objection] :
+       {std::pair{"11600", ""}, {"11601", "the printer's total is 116.01, the file's is 116.00"}}) {
+    line.answer({{"<STX><SEQ>C<FS>0000<FS>0000<FS>" + std::string(answered) + "<ETX>0000"}});
+    EXPECT_EQ(steps[2].send(printer), 0);
+    EXPECT_EQ(steps[2].objection(printer), objection);
+  }
+}
+
 TEST(Totals, NameWhatGoesBeyondTheLimits) {
   Sale sale;
   sale.isCreditNote = true;
@@ -100,5 +117,4 @@ TEST(Totals, NameWhatGoesBeyondTheLimits) {
   EXPECT_EQ(totals.net, 0) << "all of the net amount may be discounted";
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::totals_test

@@ -1,23 +1,13 @@
 // A trace of calls on the virtual printer answers the same calls again.
 #include "common/virtual_printer.h"
-#include "tools-call/program.h"
+#include "support/process.h"
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::replay_test {
 
 using testing::contains;
 using testing::Ran;
 
-class Replay : public testing::Shell {
- protected:
-  // Runs the commands with $DEVICE set while the trace answers; the end of the shell ends the
-  // scripted printer.
-  Ran replayed(const std::string& trace, const std::string& commands) const {
-    return run("zentaro trace --replay " + trace + " >" + file("device") + " 2>" + file("told") +
-               " & PRINTER=$!; trap 'kill $PRINTER' EXIT; for i in $(seq 200); do [ -s " + file("device") +
-               " ] && break; sleep 0.05; done; DEVICE=$(cat " + file("device") + "); " + commands);
-  }
-};
+class Replay : public testing::Shell {};
 
 // Commands begin at a random number, which the checksums show.
 constexpr auto calls =
@@ -31,11 +21,13 @@ TEST_F(Replay, AnswersAsThePrinterDid) {
   write("settings.ini", "[Config\\EPSONZT]\nDebugZT=1\nDumpZT=" + file("trace.txt") + "\n");
   const Ran recorded = run("DEVICE=" + printer.device() + "; " + calls);
   write("settings.ini", "");
-  const Ran again = replayed(file("trace.txt"), calls);
+  const testing::Process replay({"zentaro", "trace", "--replay", file("trace.txt")});
+  ASSERT_TRUE(testing::eventually([&] { return replay.output().ends_with('\n'); })) << replay.errors();
+  const Ran again = run("DEVICE=" + replay.output() + calls);
   EXPECT_TRUE(contains(recorded.output, "ERROR 03 NO HAY DOCUMENTO ABIERTO")) << recorded.output;
   EXPECT_TRUE(contains(recorded.output, "Outcome         1 TIEMPO AGOTADO")) << recorded.output;
   EXPECT_EQ(again.output, recorded.output);
-  EXPECT_EQ(contents(file("told")),
+  EXPECT_EQ(replay.errors(),
             "38 status: answered; 6 left\n80 serial: answered; 5 left\n38 status: answered; 4 left\n"
             "38 status: answered; 3 left\n44 payment: answered; 2 left\n38 status: answered; 1 left\n"
             "43 subtotal: no answer, as in the trace; 0 left\n");
@@ -50,5 +42,4 @@ TEST_F(Replay, ReportsLinesThatCannotBeRead) {
   EXPECT_EQ(run("printf '' | zentaro trace -").status, 0);
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::replay_test

@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::trace_file_test {
 
 using Kind = TraceRecord::Kind;
 
@@ -63,5 +62,4 @@ TEST(TraceFile, GivesNoBytesToALineThatCouldNotBeRead) {
   EXPECT_EQ(trace.malformed[2].line, 5);
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::trace_file_test

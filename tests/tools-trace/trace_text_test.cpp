@@ -4,8 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zentaro::tools {
-namespace {
+namespace zentaro::tools::trace_text_test {
 
 TEST(TraceText, ShowsAnObjectTrace) {
   EXPECT_EQ(
@@ -59,6 +58,19 @@ TEST(TraceText, ShowsADriverTrace) {
             "  NOT THE SEQUENCE that was asked  NOT THE COMMAND that was asked\n");
 }
 
+TEST(TraceText, JudgesChecksums) {
+  const auto judged = [](const std::string& kind, const std::string& dump) {
+    const std::string text = traceText(parseTrace(kind + " 15-03-2024 14:05:09\n" + dump + "\n"));
+    return text.find("checksum good") != std::string::npos;
+  };
+  std::string large = "02 22 49 1C";  // and 600 times z: 73,340, which is 11E7C
+  for (int count = 0; count < 600; ++count) large += (count % 16 == 0 ? "\n" : " ") + std::string("7A");
+  EXPECT_TRUE(judged("Send", large + "\n03 31 31 45 37 43")) << "a command has all digits";
+  EXPECT_FALSE(judged("Send", large + "\n03 31 45 37 43"));
+  EXPECT_TRUE(judged("Send", "02 22 48 03 30 30 36 46"));
+  EXPECT_FALSE(judged("Send", "02 22 48 03 30 36 46")) << "three digits are too few";
+}
+
 // Cut anywhere, a frame is shown as what is left of it.
 TEST(TraceText, SurvivesCutFrames) {
   const std::string dump = "02 22 49 1C 30 36 30 30 1C 33 30 38 30 03 30 32 ";
@@ -71,5 +83,4 @@ TEST(TraceText, SurvivesCutFrames) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro::tools
+}  // namespace zentaro::tools::trace_text_test

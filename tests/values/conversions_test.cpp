@@ -9,10 +9,9 @@
 
 #include "automation/description.h"
 #include "automation/numbers.h"
-#include "values/values.h"
+#include "support/values.h"
 
-namespace zentaro {
-namespace {
+namespace zentaro::conversions_test {
 
 using testing::errorOf;
 using testing::textOrError;
@@ -136,5 +135,4 @@ TEST(Conversions, RefuseWhatIsNoSingleValue) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro
+}  // namespace zentaro::conversions_test

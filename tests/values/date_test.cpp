@@ -8,10 +8,10 @@
 
 #include "automation/conversions.h"
 #include "automation/masks.h"
-#include "values/values.h"
+#include "support/bytes.h"
+#include "support/values.h"
 
-namespace zentaro {
-namespace {
+namespace zentaro::date_test {
 
 using testing::errorOf;
 using testing::textOrError;
@@ -79,74 +79,39 @@ TEST(Dates, EverySecondOfADayAndEveryDaySurviveTheWayThereAndBack) {
   }
 }
 
-std::string dateInText(const char16_t* text) {
-  const auto date = textToDate(text);
+std::string dateInText(const std::string& text) {
+  const auto date = textToDate(utf16(text));
   return date ? isoText(*date) : "no date";
 }
 
 TEST(Dates, AreReadFromTexts) {
   const testing::PointRegion region;
-  const struct {
-    const char16_t* text;
-    const char* date;
-  } rows[] = {{u"2024-03-15", "2024-03-15T00:00:00"},
-              {u"2024-03-15 14:05", "2024-03-15T14:05:00"},
-              {u"2024-03-15T14:05:59", "2024-03-15T14:05:59"},
-              {u"  2024-3-5   7:5:9 ", "2024-03-05T07:05:09"},
-              {u"15/03/2024 23:59:59", "2024-03-15T23:59:59"},
-              {u"15-3-24", "2024-03-15T00:00:00"},
-              {u"15.03.29", "2029-03-15T00:00:00"},
-              {u"15.03.30", "1930-03-15T00:00:00"},
-              {u"29/02/2024", "2024-02-29T00:00:00"},
-              {u"14:05", "1899-12-30T14:05:00"},
-              {u"0:00:07", "1899-12-30T00:00:07"},
-              {u"24-03-15", "2015-03-24T00:00:00"}};
-  for (const auto& row : rows) EXPECT_EQ(dateInText(row.text), row.date) << utf8(row.text);
-  for (const char16_t* text : {u"",
-                               u"45366",
-                               u"45366.5",
-                               u"2024-13-01",
-                               u"03/15/2024",
-                               u"31/02/2024",
-                               u"2024-03-15 25:00",
-                               u"2024-03-15 14",
-                               u"2024-03-15 14:",
-                               u"2024-03-15 14:05:",
-                               u"2024-03-15 14:05 x",
-                               u"2024-03-15T",
-                               u"2024-03-15x",
-                               u"2024-03/15",
-                               u"2024-03",
-                               u"20-- :",
-                               u"15/03/124",
-                               u"15/03/4",
-                               u"0099-01-01",
-                               u"02024-03-15",
-                               u"2024-003-15",
-                               u"24:00",
-                               u"12:60"}) {
-    EXPECT_EQ(dateInText(text), "no date") << utf8(text);
-  }
+  for (const auto& [text, date] : testing::table(R"(
+    2024-03-15 => 2024-03-15T00:00:00; 2024-03-15 14:05 => 2024-03-15T14:05:00; 15.03.29 => 2029-03-15T00:00:00
+    2024-03-15T14:05:59 => 2024-03-15T14:05:59; '  2024-3-5   7:5:9 ' => 2024-03-05T07:05:09
+    15/03/2024 23:59:59 => 2024-03-15T23:59:59; 15-3-24 => 2024-03-15T00:00:00; 15.03.30 => 1930-03-15T00:00:00
+    29/02/2024 => 2024-02-29T00:00:00; 24-03-15 => 2015-03-24T00:00:00
+    14:05 => 1899-12-30T14:05:00; 0:00:07 => 1899-12-30T00:00:07)"))
+    EXPECT_EQ(dateInText(text), date) << text;
+  const std::string none =
+      "|45366|45366.5|2024-13-01|03/15/2024|31/02/2024|2024-03-15 25:00|2024-03-15 14|2024-03-15 14:|"
+      "2024-03-15 14:05:|2024-03-15 14:05 x|2024-03-15T|2024-03-15x|2024-03/15|2024-03|20-- "
+      ":|15/03/124|15/03/4|"
+      "0099-01-01|02024-03-15|2024-003-15|24:00|12:60";
+  for (const std::string& text : testing::split(none, '|')) EXPECT_EQ(dateInText(text), "no date") << text;
 }
 
 TEST(Dates, FollowTheRegionalShortDate) {
   testing::PointRegion region;
-  const struct {
-    const char16_t *pattern, *text;
-    const char* date;
-  } rows[] = {{u"dd/mm/yyyy", u"05/03/2024", "2024-03-05T00:00:00"},
-              {u"m/d/yy", u"3/5/24", "2024-03-05T00:00:00"},
-              {u"d.M.yyyy", u"5.3.2024", "2024-03-05T00:00:00"},
-              {u"yyyy-mm-dd", u"2024-03-05", "2024-03-05T00:00:00"}};
-  for (const auto& row : rows) {
-    region.regional.settings.shortDate = row.pattern;
-    EXPECT_EQ(dateInText(row.text), row.date) << utf8(row.pattern);
-    EXPECT_EQ(maskShortDate(dateOf({2024, 3, 5})), row.text) << utf8(row.pattern);
+  for (const auto& [pattern, text] : testing::table(
+           "dd/mm/yyyy => 05/03/2024; m/d/yy => 3/5/24; d.M.yyyy => 5.3.2024; yyyy-mm-dd => 2024-03-05")) {
+    region.regional.settings.shortDate = utf16(pattern);
+    EXPECT_EQ(dateInText(text), "2024-03-05T00:00:00") << pattern;
+    EXPECT_EQ(utf8(maskShortDate(dateOf({2024, 3, 5}))), text) << pattern;
   }
-  EXPECT_EQ(dateInText(u"24-03-05"), "no date") << "a year that comes first has four digits";
+  EXPECT_EQ(dateInText("24-03-05"), "no date") << "a year that comes first has four digits";
   region.regional.settings.shortDate = u"nonsense";
-  EXPECT_EQ(dateInText(u"05/03/2024"), "2024-03-05T00:00:00") << "day first without a usable pattern";
+  EXPECT_EQ(dateInText("05/03/2024"), "2024-03-05T00:00:00") << "day first without a usable pattern";
 }
 
-}  // namespace
-}  // namespace zentaro
+}  // namespace zentaro::date_test

@@ -5,8 +5,7 @@
 #include "text/code_page.h"
 #include "text/unicode.h"
 
-namespace zentaro {
-namespace {
+namespace zentaro::platform_texts_test {
 
 TEST(Unicode, EveryCharacterSurvivesTheWayThereAndBack) {
   for (char32_t character = 0; character <= 0x10FFFF; ++character) {
@@ -20,23 +19,18 @@ TEST(Unicode, EveryCharacterSurvivesTheWayThereAndBack) {
 }
 
 TEST(Unicode, MalformedBytesBecomeTheReplacementCharacter) {
-  const struct {
-    const char* row;
-    std::string_view bytes;
-    std::u16string_view text;
-  } rows[] = {
-      {"stray continuation", "a\x80z", u"a\uFFFDz"},
-      {"cut short at the end", "a\xE2\x82", u"a\uFFFD"},
-      {"cut short by another character", "\xE2\x82z", u"\uFFFDz"},
-      {"cut short by a whole sequence", "\xF0\x9F\xC3\xB1", u"\uFFFD\u00F1"},
-      {"overlong, two bytes", "\xC0\xAF", u"\uFFFD\uFFFD"},
-      {"overlong, three bytes", "\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},
-      {"overlong, four bytes", "\xF0\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-      {"surrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
-      {"above the last character", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-      {"never a byte of UTF-8", "\xFF\xFE", u"\uFFFD\uFFFD"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(utf16(row.bytes), row.text) << row.row;
+  const std::pair<std::string_view, std::u16string_view> rows[] = {
+      {"a\x80z", u"a\uFFFDz"},                            // a stray continuation
+      {"a\xE2\x82", u"a\uFFFD"},                          // cut short at the end
+      {"\xE2\x82z", u"\uFFFDz"},                          // by another character
+      {"\xF0\x9F\xC3\xB1", u"\uFFFD\u00F1"},              // by a whole sequence
+      {"\xC0\xAF", u"\uFFFD\uFFFD"},                      // overlong
+      {"\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},            // overlong
+      {"\xF0\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // overlong
+      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},            // a surrogate
+      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // above the last character
+      {"\xFF\xFE", u"\uFFFD\uFFFD"}};
+  for (const auto& [bytes, text] : rows) EXPECT_EQ(utf16(bytes), text) << utf8(text);
 }
 
 TEST(Unicode, LoneSurrogatesBecomeTheReplacementCharacter) {
@@ -100,5 +94,4 @@ TEST(LineSettingsText, IsRefusedAsAWhole) {
   }
 }
 
-}  // namespace
-}  // namespace zentaro
+}  // namespace zentaro::platform_texts_test

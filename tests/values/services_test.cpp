@@ -5,8 +5,7 @@
 
 #include "support/fakes.h"
 
-namespace zentaro {
-namespace {
+namespace zentaro::services_test {
 
 TEST(ServicesInForce, AreThoseOfTheInnermostScopeOfTheThread) {
   RegionalSettings* const before = services().regional;
@@ -24,5 +23,4 @@ TEST(ServicesInForce, AreThoseOfTheInnermostScopeOfTheThread) {
   EXPECT_EQ(services().regional, before);
 }
 
-}  // namespace
-}  // namespace zentaro
+}  // namespace zentaro::services_test

@@ -5,8 +5,9 @@
 
 #include <stdexcept>
 
-namespace zentaro {
-namespace {
+#include "support/bytes.h"
+
+namespace zentaro::settings_text_test {
 
 TEST(SettingsTexts, AreReadLineByLine) {
   const SettingsText settings(
@@ -29,28 +30,18 @@ TEST(SettingsTexts, AreReadLineByLine) {
       "TimeOutZT=2\n"
       "[config\\epsonzt]\n"
       "Again=\"\"");
-  const struct {
-    const char *section, *key;
-    std::optional<std::string> value;
-  } rows[] = {
-      {"Config\\EPSONZT", "TimeOutZT", "12"},
-      {"CONFIG\\epsonzt", "TIMEOUTzt", "12"},
-      {"Config\\EPSONZT", "Indented", "1"},
-      {"Config\\EPSONZT", "DebugZT", " 0"},
-      {"Config\\EPSONZT", "DumpZT", "C:\\IFTRACE.TXT"},
-      {"Config\\EPSONZT", "Spaced", " two blanks  "},
-      {"Config\\EPSONZT", "Tight", "x"},
-      {"Config\\EPSONZT", "Quote", "\""},
-      {"Config\\EPSONZT", "Equals", "a=b"},
-      {"Config\\EPSONZT", "Empty", ""},
-      {"Config\\EPSONZT", ";Comment", std::nullopt},
-      {"Config\\EPSONZT", "", std::nullopt},
-      {"Config\\EPSONZT", "Again", ""},
-      {"Other", "TimeOutZT", "2"},
-      {"Other", "DebugZT", std::nullopt},
-      {"Nowhere", "TimeOutZT", std::nullopt},
-  };
-  for (const auto& row : rows) EXPECT_EQ(settings.value(row.section, row.key), row.value) << row.key;
+  const auto value = [&](const char* key) { return settings.value("config\\EPSONZT", key); };
+  for (const auto& [key, expected] : testing::table(R"(
+    TIMEOUTzt => 12; Indented => 1; DebugZT =>  0; DumpZT => C:\IFTRACE.TXT; Spaced =>  two blanks  ; Tight => x
+    Quote => "; Equals => a=b)"))
+    EXPECT_EQ(value(key.c_str()), expected) << key;
+  EXPECT_EQ(value("Empty"), "");
+  EXPECT_EQ(value("Again"), "");
+  EXPECT_EQ(value(";Comment"), std::nullopt);
+  EXPECT_EQ(value(""), std::nullopt);
+  EXPECT_EQ(settings.value("Other", "TimeOutZT"), "2");
+  EXPECT_EQ(settings.value("Other", "DebugZT"), std::nullopt);
+  EXPECT_EQ(settings.value("Nowhere", "TimeOutZT"), std::nullopt);
 
   const auto entries = settings.entries();
   ASSERT_EQ(entries.size(), 12U);
@@ -108,5 +99,4 @@ TEST(SettingsTexts, RefuseWhatALineCannotHold) {
   EXPECT_EQ(settings.text(), "[S]\nA=1\n");
 }
 
-}  // namespace
-}  // namespace zentaro
+}  // namespace zentaro::settings_text_test

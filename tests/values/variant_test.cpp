@@ -4,40 +4,32 @@
 #include <gtest/gtest.h>
 
 #include "automation/conversions.h"
-#include "values/values.h"
+#include "support/values.h"
 
-namespace zentaro {
-namespace {
+namespace zentaro::variant_test {
 
 using testing::errorOf;
 using Kind = Variant::Kind;
 
 TEST(Variants, HaveTheKindOfTheirLiteral) {
-  const struct {
-    const char* row;
-    Variant value;
-    Kind kind;
-  } rows[] = {
-      {"nothing", {}, Kind::Empty},
-      {"null", Variant::null(), Kind::Null},
-      {"left out", Variant::missing(), Kind::Missing},
-      {"bool", true, Kind::Boolean},
-      {"short", short{1}, Kind::Int16},
-      {"byte", std::uint8_t{200}, Kind::Int16},
-      {"int", 1, Kind::Int32},
-      {"unsigned short", std::uint16_t{65535}, Kind::Int32},
-      {"long", 1L, Kind::Int32},
-      {"unsigned beyond 32 bits signed", 4000000000U, Kind::Double},
-      {"long long beyond 32 bits", -3000000000LL, Kind::Double},
-      {"float", 1.5F, Kind::Double},
-      {"currency", Currency(), Kind::Currency},
-      {"date", Date(), Kind::Date},
-      {"UTF-8", "x", Kind::Text},
-      {"UTF-16", u"x", Kind::Text},
-      {"array", Array{1, "two"}, Kind::Array},
-      {"object", Object(), Kind::Object},
-  };
-  for (const auto& row : rows) EXPECT_EQ(row.value.kind(), row.kind) << row.row;
+  const std::pair<Variant, Kind> rows[] = {{{}, Kind::Empty},
+                                           {Variant::null(), Kind::Null},
+                                           {Variant::missing(), Kind::Missing},
+                                           {true, Kind::Boolean},
+                                           {short{1}, Kind::Int16},
+                                           {std::uint8_t{200}, Kind::Int16},
+                                           {1, Kind::Int32},
+                                           {std::uint16_t{65535}, Kind::Int32},
+                                           {1L, Kind::Int32},
+                                           {4000000000U, Kind::Double},
+                                           {1.5F, Kind::Double},
+                                           {Currency(), Kind::Currency},
+                                           {Date(), Kind::Date},
+                                           {"x", Kind::Text},
+                                           {u"x", Kind::Text},
+                                           {Array{1, "two"}, Kind::Array},
+                                           {Object(), Kind::Object}};
+  for (const auto& [value, kind] : rows) EXPECT_EQ(value.kind(), kind);
   EXPECT_EQ(Variant(std::uint8_t{200}).int16(), 200);
   EXPECT_EQ(Variant(-3000000000LL).number(), -3e9);
   EXPECT_EQ(Variant("Caf\u00E9").text(), u"Caf\u00E9");
@@ -70,23 +62,17 @@ TEST(Errors, CarryTheirFixedDescription) {
 }
 
 TEST(Errors, OfFilesFollowTheReason) {
-  const struct {
-    std::errc reason;
-    int number;
-  } rows[] = {
-      {std::errc::no_such_file_or_directory, 76},
-      {std::errc::not_a_directory, 76},
-      {std::errc::no_space_on_device, 61},
-      {std::errc::permission_denied, 75},
-      {std::errc::is_a_directory, 75},
-      {std::errc::read_only_file_system, 75},
-      {std::errc::bad_file_descriptor, 52},
-      {std::errc::io_error, 57},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(fileError(std::make_error_code(row.reason)).number(), row.number);
+  const std::pair<std::errc, int> rows[] = {{std::errc::no_such_file_or_directory, 76},
+                                            {std::errc::not_a_directory, 76},
+                                            {std::errc::no_space_on_device, 61},
+                                            {std::errc::permission_denied, 75},
+                                            {std::errc::is_a_directory, 75},
+                                            {std::errc::read_only_file_system, 75},
+                                            {std::errc::bad_file_descriptor, 52},
+                                            {std::errc::io_error, 57}};
+  for (const auto& [reason, number] : rows) {
+    EXPECT_EQ(fileError(std::make_error_code(reason)).number(), number);
   }
 }
 
-}  // namespace
-}  // namespace zentaro
+}  // namespace zentaro::variant_test

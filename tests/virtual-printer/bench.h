@@ -6,13 +6,17 @@
 
 #include <gtest/gtest.h>
 
-#include "bytes.h"
 #include "line/engine.h"
 #include "paper/text.h"
+#include "support/bytes.h"
 
 namespace bench {
 
 using namespace std::chrono_literals;
+using zentaro::testing::bytes;
+using zentaro::testing::contains;
+using zentaro::testing::occurrences;
+using zentaro::testing::split;
 
 inline constexpr printer::LocalTime afternoon = std::chrono::local_days{std::chrono::year{2026} / 11 / 24} +
                                                 std::chrono::hours{15} + std::chrono::minutes{4};
@@ -30,12 +34,8 @@ class Till {
 
   // The raw answer to a command, after the time told, or nothing.
   std::string exchange(const std::string& line) {
-    const std::size_t space = line.find(' ');
     sequence = sequence == '\x7F' ? '!' : static_cast<char>(sequence + 1);
-    engine.receive(commandFrame(sequence, line.substr(0, space),
-                                space == std::string::npos ? std::vector<std::string>{}
-                                                           : split(line.substr(space + 1), '|')),
-                   now);
+    engine.receive(zentaro::testing::commandFrame(sequence, line), now);
     return arrived();
   }
 
@@ -56,27 +56,30 @@ class Till {
     fiscalStatus = parts.at(2);
     parts.erase(parts.begin(), parts.begin() + 3);
     const bool isRefused = (std::stoul(fiscalStatus, nullptr, 16) & 0x8000U) != 0;
-    if (!isRefused) return joined(parts, "|");
+    if (!isRefused) return zentaro::testing::joined(parts, "|");
     EXPECT_EQ(parts.at(0).substr(0, 6), "ERROR ") << line;
     return "!" + parts.at(0).substr(6, 2);
   }
 
-  // Rows of "command => expected", or of a command alone when its answer is another test's affair; a refused
-  // row must have changed and printed nothing.
+  // Rows of "command => expected", or of a command alone when its answer is another test's affair; several
+  // commands with the same answer stand in one row, with "; " between them. A refused command must have
+  // changed and printed nothing.
   void dialogue(const std::string& text) {
-    for (const std::string& row : split(text, '\n')) {
-      const std::size_t begin = row.find_first_not_of(' ');
-      if (begin == std::string::npos) continue;
+    for (std::string row : split(text, '\n')) {
       const std::size_t arrow = row.find(" =>");
-      const printer::Books before = device.works().books;
-      const std::size_t linesBefore = device.roll().printedLines();
-      const std::string answer = say(row.substr(begin, arrow - begin));
-      if (arrow != std::string::npos) {
-        EXPECT_EQ(answer, row.substr(std::min(arrow + 4, row.size()))) << row;
+      const bool isExpected = arrow != std::string::npos;
+      const std::string expected = isExpected ? row.substr(std::min(arrow + 4, row.size())) : "";
+      for (std::string command : split(row.substr(0, arrow), ';')) {
+        command.erase(0, command.find_first_not_of(' '));
+        if (command.empty()) continue;
+        const printer::Books before = device.works().books;
+        const std::size_t linesBefore = device.roll().printedLines();
+        const std::string answer = say(command);
+        EXPECT_EQ(answer, isExpected ? expected : answer) << command;
+        if (answer[0] != '!') continue;
+        EXPECT_TRUE(before == device.works().books) << command;
+        EXPECT_EQ(linesBefore, device.roll().printedLines()) << command;
       }
-      if (answer[0] != '!') continue;
-      EXPECT_TRUE(before == device.works().books) << row;
-      EXPECT_EQ(linesBefore, device.roll().printedLines()) << row;
     }
   }
 
@@ -88,6 +91,7 @@ class Till {
   void wait(std::chrono::milliseconds time) { now.steady += time; }
 
   std::string paper() { return printer::textPaper(device.roll().sheets()); }
+  std::string lastSheet() { return printer::textPaper({device.roll().sheets().back()}); }
 
   printer::Moment now{1000ms, afternoon};
   printer::Books lastSaved;

@@ -3,9 +3,7 @@
 
 #include "fiscal/books_json.h"
 
-using namespace printer;
-
-namespace {
+namespace printer::books_test {
 
 constexpr LocalTime someTime =
     std::chrono::local_days{std::chrono::year{2026} / 1 / 31} + std::chrono::seconds{50700};
@@ -37,8 +35,6 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   EXPECT_NE(at, std::string::npos) << from;
   return text.replace(at, from.size(), to);
 }
-
-}  // namespace
 
 TEST(BooksAsJson, NothingIsLostOnTheWay) {
   BooksText text;
@@ -102,3 +98,5 @@ TEST(BooksAsJson, WhatIsWrongIsNamed) {
     }
   }
 }
+
+}  // namespace printer::books_test

@@ -4,7 +4,7 @@
 #include "bench.h"
 #include "shell/log.h"
 
-using namespace printer;
+namespace printer::control_test {
 
 TEST(Control, RepliesToEveryLine) {
   bench::Till till;
@@ -66,3 +66,5 @@ TEST(Log, OneJsonObjectALine) {
   };
   for (const auto& row : rows) EXPECT_EQ(logLine(moment, row.event), std::string{row.line} + "\n");
 }
+
+}  // namespace printer::control_test

@@ -5,10 +5,9 @@
 
 #include "bench.h"
 
-using namespace printer;
-using bench::bytes;
+namespace printer::delivery_test {
 
-namespace {
+using zentaro::testing::bytes;
 
 const std::string answer = bytes("<STX>\"I<FS>0600<FS>3080<ETX>0239");
 const std::string previous = bytes("<STX>!H<FS>0600<FS>3080<ETX>0237");
@@ -23,8 +22,6 @@ std::string told(const std::vector<Chunk>& chunks) {
   }
   return text;
 }
-
-}  // namespace
 
 TEST(Delivery, CorruptsExactlyWhatTheFaultSays) {
   const struct {
@@ -133,3 +130,5 @@ TEST(Delivery, EveryStrikeIsReported) {
             "command clock\nfault bad-checksum on clock once\nanswer clock\n"
             "command serial\nfault power-cut=1 on serial once\npower off\npower on\nnoise abc\n");
 }
+
+}  // namespace printer::delivery_test

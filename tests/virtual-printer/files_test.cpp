@@ -1,5 +1,4 @@
 // Files and links at the edge: the state file, the paper file, the link, the control socket's path.
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -7,18 +6,20 @@
 #include <memory>
 #include <optional>
 
-#include "bytes.h"
 #include "line/link.h"
 #include "line/pty.h"
-#include "scratch.h"
 #include "shell/control_socket.h"
 #include "shell/paper_watchers.h"
 #include "shell/state_file.h"
+#include "support/bytes.h"
+#include "support/scratch.h"
 
-using namespace printer;
+namespace printer::files_test {
+
+using zentaro::testing::contains;
+using zentaro::testing::occurrences;
+using zentaro::testing::Scratch;
 namespace files = std::filesystem;
-
-namespace {
 
 template <class Action>
 std::string complaint(Action action) {
@@ -34,12 +35,8 @@ std::unique_ptr<ControlSocket> control(const files::path& path) {
   return std::make_unique<ControlSocket>(path, [](const std::string&) { return "ok"; });
 }
 
-bool contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
-
-}  // namespace
-
 TEST(StateFile, BooksComeBackAndABadFileIsLeftAlone) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   const files::path path = scratch / "state.json";
   Books books;
   {
@@ -49,15 +46,15 @@ TEST(StateFile, BooksComeBackAndABadFileIsLeftAlone) {
     file.save(books);
   }
   EXPECT_TRUE(StateFile{path}.load() == books);
-  bench::write(path, "{\"format\": 1");
+  scratch.write("state.json", "{\"format\": 1");
   const std::string said = complaint([&] { StateFile{path}.load(); });
   EXPECT_TRUE(contains(said, "state.json: it is not JSON, by a mistake in line 1; move the file away"))
       << said;
-  EXPECT_EQ(bench::read(path), "{\"format\": 1");
+  EXPECT_EQ(scratch.read("state.json"), "{\"format\": 1");
 }
 
 TEST(StateFile, ASaveThatFailsKeepsTheOldBooksAndLeavesNothingBeside) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   StateFile file{scratch / "state.json"};
   Books books;
   books.zRecords.add({1});
@@ -70,12 +67,16 @@ TEST(StateFile, ASaveThatFailsKeepsTheOldBooksAndLeavesNothingBeside) {
   files::remove(scratch / "state.json");
   EXPECT_EQ(std::distance(files::directory_iterator{scratch / ""}, {}), 2) << "what was kept, and the lock";
   books.zRecords.add({3});
+  {
+    const zentaro::testing::SizeLimit limit(8);  // the disk is full
+    EXPECT_NE(complaint([&] { file.save(books); }), "no complaint");
+  }
   file.save(books);
   EXPECT_TRUE(file.load() == books);
 }
 
 TEST(StateFile, IsWhatALinkLeadsTo) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   files::create_directory(scratch / "real");
   files::create_symlink("real/books.json", scratch / "state.json");
   StateFile file{scratch / "state.json"};
@@ -86,7 +87,7 @@ TEST(StateFile, IsWhatALinkLeadsTo) {
 }
 
 TEST(StateFile, BelongsToOnePrinter) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   const StateFile first{scratch / "state.json"};
   EXPECT_TRUE(
       contains(complaint([&] { StateFile{scratch / "state.json"}; }), "another printer is using this file"));
@@ -94,7 +95,7 @@ TEST(StateFile, BelongsToOnePrinter) {
 }
 
 TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   const struct {
     const char* name;
     const char* empty;
@@ -104,31 +105,29 @@ TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
               {"paper.html", "</html>", ">HOLA</text>"}};
   for (const auto& row : rows) {
     PaperFile file{scratch / row.name};
-    EXPECT_TRUE(contains(bench::read(scratch / row.name), row.empty)) << row.name;
+    EXPECT_TRUE(contains(scratch.read(row.name), row.empty)) << row.name;
     Roll roll;
     roll.watch(file);
     roll.print({{LineStyle::plain, "HOLA", {}, {}}});
-    EXPECT_FALSE(contains(bench::read(scratch / row.name), "HOLA"))
-        << row.name << ": the sheet is not finished";
+    EXPECT_FALSE(contains(scratch.read(row.name), "HOLA")) << row.name << ": the sheet is not finished";
     roll.cut("x");
-    EXPECT_TRUE(contains(bench::read(scratch / row.name), row.printed)) << row.name;
+    EXPECT_TRUE(contains(scratch.read(row.name), row.printed)) << row.name;
   }
   files::create_directory(scratch / "gone");
   PaperFile lost{scratch / "gone" / "paper.txt"};
   files::remove_all(scratch / "gone");
   testing::internal::CaptureStderr();
   for (int sheet = 0; sheet < 2; ++sheet) lost.finished({});
-  EXPECT_EQ(bench::occurrences(testing::internal::GetCapturedStderr(), "--paper: cannot write"), 1U)
-      << "told once";
+  EXPECT_EQ(occurrences(testing::internal::GetCapturedStderr(), "--paper: cannot write"), 1U) << "told once";
   EXPECT_TRUE(
       contains(complaint([&] { PaperFile{scratch / "paper.pdf"}; }), "must end in .txt, .svg or .html"));
   EXPECT_TRUE(contains(complaint([&] { PaperFile{scratch / "no" / "paper.txt"}; }), "No such file"));
 }
 
 TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
-  const bench::Scratch scratch;
-  bench::write(scratch / "file", "precious");
-  bench::write(scratch / "device", "");
+  const Scratch scratch;
+  scratch.write("file", "precious");
+  scratch.write("device", "");
   files::create_symlink(scratch / "device", scratch / "used");
   files::create_symlink(scratch / "gone", scratch / "stale");
   EXPECT_TRUE(contains(complaint([&] { Link{scratch / "file"}; }), "there is a file"));
@@ -141,7 +140,7 @@ TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
   files::create_symlink(living.name(), scratch / "recycled");
   EXPECT_EQ(complaint([&] { Link{scratch / "recycled"}; }), "no complaint")
       << "the dead printer's device number was given to another printer";
-  EXPECT_EQ(bench::read(scratch / "file"), "precious");
+  EXPECT_EQ(scratch.read("file"), "precious");
   for (const char* name : {"stale", "new"}) {
     {
       Link link{scratch / name};
@@ -162,12 +161,12 @@ TEST(Link, ReplacesOnlyALinkThatAPrinterLeftBehind) {
 }
 
 TEST(ControlSocket, TakesOnlyAPathThatIsFreeOrStale) {
-  const bench::Scratch scratch;
-  bench::write(scratch / "file", "precious");
+  const Scratch scratch;
+  scratch.write("file", "precious");
   EXPECT_TRUE(contains(complaint([&] { control(scratch / "file"); }), "there is a file"));
   EXPECT_TRUE(
       contains(complaint([&] { control(scratch / std::string(200, 'x')); }), "too long for a socket"));
-  EXPECT_EQ(bench::read(scratch / "file"), "precious");
+  EXPECT_EQ(scratch.read("file"), "precious");
   {
     const auto first = control(scratch / "socket");
     EXPECT_TRUE(contains(complaint([&] { control(scratch / "socket"); }), "another printer is using"));
@@ -184,7 +183,9 @@ TEST(ControlSocket, TakesOnlyAPathThatIsFreeOrStale) {
   {
     const auto third = control(scratch / "socket");
     files::remove(scratch / "socket");
-    bench::write(scratch / "socket", "precious");
+    scratch.write("socket", "precious");
   }
-  EXPECT_EQ(bench::read(scratch / "socket"), "precious") << "another's file by now";
+  EXPECT_EQ(scratch.read("socket"), "precious") << "another's file by now";
 }
+
+}  // namespace printer::files_test

@@ -3,11 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "bytes.h"
+#include "support/bytes.h"
 #include "wire/codepage.h"
 
-using namespace printer;
-using bench::bytes;
+namespace printer::frame_test {
+
+using zentaro::testing::bytes;
 
 TEST(AnswerFrame, CarriesStatusWordsFieldsAndAFourDigitChecksum) {
   const struct {
@@ -68,3 +69,5 @@ TEST(CodePage, BytesOfTheLineBecomeUtf8AndControlsDots) {
   };
   for (const auto& row : rows) EXPECT_EQ(utf8FromWire(bytes(row.wire)), row.text) << row.wire;
 }
+
+}  // namespace printer::frame_test

@@ -5,7 +5,7 @@
 
 #include "fiscal/document.h"
 
-using namespace printer;
+namespace printer::money_test {
 
 TEST(Money, LineAmountRoundsHalfUpToACent) {
   const struct {
@@ -109,3 +109,5 @@ TEST(RateTable, PlacesAreKeptAndTheFourthRateHasNone) {
     }
   }
 }
+
+}  // namespace printer::money_test

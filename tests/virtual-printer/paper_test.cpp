@@ -2,10 +2,11 @@
 #include "bench.h"
 #include "paper/svg.h"
 
-using bench::occurrences;
-using bench::Till;
-using namespace printer;
+namespace printer::paper_test {
 
+using bench::Till;
+
+using bench::occurrences;
 TEST(Paper, AnInvoiceToTheLetter) {
   Till till;
   till.dialogue(R"(
@@ -60,6 +61,13 @@ TEST(Paper, AnInvoiceToTheLetter) {
             "- - - - - - - - - - - - - - - - - - - -\n");
 }
 
+TEST(Paper, AChangeOfOneCentIsPrintedOnceAlsoWithAPartialClose) {
+  Till till;
+  till.dialogue("40 ||||||||; 42 Pan|1000|100|0|M; 44 |101|T; 45 A; 41 x|S; 45 E");
+  EXPECT_EQ(occurrences(till.paper(), "CAMBIO                           Bs 0,01\n"), 1U) << till.paper();
+  EXPECT_EQ(occurrences(till.paper(), "CAMBIO"), 1U);
+}
+
 TEST(Paper, ACreditNoteNamesTheInvoiceThatItTakesBack) {
   Till till;
   till.dialogue("40 Juan|V1|15|Z1A2|230517|143005|D||\n42 Cafe|1000|100|1600|m\n45 T");
@@ -76,7 +84,7 @@ TEST(Paper, NoLineIsWiderThanThePaper) {
   till.dialogue("5D 1|" + longest + "\n40 " + longest + "|" + longest + "|||||||\n42 " + longest +
                 "|999999999|99999|1600|M\n41 uno dos tres cuatro cinco seis siete ocho nueve diez|S\n44 " +
                 longest + "|9999999999999|T\n45 T");
-  for (const std::string& line : bench::split(till.paper(), '\n'))
+  for (const std::string& line : zentaro::testing::split(till.paper(), '\n'))
     EXPECT_LE(columnsOf(line), paperColumns) << line;
   EXPECT_NE(till.paper().find("\nuno dos tres cuatro cinco seis siete\nocho nueve diez\n"),
             std::string::npos);
@@ -88,6 +96,8 @@ TEST(Paper, AccentsCountAsOneColumn) {
   addText(lines, std::string(39, 'x') + "\u00D1");
   ASSERT_EQ(lines.size(), 2U);
   EXPECT_EQ(textLine(lines[0]), "Pi\u00F1a" + std::string(35, ' ') + "1");
+  addPair(lines, std::string(30, 'x'), "123456789");  // 30, a blank, and 9: exactly as wide as the paper
+  EXPECT_EQ(textLine(lines.back()), std::string(30, 'x') + " 123456789");
 }
 
 TEST(Paper, OnlyTheLastSheetsAreKept) {
@@ -101,8 +111,6 @@ TEST(Paper, OnlyTheLastSheetsAreKept) {
   roll.cut("nothing on it");
   EXPECT_EQ(roll.sheets().back().title, "x");
 }
-
-namespace {
 
 // Tags that open and close, in balance; good enough to see a drawing that no viewer would read.
 bool isBalanced(const std::string& markup) {
@@ -122,8 +130,6 @@ bool isBalanced(const std::string& markup) {
   }
   return open.empty();
 }
-
-}  // namespace
 
 TEST(Drawing, HostTextsCannotBreakTheMarkup) {
   Books books;
@@ -165,3 +171,5 @@ TEST(Drawing, EverySheetIsDrawnInsideThePage) {
   }
   EXPECT_EQ(occurrences(htmlPaper(sheets), "<figure>"), 18U);
 }
+
+}  // namespace printer::paper_test

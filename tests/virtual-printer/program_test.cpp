@@ -1,45 +1,24 @@
 // The program itself, as its own process on a real pseudo-terminal: start and end, kills, the line, the
 // control channels. Every wait has a bound.
 #include <arpa/inet.h>
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
-#include <chrono>
-#include <csignal>
-#include <functional>
-#include <thread>
-
-#include "bytes.h"
 #include "line/descriptor.h"
 #include "printer/tell.h"
-#include "scratch.h"
+#include "support/process.h"
 
-extern char** environ;
-
-namespace {
+namespace printer::program_test {
 
 using namespace std::chrono_literals;
+using namespace zentaro::testing;
 using printer::Descriptor;
 using zentaro::tools::tell;
-
-bool eventually(const std::function<bool()>& condition) {
-  for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
-    if (condition()) return true;
-    std::this_thread::sleep_for(5ms);
-  }
-  return false;
-}
 
 std::string readFor(int descriptor, const std::function<bool(const std::string&)>& isEnough) {
   std::string text;
@@ -53,60 +32,15 @@ std::string readFor(int descriptor, const std::function<bool(const std::string&)
   return text;
 }
 
-// A printer in a process of its own; its files stand in the scratch directory.
-class Printer {
- public:
-  Printer(const bench::Scratch& scratch, std::vector<std::string> options) : scratch_{scratch} {
-    options.insert(options.begin(), PROGRAM);
-    std::vector<char*> words;
-    words.reserve(options.size() + 1);
-    for (std::string& option : options) words.push_back(option.data());
-    words.push_back(nullptr);
-    std::array<int, 2> input{};
-    EXPECT_EQ(::pipe2(input.data(), O_CLOEXEC), 0);
-    input_ = Descriptor{input[1]};
-    const Descriptor readEnd{input[0]};
-    posix_spawn_file_actions_t files;
-    ::posix_spawn_file_actions_init(&files);
-    ::posix_spawn_file_actions_adddup2(&files, readEnd.get(), 0);
-    addOutput(files, 1, "out");
-    addOutput(files, 2, "err");
-    EXPECT_EQ(::posix_spawn(&process_, PROGRAM, &files, nullptr, words.data(), environ), 0);
-    ::posix_spawn_file_actions_destroy(&files);
-  }
-  Printer(const Printer&) = delete;
-  Printer& operator=(const Printer&) = delete;
-  ~Printer() {
-    if (process_ > 0) end(SIGKILL);
-  }
-
-  bool isReady() const {
-    return eventually([&] { return bench::read(scratch_ / "err").find("ready: ") != std::string::npos; });
-  }
-  // The exit code, or minus the number of the signal.
-  int end(int signal) {
-    if (signal != 0) ::kill(process_, signal);
-    int status = 0;
-    ::waitpid(process_, &status, 0);
-    process_ = 0;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  }
-  void type(const std::string& line) const {
-    EXPECT_EQ(::write(input_.get(), line.data(), line.size()), static_cast<ssize_t>(line.size()));
-  }
-  pid_t process() const { return process_; }
-  std::string errors() const { return bench::read(scratch_ / "err"); }
-  std::string paper() const { return bench::read(scratch_ / "out"); }
+struct Printer : Process {
+  explicit Printer(std::vector<std::string> options) : Process(words(std::move(options))) {}
+  bool isReady() const { return says("ready: "); }
 
  private:
-  void addOutput(posix_spawn_file_actions_t& files, int number, const char* name) const {
-    ::posix_spawn_file_actions_addopen(&files, number, (scratch_ / name).c_str(),
-                                       O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  static std::vector<std::string> words(std::vector<std::string> options) {
+    options.insert(options.begin(), "zentaro-printer");
+    return options;
   }
-
-  const bench::Scratch& scratch_;
-  Descriptor input_;
-  pid_t process_ = 0;
 };
 
 // A host on the line; gives the data fields of the answer.
@@ -122,17 +56,15 @@ class Port {
   int get() const { return line_.get(); }
 
   std::string say(const std::string& line) {
-    const std::string frame =
-        bench::commandFrame('"', line.substr(0, 2),
-                            line.size() > 3 ? bench::split(line.substr(3), '|') : std::vector<std::string>{});
+    const std::string frame = commandFrame('"', line);
     EXPECT_EQ(::write(line_.get(), frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
     const std::string answer = readFor(line_.get(), [](const std::string& text) {
       return text.find('\x03') != std::string::npos && text.size() >= text.find('\x03') + 5;
     });
-    std::vector<std::string> parts = bench::split(answer.substr(0, answer.find('\x03')), '\x1C');
+    std::vector<std::string> parts = split(answer.substr(0, answer.find('\x03')), '\x1C');
     if (parts.size() < 3) return "no answer";
     parts.erase(parts.begin(), parts.begin() + 3);
-    return bench::joined(parts, "|");
+    return joined(parts, "|");
   }
 
  private:
@@ -152,17 +84,15 @@ std::string tellOn(const Descriptor& client) {
   return readFor(client.get(), [](const std::string& text) { return text.ends_with('\n'); });
 }
 
-std::vector<std::string> with(const bench::Scratch& scratch, std::vector<std::string> more = {}) {
+std::vector<std::string> with(const Scratch& scratch, std::vector<std::string> more = {}) {
   more.insert(more.end(), {"--link", scratch / "port", "--state", scratch / "state.json"});
   return more;
 }
 
-}  // namespace
-
 TEST(Program, ASignalEndsItCleanly) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    const bench::Scratch scratch;
-    Printer printer{scratch, with(scratch, {"--control", scratch / "control", "--rif", "J-1"})};
+    const Scratch scratch;
+    Printer printer{with(scratch, {"--control", scratch / "control", "--rif", "J-1"})};
     ASSERT_TRUE(printer.isReady());
     EXPECT_EQ(printer.errors(), "ready: " + (scratch / "port").string() + "\n");
     EXPECT_EQ(printer.end(signal), 0);
@@ -172,8 +102,8 @@ TEST(Program, ASignalEndsItCleanly) {
 }
 
 TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
-  const bench::Scratch scratch;
-  bench::write(scratch / "file", "precious");
+  const Scratch scratch;
+  scratch.write("file", "precious");
   const std::string precious = scratch / "file";
   const std::string fifo = scratch / "fifo";
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
@@ -207,18 +137,18 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
       {{"--clock", "1999-12-31T10:00"}, "--clock: a time like"},
   };
   for (const auto& row : rows) {
-    Printer printer{scratch, row.options};
-    EXPECT_GT(printer.end(0), 0) << row.complaint;
-    EXPECT_NE(printer.errors().find(row.complaint), std::string::npos) << printer.errors();
-    EXPECT_EQ(printer.errors().find("ready"), std::string::npos);
+    Printer printer{row.options};
+    EXPECT_GT(printer.end(), 0) << row.complaint;
+    EXPECT_TRUE(contains(printer.errors(), row.complaint)) << printer.errors();
+    EXPECT_FALSE(contains(printer.errors(), "ready"));
   }
-  EXPECT_EQ(bench::read(scratch / "file"), "precious");
+  EXPECT_EQ(scratch.read("file"), "precious");
 }
 
 TEST(Program, AKillLosesAtMostTheOpenDocument) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   {
-    Printer printer{scratch, with(scratch)};
+    Printer printer{with(scratch)};
     ASSERT_TRUE(printer.isReady());
     Port port{scratch / "port"};
     port.say("40 ||||||||");
@@ -229,10 +159,10 @@ TEST(Program, AKillLosesAtMostTheOpenDocument) {
     port.say("42 b|1000|100|0|M");
     EXPECT_EQ(printer.end(SIGKILL), -SIGKILL);
   }
-  Printer printer{scratch, with(scratch)};
+  Printer printer{with(scratch)};
   ASSERT_TRUE(printer.isReady()) << "the link that the killed printer left behind is replaced";
-  EXPECT_NE(printer.paper().find("FACTURA:                        00000002"), std::string::npos);
-  EXPECT_NE(printer.paper().find("DOCUMENTO ANULADO"), std::string::npos);
+  EXPECT_TRUE(contains(printer.output(), "FACTURA:                        00000002"));
+  EXPECT_TRUE(contains(printer.output(), "DOCUMENTO ANULADO"));
   Port port{scratch / "port"};
   EXPECT_EQ(port.say("38 *"), "0|0|2|0|0|0");
   EXPECT_EQ(port.say("39 X|S").substr(0, 5), "1.00|");
@@ -240,26 +170,26 @@ TEST(Program, AKillLosesAtMostTheOpenDocument) {
 }
 
 TEST(Program, ACloseThatCannotBeSavedIsRefusedAndTold) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, with(scratch, {"--log", scratch / "log"})};
+  const Scratch scratch;
+  Printer printer{with(scratch, {"--log", scratch / "log"})};
   ASSERT_TRUE(printer.isReady());
   Port port{scratch / "port"};
   port.say("48");
   std::filesystem::remove(scratch / "state.json");
   std::filesystem::create_directory(scratch / "state.json");
   EXPECT_EQ(port.say("4A"), "ERROR 25 MEMORIA FISCAL NO SE PUEDE GRABAR");
-  EXPECT_NE(printer.errors().find("zentaro-printer: --state: "), std::string::npos) << printer.errors();
-  EXPECT_NE(bench::read(scratch / "log").find("\"event\":\"unsaved\""), std::string::npos);
+  EXPECT_TRUE(contains(printer.errors(), "zentaro-printer: --state: ")) << printer.errors();
+  EXPECT_TRUE(contains(scratch.read("log"), "\"event\":\"unsaved\""));
   std::filesystem::remove(scratch / "state.json");
   EXPECT_EQ(port.say("4A"), "00000001");
 }
 
 TEST(Program, ControlClientsCannotUseUpTheDescriptors) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, with(scratch, {"--control", scratch / "control"})};
+  const Scratch scratch;
+  Printer printer{with(scratch, {"--control", scratch / "control"})};
   ASSERT_TRUE(printer.isReady());
   const rlimit few{24, 24};
-  ASSERT_EQ(::prlimit(printer.process(), RLIMIT_NOFILE, &few, nullptr), 0);
+  ASSERT_EQ(::prlimit(printer.id(), RLIMIT_NOFILE, &few, nullptr), 0);
   std::vector<Descriptor> clients;
   bool isRefused = false;
   while (!isRefused && clients.size() < 30) {
@@ -274,10 +204,10 @@ TEST(Program, ControlClientsCannotUseUpTheDescriptors) {
 }
 
 TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
-  const bench::Scratch scratch;
+  const Scratch scratch;
   int last = 0;
   for (int round = 0; round < 12; ++round) {
-    Printer printer{scratch, with(scratch, {"--quiet"})};
+    Printer printer{with(scratch, {"--quiet"})};
     ASSERT_TRUE(printer.isReady()) << printer.errors();
     Port port{scratch / "port"};
     const std::string number = port.say("48");
@@ -286,8 +216,7 @@ TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
     port.say("4A");
     // Two dozen commands on their way, and the kill somewhere among them.
     std::string flood;
-    for (int pair = 0; pair < 12; ++pair)
-      flood += bench::commandFrame('"', "48", {}) + bench::commandFrame('"', "4A", {});
+    for (int pair = 0; pair < 12; ++pair) flood += commandFrame('"', "48") + commandFrame('"', "4A");
     EXPECT_GT(::write(port.get(), flood.data(), flood.size()), 0);
     readFor(port.get(),
             [&](const std::string& text) { return text.size() >= static_cast<std::size_t>(round) * 20 + 1; });
@@ -296,8 +225,8 @@ TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
 }
 
 TEST(Program, TheLineOutlivesItsHosts) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, with(scratch)};
+  const Scratch scratch;
+  Printer printer{with(scratch)};
   ASSERT_TRUE(printer.isReady());
   for (int host = 0; host < 3; ++host) EXPECT_EQ(Port{scratch / "port"}.say("80"), "ZPV0000001");
   {
@@ -313,8 +242,8 @@ TEST(Program, TheLineOutlivesItsHosts) {
 }
 
 TEST(Program, TheLineOverTcpServesOneHostAtATime) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, {"--tcp", "0", "--clock", "2026-01-31T10:00"}};
+  const Scratch scratch;
+  Printer printer{{"--tcp", "0", "--clock", "2026-01-31T10:00"}};
   ASSERT_TRUE(printer.isReady()) << printer.errors();
   ASSERT_TRUE(printer.errors().starts_with("ready: 127.0.0.1:")) << printer.errors();
   const int number = std::stoi(printer.errors().substr(17));
@@ -326,13 +255,13 @@ TEST(Program, TheLineOverTcpServesOneHostAtATime) {
     EXPECT_EQ(::read(second.get(), &byte, 1), 0) << "refused";
     EXPECT_EQ(first.say("80"), "ZPV0000001");
   }
-  EXPECT_NE(printer.errors().find("refused: 127.0.0.1:"), std::string::npos);
+  EXPECT_TRUE(contains(printer.errors(), "refused: 127.0.0.1:"));
   EXPECT_EQ(Port{number}.say("59"), "260131|100000") << "the clock stands still";
 }
 
 TEST(Program, AHostThatHoldsTheLockKeepsThePort) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, with(scratch)};
+  const Scratch scratch;
+  Printer printer{with(scratch)};
   ASSERT_TRUE(printer.isReady());
   const Port host{scratch / "port"};
   ASSERT_EQ(::flock(host.get(), LOCK_EX | LOCK_NB), 0);
@@ -344,21 +273,20 @@ TEST(Program, AHostThatHoldsTheLockKeepsThePort) {
 }
 
 TEST(Program, AfterAHangUpTheLinkLeadsToANewDevice) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, with(scratch, {"--fault", "hang-up=0.1 on serial"})};
+  const Scratch scratch;
+  Printer printer{with(scratch, {"--fault", "hang-up=0.1 on serial"})};
   ASSERT_TRUE(printer.isReady());
   const std::filesystem::path before = std::filesystem::read_symlink(scratch / "port");
   Port port{scratch / "port"};
   EXPECT_EQ(port.say("59").size(), 13U);
   EXPECT_EQ(port.say("80"), "no answer");
-  EXPECT_TRUE(eventually([&] { return bench::split(printer.errors(), '\n').size() == 4; }))
-      << printer.errors();
+  EXPECT_TRUE(eventually([&] { return split(printer.errors(), '\n').size() == 4; })) << printer.errors();
   EXPECT_EQ(Port{scratch / "port"}.say("80"), "ZPV0000001");
 }
 
 TEST(Program, FaultsAreSwitchedOnBothControlChannels) {
-  const bench::Scratch scratch;
-  Printer printer{scratch, with(scratch, {"--control", scratch / "control", "--log", scratch / "log"})};
+  const Scratch scratch;
+  Printer printer{with(scratch, {"--control", scratch / "control", "--log", scratch / "log"})};
   ASSERT_TRUE(printer.isReady());
   Port port{scratch / "port"};
   printer.type("fault paper-out\n");
@@ -367,9 +295,11 @@ TEST(Program, FaultsAreSwitchedOnBothControlChannels) {
   EXPECT_EQ(tell(scratch / "control", "faults"), "paper-out always (in force)\nok\n");
   EXPECT_EQ(tell(scratch / "control", "clear"), "ok all faults cleared\n");
   EXPECT_EQ(port.say("48"), "00000001");
-  const std::string log = bench::read(scratch / "log");
-  EXPECT_NE(log.find("\"event\":\"fault\",\"name\":\"paper-out always\""), std::string::npos) << log;
-  EXPECT_EQ(bench::split(log, '\n').size(), 6U) << "two commands, two answers, one fault";
+  const std::string log = scratch.read("log");
+  EXPECT_TRUE(contains(log, "\"event\":\"fault\",\"name\":\"paper-out always\"")) << log;
+  EXPECT_EQ(split(log, '\n').size(), 6U) << "two commands, two answers, one fault";
   printer.type("quit\n");
-  EXPECT_EQ(printer.end(0), 0);
+  EXPECT_EQ(printer.end(), 0);
 }
+
+}  // namespace printer::program_test

@@ -5,10 +5,9 @@
 #include "device/commands.h"
 #include "fiscal/books_json.h"
 
-using bench::Till;
-using namespace printer;
+namespace printer::random_test {
 
-namespace {
+using bench::Till;
 
 class MadTill {
  public:
@@ -47,7 +46,7 @@ void check(const Till& till, const std::string& frame, const std::string& comman
   const std::string body = frame.substr(0, frame.find('\x03'));
   EXPECT_EQ(body.find("\x1C\x1C"), std::string::npos) << command << ": an empty field";
   EXPECT_NE(body.back(), '\x1C') << command << ": an empty field";
-  const std::vector<std::string> parts = bench::split(body, '\x1C');
+  const std::vector<std::string> parts = zentaro::testing::split(body, '\x1C');
   const bool isRefused = (std::stoul(parts.at(2), nullptr, 16) & 0x8000U) != 0;
   EXPECT_EQ(body.find("ERROR") != std::string::npos, isRefused)
       << command << ": the word and the bit go together";
@@ -56,8 +55,6 @@ void check(const Till& till, const std::string& frame, const std::string& comman
   EXPECT_TRUE(books == till.lastSaved || till.lastSaved == Books{})
       << command << ": not saved before the answer";
 }
-
-}  // namespace
 
 TEST(MadTill, BreaksNothing) {
   for (unsigned seed = 1; seed <= 20; ++seed) {
@@ -72,3 +69,5 @@ TEST(MadTill, BreaksNothing) {
     EXPECT_TRUE(booksFromJson(toJson(till.lastSaved)) == till.lastSaved) << "seed " << seed;
   }
 }
+
+}  // namespace printer::random_test

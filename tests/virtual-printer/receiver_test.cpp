@@ -3,12 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "bytes.h"
+#include "support/bytes.h"
 
-using namespace printer;
-using bench::bytes;
+namespace printer::receiver_test {
 
-namespace {
+using zentaro::testing::bytes;
 
 // One letter each: C and the code for a command, R for a reset. Ignored bytes are counted, not listed.
 struct Heard {
@@ -60,8 +59,6 @@ const std::vector<Row>& rows() {
   return table;
 }
 
-}  // namespace
-
 TEST(Receiver, FindsCommandsAndResetsAmongNoise) {
   for (const Row& row : rows()) {
     Receiver receiver;
@@ -90,7 +87,7 @@ TEST(Receiver, PiecesMakeNoDifference) {
 }
 
 TEST(Receiver, ChecksumOfALongCommandHasFiveDigits) {
-  const std::string frame = bench::commandFrame('"', "49", {std::string(700, 'z')});
+  const std::string frame = zentaro::testing::commandFrame('"', "49 " + std::string(700, 'z'));
   ASSERT_EQ(frame[frame.size() - 6], '\x03');
   Receiver receiver;
   Heard heard;
@@ -108,3 +105,5 @@ TEST(Receiver, EndlessNoiseIsForgottenAndTheNextCommandFound) {
   EXPECT_EQ(heard.what, "CH");
   EXPECT_EQ(heard.ignored, 100'000U);
 }
+
+}  // namespace printer::receiver_test

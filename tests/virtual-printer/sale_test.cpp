@@ -1,14 +1,12 @@
 // Invoices and credit notes as a till lives them: what is accepted, what is refused, and the sums on the way.
 #include "bench.h"
 
-using bench::Till;
+namespace printer::sale_test {
 
-namespace {
+using bench::Till;
 
 constexpr const char* openInvoice = "40 Juan|V12345678|||||||";
 constexpr const char* openCreditNote = "40 Juan|V12345678|1|ZPV0000007|261124|150400|D||";
-
-}  // namespace
 
 TEST(Sale, AnInvoiceFromOpeningToChange) {
   Till till;
@@ -59,71 +57,28 @@ TEST(Sale, RefusesWhatIsOutOfOrder) {
     std::string before;
     const char* refused;
   } rows[] = {
-      {"nothing open", nothingOpen, R"(
-          41 x|S => !03
-          42 Cafe|1000|100|1600|M => !03
-          43 | => !03
-          44 |100|T => !03
-          44 |100|D => !03
-          44 |0|C => !03
-          45 T => !03
-          49 x => !03
-          4A => !03)"},
+      {"nothing open", nothingOpen,
+       "41 x|S; 42 Cafe|1000|100|1600|M; 43 |; 44 |100|T; 44 |100|D; 44 |0|C; 45 T; 49 x; 4A => !03"},
       {"an invoice without items", open, R"(
-          40 |||||||| => !04
-          48 => !04
-          49 x => !04
-          4A => !04
-          4B => !04
-          39 Z => !04
-          39 X|S => !04
-          3A 00000001|00000009| => !04
-          58 260101|120000 => !04
-          5D 1|x => !04
-          44 |100|T => !12
-          44 |100|D => !12
-          45 T => !12)"},
+          40 ||||||||; 48; 49 x; 4A; 4B; 39 Z; 39 X|S; 3A 00000001|00000009|; 58 260101|120000; 5D 1|x => !04
+          44 |100|T; 44 |100|D; 45 T => !12)"},
       {"an invoice with an item", withItem, R"(
-          44 |0|T => !06
-          44 |-5|T => !06
+          44 |0|T; 44 |-5|T; 44 |0|D; 45 U|-1 => !06
           44 |101|D => !08
-          44 |0|D => !06
-          44 |100|X => !02
-          44 ||T => !02
-          44 |1O0|T => !02
-          45 T => !11
-          45 A => !11
-          45 t => !14
-          45 X => !14
-          45 U => !15
-          45 U|0 => !15
-          45 T|100 => !15
-          45 U|117 => !15
-          45 U|-1 => !06)"},
+          44 |100|X; 44 ||T; 44 |1O0|T => !02
+          45 T; 45 A => !11
+          45 t; 45 X => !14
+          45 U; 45 U|0; 45 T|100; 45 U|117 => !15)"},
       {"payment begun", paying, R"(
-          42 Cafe|1000|100|1600|M => !09
-          44 |10|D => !09
-          45 T => !11
-          45 B|50 => !11)"},
-      {"paid", paid, R"(
-          44 |1|T => !10
-          40 |||||||| => !04)"},
+          42 Cafe|1000|100|1600|M; 44 |10|D => !09
+          45 T; 45 B|50 => !11)"},
+      {"paid", paid, "44 |1|T => !10\n40 |||||||| => !04"},
       {"partially closed", partial, R"(
-          42 Cafe|1000|100|1600|M => !16
-          43 | => !16
-          44 |1|T => !16
-          44 |0|C => !16
-          45 T => !16
-          45 A => !16
+          42 Cafe|1000|100|1600|M; 43 |; 44 |1|T; 44 |0|C; 45 T; 45 A => !16
           45 E|100 => !15
           40 |||||||| => !04)"},
-      {"a non-fiscal document", nonFiscal, R"(
-          40 |||||||| => !04
-          41 x|S => !04
-          42 Cafe|1000|100|1600|M => !04
-          43 | => !04
-          45 T => !04
-          39 Z => !04)"},
+      {"a non-fiscal document", nonFiscal,
+       "40 ||||||||; 41 x|S; 42 Cafe|1000|100|1600|M; 43 |; 45 T; 39 Z => !04"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -136,22 +91,20 @@ TEST(Sale, RefusesWhatIsOutOfOrder) {
 TEST(Sale, RefusesItemsThatAreMalformedOrTooLarge) {
   Till till;
   till.dialogue(std::string{openInvoice} + R"(
-    42 Cafe|0|100|1600|M => !06
-    42 Cafe|-1000|100|1600|M => !06
-    42 Cafe|1000|-100|1600|M => !06
-    42 Cafe|1000000000|100|1600|M => !06
-    42 Cafe|1000|1000000000000|1600|M => !06
-    42 Cafe|1000|100|10000|M => !06
-    42 Cafe|1000|100|4294968896|M => !06
+    42 Cafe|0|100|1600|M; 42 Cafe|-1000|100|1600|M; 42 Cafe|1000|-100|1600|M; 42 Cafe|1000000000|100|1600|M => !06
+    42 Cafe|1000|1000000000000|1600|M; 42 Cafe|1000|100|10000|M; 42 Cafe|1000|100|4294968896|M => !06
     42 Cafe|999999999|999999999999|0|M => !06
-    42 Cafe|1.5|100|1600|M => !02
-    42 Cafe|1000||1600|M => !02
-    42 Cafe|1000|100 => !02
-    42 Cafe|1000|100|1600|X => !02
+    42 Cafe|1.5|100|1600|M; 42 Cafe|1000||1600|M; 42 Cafe|1000|100; 42 Cafe|1000|100|1600|X; 42 => !02
     42 Cafe|12345678901234567890|100|1600|M => !02
-    42 => !02
     42 Regalo|1000|0|1600|M => 0
     45 T => 00000001|0|0)");
+}
+
+TEST(Sale, ADiscountMayTakeAll) {
+  Till till;
+  till.dialogue(std::string{openInvoice} +
+                "\n42 Cafe|1000|100|1600|M => 116\n44 |100|D => 0|0\n45 T => 00000001|0|0");
+  EXPECT_TRUE(bench::contains(till.paper(), "BI G (16,00%)")) << "also of nothing";
 }
 
 TEST(Sale, ThreeRatesADayAndTheFourthIsRefusedUntilTheClosing) {
@@ -254,7 +207,7 @@ TEST(Sale, ACancelledDocumentUsesItsNumberAndNothingElse) {
 }
 
 TEST(Sale, ResetCancelsWhatIsOpenInAnyPhaseAndAnswersNothing) {
-  const std::string reset = bench::bytes("<07><08><09><0A><0B><0C><0D><0E><0F><10><11>");
+  const std::string reset = zentaro::testing::bytes("<07><08><09><0A><0B><0C><0D><0E><0F><10><11>");
   for (const char* rows :
        {"48\n49 x", "40 ||||||||\n42 a|1000|100|0|M", "40 ||||||||\n42 a|1000|100|0|M\n44 |100|T",
         "40 ||||||||\n42 a|1000|100|0|M\n44 |100|T\n45 A"}) {
@@ -286,3 +239,5 @@ TEST(Sale, StatusBitsFollowTheDocument) {
               std::string{row.command} == "A0" || std::string{row.command} == "99" ? "0100" : "0000");
   }
 }
+
+}  // namespace printer::sale_test

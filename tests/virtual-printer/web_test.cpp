@@ -9,7 +9,8 @@
 #include "web/guard.h"
 #include "web/inbox.h"
 
-using namespace printer;
+namespace printer::web_test {
+
 using namespace std::chrono_literals;
 
 TEST(Web, AddressesAreReadOrRefused) {
@@ -60,3 +61,5 @@ TEST(Web, JobsAreDoneByTheLoopOrGivenUpAtItsEnd) {
   inbox.close();
   page.join();
 }
+
+}  // namespace printer::web_test

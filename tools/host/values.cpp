@@ -73,7 +73,8 @@ Variant doubleOf(const Json& json, const ObjectTable& /*objects*/) {
 
 Variant objectOf(const Json& json, const ObjectTable& objects) {
   const auto id = json.find("object");
-  const bool fits = id != json.end() && id->is_number_integer() && *id <= std::numeric_limits<int>::max();
+  const bool fits =
+      id != json.end() && id->is_number_integer() && *id >= 0 && *id <= std::numeric_limits<int>::max();
   const Object* object = fits ? objects.find(id->get<int>()) : nullptr;
   if (object == nullptr) throw invalidParameters("no such object, or it was released: " + jsonLine(json));
   return *object;

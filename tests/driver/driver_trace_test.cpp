@@ -1,11 +1,11 @@
 // The driver trace: when it is on, and what stands in its file.
+#include "serial/driver_trace.h"
+
 #include "automation/automation_error.h"
 #include "driver/driver_fixture.h"
-#include "serial/driver_trace.h"
 #include "serial/trace_text.h"
 
-namespace zentaro::testing {
-namespace {
+namespace zentaro::testing::driver_trace_test {
 
 using modCOMM::CommClose;
 using modCOMM::CommRead;
@@ -115,5 +115,4 @@ TEST_F(DriverTrace, DumpBreaksAfterSixteenCharactersAndShowsCodesOfTheCodePage) 
             u"00 1F 7F 80 3F " + std::u16string(33, u' ') + u"..\x7F\u20AC\u4E2D");
 }
 
-}  // namespace
-}  // namespace zentaro::testing
+}  // namespace zentaro::testing::driver_trace_test

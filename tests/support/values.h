@@ -7,6 +7,7 @@
 
 #include "automation/automation_error.h"
 #include "support/fakes.h"
+#include "text/unicode.h"
 
 namespace zentaro::testing {
 
