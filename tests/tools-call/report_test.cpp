@@ -23,7 +23,7 @@ TEST_F(Reports, ShowTheFiguresOfTheDayAsTableAndAsJson) {
   const testing::Ran table = on("cierre", "X");
   EXPECT_EQ(table.status, 0);
   EXPECT_TRUE(
-      contains(table.output, "\n  BaseGravable1                     10.0000  Taxable base, rate 1.\n"))
+      contains(table.output, "\n  Taxable base, rate 1                             10.00  BaseGravable1\n"))
       << table.output;
   const Json figures = Json::parse(on("cierre", "z --json").output)["ResultadoCierre"];
   EXPECT_EQ(figures["Impuesto1"], "1.6000");

@@ -119,7 +119,6 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
       {{"--lang", "es", "--frobnicate"}, "sobra este argumento: --frobnicate"},
       {{"--lang=es", "--seed"}, "--seed: falta N"},
       {{"--lang=es", "--fault", "delay=1=\x1B[2J"}, "se espera un solo valor detrás de \"delay\""},
-      {{"--temporary", "--paper", "x.txt"}, "--paper excludes --temporary"},
       {{"--paper", "x.pdf"}, "must end in .txt, .svg or .html"},
       {{"--link", precious}, "there is a file"},
       {{"--state", precious}, "it is not JSON"},

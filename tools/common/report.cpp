@@ -5,6 +5,7 @@
 
 #include "automation/description.h"
 #include "common/guarded.h"
+#include "common/record_words.h"
 #include "common/show.h"
 #include "terminal/language.h"
 
@@ -39,7 +40,7 @@ void showRecords(const std::vector<Object>& records, const ReportOptions& option
     if (options.isJson)
       page[name] = valueJson(record);
     else
-      std::cout << name << '\n' << recordTable(record, "  ");
+      std::cout << name << '\n' << recordTable(recordRows(record));
   }
   page["virtual"] = isVirtual;
   if (options.isJson)

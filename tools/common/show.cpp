@@ -1,11 +1,9 @@
 // Values and answers as text and JSON.
 #include "common/show.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "automation/conversions.h"
-#include "automation/description.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
 #include "util/lm_hex_str.h"
@@ -29,14 +27,6 @@ bool isValue(const Member& member) {
 
 Variant memberValue(const Object& record, const Member& member) {
   return member.thunk(record.instance(), {});
-}
-
-template <class Add>
-void forEachValue(const Object& record, const Add& add) {
-  if (record.isNothing()) return;
-  for (const Member& member : record.description().members) {
-    if (isValue(member)) add(member, memberValue(record, member));
-  }
 }
 
 std::string recordText(const Object& record) {
@@ -71,22 +61,13 @@ Json arrayJson(const Array& array) {
   return json;
 }
 
-std::string padded(const std::string& text, std::size_t width) {
-  return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
 }  // namespace
 
-std::string recordTable(const Object& record, std::string_view indent) {
-  constexpr std::size_t nameWidth = 22, valueWidth = 19;  // the longest name and an ISO date
-  std::string table;
-  forEachValue(record, [&](const Member& member, const Variant& value) {
-    std::string name(member.name);
-    name.resize(std::max(nameWidth, name.size()), ' ');
-    table += std::string(indent) + name + padded(valueText(value), valueWidth) + "  " +
-             std::string(member.help) + "\n";
-  });
-  return table;
+void forEachValue(const Object& record, const std::function<void(const Member&, const Variant&)>& add) {
+  if (record.isNothing()) return;
+  for (const Member& member : record.description().members) {
+    if (isValue(member)) add(member, memberValue(record, member));
+  }
 }
 
 std::string valueText(const Variant& value) {

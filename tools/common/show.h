@@ -1,9 +1,11 @@
 // Values, outcomes and answers as people and scripts see them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
+#include "automation/description.h"
 #include "automation/variant.h"
 #include "common/json.h"
 #include "printer/czentaro.h"
@@ -17,8 +19,8 @@ std::string valueText(const Variant& value);
 /// object for a record.
 Json valueJson(const Variant& value);
 
-/// What a record holds, one value a line behind `indent`: name, value, and what it is.
-std::string recordTable(const Object& record, std::string_view indent);
+/// Calls `add` with each member of the record that holds a value, and the value.
+void forEachValue(const Object& record, const std::function<void(const Member&, const Variant&)>& add);
 
 /// "0 OK", "1 TIEMPO AGOTADO".
 std::string outcomeLine(ENVERR_CODES outcome);

@@ -15,7 +15,8 @@ namespace {
 constexpr int longestStart = 10000;  // milliseconds; a busy machine may take a while
 
 std::vector<std::string> wordsWith(const std::vector<std::string>& options) {
-  std::vector<std::string> words{companionProgram("zentaro-printer"), "--quiet", "--temporary"};
+  std::vector<std::string> words{companionProgram("zentaro-printer"), "--quiet", "--temporary", "--lang"};
+  words.emplace_back(terminal::say("es", "en"));
   words.insert(words.end(), options.begin(), options.end());
   return words;
 }
@@ -29,13 +30,14 @@ VirtualPrinter::VirtualPrinter(const std::vector<std::string>& options) : proces
 }
 
 void VirtualPrinter::waitUntilReady() {
-  constexpr std::string_view ready = "ready: ";
+  constexpr std::string_view ready = "ready: ", page = "page: ";
   std::string said, line;
   while (process_.readErrorLine(line, longestStart)) {
     if (line.starts_with(ready)) {
       device_ = line.substr(ready.size());
       return;
     }
+    if (line.starts_with(page)) page_ = line.substr(page.size());
     said += line + "\n";
   }
   throw std::runtime_error(terminal::say(

@@ -17,6 +17,8 @@ class VirtualPrinter {
 
   /// The path by which its line is opened.
   std::string device() const { return device_.string(); }
+  /// The address of its page, when the options asked for one.
+  const std::string& page() const { return page_; }
   /// The documents printed so far, as text.
   std::string paper() const;
 
@@ -25,6 +27,7 @@ class VirtualPrinter {
 
   ChildProcess process_;
   std::filesystem::path device_;  // in a folder of the printer's own, which it removes at its end
+  std::string page_;
 };
 
 }  // namespace zentaro::tools

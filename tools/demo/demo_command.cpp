@@ -1,59 +1,37 @@
-// Each call with its outcome, then the paper.
+// Each call with its outcome, the paper, and what to try next.
 #include "demo/demo_command.h"
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <iostream>
+#include <limits>
+#include <memory>
 
 #include "common/connection.h"
 #include "common/guarded.h"
+#include "common/record_words.h"
 #include "common/show.h"
+#include "demo/chapters.h"
+#include "demo/stage.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
+#include "terminal/layout.h"
 
 namespace zentaro::tools {
 
+using terminal::Colour;
+using terminal::say;
+
 namespace {
 
-struct Step {
-  std::string_view member;
-  std::vector<Variant> arguments;
+struct Options {
+  std::string paper;  // a file for the pictures
+  std::string web;    // where the page is, or empty for the printer's usual place
+  bool hasPage = false;
 };
 
-struct Chapter {
-  std::string_view title;
-  std::vector<Step> steps;
-};
-
-std::vector<Chapter> chapters(const Variant& serial) {
-  const Variant date = "2026-03-15";
-  return {
-      {"The printer",
-       {{"GetStatusN", {}},
-        {"SerialImpresora", {}},
-        {"SetDateTime", {"2026-03-15 14:05:00"}},
-        {"GetDateTime", {}}}},
-      {"An invoice, partly paid in foreign currency",
-       {{"IniciarFactura", {"Inversiones Peñalver, C.A.", "J-30123456-7"}},
-        {"PasarLineaFactura", {"Café molido 500 g", 12.5, 2, 16}},
-        {"PasarLineaFactura", {"Jamón ahumado", 14.4, 0.75, 16}},
-        {"PasarLineaFactura", {"Azúcar 1 kg", 3.2, 1.5, 0}},
-        {"RegistrarDescuentoExt", {2, "Cliente frecuente"}},
-        {"Subtotal", {}},
-        {"PagoConMedio", {"Divisas", 30}},
-        {"RecibirPago", {20}},
-        {"CerrarComprobanteIGTF", {"T", 30}}}},
-      {"A credit note that refers to it",
-       {{"IniciarDevolucion", {"Inversiones Peñalver, C.A.", "J-30123456-7", 1, serial, date, "14:05:00"}},
-        {"PasarLineaDevolucion", {"Azúcar 1 kg", 3.2, 1.5, 0}},
-        {"CerrarComprobante", {}}}},
-      {"A cheque",
-       {{"LlenarCheque", {1500, "JOSE PEREZ", date}},
-        {"EndosarCheque", {"Ana Rojas", "V-12345678", "0212-5551234"}}}},
-      {"The end of the day",
-       {{"GetStatusHASAR", {}},
-        {"PerformReturnCierre", {0}},
-        {"PerformReturnCierre", {1}},
-        {"ReporteMemoriaPorNumero", {1, 1}}}}};
-}
-
-std::string callText(const Step& step) {
+std::string callText(const DemoStep& step) {
   std::string arguments;
   for (const Variant& argument : step.arguments) {
     const bool isText = argument.is(Variant::Kind::Text);
@@ -64,47 +42,137 @@ std::string callText(const Step& step) {
 }
 
 // What a call gives besides its outcome: a record as a table, a text or date behind "=".
-void showResult(const Variant& result) {
+void showResult(const Variant& result, Stage& stage) {
   if (result.is(Variant::Kind::Object)) {
-    std::cout << recordTable(result.object(), "    ");
+    for (const RecordRow& row : recordRows(result.object()))
+      stage.show(Colour::None,
+                 "    " + terminal::padded(std::string(row.words), 35) + terminal::paddedLeft(row.value, 12));
   } else if (result.is(Variant::Kind::Text) || result.is(Variant::Kind::Date)) {
-    std::cout << "  = " << valueText(result) << '\n';
+    stage.show(Colour::None, "  = " + valueText(result));
   }
 }
 
-bool take(Step step, Connection& connection) {
-  std::cout << callText(step) << std::flush;
+bool take(DemoStep step, Connection& connection, Stage& stage) {
+  stage.show(Colour::Cyan, callText(step));
   const Variant result = connection.object().call(step.member, step.arguments);
   const ENVERR_CODES outcome = connection.printer().nEnvironmentError;
-  std::cout << "\n  " << outcomeLine(outcome) << '\n';
-  if (outcome == ENVERR_OK) {
-    showResult(result);
-  } else {
-    std::cout << answerText(connection.printer());
-  }
+  stage.show(outcome == ENVERR_OK ? Colour::Green : Colour::Red, "  " + outcomeLine(outcome));
+  if (outcome == ENVERR_OK)
+    showResult(result, stage);
+  else
+    stage.show(Colour::Red, "  " + terminal::harmless(utf8(connection.printer().sLastError)));
   return outcome == ENVERR_OK;
 }
 
-int run() {
-  PortOptions options;
-  options.isVirtual = true;
-  Connection connection(options);
-  for (const Chapter& chapter : chapters(connection.printer().SerialImpresora())) {
-    std::cout << "\n-- " << chapter.title << '\n';
-    for (const Step& step : chapter.steps) {
-      if (Interruption::isRequested() || !take(step, connection)) return exitRefused;
-    }
+bool play(const DemoChapter& chapter, Connection& connection, Stage& stage, bool showsPaper) {
+  const std::size_t before = connection.virtualPrinter()->paper().size();
+  stage.begin(chapter.title);
+  bool isGood = true;
+  for (const DemoStep& step : chapter.steps)
+    isGood = isGood && !Interruption::isRequested() && take(step, connection, stage);
+  const std::string paper = connection.virtualPrinter()->paper();
+  stage.end(showsPaper && paper.size() > before ? paper.substr(before) : "");
+  return isGood;
+}
+
+// Waits for Enter where somebody can press it; a signal ends the wait, too.
+void waitForEnter(std::string_view spanish, std::string_view english) {
+  if (::isatty(STDIN_FILENO) == 0) return;
+  std::cout << '\n' << say(spanish, english) << std::flush;
+  constexpr int glance = 300;  // milliseconds
+  pollfd watched{STDIN_FILENO, POLLIN, 0};
+  while (!Interruption::isRequested()) {
+    if (::poll(&watched, 1, glance) <= 0) continue;
+    std::cin.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    return;
   }
-  std::cout << "\n-- The paper\n\n" << connection.virtualPrinter()->paper() << '\n';
+}
+
+void sayWhatNext(const Options& options) {
+  std::cout << '\n' << virtualNotice() << '\n';
+  if (!options.paper.empty())
+    std::cout << say("El papel está en {}\n", "The paper is in {}\n", {terminal::harmless(options.paper)});
+  std::cout << terminal::coloured(Colour::Strong, say("\nPara seguir:\n\n", "\nWhat to try next:\n\n"))
+            << say(R"(  zentaro printer --web         la impresora en una página, con sus fallas
+  zentaro demo --web            este mismo día en esa página
+  zentaro demo --paper dia.html el papel como imagen
+
+Una venta de verdad, y la misma cuando la respuesta se pierde en el cable:
+
+  echo '{"documento": "factura", "pagos": [{"monto": 2}], "renglones":
+    [{"descripcion": "Pan", "precio": 1, "impuesto": 16}]}' > venta.json
+  zentaro sale venta.json --virtual
+  zentaro sale venta.json --fault "lose-answer on close" --timeout 1
+
+Con la impresora fiscal en el cable: zentaro doctor
+)",
+                   R"(  zentaro printer --web         the printer on a web page, with its faults
+  zentaro demo --web            this same day on that page
+  zentaro demo --paper day.html the paper as a picture
+
+A sale of your own, and the same when its answer is lost on the line:
+
+  echo '{"document": "invoice", "payments": [{"amount": 2}], "items":
+    [{"description": "Bread", "price": 1, "tax": 16}]}' > sale.json
+  zentaro sale sale.json --virtual
+  zentaro sale sale.json --fault "lose-answer on close" --timeout 1
+
+With the fiscal printer on the line: zentaro doctor
+)");
+}
+
+// On the page one watches it print, so the printer takes the time of a real one.
+std::vector<std::string> printerWords(const Options& options) {
+  std::vector<std::string> words;
+  if (!options.paper.empty()) words = {"--paper", options.paper};
+  if (!options.hasPage) return words;
+  words.insert(words.end(), {"--realtime", "--open", "--web"});
+  if (!options.web.empty()) words.push_back(options.web);
+  return words;
+}
+
+int run(const Options& options) {
+  PortOptions port;
+  port.isVirtual = true;
+  Connection connection(port, printerWords(options));
+  if (options.hasPage) {
+    std::cout << say("La impresora está en {}\n", "The printer is at {}\n",
+                     {terminal::harmless(connection.virtualPrinter()->page())});
+    waitForEnter("Ábrala, y pulse Enter para empezar. ", "Open it, and press Enter to begin. ");
+  }
+  Stage stage;
+  for (const DemoChapter& chapter : demoChapters(connection.printer().SerialImpresora()))
+    if (!play(chapter, connection, stage, !options.hasPage)) return exitRefused;
+  sayWhatNext(options);
+  if (options.hasPage)
+    waitForEnter("La página sigue ahí hasta que pulse Enter. ", "The page stays until you press Enter. ");
   return exitDone;
 }
 
 }  // namespace
 
 void addDemoCommand(CLI::App& app, int& status) {
+  const auto options = std::make_shared<Options>();
+  const auto text = [](std::string_view spanish, std::string_view english) {
+    return std::string(say(spanish, english));
+  };
   CLI::App* command = app.add_subcommand(
-      "demo", "An invoice, a credit note, a cheque and the end of a day, on a virtual printer");
-  command->callback([&status] { status = guarded(run); });
+      "demo", text("Un día de ventas en una impresora virtual", "A day of sales on a virtual printer"));
+  command
+      ->add_option("--paper", options->paper,
+                   text("Dibuja el papel en ARCHIVO (.txt, .svg o .html)",
+                        "Draw the paper into FILE (.txt, .svg or .html)"))
+      ->type_name(text("ARCHIVO", "FILE"));
+  CLI::Option* web = command
+                         ->add_option("--web", options->web,
+                                      text("Se ve imprimir en una página web (127.0.0.1:8210)",
+                                           "Watch it print on a web page (127.0.0.1:8210)"))
+                         ->type_name(text("[[DIRECCIÓN:]PUERTO]", "[[ADDRESS:]PORT]"))
+                         ->expected(0, 1);
+  command->callback([options, web, &status] {
+    options->hasPage = web->count() > 0;
+    status = guarded([&] { return run(*options); });
+  });
 }
 
 }  // namespace zentaro::tools

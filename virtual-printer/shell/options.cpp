@@ -101,10 +101,11 @@ void addLine(CLI::App& app, Options& options) {
          text("La línea por TCP (127.0.0.1) y no en un pseudoterminal",
               "The line over TCP (127.0.0.1), not a pseudo-terminal"))
       ->type_name(text("[DIRECCIÓN:]PUERTO", "[ADDRESS:]PORT"));
-  app.add_option("--paper", options.paper,
+  app.add_option("--paper", options.papers,
                  text("Dibuja el papel en ARCHIVO (.txt, .svg o .html)",
                       "Draw the paper into FILE (.txt, .svg or .html)"))
-      ->type_name(text("ARCHIVO", "FILE"));
+      ->type_name(text("ARCHIVO", "FILE"))
+      ->allow_extra_args(false);
   app.add_flag("--temporary", options.isTemporary,
                text("Enlace y papel en carpeta propia; se borra al final",
                     "Link and paper in a folder of its own, removed at the end"));
@@ -202,7 +203,6 @@ std::variant<Options, int> parseOptions(int count, const char* const* words) {
   try {
     app.parse(count, words);
     refuseTogether(app, {"--link", "--tcp", "--temporary"});
-    refuseTogether(app, {"--paper", "--temporary"});
   } catch (const CLI::ParseError& error) {
     return app.exit(error);
   }

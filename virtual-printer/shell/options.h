@@ -14,7 +14,8 @@ namespace printer {
 
 struct Options {
   Identity identity{{"J-00000000-0", "COMERCIO DE DEMOSTRACION, C.A.", "ZPV0000001"}, 300};
-  std::string link, state, log, control, paper;
+  std::string link, state, log, control;
+  std::vector<std::string> papers;
   std::optional<Address> tcp, web;
   bool opensBrowser = false;
   std::optional<LocalTime> clock;

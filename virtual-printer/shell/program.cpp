@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <deque>
 #include <exception>
 #include <memory>
 #include <optional>
@@ -77,7 +78,7 @@ class Program {
   Device device_;
   Engine engine_;
   RollOnScreen screen_;
-  std::optional<PaperFile> paper_;
+  std::deque<PaperFile> papers_;
   Notices notices_;
   std::optional<LogFile> log_;
   std::vector<EventWatcher*> watchers_;  // told of every event, in this order
@@ -103,7 +104,7 @@ Program::Program(const Options& options, Descriptor signals)
   if (!options.log.empty()) watchers_.push_back(&log_.emplace(options.log));
   watchers_.push_back(&notices_);
   if (!options.isQuiet) device_.roll().watch(screen_);
-  if (!options.paper.empty()) device_.roll().watch(paper_.emplace(options.paper));
+  for (const std::string& paper : options.papers) device_.roll().watch(papers_.emplace_back(paper));
   if (!options.link.empty()) link_.emplace(options.link);
   served_.push_back(&input_);
   if (!options.control.empty())
@@ -200,7 +201,7 @@ int runProgram(Options options) {
   if (options.isTemporary) {
     folder.emplace();
     options.link = folder->path() / "printer";
-    options.paper = folder->path() / "paper.txt";
+    options.papers.push_back(folder->path() / "paper.txt");
   }
   return Program{options, std::move(signals)}.run();
 }
