@@ -87,7 +87,7 @@ TEST_F(Call, IsShownByTheDemo) {
   EXPECT_EQ(ran.status, 0);
   for (const char* part : {"PasarLineaFactura(\"Café molido 500 g\", 12.5, 2, 16)\n  0 OK\n",
                            "PerformReturnCierre(1)\n  0 OK\n    Exempt sales ", "Cafe molido 500 g (G)",
-                           "| NOTA DE CREDITO", "REPORTE Z 00000001", "JOSE PEREZ"}) {
+                           "| FACTURA: ", "NOTA DE CREDITO", "REPORTE Z 00000001", "JOSE PEREZ"}) {
     EXPECT_TRUE(contains(ran.output, part)) << part << "\n" << ran.output;
   }
 }
