@@ -25,6 +25,11 @@ TEST_F(Reports, ShowTheFiguresOfTheDayAsTableAndAsJson) {
   EXPECT_TRUE(
       contains(table.output, "\n  Taxable base, rate 1                             10.00  BaseGravable1\n"))
       << table.output;
+  const testing::Ran words = on("status", "");
+  EXPECT_TRUE(contains(words.output, "Document     none open\nFiscal day   open: 1 invoices, 0 non-fiscal"))
+      << words.output;
+  EXPECT_TRUE(contains(words.output, "Paper        there is some\n"))
+      << "bits of a virtual printer are known";
   const Json figures = Json::parse(on("cierre", "z --json").output)["ResultadoCierre"];
   EXPECT_EQ(figures["Impuesto1"], "1.6000");
   EXPECT_EQ(figures["numeroUltimaFactura"], 1);

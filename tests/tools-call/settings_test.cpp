@@ -18,10 +18,10 @@ TEST_F(Settings, AreListedWithTheirSource) {
   write("settings.ini", "[config\\epsonzt]\ntimeoutzt=30\n");
   const std::string list = run("zentaro settings list | tr -s ' '").output;
   EXPECT_TRUE(contains(list, "File: " + file("settings.ini") + "\n")) << list;
-  EXPECT_TRUE(contains(list, "\nTimeOutZT 30 set time-out of an answer in whole seconds (default: 12)\n"))
+  EXPECT_TRUE(contains(list, "\nTimeOutZT 30 set\n time-out of an answer in whole seconds (default: 12)\n"))
       << list;
-  EXPECT_TRUE(contains(list, "\nDumpFile (empty) default file of the driver trace\n")) << list;
-  EXPECT_TRUE(contains(list, "\nCOM8 /dev/ttyS7 default device of serial port 8\n")) << list;
+  EXPECT_TRUE(contains(list, "\nDumpFile (empty) default\n file of the driver trace\n")) << list;
+  EXPECT_TRUE(contains(list, "\nCOM8 /dev/ttyS7 default\n device of serial port 8\n")) << list;
   EXPECT_EQ(run("zentaro settings get TimeOutzt").output, "30\n");
   EXPECT_TRUE(
       contains(run("zentaro settings list --json").output, "\"value\": \"30\",\n      \"source\": \"set\""));

@@ -39,14 +39,21 @@ std::string processName(const files::path& process) {
 // The printer's own side of a pseudo-terminal keeps its device open, too, and is in nobody's way.
 bool isVirtualPrinter(const std::string& name) { return name.starts_with("zentaro-printer"); }
 
-std::string holderOf(const files::path& device) {
+// The processes that have the device open, of which those of other users cannot be seen.
+std::vector<std::string> holdersOf(const files::path& device) {
+  std::vector<std::string> holders;
   std::error_code failed;
   for (const auto& entry : files::directory_iterator("/proc", failed)) {
     const std::string id = entry.path().filename().string();
     if (!std::ranges::all_of(id, isAsciiDigit<char>) || id == std::to_string(::getpid())) continue;
-    if (!hasOpen(entry.path(), device)) continue;
-    if (std::string name = processName(entry.path()); !isVirtualPrinter(name)) return name;
+    if (hasOpen(entry.path(), device)) holders.push_back(processName(entry.path()));
   }
+  return holders;
+}
+
+std::string holderOf(const files::path& device) {
+  for (const std::string& name : holdersOf(device))
+    if (!isVirtualPrinter(name)) return name;
   return {};
 }
 
@@ -68,6 +75,12 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
   facts.group = groupName(status.st_gid);
   facts.holder = holderOf(facts.device);
   return facts;
+}
+
+bool isVirtualPrinterOn(const std::string& device) {
+  std::error_code failed;
+  const files::path target = files::canonical(device, failed);
+  return !failed && std::ranges::any_of(holdersOf(target), isVirtualPrinter);
 }
 
 std::vector<SerialDevice> serialDevices(const std::string& root) {

@@ -14,9 +14,14 @@
 #include "interface/sent_text.h"
 #include "interface/type_names.h"
 #include "members/reference.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
+#include "terminal/layout.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -25,11 +30,23 @@ struct Options {
   bool isJson = false, isMarkdown = false;
 };
 
+// A line that the screen may be too narrow for; what follows is indented as far.
+void show(const std::string& line, std::size_t indent) {
+  for (const std::string& row : terminal::wrapped(line, terminal::screenColumns(), std::string(indent, ' ')))
+    std::cout << row << '\n';
+}
+
 void showClass(const ClassDescription& description) {
-  std::cout << qualifiedName(description) << ": " << description.help
-            << (description.create == nullptr ? " Handed out by the printer object." : "") << "\n\n";
+  const bool isHandedOut = description.create == nullptr;
+  show(qualifiedName(description) + ": " + std::string(description.help) +
+           std::string(isHandedOut
+                           ? say(" La entrega el objeto impresora.", " Handed out by the printer object.")
+                           : ""),
+       4);
+  std::cout << '\n';
   for (const auto& group : memberGroups(description)) {
-    std::cout << "  " << signature(group) << "\n      " << group.front().help << '\n';
+    show("  " + signature(group), 10);
+    show("      " + std::string(group.front().help), 6);
   }
   std::cout << '\n';
 }
@@ -42,15 +59,43 @@ void showEnumeration(const EnumerationDescription& enumeration) {
 
 void showMember(const ClassDescription& description, std::span<const Member> group) {
   const Member& member = group.front();
-  std::cout << description.name << "." << signature(group) << "\n\n  " << member.help << '\n';
+  show(std::string(description.name) + "." + signature(group), 4);
+  std::cout << '\n';
+  show("  " + std::string(member.help), 2);
   for (const Parameter& parameter : member.parameters) {
-    std::cout << "  " << parameter.name << ": " << meaning(member, parameter) << '\n';
+    show("  " + std::string(parameter.name) + ": " + meaning(member, parameter), 6);
   }
-  if (member.effect.sends()) std::cout << "  Sends " << sentText(member.effect) << '\n';
+  if (member.effect.sends()) show(std::string(say("  Envía ", "  Sends ")) + sentText(member.effect), 6);
   if (const std::string outcomes = outcomesText(member); !outcomes.empty()) {
-    std::cout << "  Outcome, " << outcomes << '\n';
+    std::cout << say("  Resultado, ", "  Outcome, ") << outcomes << '\n';
   }
   std::cout << '\n';
+}
+
+bool isPartOf(std::string_view whole, std::string_view part) {
+  return std::ranges::search(whole, part, {}, asciiLower<char>, asciiLower<char>).size() == part.size();
+}
+
+// The members, classes and enumerations whose name has this in it, a line each.
+bool showNamesWith(const std::string& part) {
+  std::vector<std::string> lines;
+  for (const ClassDescription* description : libraryClasses()) {
+    if (isPartOf(description->name, part)) lines.emplace_back(description->name);
+    for (const auto& group : memberGroups(*description))
+      if (const Member& member = group.front(); isPartOf(member.name, part))
+        lines.push_back(std::string(description->name) + "." + std::string(member.name) + ": " +
+                        std::string(member.help));
+  }
+  for (const EnumerationDescription& enumeration : libraryEnumerations())
+    for (const auto& [name, value] : enumeration.values)
+      if (isPartOf(name, part) || isPartOf(enumeration.name, part))
+        lines.push_back(std::string(enumeration.name) + ": " + std::string(name) + " = " +
+                        std::to_string(value));
+  if (lines.empty()) return false;
+  std::cout << say("Nada se llama así; lo tienen en el nombre:\n\n",
+                   "Nothing has this name; these have it in theirs:\n\n");
+  for (const std::string& line : lines) show("  " + line, 6);
+  return true;
 }
 
 // The class with these of its members.
@@ -104,20 +149,33 @@ int run(const Options& options) {
   });
   if (options.isJson) std::cout << jsonPage(all);
   if (!options.isJson) found = showEnumerations(options.name) || found;
-  if (found) return exitDone;
-  throw std::runtime_error("no class, member or enumeration \"" + options.name +
-                           "\": \"zentaro members\" lists all");
+  if (found || (!options.isJson && showNamesWith(options.name))) return exitDone;
+  throw std::runtime_error(
+      say("no hay clase, miembro ni enumeración \"{}\": \"zentaro members\" los muestra todos",
+          "no class, member or enumeration \"{}\": \"zentaro members\" lists all", {options.name}));
 }
 
 }  // namespace
 
 void addMembersCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand("members", "List the classes and members, or explain one");
-  command->add_option("NAME", options->name, "A class, member or enumeration, in any case")->type_name("");
-  CLI::Option* json =
-      command->add_flag("--json", options->isJson, "As JSON, with parameters, defaults and outcomes");
-  command->add_flag("--markdown", options->isMarkdown, "The whole reference manual")->excludes(json);
+  const auto text = [](std::string_view spanish, std::string_view english) {
+    return std::string(say(spanish, english));
+  };
+  CLI::App* command = app.add_subcommand("members", text("Muestra las clases y sus miembros, o explica uno",
+                                                         "List the classes and members, or explain one"));
+  command
+      ->add_option(text("NOMBRE", "NAME"), options->name,
+                   text("Clase, miembro o enumeración, o parte de su nombre",
+                        "A class, member or enumeration, or a part of its name"))
+      ->type_name("");
+  CLI::Option* json = command->add_flag(
+      "--json", options->isJson,
+      text("Como JSON, con parámetros y resultados", "As JSON, with parameters, defaults and outcomes"));
+  command
+      ->add_flag("--markdown", options->isMarkdown,
+                 text("Todo el manual de referencia", "The whole reference manual"))
+      ->excludes(json);
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }
 

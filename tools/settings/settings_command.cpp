@@ -1,7 +1,7 @@
 // The user's settings on the command line.
 #include "settings/settings_command.h"
 
-#include <iomanip>
+#include <array>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -11,9 +11,15 @@
 #include "common/known_settings.h"
 #include "platform/system_paths.h"
 #include "settings/settings_file.h"
+#include "terminal/harmless.h"
+#include "terminal/language.h"
+#include "terminal/layout.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {
+
+using terminal::harmless;
+using terminal::say;
 
 namespace {
 
@@ -28,7 +34,8 @@ KnownSetting settingNamed(const std::string& key) {
     if (equalIgnoringCase(setting.key, key)) return setting;
     names += " " + setting.key;
   }
-  throw std::runtime_error("no setting \"" + key + "\": there are" + names);
+  throw std::runtime_error(
+      say("ninguna clave se llama \"{}\": hay{}", "no setting \"{}\": there are{}", {key, names}));
 }
 
 std::string valueIn(const SettingsFile& file, const KnownSetting& setting) {
@@ -41,22 +48,49 @@ std::string sourceOf(const SettingsFile& file, const KnownSetting& setting) {
 
 void checkValue(const KnownSetting& setting, const std::string& value) {
   if (isAcceptable(setting, value)) return;
-  throw std::runtime_error(setting.key + " must be a whole number from " + std::to_string(setting.lowest) +
-                           " to " + std::to_string(setting.highest) + ", not \"" + value +
-                           "\"; nothing was changed");
+  throw std::runtime_error(
+      say("{} debe ser un número entero de {} a {}, no \"{}\"; nada se cambió",
+          "{} must be a whole number from {} to {}, not \"{}\"; nothing was changed",
+          {setting.key, std::to_string(setting.lowest), std::to_string(setting.highest), value}));
 }
 
-std::string shown(const std::string& value) { return value.empty() ? "(empty)" : value; }
+// The library has its meanings in English.
+std::string meaningOf(const KnownSetting& setting) {
+  struct Meaning {
+    std::string_view key, spanish;
+  };
+  constexpr auto meanings = std::to_array<Meaning>({
+      {settingTimeOut.key, "cuánto se espera por una respuesta, en segundos enteros"},
+      {settingDescriptionLength.key, "largo máximo de la descripción de un renglón, en caracteres"},
+      {settingSuppressDecimals.key,
+       "distinto de 0: un renglón con cantidad fraccionaria va como una unidad a precio x cantidad"},
+      {settingObjectTrace.key, "distinto de \"0\": todo objeto impresora deja traza desde que nace"},
+      {settingObjectTraceFile.key, "archivo de la traza del objeto"},
+      {settingDriverTrace.key, "distinto de \"0\": el driver deja traza tras una apertura fallida"},
+      {settingDriverTraceFile.key, "archivo de la traza del driver"},
+  });
+  for (const auto& [key, spanish] : meanings)
+    if (key == setting.key) return std::string(say(spanish, setting.meaning));
+  return say("dispositivo del puerto serial {}", "device of serial port {}", {setting.key.substr(3)});
+}
+
+std::string shown(const std::string& value) {
+  return value.empty() ? std::string(say("(vacío)", "(empty)")) : harmless(value);
+}
 
 void listText(const SettingsFile& file) {
-  std::cout << "File: " << file.path() << (file.exists() ? "" : " (not there yet)") << "\n";
+  std::cout << say("Archivo: ", "File: ") << harmless(file.path())
+            << (file.exists() ? "" : say(" (todavía no existe)", " (not there yet)")) << "\n";
   std::string section;
   for (const KnownSetting& setting : knownSettings()) {
     if (setting.section != section) std::cout << "\n[" << (section = setting.section) << "]\n";
-    std::cout << std::left << std::setw(22) << setting.key << std::setw(20) << shown(valueIn(file, setting))
-              << ' ' << std::setw(8) << sourceOf(file, setting) << ' ' << setting.meaning;
-    if (sourceOf(file, setting) == "set") std::cout << " (default: " << shown(setting.fallback) << ")";
-    std::cout << '\n';
+    const bool isSet = sourceOf(file, setting) == "set";
+    std::cout << terminal::padded(setting.key, 22) << terminal::padded(shown(valueIn(file, setting)), 24)
+              << (isSet ? say("  puesto", "  set") : say("  de fábrica", "  default")) << '\n';
+    std::string meaning = meaningOf(setting);
+    if (isSet) meaning += say(" (de fábrica: {})", " (default: {})", {shown(setting.fallback)});
+    for (const std::string& line : terminal::wrapped("    " + meaning, terminal::screenColumns(), "    "))
+      std::cout << line << '\n';
   }
 }
 
@@ -100,20 +134,30 @@ void addAction(CLI::App& action, const std::shared_ptr<Options>& options, int& s
 
 void addSettingsCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand("settings", "Show and change the user's settings");
+  const auto text = [](std::string_view spanish, std::string_view english) {
+    return std::string(say(spanish, english));
+  };
+  const std::string key = text("CLAVE", "KEY");
+  CLI::App* command = app.add_subcommand("settings", text("Muestra y cambia la configuración del usuario",
+                                                          "Show and change the user's settings"));
   command->require_subcommand(1);
 
-  CLI::App* listing = command->add_subcommand("list", "All settings: value, default, meaning");
-  listing->add_flag("--json", options->isJson, "As JSON");
+  CLI::App* listing = command->add_subcommand(
+      "list", text("Todas las claves: valor y significado", "All settings: value, default, meaning"));
+  listing->add_flag("--json", options->isJson, text("Como JSON", "As JSON"));
   addAction(*listing, options, status, list);
 
-  CLI::App* getting = command->add_subcommand("get", "One value");
-  getting->add_option("KEY", options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
+  CLI::App* getting = command->add_subcommand("get", text("Un valor", "One value"));
+  getting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
   addAction(*getting, options, status, get);
 
-  CLI::App* setting = command->add_subcommand("set", "Change one value in the settings file");
-  setting->add_option("KEY", options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
-  setting->add_option("VALUE", options->value, "The new value, as text")->required()->type_name("");
+  CLI::App* setting = command->add_subcommand(
+      "set", text("Cambia un valor en el archivo de configuración", "Change one value in the settings file"));
+  setting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
+  setting
+      ->add_option(text("VALOR", "VALUE"), options->value, text("El valor nuevo", "The new value, as text"))
+      ->required()
+      ->type_name("");
   addAction(*setting, options, status, set);
 }
 

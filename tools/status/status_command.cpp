@@ -1,15 +1,24 @@
 // Shows the records of two status requests.
 #include "status/status_command.h"
 
+#include <iostream>
 #include <memory>
 
 #include "common/guarded.h"
+#include "common/known_settings.h"
 #include "common/report.h"
+#include "doctor/port_facts.h"
+#include "platform/system_paths.h"
+#include "status/status_words.h"
 #include "terminal/language.h"
 
 namespace zentaro::tools {
 
 namespace {
+
+std::string deviceOf(const PortOptions& port) {
+  return port.device.empty() && port.port ? devicePath(portKey(*port.port)) : port.device;
+}
 
 int run(const ReportOptions& options) {
   Connection connection(options.port);
@@ -19,6 +28,12 @@ int run(const ReportOptions& options) {
   for (const std::string_view member : {"GetStatusN", "GetStatusHASAR"}) {
     records.push_back(askStatusRecord(connection, member));
     if (records.back().isNothing()) return exitRefused;
+  }
+  if (!options.isJson) {
+    const bool isVirtual =
+        connection.virtualPrinter() != nullptr || isVirtualPrinterOn(deviceOf(options.port));
+    std::cout << statusInWords(records[0], records[1], connection.printer(),
+                               isVirtual ? Bits::Known : Bits::Unknown);
   }
   showRecords(records, options, connection);
   return exitDone;

@@ -7,9 +7,12 @@
 
 #include "device/commands.h"
 #include "line/pty.h"
+#include "terminal/language.h"
 #include "wire/receiver.h"
 
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -22,10 +25,12 @@ void answer(const printer::Command& command, Script& script, printer::Pty& line)
   const Script::Reply reply = script.answer(command);
   line.write(reply.bytes);
   std::cerr << nameOf(command)
-            << (!reply.isRecorded     ? ": not in the trace any more, no answer"
-                : reply.bytes.empty() ? ": no answer, as in the trace"
-                                      : ": answered")
-            << "; " << script.left() << " left" << std::endl;
+            << (!reply.isRecorded
+                    ? say(": ya no está en la traza, sin respuesta", ": not in the trace any more, no answer")
+                : reply.bytes.empty()
+                    ? say(": sin respuesta, como en la traza", ": no answer, as in the trace")
+                    : say(": respondido", ": answered"))
+            << say("; quedan {}", "; {} left", {std::to_string(script.left())}) << std::endl;
 }
 
 }  // namespace

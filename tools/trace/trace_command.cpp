@@ -6,6 +6,7 @@
 
 #include "common/guarded.h"
 #include "common/read_input.h"
+#include "terminal/language.h"
 #include "trace/replay.h"
 #include "trace/trace_text.h"
 
@@ -29,15 +30,23 @@ int run(const Options& options) {
 
 void addTraceCommand(CLI::App& app, int& status) {
   const auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand("trace", "Decode a trace file, or replay it as a scripted printer");
+  const auto text = [](std::string_view spanish, std::string_view english) {
+    return std::string(terminal::say(spanish, english));
+  };
+  CLI::App* command = app.add_subcommand(
+      "trace", text("Descifra un archivo de traza, o responde como la impresora de la traza",
+                    "Decode a trace file, or replay it as a scripted printer"));
   command
-      ->add_option("FILE", options->file,
-                   "A trace of the printer object or of the driver; - for standard input")
-      ->required();
+      ->add_option(text("ARCHIVO", "FILE"), options->file,
+                   text("Una traza; - para la entrada estándar", "A trace; - for standard input"))
+      ->required()
+      ->type_name("");
   command->add_flag("--replay", options->isReplay,
-                    "Answer like the printer in the trace, on the device that is named on standard output");
+                    text("Responde como la impresora de la traza", "Answer like the printer in the trace"));
   command->footer(
-      "Exit status: 0 shown, 1 shown, but lines could not be read, 2 the file could not be read.");
+      text("Estado de salida: 0 mostrada, 1 mostrada, pero hay líneas que no se entienden,\n"
+           "2 no se pudo leer el archivo.",
+           "Exit status: 0 shown, 1 shown, but lines could not be read, 2 the file could not be read."));
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }
 

@@ -5,7 +5,11 @@
 #include <array>
 #include <optional>
 
+#include "terminal/language.h"
+
 namespace zentaro::tools {
+
+using terminal::say;
 
 namespace {
 
@@ -80,9 +84,9 @@ class Parser {
       if (line.starts_with(word)) return begin(kind, line.substr(word.size()));
     const auto bytes = bytesOf(line);
     if (!bytes)
-      report("is neither a line with a time nor a dump");
+      report(say("no es una línea con hora ni un volcado", "is neither a line with a time nor a dump"));
     else if (!isInRecord_)
-      report("is a dump that belongs to no line with a time");
+      report(say("es un volcado sin línea con hora", "is a dump that belongs to no line with a time"));
     else
       trace_.records.back().bytes += *bytes;
   }
@@ -93,10 +97,10 @@ class Parser {
     if (time)
       trace_.records.push_back({kind, line_, *time, {}});
     else
-      report("has no time such as 15-03-2024 14:05:09");
+      report(say("no tiene una hora como 15-03-2024 14:05:09", "has no time such as 15-03-2024 14:05:09"));
   }
 
-  void report(std::string problem) { trace_.malformed.push_back({line_, std::move(problem)}); }
+  void report(std::string_view problem) { trace_.malformed.push_back({line_, std::string(problem)}); }
 
   Trace trace_;
   int line_ = 0;

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "device/commands.h"
+#include "terminal/language.h"
 #include "wire/codepage.h"
 
 namespace zentaro::tools {
@@ -13,6 +14,7 @@ namespace {
 
 using Form = DecodedFrame::Form;
 using printer::hexadecimal;
+using terminal::say;
 
 std::string fieldsText(const std::vector<std::string>& fields, std::size_t first) {
   std::string text;
@@ -23,14 +25,14 @@ std::string fieldsText(const std::vector<std::string>& fields, std::size_t first
 
 std::string statusText(const std::vector<std::string>& fields) {
   const auto word = [&](std::size_t index) {
-    return index < fields.size() ? printer::utf8FromWire(fields[index]) : "none";
+    return index < fields.size() ? printer::utf8FromWire(fields[index]) : std::string(say("ninguna", "none"));
   };
-  return "  printer " + word(0) + " fiscal " + word(1);
+  return say("  impresora {} fiscal {}", "  printer {} fiscal {}", {word(0), word(1)});
 }
 
 std::string checksumText(const DecodedFrame& frame) {
-  if (frame.isChecksumGood) return "  checksum good";
-  return "  checksum BAD (" + printer::utf8FromWire(frame.checksum) + ")";
+  if (frame.isChecksumGood) return std::string(say("  suma correcta", "  checksum good"));
+  return say("  suma ERRADA ({})", "  checksum BAD ({})", {printer::utf8FromWire(frame.checksum)});
 }
 
 std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts texts) {
@@ -48,7 +50,7 @@ std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts
 
 std::string junkText(const std::string& bytes) {
   constexpr std::size_t most = 32;
-  std::string text = "no complete frame:";
+  std::string text(say("trama incompleta:", "no complete frame:"));
   for (const char byte : bytes.substr(0, most))
     text += " " + hexadecimal(static_cast<unsigned char>(byte), 2);
   return bytes.size() > most ? text + " ..." : text;
@@ -56,22 +58,25 @@ std::string junkText(const std::string& bytes) {
 
 std::string contentText(const TracedFrame& traced, Direction direction, FieldTexts texts) {
   switch (traced.frame.form) {
-    case Form::Nothing: return "nothing";
+    case Form::Nothing: return std::string(say("nada", "nothing"));
     case Form::Frame: return frameText(traced.frame, direction, texts);
-    case Form::Reset: return "reset sequence";
+    case Form::Reset: return std::string(say("secuencia de reinicio", "reset sequence"));
     case Form::Junk: break;
   }
-  return texts == FieldTexts::Shown ? junkText(traced.bytes) : "no complete frame";
+  return texts == FieldTexts::Shown ? junkText(traced.bytes)
+                                    : std::string(say("trama incompleta", "no complete frame"));
 }
 
 /// What is odd about an answer to that command.
 std::string remarks(const Exchange& exchange) {
   std::string text;
-  if (exchange.answer->pieces > 1) text += "  in " + std::to_string(exchange.answer->pieces) + " pieces";
+  if (exchange.answer->pieces > 1)
+    text += say("  en {} pedazos", "  in {} pieces", {std::to_string(exchange.answer->pieces)});
   if (!exchange.command || exchange.answer->frame.form != Form::Frame) return text;
   const printer::Command &asked = exchange.command->frame.content, &given = exchange.answer->frame.content;
-  if (given.sequence != asked.sequence) text += "  NOT THE SEQUENCE that was asked";
-  if (given.code != asked.code) text += "  NOT THE COMMAND that was asked";
+  if (given.sequence != asked.sequence)
+    text += say("  NO ES LA SECUENCIA pedida", "  NOT THE SEQUENCE that was asked");
+  if (given.code != asked.code) text += say("  NO ES EL COMANDO pedido", "  NOT THE COMMAND that was asked");
   return text;
 }
 
@@ -114,7 +119,7 @@ std::string traceText(const Trace& trace, FieldTexts texts) {
   }
   std::string text = std::move(writer).text();
   for (const auto& [line, problem] : trace.malformed)
-    text += "line " + std::to_string(line) + " " + problem + "\n";
+    text += say("línea {} {}\n", "line {} {}\n", {std::to_string(line), problem});
   return text;
 }
 
