@@ -2,6 +2,7 @@
 # example.sh COMMAND...: runs an example of a sale by itself, and on lines where an answer is lost or late, all at once. It must say
 # what became of the sale, and print it once or not at all.
 set -uo pipefail
+export ZENTARO_LANG=es  # what a program reads is in no language
 folder=$(mktemp -d)
 trap 'rm -r "$folder"' EXIT
 
@@ -24,13 +25,14 @@ on_a_line() {
   here=$(mktemp -d "$folder/XXXX")
   printf '[Config\\EPSONZT]\nTimeOutZT=1\n[Config\\ModComm]\nCOM1=%s/printer\n' "$here" >"$here/settings.ini"
   # shellcheck disable=SC2086
-  zentaro-printer --quiet $options --link "$here/printer" --paper "$here/paper.txt" --fault "$plan" </dev/null 2>/dev/null &
-  until [ -e "$here/printer" ]; do kill -0 $! || return 1; read -r -t 0.05 <> <(:); done
+  zentaro-printer --quiet $options --link "$here/printer" --paper "$here/paper.txt" --fault "$plan" </dev/null >/dev/null 2>&1 &
+  local printer=$!
+  until [ -e "$here/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
   ZENTARO_SETTINGS=$here/settings.ini "${@:7}" 1 >"$here/output" 2>&1
   local seen="status $?,"
   seen+=" $(grep -oE '^(PRINTED|NOT PRINTED|UNKNOWN|STILL OPEN)' "$here/output"),"
   seen+=" closed $(grep -c '^CAMBIO' "$here/paper.txt"), cancelled $(grep -c ANULADO "$here/paper.txt")"
-  kill %%
+  kill $printer
   [ "$seen" = "$expected" ] || { echo "$options $plan: $seen instead of $expected: $(cat "$here/output")"; return 1; }
 }
 

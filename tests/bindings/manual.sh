@@ -24,12 +24,13 @@ sold() {
   [ -n "$program" ] || { echo "$1: what runs it is missing, left out"; return 0; }
   export ZENTARO_SETTINGS=$here/settings.ini XDG_STATE_HOME=$here/state
   printf '[Config\\EPSONZT]\nTimeOutZT=1\n[Config\\ModComm]\nCOM1=%s/printer\n' "$here" >"$ZENTARO_SETTINGS"
-  zentaro-printer --quiet --realtime --link "$here/printer" --paper "$here/paper.txt" --fault "delay=2.5 on close" </dev/null 2>/dev/null &
-  until [ -e "$here/printer" ]; do kill -0 $! || return 1; read -r -t 0.05 <> <(:); done
+  zentaro-printer --quiet --realtime --link "$here/printer" --paper "$here/paper.txt" --fault "delay=2.5 on close" </dev/null >/dev/null 2>&1 &
+  local printer=$!
+  until [ -e "$here/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
   local first second
   first=$($program 2>"$here/errors")
   second=$($program 2>>"$here/errors")
-  kill %%
+  kill $printer
   grep -qE '(^|")printed' <<<"$first" && grep -qE 'already-printed' <<<"$second" && [ "$(grep -c '^CAMBIO' "$here/paper.txt")" = 1 ] && return
   echo "$1: $first, then $second, with $(grep -c '^CAMBIO' "$here/paper.txt") sheets; $(cat "$here/errors")"
   return 1
@@ -41,12 +42,13 @@ told() {
   mkdir "$here"
   export ZENTARO_SETTINGS=$here/settings.ini XDG_STATE_HOME=$here/state
   printf '[Config\ModComm]\nCOM1=%s/printer\n' "$here" >"$ZENTARO_SETTINGS"
-  zentaro-printer --quiet --link "$here/printer" </dev/null 2>/dev/null &
-  until [ -e "$here/printer" ]; do kill -0 $! || return 1; read -r -t 0.05 <> <(:); done
+  zentaro-printer --quiet --link "$here/printer" </dev/null >/dev/null 2>&1 &
+  local printer=$!
+  until [ -e "$here/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
   answers=$(printf '{"jsonrpc":"2.0","id":1,"method":"%s","params":{%s}}\n' create '"class":"CZentaro"' \
     put '"object":1,"name":"CommPort","value":1' put '"object":1,"name":"PortOpen","value":true' \
     sale "\"object\":1,\"document\":$document,\"progress\":true" sale "\"object\":1,\"document\":$document" | zentaro host)
-  kill %%
+  kill $printer
   [[ $(sed -n '4,$p' <<<"$answers" | sed -E 's/.*"(progress|verdict)".*/\1/' | uniq | tr '\n' ' ') == "progress verdict " ]] &&
     [ "$(grep -c '"verdict":"printed"' <<<"$answers")" = 2 ] || { echo "$answers"; return 1; }
 }
