@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A small sale that is never printed twice. `sale.sh 2` prints at COM2; without a port it prints on a virtual printer. Each command
-# opens and closes the port; that an answer is the one to its command is seen to by `zentaro`.
+# opens and closes the port; `zentaro` sees to it that an answer is the one to its command, and starts anywhere in the sequence.
 set -uo pipefail
 
 port=${1:-1}
@@ -15,12 +15,15 @@ if [ $# -eq 0 ]; then
   until [ -e "$folder/printer" ]; do sleep 0.05; done
 fi
 
-call() { zentaro call --port "$port" "$@"; }
+call() { zentaro call --port "$port" --json "$@"; }
 
 # The amount sold today in cents, exempt and at three rates; nothing is printed. Empty when the printer does not say.
 sold() {
   local figures
-  figures=$(call RealizarCierre 0 false 2>/dev/null) && awk '/^Field (3|4|11|13) / { sub(/\./, "", $3); sum += $3 } END { print sum + 0 }' <<<"$figures"
+  figures=$(call RealizarCierre 0 false 2>/dev/null) || return
+  awk '/"fields"/ { first = NR + 1 }
+       first && NR - first ~ /^(3|4|11|13)$/ { gsub(/[^0-9]/, ""); sum += $0 }
+       END { print sum + 0 }' <<<"$figures"
 }
 
 # The status of the document, as soon as the printer answers; empty when that takes longer than half a minute.
@@ -53,7 +56,7 @@ settle() {
 
 step() {
   echo "$1"
-  call "$@" | sed -n 's/^\(Outcome\|Error\)  */  /p'
+  call "$@" | sed -nE 's/^  "(outcomeText|error)": "(.*)",?$/  \2/p'
   [ "${PIPESTATUS[0]}" -eq 0 ] || settle
 }
 
