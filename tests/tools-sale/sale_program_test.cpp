@@ -104,10 +104,10 @@ TEST_F(SaleProgram, LeavesADocumentOfSomebodyElseAlone) {
 TEST_F(SaleProgram, EndsWellWhenItIsInterrupted) {
   write("sale.json", plainSale);
   std::filesystem::create_directory(file("tmp"));
-  const std::string sale =
-      "TMPDIR=" + file("tmp") + " zentaro sale " + file("sale.json") + " --fault 'delay=1.5 on item' ";
+  const std::string sale = "rm -f " + file("said") + "; TMPDIR=" + file("tmp") + " zentaro sale " +
+                           file("sale.json") + " --fault 'delay=1.5 on item' ";
   // The label of a step stands there before its wait.
-  const std::string begun = ">" + file("said") + " 2>&1 & p=$!; until grep -q 'item Arepa' " + file("said") +
+  const std::string begun = ">" + file("said") + " 2>&1 & p=$!; until grep -qs 'item Arepa' " + file("said") +
                             "; do sleep 0.05; done; kill $p; ";
   const std::string ended = "wait $p; s=$?; cat " + file("said") + "; exit $s";
   const Ran once = run(sale + begun + ended);
