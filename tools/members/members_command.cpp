@@ -73,7 +73,9 @@ void showMember(const ClassDescription& description, std::span<const Member> gro
 }
 
 bool isPartOf(std::string_view whole, std::string_view part) {
-  return std::ranges::search(whole, part, {}, asciiLower<char>, asciiLower<char>).size() == part.size();
+  const auto isSame = [](char one, char other) { return asciiLower(one) == asciiLower(other); };
+  return part.empty() ||
+         std::search(whole.begin(), whole.end(), part.begin(), part.end(), isSame) != whole.end();
 }
 
 // The members, classes and enumerations whose name has this in it, a line each.
