@@ -72,8 +72,8 @@ std::string meant(const CLI::App& app, const std::string& word) {
 
 std::string unknownSubcommand(const CLI::App& app, const std::string& word) {
   const std::string near = meant(app, word);
-  const std::string text =
-      say("no hay un subcomando \"{}\"", "unknown subcommand \"{}\"", {terminal::harmless(word)});
+  const std::string text = say("zentaro: no hay un subcomando \"{}\"", "zentaro: unknown subcommand \"{}\"",
+                               {terminal::harmless(word)});
   if (!near.empty())
     return text + say("; ¿quiso decir \"zentaro {}\"?\n", "; did you mean \"zentaro {}\"?\n", {near});
   return text +
@@ -86,9 +86,7 @@ std::string explain(const CLI::App* app, const CLI::Error& error) {
   if (app->get_parent() == nullptr && app->get_subcommands().empty() && !rest.empty() &&
       !rest.front().starts_with("-"))
     return unknownSubcommand(*app, rest.front());
-  return "zentaro: " + terminal::harmless(terminal::complaintOf(error)) + "\n" +
-         std::string(
-             say("Con --help se ven todas las opciones.\n", "Run with --help for more information.\n"));
+  return terminal::explain(app, error);
 }
 
 // "zentaro help sale" is "zentaro sale --help".
@@ -96,7 +94,9 @@ void addHelp(CLI::App& app, int& status) {
   const auto name = std::make_shared<std::string>();
   CLI::App* help =
       app.add_subcommand("help", std::string(say("Explica un subcomando", "Explain a subcommand")));
-  help->add_option(std::string(say("SUBCOMANDO", "SUBCOMMAND")), *name)->type_name("");
+  help->add_option(std::string(say("SUBCOMANDO", "SUBCOMMAND")), *name,
+                   std::string(say("Su nombre; sin él se explica zentaro", "Its name; without one, zentaro")))
+      ->type_name("");
   help->callback([&app, &status, name] {
     const auto named =
         app.get_subcommands([&](const CLI::App* command) { return command->get_name() == *name; });
@@ -105,8 +105,9 @@ void addHelp(CLI::App& app, int& status) {
       status = exitFailed;
       return;
     }
-    const CLI::App* command = named.empty() ? &app : named.front();
-    std::cout << command->help(name->empty() ? "" : "zentaro");
+    // Asked for its help, the program would explain the subcommand that was parsed, which is this one.
+    std::cout << (named.empty() ? app.get_formatter()->make_help(&app, "zentaro", CLI::AppFormatMode::Normal)
+                                : named.front()->help("zentaro"));
   });
 }
 

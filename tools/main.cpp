@@ -2,9 +2,11 @@
 #include "commands.h"
 #include "terminal/command_line.h"
 #include "terminal/language.h"
+#include "terminal/screen.h"
 
 int main(int argc, char** argv) {
   using zentaro::terminal::say;
+  const zentaro::terminal::FittedOutput fitted;
   zentaro::terminal::chooseLanguage(argc, argv);
   CLI::App app{std::string(say("Maneja una impresora fiscal por una línea serial.",
                                "Drives a fiscal printer over a serial line.")),

@@ -5,8 +5,10 @@
 #include "shell/notices.h"
 #include "shell/options.h"
 #include "shell/program.h"
+#include "terminal/screen.h"
 
 int main(int count, char** words) {
+  const zentaro::terminal::FittedOutput fitted;
   try {
     auto parsed = printer::parseOptions(count, words);
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;

@@ -93,7 +93,6 @@ class Shell : public ::testing::Test {
  protected:
   Shell() {
     ::setenv("ZENTARO_SETTINGS", file("settings.ini").c_str(), 1);
-    ::setenv("ZENTARO_LANG", "en", 1);
     ::setenv("XDG_STATE_HOME", file("state").c_str(), 1);
   }
 

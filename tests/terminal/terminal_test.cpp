@@ -1,8 +1,11 @@
-// Texts for people: which language, and what is made harmless.
+// Texts for people: which language, what is made harmless, and lines that fit the screen.
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 #include "terminal/harmless.h"
 #include "terminal/language.h"
+#include "terminal/screen.h"
 
 namespace zentaro::terminal {
 
@@ -36,6 +39,33 @@ TEST(Language, IsSpanishOnlyForSpanishLocales) {
   EXPECT_EQ(say("la venta {} fue la {}", "sale {} was {}", {"A{}", "7"}), "la venta A{} fue la 7");
   chooseLanguage(Language::English);
   EXPECT_EQ(say("la venta {}", "sale {}", {}), "sale {}");
+}
+
+TEST(Paragraphs, BreakAtBlanksWhatPeopleReadAndNothingElse) {
+  struct Row {
+    const char* written;
+    const char* shown;
+  };
+  for (const Row& row :
+       {Row{"uno dos tres cuatro cinco\nseis\n", "uno dos tres cuatro\ncinco\nseis\n"},
+        Row{"ñandú año peñón añil\n", "ñandú año peñón añil\n"},
+        Row{"  ! uno dos tres cuatro\n", "  ! uno dos tres\n      cuatro\n"},
+        Row{"  a           |    b  \n", "  a           |    b  \n"},
+        Row{"\x1B[1muno dos tres cuatro\x1B[0m x\n", "\x1B[1muno dos tres cuatro\x1B[0m\nx\n"},
+        Row{"      -> zentaro call --port 1 Reset\n", "      -> zentaro call --port 1 Reset\n"},
+        Row{"      -> zentaro-printer tres cuatro\n",
+            "      -> zentaro-printer\n          tres\n          cuatro\n"},
+        Row{"  \"a\": \"uno dos tres cuatro\",\n", "  \"a\": \"uno dos tres cuatro\",\n"},
+        Row{"un_nombre_sin_blancos_largo\n", "un_nombre_sin_blancos_largo\n"}, Row{"sin fin", "sin fin"}}) {
+    std::stringbuf screen;
+    Paragraphs(screen, 20)
+        .sputn(row.written, static_cast<std::streamsize>(std::string_view(row.written).size()));
+    EXPECT_EQ(screen.str(), row.shown);
+  }
+  std::stringbuf screen;
+  Paragraphs lines(screen, 20);
+  std::ostream(&lines) << "  Enter: " << std::flush;
+  EXPECT_EQ(screen.str(), "  Enter: ") << "somebody is to type behind it";
 }
 
 }  // namespace zentaro::terminal

@@ -2,6 +2,7 @@
 #include "common/json.h"
 #include "common/virtual_printer.h"
 #include "support/process.h"
+#include "terminal/layout.h"
 
 namespace zentaro::tools::call_test {
 
@@ -53,7 +54,7 @@ TEST_F(Call, TellsOutcomesApartByItsExitStatus) {
       {"RecibirPago -1.234,50", 2, "write -1234.50 for the number, or text:-1.234,50 for the text"},
       {"--device /nowhere/printer Subtotal", 2,
        "No such file or directory (error 40001)\n\"zentaro doctor\" says"},
-      {"--device '' --port 9 Subtotal", 105, "--port: Value 9 not in range 1 to 8"},
+      {"--device '' --port 9 Subtotal", 105, "--port: a whole number from 1 to 8"},
       {"--port 1 --device x Subtotal", 108, "excludes"},
       {"", 106, "MEMBER is required"},
   };
@@ -92,6 +93,19 @@ TEST_F(Call, IsShownByTheDemo) {
   }
 }
 
+TEST_F(Call, EveryHelpFitsEightyColumns) {
+  for (const char* language : {"es", "en"}) {
+    for (const char* command :
+         {"", "demo", "printer", "printer tell", "call", "status", "cierre", "sale", "trace", "members",
+          "settings", "settings list", "settings get", "settings set", "doctor", "host", "help"}) {
+      const Ran help = run("COLUMNS=80 zentaro --lang " + std::string(language) + " " + command + " --help");
+      EXPECT_EQ(help.status, 0) << command;
+      std::istringstream lines(help.output);
+      for (std::string line; std::getline(lines, line);) EXPECT_LE(terminal::columnsOf(line), 80U) << line;
+    }
+  }
+}
+
 TEST_F(Call, IsHelpedByMembersAndPrinter) {
   const Ran one = run("zentaro members recibirpago");
   EXPECT_EQ(one.output,
@@ -103,8 +117,9 @@ TEST_F(Call, IsHelpedByMembersAndPrinter) {
   EXPECT_EQ(Json::parse(run("zentaro members --json").output).size(), 4U);
   EXPECT_TRUE(contains(run("zentaro members conmedio").output, "  CZentaro.PagoConMedio: "));
   EXPECT_EQ(run("zentaro members Nope").status, 2);
-  EXPECT_TRUE(contains(run("zentaro printer --link /nowhere/link").output, "/nowhere/link"));
-  EXPECT_EQ(run("zentaro nope").output, "unknown subcommand \"nope\": \"zentaro --help\" lists all\n");
+  EXPECT_TRUE(contains(run("zentaro printer --link /nowhere/link").output, "--link /nowhere/link: "));
+  EXPECT_EQ(run("zentaro nope").output,
+            "zentaro: unknown subcommand \"nope\": \"zentaro --help\" lists all\n");
 }
 
 }  // namespace zentaro::tools::call_test

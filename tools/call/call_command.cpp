@@ -131,14 +131,14 @@ void addCallCommand(CLI::App& app, int& status) {
       ->required()
       ->type_name("");
   command->footer(text(
-      "Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o\n"
-      "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\". Después del nombre\n"
+      "Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o "
+      "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\". Después del nombre "
       "del miembro solo hay argumentos, no opciones.\n\n"
       "Sin --port ni --device, y si no hay puerto configurado, se usa una impresora virtual.\n"
       "Estado de salida: 0 con el resultado 0, 1 con otro, 2 cuando no se pudo llamar.\n\n"
       "Ejemplo: zentaro call --device /dev/ttyUSB0 StatusIF N",
-      "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or\n"
-      "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\". After the\n"
+      "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or "
+      "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\". After the "
       "member's name there are only arguments, no options.\n\n"
       "Without --port and --device, where no port is configured, a virtual printer is used.\n"
       "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"

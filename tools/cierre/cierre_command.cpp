@@ -9,6 +9,7 @@
 #include "automation/automation_error.h"
 #include "common/guarded.h"
 #include "common/report.h"
+#include "terminal/command_line.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
 #include "zentaro.h"
@@ -114,11 +115,12 @@ void addCierreCommand(CLI::App& app, int& status) {
                    std::string(say("x lee los montos del día, z termina el día",
                                    "x reads the day's figures, z ends the day")))
       ->required()
-      ->transform(CLI::IsMember({"x", "z"}, CLI::ignore_case));
+      ->check(terminal::oneOf({"x", "z"}))
+      ->transform([](const std::string& closing) { return CLI::detail::to_lower(closing); });
   command->footer(
-      std::string(say("Estado de salida: 0 impreso, 1 rechazado, 2 no se intentó, 3 el Z no se imprimió,\n"
+      std::string(say("Estado de salida: 0 impreso, 1 rechazado, 2 no se intentó, 3 el Z no se imprimió, "
                       "4 no se sabe.",
-                      "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 the Z was not printed,\n"
+                      "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 the Z was not printed, "
                       "4 unknown.")));
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }

@@ -9,6 +9,7 @@
 #include "automation/conversions.h"
 #include "common/known_settings.h"
 #include "interface/library.h"
+#include "terminal/command_line.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
 
@@ -72,9 +73,9 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
   CLI::Option* port =
       command
           .add_option("--port", options.port,
-                      std::string(say("Puerto serial, según las claves COM1 a COM8 de la configuración",
-                                      "Serial port, by the settings COM1 to COM8")))
-          ->check(CLI::Range(1, portCount))
+                      std::string(say("Puerto serial 1 a 8, según las claves COM1 a COM8 de la configuración",
+                                      "Serial port 1 to 8, by the settings COM1 to COM8")))
+          ->check(terminal::wholeNumber(1, portCount))
           ->type_name("N");
   CLI::Option* device =
       command
@@ -93,14 +94,14 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
       .add_option("--timeout", options.timeout,
                   std::string(say("Espera por una respuesta, en lugar de la clave TimeOutZT",
                                   "Time-out of an answer, instead of the setting TimeOutZT")))
-      ->check(CLI::Range(1, 32767))
+      ->check(terminal::wholeNumber(1, 32767))
       ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
   command
       .add_option(
           "--give-up", options.giveUp,
-          std::string(say("Cuánto se espera por una respuesta perdida (tres veces --timeout, al menos 30)",
+          std::string(say("Cuánto se espera por una respuesta perdida (tres veces --timeout, y al menos 30)",
                           "How long a lost answer is waited for (three time-outs, at least 30)")))
-      ->check(CLI::Range(0, 32767))
+      ->check(terminal::wholeNumber(0, 32767))
       ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
   command
       .add_option("--trace", options.traceFile,

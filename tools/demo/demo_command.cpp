@@ -112,7 +112,7 @@ Con la impresora fiscal en el cable: zentaro doctor
 
 A sale of your own, and the same when its answer is lost on the line:
 
-  echo '{"document": "invoice", "payments": [{"amount": 2}], "items":
+  echo '{"document": "invoice", "payments": [{"amount": 2}], "lines":
     [{"description": "Bread", "price": 1, "tax": 16}]}' > sale.json
   zentaro sale sale.json --virtual
   zentaro sale sale.json --fault "lose-answer on close" --timeout 1

@@ -82,13 +82,13 @@ Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
   }
   if (!isAnyConfigured)
     chapter.findings.add(
-        "COM1 a COM8",
+        std::string(say("COM1 a COM8", "COM1 to COM8")),
         {"no-port-configured", true,
          std::string(say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora",
                          "no port has been given a device, so no printer was asked")),
          std::string(say(
-             "\"zentaro settings set COM1 /dev/serial/by-id/...\", o \"zentaro doctor --device RUTA\"",
-             "\"zentaro settings set COM1 /dev/serial/by-id/...\", or \"zentaro doctor --device PATH\""))});
+             "zentaro settings set COM1 /dev/serial/by-id/...\no, una sola vez: zentaro doctor --device RUTA",
+             "zentaro settings set COM1 /dev/serial/by-id/...\nor, once: zentaro doctor --device PATH"))});
   return chapter;
 }
 
@@ -182,9 +182,9 @@ void addDoctorCommand(CLI::App& app, int& status) {
                    std::string(say("Escribe un texto para quien ayuda", "Write a text for whoever helps")))
       ->type_name(std::string(say("ARCHIVO", "FILE")));
   command->footer(std::string(say(
-      "A una impresora se le pide su estado, que no imprime nada, en los puertos que nombra la\n"
+      "A una impresora se le pide su estado, que no imprime nada, en los puertos que nombra la "
       "configuración, o en el que se dé. Estado de salida: 0 nada anda mal, 1 hay hallazgos, 2 no se pudo mirar.",
-      "A printer is asked for its status, which prints nothing, on the ports that the settings name,\n"
+      "A printer is asked for its status, which prints nothing, on the ports that the settings name, "
       "or on the one that is given. Exit status: 0 nothing is wrong, 1 with findings, 2 it could not look.")));
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }

@@ -42,17 +42,16 @@ int serve(std::istream& input, std::ostream& output) {
 
 void addHostCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand(
-      "host", std::string(say(
-                  "Sirve la biblioteca a un programa en cualquier lenguaje: JSON-RPC por la entrada estándar",
-                  "Serve the library to a program in any language: JSON-RPC over standard input")));
+      "host", std::string(say("Sirve la biblioteca a un programa en cualquier lenguaje, por JSON-RPC",
+                              "Serve the library to a program in any language, by JSON-RPC")));
   command->footer(std::string(say(
       "Una petición JSON-RPC 2.0 por línea, una respuesta por línea, en orden:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
-      "Métodos: create, release, get, put, call, sale, describe. Los objetos que quedan al final de la\n"
+      "Métodos: create, release, get, put, call, sale, describe. Los objetos que quedan al final de la "
       "entrada se destruyen y sus puertos se cierran.",
       "One JSON-RPC 2.0 request per line, one response per line, in order:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
-      "Methods: create, release, get, put, call, sale, describe. The objects that are left at the end of\n"
+      "Methods: create, release, get, put, call, sale, describe. The objects that are left at the end of "
       "input are destroyed and their ports closed.")));
   command->callback([&status] {
     std::ios::sync_with_stdio(false);  // lines may be long

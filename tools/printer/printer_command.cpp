@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -35,6 +36,7 @@ int become(std::vector<std::string> words) {
   const std::string program = companionProgram("zentaro-printer");
   if (asksForPage(words)) words.emplace_back("--open");
   words.insert(words.begin(), program);
+  ::setenv("ZENTARO_LANG", text("es", "en").c_str(), 1);
   ::execvp(program.c_str(), argumentVector(words).data());
   throw std::runtime_error(
       say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, std::strerror(errno)}));
@@ -64,6 +66,7 @@ void addPrinterCommand(CLI::App& app, int& status) {
                       "Run the virtual printer; \"zentaro printer --help\" lists its options"));
   command->set_help_flag();  // all options are those of zentaro-printer
   command->prefix_command();
+  command->fallthrough(false);  // and none of them is tried on zentaro
   auto told = std::make_shared<Told>();
   CLI::App* telling =
       command->add_subcommand("tell", text("Dice una línea de control a una impresora en marcha",
@@ -72,7 +75,7 @@ void addPrinterCommand(CLI::App& app, int& status) {
   telling->add_option("SOCKET", told->socket, text("Lo que dijo --control", "What --control named"))
       ->required()
       ->type_name("");
-  telling->add_option("LINE", told->words, "fault \"lose-answer on close\", status, help ...")
+  telling->add_option(text("LÍNEA", "LINE"), told->words, "fault \"lose-answer on close\", status, help ...")
       ->required()
       ->type_name("");
   telling->callback([told, &status] { status = guarded([&] { return tellPrinter(*told); }); });

@@ -5,6 +5,7 @@
 
 #include "common/guarded.h"
 #include "sale/sale_run.h"
+#include "terminal/command_line.h"
 #include "terminal/language.h"
 
 namespace zentaro::tools {
@@ -41,9 +42,10 @@ void addSaleCommand(CLI::App& app, int& status) {
                     text("El mismo contenido para otro cliente", "The same content for a new customer"));
   command
       ->add_option("--resolve", options->resolve,
-                   text("Lo que muestra el papel de una venta de la que no se sabe: printed o not-printed",
-                        "What the paper shows of a sale that is unknown: printed or not-printed"))
-      ->check(CLI::IsMember({"printed", "not-printed"}));
+                   text("Lo que muestra el papel de una venta de la que no se sabe",
+                        "What the paper shows of a sale that is unknown"))
+      ->check(terminal::oneOf({"printed", "not-printed"}))
+      ->type_name("printed|not-printed");
   command
       ->add_option("--fault", options->faults,
                    text("Lo que falla en la impresora virtual: \"lose-answer on close\"",
@@ -53,9 +55,9 @@ void addSaleCommand(CLI::App& app, int& status) {
       ->excludes("--port")
       ->excludes("--device");
   command->footer(text(
-      "Estado de salida: 0 impreso, 2 no se intentó nada (el archivo o el puerto no están en orden),\n"
+      "Estado de salida: 0 impreso, 2 no se intentó nada (el archivo o el puerto no están en orden), "
       "3 no impreso, 4 no se sabe, 5 ya había un documento abierto, 6 se imprimió antes sin que nadie lo supiera.",
-      "Exit status: 0 printed, 2 nothing was tried (the file or the port is not in order), 3 not printed,\n"
+      "Exit status: 0 printed, 2 nothing was tried (the file or the port is not in order), 3 not printed, "
       "4 unknown, 5 a document was open before, 6 printed before, and nobody was told."));
   command->callback([=, &status] {
     if (!*wantsJournal && file->empty()) throw CLI::RequiredError(file->get_name());

@@ -1,11 +1,14 @@
 // The parser's messages, by their wording.
 #include "terminal/command_line.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 #include <optional>
 #include <string_view>
 
 #include "terminal/harmless.h"
+#include "terminal/help.h"
 #include "terminal/language.h"
 
 namespace zentaro::terminal {
@@ -25,7 +28,6 @@ constexpr auto wordings = std::to_array<Wording>({
     {"{} requires {}", "{} necesita {}"},
     {"{}: 1 required {} missing", "{}: falta {}"},
     {"{}: {} required {} missing", "{}: faltan {} {}"},
-    {"{}: Value {} not in range {} to {}", "{}: el valor {} no está entre {} y {}"},
     {"Could not convert: {} = {}", "{}: no se entiende el valor {}"},
     {"{}: too many inputs for a flag", "{}: no lleva tantos valores"},
     {"{} was given a disallowed flag override", "{} no lleva valor"},
@@ -60,10 +62,11 @@ std::string filled(std::string_view pattern, const std::vector<std::string>& val
   return text;
 }
 
-std::string explain(const CLI::App* app, const CLI::Error& error) {
-  std::string text = harmless(complaintOf(error)) + "\n";
-  if (app->get_help_ptr() != nullptr)
-    text += say("Con --help se ven todas las opciones.\n", "Run with --help for more information.\n");
+std::string complaintOf(const CLI::Error& error) {
+  const std::string text = error.what();
+  if (language() == Language::English) return text;
+  for (const Wording& wording : wordings)
+    if (const auto values = valuesIn(text, wording.english)) return filled(wording.spanish, *values);
   return text;
 }
 
@@ -75,10 +78,7 @@ void useSpanishLabels(CLI::App& app) {
                                                                   {"OPTIONS", "OPCIONES"},
                                                                   {"SUBCOMMAND", "SUBCOMANDO"},
                                                                   {"SUBCOMMANDS", "SUBCOMANDOS"},
-                                                                  {"Positionals", "Argumentos"},
-                                                                  {"REQUIRED", "OBLIGATORIO"},
-                                                                  {"Needs", "Necesita"},
-                                                                  {"Excludes", "Excluye"}})
+                                                                  {"Positionals", "Argumentos"}})
     formatter->label(english, spanish);
 }
 
@@ -96,6 +96,7 @@ void chooseLanguage(int count, const char* const* words) {
 }
 
 void speakTheLanguage(CLI::App& app) {
+  app.formatter(std::make_shared<HelpLayout>());
   if (language() == Language::Spanish) useSpanishLabels(app);
   app.failure_message(explain);
   app.set_help_flag("-h,--help", std::string(say("Muestra esta ayuda", "Show this help")));
@@ -103,17 +104,40 @@ void speakTheLanguage(CLI::App& app) {
          "--lang", [](const std::string& name) { chooseLanguage(languageNamed(name)); },
          std::string(say("Idioma de los textos: es o en", "Language of the texts: es or en")))
       ->type_name("es|en")
-      ->check([](const std::string& name) {
-        return name == "es" || name == "en" ? std::string() : std::string(say("es o en", "es or en"));
-      });
+      ->check(oneOf({"es", "en"}));
 }
 
-std::string complaintOf(const CLI::Error& error) {
-  const std::string text = error.what();
-  if (language() == Language::English) return text;
-  for (const Wording& wording : wordings)
-    if (const auto values = valuesIn(text, wording.english)) return filled(wording.spanish, *values);
+std::string explain(const CLI::App* app, const CLI::Error& error) {
+  const CLI::App* program = app;
+  while (program->get_parent() != nullptr) program = program->get_parent();
+  std::string text = program->get_name() + ": " + harmless(complaintOf(error)) + "\n";
+  if (app->get_help_ptr() != nullptr)
+    text += say("Con --help se ven todas las opciones.\n", "Run with --help for more information.\n");
   return text;
+}
+
+CLI::Validator wholeNumber(int least, int most) {
+  return {[=](const std::string& given) {
+            int number = 0;
+            const auto [end, error] = std::from_chars(given.data(), given.data() + given.size(), number);
+            const bool isWhole = error == std::errc() && end == given.data() + given.size();
+            return isWhole && number >= least && number <= most
+                       ? std::string()
+                       : say("se espera un número entero de {} a {}",
+                             "a whole number from {} to {} is expected",
+                             {std::to_string(least), std::to_string(most)});
+          },
+          ""};
+}
+
+CLI::Validator oneOf(std::initializer_list<std::string> values) {
+  return {[values = std::vector<std::string>(values)](const std::string& given) {
+            return std::ranges::find(values, given) != values.end()
+                       ? std::string()
+                       : say("se espera {}", "{} is expected",
+                             {CLI::detail::join(values, std::string(say(" o ", " or ")))});
+          },
+          ""};
 }
 
 }  // namespace zentaro::terminal

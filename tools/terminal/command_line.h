@@ -13,7 +13,12 @@ void chooseLanguage(int count, const char* const* words);
 /// called before options and subcommands are added, which follow it.
 void speakTheLanguage(CLI::App& app);
 
-/// A complaint of the parser in the program's language; one that is not known as it came.
-std::string complaintOf(const CLI::Error& error);
+/// What is told of an error of the parser, in the program's language, and where all options are explained; a
+/// complaint that is not known as it came.
+std::string explain(const CLI::App* app, const CLI::Error& error);
+
+/// Checks of a value; what they say is in the program's language, and nothing of it stands in the help.
+CLI::Validator wholeNumber(int least, int most);
+CLI::Validator oneOf(std::initializer_list<std::string> values);
 
 }  // namespace zentaro::terminal

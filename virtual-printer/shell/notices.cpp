@@ -1,7 +1,7 @@
 // Writing to standard error.
 #include "shell/notices.h"
 
-#include <cstdio>
+#include <iostream>
 #include <utility>
 
 #include "terminal/harmless.h"
@@ -11,10 +11,7 @@ namespace printer {
 
 using zentaro::terminal::say;
 
-void notice(std::string_view text) {
-  const std::string line = zentaro::terminal::harmless(text) + "\n";
-  std::fputs(line.c_str(), stderr);
-}
+void notice(std::string_view text) { std::cerr << zentaro::terminal::harmless(text) + "\n"; }
 
 void complain(std::string_view text) { notice("zentaro-printer: " + std::string{text}); }
 

@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdio>
+#include <iostream>
 
 #include "line/host_line.h"
 #include "terminal/harmless.h"
@@ -22,7 +22,7 @@ void StandardInput::serve(const std::vector<pollfd>& polled) {
   isOpen_ = count > 0;
   if (!isOpen_) return;
   for (const std::string& line : lines_.feed({buffer.data(), static_cast<std::size_t>(count)}))
-    std::fprintf(stderr, "%s\n", zentaro::terminal::harmlessLines(reply_(line)).c_str());
+    std::cerr << zentaro::terminal::harmlessLines(reply_(line)) + "\n";
 }
 
 }  // namespace printer
