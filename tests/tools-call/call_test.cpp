@@ -93,6 +93,30 @@ TEST_F(Call, IsShownByTheDemo) {
   }
 }
 
+// Object and driver write into one file, each in its own form; a frame is shown once.
+TEST_F(Call, LeavesATraceThatIsRead) {
+  write("sale.json", R"({"document": "invoice", "payments": [{"amount": 1}], "lines": [{"description": "Pan",
+    "price": 1, "tax": 0}]})");
+  for (const auto& [command, closing] :
+       {std::pair("sale " + file("sale.json"), "-> 45 close"),
+        std::pair(std::string("status"), "-> 38 status"), std::pair(std::string("cierre z"), "-> 39 closing"),
+        std::pair(std::string("call CortarPapel"), "-> 4B cut")}) {
+    const std::string trace = file("trace");
+    const Ran ran = run("rm -f " + trace + "; zentaro " + command + " --trace " + trace +
+                        " >/dev/null 2>&1 && zentaro trace " + trace);
+    EXPECT_EQ(ran.status, 0) << ran.output;
+    EXPECT_TRUE(contains(ran.output, closing)) << ran.output;
+    EXPECT_FALSE(contains(ran.output, "BAD") || contains(ran.output, "nothing")) << ran.output;
+    const std::string once = ran.output.substr(ran.output.find(closing) + 1);
+    EXPECT_FALSE(contains(once, closing) && command != "status") << ran.output;
+  }
+  write("settings.ini", "[Config\\EPSONZT]\nDebugZT=1\nDumpZT=/dev/full\n");
+  const Ran full = run("zentaro status");
+  EXPECT_EQ(full.status, 0) << full.output;
+  EXPECT_TRUE(contains(full.output, "the trace cannot be written (Disk full); going on without it\n"))
+      << full.output;
+}
+
 TEST_F(Call, EveryHelpFitsEightyColumns) {
   for (const char* language : {"es", "en"}) {
     for (const char* command :

@@ -21,7 +21,7 @@ TEST(Ports, AreJudgedByTheFirstThingThatIsWrong) {
   EXPECT_TRUE(contains(judgePort(port).advice, "zentaro settings set COM1 PATH"));
   port.exists = true;
   EXPECT_EQ(judgePort(port).code, "no-serial-device");
-  port.isCharacterDevice = true;
+  port.isSerial = true;
   port.group = "dialout";
   EXPECT_EQ(judgePort(port).text, "this user may not read and write the device (group dialout)");
   EXPECT_TRUE(contains(judgePort(port).advice, "sudo usermod -aG dialout $USER"));
@@ -67,7 +67,7 @@ TEST_F(Doctor, FindsAnOpenDocumentAndAWrongClockAndReportsNoTexts) {
       << ran.output;
   EXPECT_TRUE(contains(ran.output, "its clock is ")) << ran.output;
   const std::string report = folder.read("report");
-  EXPECT_TRUE(contains(report, "fiscal 0001")) << report;
+  EXPECT_TRUE(contains(report, "status 0000 0001")) << report;
   EXPECT_FALSE(contains(report, "\"N\"")) << report;
 }
 

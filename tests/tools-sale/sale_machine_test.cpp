@@ -133,7 +133,7 @@ TEST(SalePrinter, TakesAnErrorThatMayBeRaisedBehindTheFrameForALostAnswer) {
        {std::pair{ErrorNumber::DiskFull, lost}, {ErrorNumber::TypeMismatch, refused}}) {
     const ErrorNumber raised = number;
     const auto raise = [raised](CZentaro&) -> std::int16_t { throw AutomationError(raised); };
-    EXPECT_EQ(printer.send({Step::Kind::Middle, "step", raise}).fate, fate);
+    EXPECT_EQ(printer.send({SaleStep::Kind::Middle, "step", raise}).fate, fate);
   }
 }
 

@@ -89,7 +89,7 @@ class Subtotal : public testing::LineTest {};
 TEST_F(Subtotal, OfThePrinterMustBeTheFiles) {
   Sale sale;
   sale.lines = {item(1000, 10000, 1600)};
-  const std::vector<Step> steps = stepsOf(sale, {10000, 1600});
+  const std::vector<SaleStep> steps = stepsOf(sale, {10000, 1600});
   CZentaro printer;
   printer.CommPort = 1;
   printer.PortOpen(true);

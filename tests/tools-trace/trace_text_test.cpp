@@ -20,42 +20,40 @@ TEST(TraceText, ShowsAnObjectTrace) {
                            "02 24 48 03 30 30 36 46\n"
                            "ReadStatus 15-03-2024 14:05:23\n"
                            "41 42\n")),
-      "     1  15-03-2024 14:05:09   +0s  -> 49 text-dnf   seq 22  \"HOLA\"  checksum good\n"
-      "     3  15-03-2024 14:05:09   +0s  <- 49 text-dnf   seq 22  printer 0600 fiscal 3080  checksum good\n"
-      "     5  15-03-2024 14:05:11   +2s  -> 44 payment    seq 23  \"\", \"1250\", \"T\"  checksum good\n"
-      "     8  15-03-2024 14:05:11   +0s  <- nothing\n"
-      "    10  15-03-2024 14:05:23  +12s  -> 48 open-dnf   seq 24  checksum BAD (006F)\n"
-      "    12  15-03-2024 14:05:23   +0s  <- no complete frame: 41 42\n"
+      "    1  15-03-2024 14:05:09   +0s  -> 49 text-dnf  seq 22\n          \"HOLA\"  checksum good\n"
+      "    3  15-03-2024 14:05:09   +0s  <- 49 text-dnf  seq 22  status 0600 3080\n          checksum good\n"
+      "    5  15-03-2024 14:05:11   +2s  -> 44 payment   seq 23\n          \"\", \"1250\", \"T\"  checksum good\n"
+      "    8  15-03-2024 14:05:11   +0s  <- nothing\n"
+      "   10  15-03-2024 14:05:23  +12s  -> 48 open-dnf  seq 24  checksum BAD (006F)\n"
+      "   12  15-03-2024 14:05:23   +0s  <- no complete frame: 41 42\n"
       "line 9 is neither a line with a time nor a dump\n");
 }
 
 TEST(TraceText, ShowsADriverTrace) {
-  EXPECT_EQ(traceText(parseTrace("Read 15-03-2024 14:05:08\n"
-                                 "0C\n"
-                                 "Send 15-03-2024 14:05:09\n"
-                                 "02 22 48 03 30 30 36 46\n"
-                                 "Read 15-03-2024 14:05:10\n"
-                                 "0C\n"
-                                 "Read 15-03-2024 14:05:11\n"
-                                 "0C 02 22 48 1C 30 36 30 30 1C 33 30 38 30 03\n"
-                                 "Read 15-03-2024 14:05:12\n"
-                                 "30 32 33 38\n"
-                                 "Send 15-03-2024 14:05:12\n"
-                                 "07 08 09 0A 0B 0C 0D 0E 0F 10 11\n"
-                                 "Send 15-03-2024 14:05:12\n"
-                                 "02 23 99 03 30 30 43 31\n"
-                                 "Read 15-03-2024 14:05:12\n"
-                                 "02 22 48 1C 30 36 30 30 1C 33 30 38 30 03 30 32\n33 39\n")),
-            "     1  15-03-2024 14:05:08   +0s  <- nothing\n"
-            "     3  15-03-2024 14:05:09   +1s  -> 48 open-dnf   seq 22  checksum good\n"
-            "     5  15-03-2024 14:05:12   +3s  <- 48 open-dnf   seq 22  printer 0600 fiscal 3080  checksum "
-            "good  in 3 "
-            "pieces\n"
-            "    11  15-03-2024 14:05:12   +0s  -> reset sequence\n"
-            "    13  15-03-2024 14:05:12   +0s  -> 99 ?          seq 23  checksum good\n"
-            "    15  15-03-2024 14:05:12   +0s  <- 48 open-dnf   seq 22  printer 0600 fiscal 3080  checksum "
-            "BAD (0239)"
-            "  NOT THE SEQUENCE that was asked  NOT THE COMMAND that was asked\n");
+  EXPECT_EQ(
+      traceText(parseTrace("Read 15-03-2024 14:05:08\n"
+                           "0C\n"
+                           "Send 15-03-2024 14:05:09\n"
+                           "02 22 48 03 30 30 36 46\n"
+                           "Read 15-03-2024 14:05:10\n"
+                           "0C\n"
+                           "Read 15-03-2024 14:05:11\n"
+                           "0C 02 22 48 1C 30 36 30 30 1C 33 30 38 30 03\n"
+                           "Read 15-03-2024 14:05:12\n"
+                           "30 32 33 38\n"
+                           "Send 15-03-2024 14:05:12\n"
+                           "07 08 09 0A 0B 0C 0D 0E 0F 10 11\n"
+                           "Send 15-03-2024 14:05:12\n"
+                           "02 23 99 03 30 30 43 31\n"
+                           "Read 15-03-2024 14:05:12\n"
+                           "02 22 48 1C 30 36 30 30 1C 33 30 38 30 03 30 32\n33 39\n")),
+      "    1  15-03-2024 14:05:08   +0s  <- nothing\n"
+      "    3  15-03-2024 14:05:09   +1s  -> 48 open-dnf  seq 22  checksum good\n"
+      "    5  15-03-2024 14:05:12   +3s  <- 48 open-dnf  seq 22  status 0600 3080\n          checksum good  in 3 pieces\n"
+      "   11  15-03-2024 14:05:12   +0s  -> reset sequence\n"
+      "   13  15-03-2024 14:05:12   +0s  -> 99 ?         seq 23  checksum good\n"
+      "   15  15-03-2024 14:05:12   +0s  <- 48 open-dnf  seq 22  status 0600 3080\n          checksum BAD (0239)"
+      "  NOT THE SEQUENCE that was asked  NOT THE COMMAND that was asked\n");
 }
 
 TEST(TraceText, JudgesChecksums) {

@@ -3,6 +3,7 @@
 
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "automation/conversions.h"
 #include "call/call_arguments.h"
@@ -56,11 +57,11 @@ Outcome callInStep(Connection& connection, CallRequest& request) {
     return outcome;
   }
   connection.printer().verifyCheckSum = true;
-  Outcome outcome{};
+  std::optional<Outcome> outcome;
   const Heard heard = line.ask(
       [&] { return heardOfStatus(connection.printer(), [&] { outcome = callOnce(connection, request); }); });
-  if (heard == Heard::Echo) throw std::runtime_error(PrinterLine::trouble(heard));
-  return outcome;
+  if (heard == Heard::Echo || !outcome) throw std::runtime_error(PrinterLine::trouble(heard));
+  return *outcome;
 }
 
 // A record is filled after the answer has come, so an error may be raised behind a command that took effect.
@@ -130,19 +131,19 @@ void addCallCommand(CLI::App& app, int& status) {
                    text("Nombre de un miembro y sus argumentos", "Name of a member, then its arguments"))
       ->required()
       ->type_name("");
-  command->footer(text(
-      "Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o "
-      "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\". Después del nombre "
-      "del miembro solo hay argumentos, no opciones.\n\n"
-      "Sin --port ni --device, y si no hay puerto configurado, se usa una impresora virtual.\n"
-      "Estado de salida: 0 con el resultado 0, 1 con otro, 2 cuando no se pudo llamar.\n\n"
-      "Ejemplo: zentaro call --device /dev/ttyUSB0 StatusIF N",
-      "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or "
-      "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\". After the "
-      "member's name there are only arguments, no options.\n\n"
-      "Without --port and --device, where no port is configured, a virtual printer is used.\n"
-      "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"
-      "Example: zentaro call --device /dev/ttyUSB0 StatusIF N"));
+  command->footer(
+      text("Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o "
+           "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\", como "
+           "text:--nota.\n\n"
+           "Sin --port ni --device, y si no hay puerto configurado, se usa una impresora virtual.\n"
+           "Estado de salida: 0 con el resultado 0, 1 con otro, 2 cuando no se pudo llamar.\n\n"
+           "Ejemplo: zentaro call --device /dev/ttyUSB0 StatusIF N",
+           "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or "
+           "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\", as in "
+           "text:--note.\n\n"
+           "Without --port and --device, where no port is configured, a virtual printer is used.\n"
+           "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"
+           "Example: zentaro call --device /dev/ttyUSB0 StatusIF N"));
   command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
 }
 

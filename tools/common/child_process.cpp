@@ -15,6 +15,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "terminal/language.h"
+
 namespace zentaro::tools {
 
 namespace {
@@ -22,7 +24,7 @@ namespace {
 [[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
 
 // Runs in the child, where only calls that are safe behind a fork are allowed.
-[[noreturn]] void become(char* const* arguments, int errors, pid_t parent) {
+[[noreturn]] void become(char* const* arguments, const char* complaint, int errors, pid_t parent) {
   ::setpgid(0, 0);
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   ::signal(SIGPIPE, SIG_DFL);
@@ -32,8 +34,7 @@ namespace {
   ::dup2(nothing, STDOUT_FILENO);
   ::dup2(errors, STDERR_FILENO);
   ::execvp(arguments[0], arguments);
-  for (const char* part :
-       {"cannot start ", static_cast<const char*>(arguments[0]), ": ", ::strerrordesc_np(errno), "\n"}) {
+  for (const char* part : {complaint, ::strerrordesc_np(errno), "\n"}) {
     if (::write(STDERR_FILENO, part, std::strlen(part)) < 0) break;
   }
   ::_exit(127);
@@ -58,11 +59,12 @@ std::string companionProgram(const std::string& name) {
 ChildProcess::ChildProcess(const std::vector<std::string>& words) {
   std::vector<std::string> own = words;
   const std::vector<char*> arguments = argumentVector(own);
+  const std::string complaint = terminal::say("no se puede iniciar {}: ", "cannot start {}: ", {words.at(0)});
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) < 0) fail("pipe");
   const pid_t parent = ::getpid();
   id_ = ::fork();
-  if (id_ == 0) become(arguments.data(), ends[1], parent);
+  if (id_ == 0) become(arguments.data(), complaint.c_str(), ends[1], parent);
   const int reason = errno;
   ::close(ends[1]);
   errors_ = ends[0];

@@ -32,8 +32,6 @@ class ChildProcess {
   /// Lets the program say from now on what it likes: nobody listens, and it never has to wait.
   void ignoreErrors();
 
-  pid_t id() const { return id_; }
-
  private:
   pid_t id_ = -1;
   int errors_ = -1;

@@ -132,7 +132,11 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
     settings_.replace(settingTimeOut.section, settingTimeOut.key, utf16(std::to_string(*options.timeout)));
   }
   if (!options.traceFile.empty()) traceTo(options.traceFile);
+  // Switched on by the setting itself, the trace could not be switched off where it cannot be written.
+  const bool isTraced = readSetting(settingObjectTrace) != u"0";
+  settings_.replace(settingObjectTrace.section, settingObjectTrace.key, u"0");
   object_ = createObject("CZentaro");
+  if (isTraced) printer().DebugMode(true);
   printer().CommPort = options.port.value_or(ownPort);
   printer().PortOpen(true);
   line_.emplace(printer(), patienceOf(options.giveUp, timeOutSeconds()));

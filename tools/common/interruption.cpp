@@ -1,7 +1,6 @@
 // The handler, and what it needs prepared.
 #include "common/interruption.h"
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -22,8 +21,6 @@ std::atomic<int> signalCount = 0;
 // Two, so that the handler never reads the one that is being written.
 std::array<Text, 2> lastWords{};
 std::atomic<int> readyWords = 0;
-std::atomic<pid_t> child = 0;
-std::array<Text, 3> leftovers{};  // two files and the folder that holds them
 std::array<struct sigaction, endingSignals.size() + 1> previous{};
 
 void copy(const std::string& from, Text& to) {
@@ -36,13 +33,6 @@ void copy(const std::string& from, Text& to) {
   constexpr int exitUnknown = 4;
   const char* words = lastWords[static_cast<std::size_t>(readyWords.load())].data();
   [[maybe_unused]] const auto written = ::write(STDERR_FILENO, words, std::strlen(words));
-  if (const pid_t id = child.load(); id > 0) {
-    ::kill(id, SIGTERM);
-    ::waitpid(id, nullptr, 0);
-    ::unlink(leftovers[0].data());
-    ::unlink(leftovers[1].data());
-    ::rmdir(leftovers[2].data());
-  }
   ::_exit(exitUnknown);
 }
 
@@ -75,13 +65,6 @@ void Interruption::setLastWords(const std::string& text) {
   const int next = 1 - readyWords;
   copy(text, lastWords[static_cast<std::size_t>(next)]);
   readyWords = next;
-}
-
-void Interruption::setLeftovers(pid_t process, const std::string& folder) {
-  copy(folder + "/printer", leftovers[0]);
-  copy(folder + "/paper.txt", leftovers[1]);
-  copy(folder, leftovers[2]);
-  child = process;
 }
 
 }  // namespace zentaro::tools

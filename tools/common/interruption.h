@@ -1,15 +1,13 @@
 // SIGINT, SIGTERM and SIGHUP while a command talks to a printer, and a reader that goes away.
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
 
 namespace zentaro::tools {
 
 /// While it lives the first of these signals only sets a flag: the command ends what it has begun and says what
-/// came of it. The second one writes the last words, ends the virtual printer and the process with exit status
-/// 4. Signals that were ignored before stay ignored. SIGPIPE is ignored, so that a closed standard output
+/// came of it. The second one writes the last words and ends the process with exit status 4, and with it a virtual
+/// printer that it has started. Signals that were ignored before stay ignored. SIGPIPE is ignored, so that a closed standard output
 /// never ends a sale. Only one at a time.
 class Interruption {
  public:
@@ -22,8 +20,6 @@ class Interruption {
 
   /// What a second signal writes, prepared because little may be done then; cut at 500 bytes.
   static void setLastWords(const std::string& text);
-  /// The child process that is ended then, and the folder that is removed with these files in it.
-  static void setLeftovers(pid_t child, const std::string& folder);
 };
 
 }  // namespace zentaro::tools

@@ -41,6 +41,16 @@ void sayHowLong(PrinterLine::Time waited, PrinterLine::Time limit) {
 
 }  // namespace
 
+bool endedTrace(CZentaro& printer, const AutomationError& error) {
+  constexpr int firstOfFiles = 52, lastOfFiles = 76;
+  if (error.number() < firstOfFiles || error.number() > lastOfFiles) return false;
+  printer.DebugMode(false);
+  std::cerr << say("zentaro: aviso: la traza no se puede escribir ({}); se sigue sin ella\n",
+                   "zentaro: warning: the trace cannot be written ({}); going on without it\n",
+                   {error.what()});
+  return true;
+}
+
 PrinterLine::Time patienceOf(const std::optional<int>& giveUpSeconds, int timeOutSeconds) {
   return std::chrono::seconds(giveUpSeconds.value_or(std::max(30, 3 * timeOutSeconds)));
 }
@@ -87,10 +97,7 @@ Heard PrinterLine::ask(const std::function<Heard()>& request, Time patience) {
 
 void PrinterLine::getInStep() {
   const bool verifies = std::exchange(printer_.verifyCheckSum, true);
-  const Heard heard = ask([this] {
-    printer_.StatusIF(u"N");
-    return heardOfStatus(printer_);
-  });
+  const Heard heard = ask([this] { return heardOfStatus(printer_, [this] { printer_.StatusIF(u"N"); }); });
   printer_.verifyCheckSum = verifies;
   if (isToEnd()) throw std::runtime_error(std::string(say("interrumpido", "interrupted")));
   if (heard != Heard::InStep) throw std::runtime_error(trouble(heard));

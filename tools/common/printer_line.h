@@ -60,13 +60,18 @@ inline Heard heardOfStatus(const CZentaro& printer) {
   return heardOfStatus(printer.nEnvironmentError, printer.getResponse(0));
 }
 
+/// Whether the error comes from an object trace that cannot be written. That trace is off then, so that the printer
+/// can be asked all the same, and the user knows.
+bool endedTrace(CZentaro& printer, const AutomationError& error);
+
 /// The same of a request that is sent here. A record that cannot be filled raises, which is passed on only when
 /// the answer was one to the request.
 template <class Request>
-Heard heardOfStatus(const CZentaro& printer, const Request& request) {
+Heard heardOfStatus(CZentaro& printer, const Request& request) {
   try {
     request();
-  } catch (const AutomationError&) {
+  } catch (const AutomationError& error) {
+    if (endedTrace(printer, error)) return Heard::OutOfStep;
     if (heardOfStatus(printer) == Heard::InStep) throw;
   }
   return heardOfStatus(printer);

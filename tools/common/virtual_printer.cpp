@@ -5,7 +5,6 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "common/interruption.h"
 #include "terminal/language.h"
 
 namespace zentaro::tools {
@@ -26,11 +25,10 @@ std::vector<std::string> wordsWith(const std::vector<std::string>& options) {
 VirtualPrinter::VirtualPrinter(const std::vector<std::string>& options) : process_(wordsWith(options)) {
   waitUntilReady();
   process_.ignoreErrors();
-  Interruption::setLeftovers(process_.id(), device_.parent_path().string());
 }
 
 void VirtualPrinter::waitUntilReady() {
-  constexpr std::string_view ready = "ready: ", page = "page: ";
+  constexpr std::string_view ready = "ready: ", page = "page: ", program = "zentaro-printer: ";
   std::string said, line;
   while (process_.readErrorLine(line, longestStart)) {
     if (line.starts_with(ready)) {
@@ -40,6 +38,9 @@ void VirtualPrinter::waitUntilReady() {
     if (line.starts_with(page)) page_ = line.substr(page.size());
     said += line + "\n";
   }
+  // It did start, and has said what is wrong with its options.
+  if (said.starts_with(program))
+    throw std::runtime_error(said.substr(program.size(), said.size() - program.size() - 1));
   throw std::runtime_error(terminal::say(
       "la impresora virtual no arrancó; dijo: {}\n¿Está zentaro-printer junto a zentaro, o en PATH?",
       "the virtual printer did not start; it said: {}\n"

@@ -60,7 +60,7 @@ Finding judgePort(const PortFacts& facts) {
   if (!facts.exists && !facts.isConfigured)
     return {"absent", false, std::string(say("no está", "not there"))};
   if (!facts.exists) return missing(facts);
-  if (!facts.isCharacterDevice) return noSerialDevice(facts);
+  if (!facts.isSerial) return noSerialDevice(facts);
   if (!facts.canReadAndWrite) return notAllowed(facts);
   if (!facts.holder.empty()) return taken(facts.holder);
   return {"free", false,

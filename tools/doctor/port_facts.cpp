@@ -3,12 +3,14 @@
 
 #include <grp.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 
+#include "terminal/language.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {
@@ -33,7 +35,16 @@ bool hasOpen(const files::path& process, const files::path& device) {
 std::string processName(const files::path& process) {
   std::string name;
   std::getline(std::ifstream(process / "comm"), name);
-  return name + " (process " + process.filename().string() + ")";
+  return name + " (" + std::string(terminal::say("proceso", "process")) + " " + process.filename().string() +
+         ")";
+}
+
+// A character device that the system counts among others than the serial ones, such as /dev/null.
+bool isOtherKind(dev_t device) {
+  std::error_code unknown;  // as a pseudo-terminal is
+  const std::string number = std::to_string(major(device)) + ":" + std::to_string(minor(device));
+  const files::path kind = files::read_symlink("/sys/dev/char/" + number + "/subsystem", unknown);
+  return !unknown && kind.filename() != "tty";
 }
 
 // The printer's own side of a pseudo-terminal keeps its device open, too, and is in nobody's way.
@@ -70,7 +81,7 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
   std::error_code failed;
   const files::path target = files::canonical(device, failed);
   if (!failed) facts.device = target.string();
-  facts.isCharacterDevice = S_ISCHR(status.st_mode);
+  facts.isSerial = S_ISCHR(status.st_mode) && !isOtherKind(status.st_rdev);
   facts.canReadAndWrite = ::access(device.c_str(), R_OK | W_OK) == 0;
   facts.group = groupName(status.st_gid);
   facts.holder = holderOf(facts.device);

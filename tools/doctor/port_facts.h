@@ -13,7 +13,7 @@ struct PortFacts {
   std::string device = {};    // its path, after all links
   bool isConfigured = false;  // somebody named this port: in the settings or on the command line
   bool exists = false;
-  bool isCharacterDevice = false;
+  bool isSerial = false;  // as far as can be seen without opening it
   bool canReadAndWrite = false;
   std::string group = {};   // of the device
   std::string holder = {};  // "minicom (process 4711)": who else has it open, as far as this user may see

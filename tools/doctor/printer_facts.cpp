@@ -76,8 +76,9 @@ Finding clockFinding(double ahead, const std::string& portWords) {
       ahead > 0 ? say("su reloj adelanta {} minutos", "its clock is {} minutes fast", {minutes})
                 : say("su reloj atrasa {} minutos", "its clock is {} minutes slow", {minutes});
   return {"clock-off", true, text,
-          say("zentaro call {} SetDateTime \"AAAA-MM-DD HH:MM:SS\" (con el día cerrado)",
-              "zentaro call {} SetDateTime \"YYYY-MM-DD HH:MM:SS\" (with the day closed)", {portWords})};
+          say("con el día cerrado, después del Z:\nzentaro call {} SetDateTime \"$(date '+%F %T')\"",
+              "with the day closed, after the Z:\nzentaro call {} SetDateTime \"$(date '+%F %T')\"",
+              {portWords})};
 }
 
 }  // namespace
@@ -87,10 +88,8 @@ PrinterFacts examinePrinter(Connection& connection) {
   printer.verifyCheckSum = true;
   connection.line().startAnywhere();
   PrinterFacts facts;
-  facts.heard = connection.line().ask([&] {
-    printer.StatusIF(u"N");
-    return heardOfStatus(printer);
-  });
+  facts.heard =
+      connection.line().ask([&] { return heardOfStatus(printer, [&] { printer.StatusIF(u"N"); }); });
   facts.outcome = printer.nEnvironmentError;
   facts.printerWord = printer.dwordPrinterStatus;
   facts.fiscalWord = printer.dwordStatusFiscal;

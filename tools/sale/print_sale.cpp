@@ -16,8 +16,8 @@ namespace {
 
 class Carrier {
  public:
-  Carrier(const std::vector<Step>& steps, SaleMachine machine, SalePrinter& printer, std::ostream& progress,
-          SaleWitness* witness)
+  Carrier(const std::vector<SaleStep>& steps, SaleMachine machine, SalePrinter& printer,
+          std::ostream& progress, SaleWitness* witness)
       : steps_(steps), printer_(printer), progress_(progress), witness_(witness), machine_(machine) {}
 
   SaleEnd carry(const std::function<bool()>& isInterrupted) {
@@ -44,8 +44,8 @@ class Carrier {
     if (action == Action::Cancel) witness_->turned("cancel");
     if (action == Action::Finish) witness_->turned("finish");
     if (action != Action::SendStep) return;
-    if (steps_[machine_.step()].kind == Step::Kind::Close) witness_->turned("close");
-    if (steps_[machine_.step()].kind != Step::Kind::Open) return;
+    if (steps_[machine_.step()].kind == SaleStep::Kind::Close) witness_->turned("close");
+    if (steps_[machine_.step()].kind != SaleStep::Kind::Open) return;
     if (std::string objection = witness_->opening(machine_.before()); !objection.empty())
       stop(std::move(objection));
   }
@@ -79,11 +79,11 @@ class Carrier {
   }
 
   void sendStep() {
-    const Step& step = steps_[machine_.step()];
+    const SaleStep& step = steps_[machine_.step()];
     const std::string number = std::to_string(machine_.step() + 1) + "/" + std::to_string(steps_.size());
     progress_ << std::setw(7) << number << "  ";
     send(step.label, [&] { return printer_.send(step); });
-    if (step.kind == Step::Kind::Open && machine_.next() == Action::SendStep && witness_ != nullptr)
+    if (step.kind == SaleStep::Kind::Open && machine_.next() == Action::SendStep && witness_ != nullptr)
       witness_->opened(printer_.openedNumber());
   }
 
@@ -109,7 +109,7 @@ class Carrier {
     if (!end_.number && end_.receipt) end_.number = end_.receipt->number;
   }
 
-  const std::vector<Step>& steps_;
+  const std::vector<SaleStep>& steps_;
   SalePrinter& printer_;
   std::ostream& progress_;
   SaleWitness* witness_;
@@ -119,14 +119,14 @@ class Carrier {
 
 }  // namespace
 
-SaleEnd printSale(const std::vector<Step>& steps, Cents net, SalePrinter& printer, std::ostream& progress,
+SaleEnd printSale(const std::vector<SaleStep>& steps, Cents net, SalePrinter& printer, std::ostream& progress,
                   const std::function<bool()>& isInterrupted, SaleWitness* witness) {
   return Carrier(steps, SaleMachine(steps.size(), net), printer, progress, witness).carry(isInterrupted);
 }
 
 SaleEnd endSale(const Counters& before, Cents net, SalePrinter& printer, std::ostream& progress,
                 SaleWitness* witness) {
-  const std::vector<Step> none;
+  const std::vector<SaleStep> none;
   const auto never = [] { return false; };
   return Carrier(none, SaleMachine::resumed(before, net), printer, progress, witness).carry(never);
 }

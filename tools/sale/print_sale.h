@@ -33,7 +33,7 @@ class SaleWitness {
 
 /// `isInterrupted` is asked between two steps; when it says so no further step is sent, and the document is
 /// cancelled or, when it is partially closed, finished.
-SaleEnd printSale(const std::vector<Step>& steps, Cents net, SalePrinter& printer, std::ostream& progress,
+SaleEnd printSale(const std::vector<SaleStep>& steps, Cents net, SalePrinter& printer, std::ostream& progress,
                   const std::function<bool()>& isInterrupted, SaleWitness* witness = nullptr);
 
 /// Cancels, or finishes, the document that a sale left open which was cut short after `before`, and judges it.

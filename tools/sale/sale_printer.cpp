@@ -30,7 +30,7 @@ ObjectSalePrinter::ObjectSalePrinter(CZentaro& printer, PrinterLine& line, bool 
   printer_.verifyCheckSum = true;
 }
 
-Reply ObjectSalePrinter::send(const Step& step) {
+Reply ObjectSalePrinter::send(const SaleStep& step) {
   line_.persist();
   Reply reply = run(step.send);
   if (reply.fate != Fate::Done) return reply;
@@ -60,6 +60,7 @@ Reply ObjectSalePrinter::run(const Operation& operation) {
   } catch (const AutomationError& error) {
     if (!mayBeRaisedBehindTheCommand(error.number())) return {Fate::Refused, error.what()};
     raised = error.what();
+    printer_.DebugMode(false);  // the trace may be what has failed: the printer is asked without it
   } catch (const std::exception& error) {
     raised = error.what();
   }
@@ -130,6 +131,7 @@ Heard ObjectSalePrinter::askStatus(std::optional<Counters>& counters) {
     return heard;
   } catch (const AutomationError& error) {  // too few fields in the answer, or a trace
     trouble_ = error.what();
+    endedTrace(printer_, error);
     return error.number() == 9 ? Heard::InStep : Heard::OutOfStep;
   }
 }

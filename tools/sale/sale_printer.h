@@ -27,7 +27,7 @@ struct Receipt {
 class SalePrinter {
  public:
   virtual ~SalePrinter() = default;
-  virtual Reply send(const Step& step) = 0;
+  virtual Reply send(const SaleStep& step) = 0;
   virtual Reply cancel() = 0;
   /// The definitive close of a partially closed document.
   virtual Reply finish() = 0;
@@ -47,7 +47,7 @@ class SalePrinter {
 class ObjectSalePrinter : public SalePrinter {
  public:
   ObjectSalePrinter(CZentaro& printer, PrinterLine& line, bool isCreditNote);
-  Reply send(const Step& step) override;
+  Reply send(const SaleStep& step) override;
   Reply cancel() override;
   Reply finish() override;
   std::optional<Counters> counters() override;

@@ -16,13 +16,13 @@ Variant thousandths(Thousandths quantity) { return Currency::fromScaled(quantity
 /// A field of the last answer, for messages too.
 std::string field(const CZentaro& printer, int index) { return utf8(toText(printer.response(index))); }
 
-Step openInvoice(const Sale& sale) {
-  return {Step::Kind::Open, std::string(say("abrir factura", "open invoice")),
+SaleStep openInvoice(const Sale& sale) {
+  return {SaleStep::Kind::Open, std::string(say("abrir factura", "open invoice")),
           [&sale](CZentaro& z) { return z.IniciarFactura(sale.customerName, sale.customerRif); }};
 }
 
-Step openCreditNote(const Sale& sale) {
-  return {Step::Kind::Open,
+SaleStep openCreditNote(const Sale& sale) {
+  return {SaleStep::Kind::Open,
           say("abrir nota de crédito para la factura {}", "open credit note for invoice {}",
               {sale.invoice.number}),
           [&sale](CZentaro& z) {
@@ -35,11 +35,11 @@ Step openCreditNote(const Sale& sale) {
           }};
 }
 
-Step itemStep(const Item& item, bool isCreditNote) {
+SaleStep itemStep(const Item& item, bool isCreditNote) {
   const std::string label = say("renglón {}, {} x {}, impuesto {} %", "item {}, {} x {}, tax {} %",
                                 {item.description, shortDecimalText(item.quantity, 3), centsText(item.price),
                                  shortDecimalText(item.tax, 2)});
-  return {Step::Kind::Middle, label, [&item, isCreditNote](CZentaro& z) {
+  return {SaleStep::Kind::Middle, label, [&item, isCreditNote](CZentaro& z) {
             // Constants, so that the folding of a fractional quantity is not written back.
             const Variant price = money(item.price), quantity = thousandths(item.quantity),
                           tax = money(item.tax);
@@ -48,18 +48,18 @@ Step itemStep(const Item& item, bool isCreditNote) {
           }};
 }
 
-Step textStep(const std::string& text) {
-  return {Step::Kind::Middle, say("texto {}", "text {}", {text}),
+SaleStep textStep(const std::string& text) {
+  return {SaleStep::Kind::Middle, say("texto {}", "text {}", {text}),
           [&text](CZentaro& z) { return z.PasarLineaExtra(text); }};
 }
 
-Step lineStep(const Line& line, bool isCreditNote) {
+SaleStep lineStep(const Line& line, bool isCreditNote) {
   if (const Item* item = std::get_if<Item>(&line)) return itemStep(*item, isCreditNote);
   return textStep(std::get<std::string>(line));
 }
 
-Step discountStep(const Discount& discount) {
-  return {Step::Kind::Middle, say("descuento {}", "discount {}", {centsText(discount.amount)}),
+SaleStep discountStep(const Discount& discount) {
+  return {SaleStep::Kind::Middle, say("descuento {}", "discount {}", {centsText(discount.amount)}),
           [&discount](CZentaro& z) {
             return discount.description.empty()
                        ? z.RegistrarDescuento(money(discount.amount))
@@ -76,25 +76,25 @@ std::string compareSubtotal(const CZentaro& printer, const Totals& totals) {
       {cents.problem.empty() ? centsText(cents.value) : "\"" + printed + "\"", centsText(totals.total())});
 }
 
-Step subtotalStep(const Totals& totals) {
-  return {Step::Kind::Middle,
+SaleStep subtotalStep(const Totals& totals) {
+  return {SaleStep::Kind::Middle,
           say("subtotal {} (impuesto {})", "subtotal {} (tax {})",
               {centsText(totals.total()), centsText(totals.tax)}),
           [](CZentaro& z) { return z.Subtotal(); },
           [totals](const CZentaro& z) { return compareSubtotal(z, totals); }};
 }
 
-Step paymentStep(const Payment& payment) {
+SaleStep paymentStep(const Payment& payment) {
   const std::string label = say("pago {}", "payment {}", {centsText(payment.amount)});
   if (payment.medium.empty())
-    return {Step::Kind::Middle, label,
+    return {SaleStep::Kind::Middle, label,
             [&payment](CZentaro& z) { return z.RecibirPago(money(payment.amount)); }};
-  return {Step::Kind::Middle, label + say(" con {}", " by {}", {payment.medium}),
+  return {SaleStep::Kind::Middle, label + say(" con {}", " by {}", {payment.medium}),
           [&payment](CZentaro& z) { return z.PagoConMedio(payment.medium, money(payment.amount)); }};
 }
 
-Step closeStep(std::string_view label, const std::string& type, Cents igtfBase) {
-  return {Step::Kind::Close, std::string(label), [type, igtfBase](CZentaro& z) {
+SaleStep closeStep(std::string_view label, const std::string& type, Cents igtfBase) {
+  return {SaleStep::Kind::Close, std::string(label), [type, igtfBase](CZentaro& z) {
             if (igtfBase == 0) return z.CerrarComprobante(type);
             return toInt16(z.CerrarComprobanteIGTF(Variant(type), money(igtfBase)));
           }};
@@ -102,8 +102,8 @@ Step closeStep(std::string_view label, const std::string& type, Cents igtfBase) 
 
 }  // namespace
 
-std::vector<Step> stepsOf(const Sale& sale, const Totals& totals) {
-  std::vector<Step> steps{sale.isCreditNote ? openCreditNote(sale) : openInvoice(sale)};
+std::vector<SaleStep> stepsOf(const Sale& sale, const Totals& totals) {
+  std::vector<SaleStep> steps{sale.isCreditNote ? openCreditNote(sale) : openInvoice(sale)};
   for (const Line& line : sale.lines) steps.push_back(lineStep(line, sale.isCreditNote));
   for (const Discount& discount : sale.discounts) steps.push_back(discountStep(discount));
   steps.push_back(subtotalStep(totals));

@@ -11,7 +11,7 @@
 
 namespace zentaro::tools {
 
-struct Step {
+struct SaleStep {
   enum class Kind { Open, Middle, Close };
   Kind kind;
   std::string label;                            // for the line of progress
@@ -22,6 +22,6 @@ struct Step {
 
 /// Opening, lines, discounts, subtotal, payments and close; with extra lines a partial close, the lines and
 /// the definitive close. The subtotal is compared with `totals`.
-std::vector<Step> stepsOf(const Sale& sale, const Totals& totals);
+std::vector<SaleStep> stepsOf(const Sale& sale, const Totals& totals);
 
 }  // namespace zentaro::tools

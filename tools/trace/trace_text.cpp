@@ -1,4 +1,4 @@
-// Columns for what every frame has, words for the rest.
+// Columns for what every frame has, a line below it for the rest.
 #include "trace/trace_text.h"
 
 #include <array>
@@ -16,6 +16,8 @@ using Form = DecodedFrame::Form;
 using printer::hexadecimal;
 using terminal::say;
 
+constexpr std::size_t fieldColumn = 10;  // in a line of their own, which then fits a terminal
+
 std::string fieldsText(const std::vector<std::string>& fields, std::size_t first) {
   std::string text;
   for (std::size_t i = first; i < fields.size(); ++i)
@@ -27,7 +29,7 @@ std::string statusText(const std::vector<std::string>& fields) {
   const auto word = [&](std::size_t index) {
     return index < fields.size() ? printer::utf8FromWire(fields[index]) : std::string(say("ninguna", "none"));
   };
-  return say("  impresora {} fiscal {}", "  printer {} fiscal {}", {word(0), word(1)});
+  return say("  estado {} {}", "  status {} {}", {word(0), word(1)});
 }
 
 std::string checksumText(const DecodedFrame& frame) {
@@ -39,12 +41,14 @@ std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts
   const printer::Command& content = frame.content;
   const printer::CommandEntry* known = printer::findCommand(content.code);
   std::array<char, 64> head{};
-  std::snprintf(head.data(), head.size(), "%02X %-10s seq %02X", static_cast<unsigned>(content.code),
+  std::snprintf(head.data(), head.size(), "%02X %-9s seq %02X", static_cast<unsigned>(content.code),
                 known == nullptr ? "?" : known->name,
                 static_cast<unsigned>(static_cast<unsigned char>(content.sequence)));
   const bool isAnswer = direction == Direction::Answer;
-  return head.data() + (isAnswer ? statusText(content.fields) : std::string()) +
-         (texts == FieldTexts::Shown ? fieldsText(content.fields, isAnswer ? 2 : 0) : "") +
+  const std::string fields =
+      texts == FieldTexts::Shown ? fieldsText(content.fields, isAnswer ? 2 : 0) : std::string();
+  const std::string gap = isAnswer || !fields.empty() ? "\n" + std::string(fieldColumn - 2, ' ') : "";
+  return head.data() + (isAnswer ? statusText(content.fields) : std::string()) + gap + fields +
          checksumText(frame);
 }
 
@@ -91,7 +95,7 @@ class Writer {
     const auto days = std::chrono::floor<std::chrono::days>(traced.time);
     const std::chrono::year_month_day date(days);
     const std::chrono::hh_mm_ss time(traced.time - days);
-    std::snprintf(head.data(), head.size(), "%6d  %02u-%02u-%04d %02d:%02d:%02d %+4ds  ", traced.line,
+    std::snprintf(head.data(), head.size(), "%5d  %02u-%02u-%04d %02d:%02d:%02d %+4ds  ", traced.line,
                   static_cast<unsigned>(date.day()), static_cast<unsigned>(date.month()),
                   static_cast<int>(date.year()), static_cast<int>(time.hours().count()),
                   static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()),
