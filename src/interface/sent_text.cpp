@@ -37,29 +37,35 @@ const EncodingName& nameOf(Encoding encoding) {
   return *std::ranges::find(encodingNames, encoding, &EncodingName::encoding);
 }
 
-std::string phraseOf(const SentField& field) {
-  std::string phrase = nameOf(field.encoding).phrase;
-  if (field.encoding == Encoding::ItemText && field.size == 0) return phrase.substr(0, phrase.find(" and #"));
-  if (const auto place = phrase.find('#'); place != std::string::npos) {
-    phrase.replace(place, 1, std::to_string(field.size));
-  }
-  return phrase;
+std::string withNumber(std::string phrase, std::ptrdiff_t number) {
+  const auto place = phrase.find('#');
+  return place == std::string::npos ? phrase : phrase.replace(place, 1, std::to_string(number));
 }
 
-std::string fieldText(const SentField& field) {
-  if (field.encoding != Encoding::Constant) return std::string(field.source);
-  return field.source.empty() ? "empty" : '"' + std::string(field.source) + '"';
+std::string phraseOf(const SentField& field, Wording wording) {
+  std::string_view phrase = nameOf(field.encoding).phrase;
+  if (field.encoding == Encoding::ItemText && field.size == 0)
+    phrase = phrase.substr(0, phrase.find(" and #"));
+  return withNumber(std::string(wording(phrase)), field.size);
 }
 
-std::string commandText(const SentCommand& command) {
+bool isEmpty(const SentField& field) { return field.encoding == Encoding::Constant && field.source.empty(); }
+
+std::string fieldText(const SentField& field, Wording wording) {
+  if (isEmpty(field)) return std::string(wording("empty"));
+  const std::string source(field.source);
+  return field.encoding == Encoding::Constant ? '"' + source + '"' : source;
+}
+
+std::string commandText(const SentCommand& command, Wording wording) {
   std::string text = codeText(command.code);
-  if (!command.when.empty()) text += " (" + std::string(command.when) + ")";
-  if (command.fields.empty()) return text + ": no fields";
-  const auto isEmpty = [](const SentField& field) { return fieldText(field) == "empty"; };
+  if (!command.when.empty()) text += " (" + std::string(wording(command.when)) + ")";
+  if (command.fields.empty()) return text + ": " + std::string(wording("no fields"));
   const char* between = ": ";
   for (const auto* field = command.fields.begin(); field != command.fields.end();) {
     const auto* const end = std::find_if_not(field, command.fields.end(), isEmpty);
-    text += between + (end - field > 1 ? std::to_string(end - field) + " empty" : fieldText(*field));
+    text += between + (end - field > 1 ? withNumber(std::string(wording("# empty")), end - field)
+                                       : fieldText(*field, wording));
     field = std::max(field + 1, end);
     between = ", ";
   }
@@ -70,23 +76,23 @@ std::string commandText(const SentCommand& command) {
 
 std::string_view encodingName(Encoding encoding) { return nameOf(encoding).name; }
 
-std::string sentText(const Effect& effect) {
-  std::string text(effect.sendsOther);
+std::string sentText(const Effect& effect, Wording wording) {
+  std::string text(wording(effect.sendsOther));
   for (const SentCommand& command : effect.commands) {
-    if (!text.empty()) text += command.when.empty() ? "; " : "; or ";
-    text += commandText(command);
+    if (!text.empty()) text += command.when.empty() ? "; " : wording("; or ");
+    text += commandText(command, wording);
   }
   return text;
 }
 
-std::string meaning(const Member& member, const Parameter& parameter) {
+std::string meaning(const Member& member, const Parameter& parameter, Wording wording) {
   // Behind what it means, in front of what else is to be said.
-  const std::string_view note = parameter.note, means = note.substr(0, note.find(';'));
+  const std::string_view note = wording(parameter.note), means = note.substr(0, note.find(';'));
   std::string text(means);
   for (const SentCommand& command : member.effect.commands) {
     for (const SentField& field : command.fields) {
       if (field.encoding == Encoding::Constant || field.source != parameter.name) continue;
-      const std::string phrase = phraseOf(field);
+      const std::string phrase = phraseOf(field, wording);
       if (text.find(phrase) == std::string::npos) text += ", " + phrase;
     }
   }

@@ -10,9 +10,12 @@
 #include "automation/conversions.h"
 #include "common/show.h"
 #include "common/signatures.h"
+#include "common/wording.h"
 #include "interface/library.h"
+#include "platform/setting_keys.h"
 #include "support/printer_fixture.h"
 #include "support/process.h"
+#include "terminal/language.h"
 
 namespace zentaro::tools::reference_test {
 
@@ -160,13 +163,25 @@ TEST_F(Descriptions, TellTheOutcomes) {
   });
 }
 
-TEST_F(Descriptions, ExplainEveryParameter) {
+TEST_F(Descriptions, ExplainEveryParameterInBothLanguages) {
+  std::set<std::string_view> phrases;
   for (const ClassDescription* description : libraryClasses()) {
+    phrases.insert(description->help);
     for (const Member& member : description->members) {
-      EXPECT_FALSE(member.help.empty()) << member.name;
-      for (const Parameter& parameter : member.parameters)
-        EXPECT_FALSE(parameter.note.empty()) << member.name;
+      phrases.insert(member.help);
+      if (!member.effect.sendsOther.empty()) phrases.insert(member.effect.sendsOther);
+      for (const Parameter& parameter : member.parameters) phrases.insert(parameter.note);
+      for (const SentCommand& command : member.effect.commands)
+        if (!command.when.empty()) phrases.insert(command.when);
     }
+  }
+  for (const SettingKey& setting : allSettings) phrases.insert(setting.meaning);
+  EXPECT_FALSE(phrases.contains(""));
+  for (const std::string_view phrase : phrases) {
+    terminal::chooseLanguage(terminal::Language::Spanish);
+    const std::string spanish(inLanguage(phrase));
+    terminal::chooseLanguage(terminal::Language::English);
+    EXPECT_NE(spanish, inLanguage(phrase)) << phrase;
   }
 }
 
@@ -175,6 +190,11 @@ class Pages : public testing::Shell {};
 TEST_F(Pages, OfTheReferenceAreWhatTheDescriptionsSay) {
   EXPECT_EQ(testing::contents(ZENTARO_SOURCES "/docs/reference.md"), referencePage())
       << "stale: run \"zentaro members --markdown > docs/reference.md\"";
+  terminal::chooseLanguage(terminal::Language::Spanish);
+  const std::string spanish = referencePage();
+  terminal::chooseLanguage(terminal::Language::English);
+  EXPECT_EQ(testing::contents(ZENTARO_SOURCES "/docs/es/referencia.md"), spanish)
+      << "stale: run \"zentaro --lang es members --markdown > docs/es/referencia.md\"";
 }
 
 TEST_F(Pages, OfTheManualExplainEverySubcommand) {

@@ -29,11 +29,11 @@ std::string parameterText(const Parameter& parameter) {
 }
 
 // "get", "let value", "let bIsOpen by reference"
-std::string accessorText(const Member& accessor) {
+std::string accessorText(const Member& accessor, Wording wording) {
   std::string text = accessName(accessor.access);
   if (!accessor.newValue.name.empty()) text += " " + std::string(accessor.newValue.name);
   if (!accessor.newValue.name.empty() && accessor.newValue.passing == Passing::ByReference)
-    text += " by reference";
+    text += wording(" by reference");
   return text;
 }
 
@@ -59,7 +59,7 @@ std::span<const Member> findMember(const ClassDescription& description, std::str
   return {first, std::find_if_not(first, description.members.end(), hasName)};
 }
 
-std::string signature(std::span<const Member> group) {
+std::string signature(std::span<const Member> group, Wording wording) {
   const Member& member = group.front();
   const std::string name(member.name), result = typeName(member.result);
   std::vector<std::string> parts;
@@ -67,20 +67,21 @@ std::string signature(std::span<const Member> group) {
     for (const Parameter& parameter : member.parameters) parts.push_back(parameterText(parameter));
     return name + "(" + joined(parts) + ")" + (result.empty() ? "" : ": " + result);
   }
-  for (const Member& accessor : group) parts.push_back(accessorText(accessor));
+  for (const Member& accessor : group) parts.push_back(accessorText(accessor, wording));
   return name + ": " + result + " (" + joined(parts) + ")";
 }
 
-std::string outcomesText(const Member& member) {
+std::string outcomesText(const Member& member, Wording wording) {
   const unsigned outcomes = member.effect.outcomes;
   std::vector<std::string> codes;
   if ((outcomes & checksPort) != 0 && member.returnsOutcome()) codes.emplace_back("-1");
-  if ((outcomes & exchanges) != 0) codes.emplace_back("0 to 5");
+  if ((outcomes & exchanges) != 0) codes.emplace_back(wording("0 to 5"));
   if ((outcomes & checksArgument) != 0) codes.emplace_back("6");
   if (codes.empty()) return {};
-  if (member.returnsOutcome()) return "the result: " + joined(codes);
-  return "in nEnvironmentError: " + joined(codes) +
-         ((outcomes & checksPort) != 0 ? "; unchanged while the port is closed" : "");
+  if (member.returnsOutcome()) return std::string(wording("the result: ")) + joined(codes);
+  std::string text = std::string(wording("in nEnvironmentError: ")) + joined(codes);
+  if ((outcomes & checksPort) != 0) text += wording("; unchanged while the port is closed");
+  return text;
 }
 
 }  // namespace zentaro::tools

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "automation/description.h"
+#include "interface/sent_text.h"
 
 namespace zentaro::tools {
 
@@ -17,9 +18,9 @@ std::span<const Member> findMember(const ClassDescription& description, std::str
 
 /// "RealizarCierre(nTipo: nTipoCierreFiscal, [Imprimir: Variant = True]): Int16", "PortOpen: Boolean (let
 /// bIsOpen by reference, get)".
-std::string signature(std::span<const Member> group);
+std::string signature(std::span<const Member> group, Wording wording = asItIs);
 
 /// Which outcome codes the member gives, and where: "the result: -1, 0 to 5"; empty when it gives none.
-std::string outcomesText(const Member& member);
+std::string outcomesText(const Member& member, Wording wording = asItIs);
 
 }  // namespace zentaro::tools

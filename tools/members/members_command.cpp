@@ -9,6 +9,7 @@
 #include "common/guarded.h"
 #include "common/json.h"
 #include "common/signatures.h"
+#include "common/wording.h"
 #include "interface/description_json.h"
 #include "interface/library.h"
 #include "interface/sent_text.h"
@@ -38,15 +39,15 @@ void show(const std::string& line, std::size_t indent) {
 
 void showClass(const ClassDescription& description) {
   const bool isHandedOut = description.create == nullptr;
-  show(qualifiedName(description) + ": " + std::string(description.help) +
+  show(qualifiedName(description) + ": " + std::string(inLanguage(description.help)) +
            std::string(isHandedOut
-                           ? say(" La entrega el objeto impresora.", " Handed out by the printer object.")
+                           ? say(" Lo entrega el objeto impresora.", " Handed out by the printer object.")
                            : ""),
        4);
   std::cout << '\n';
   for (const auto& group : memberGroups(description)) {
-    show("  " + signature(group), 10);
-    show("      " + std::string(group.front().help), 6);
+    show("  " + signature(group, inLanguage), 10);
+    show("      " + std::string(inLanguage(group.front().help)), 6);
   }
   std::cout << '\n';
 }
@@ -59,14 +60,15 @@ void showEnumeration(const EnumerationDescription& enumeration) {
 
 void showMember(const ClassDescription& description, std::span<const Member> group) {
   const Member& member = group.front();
-  show(std::string(description.name) + "." + signature(group), 4);
+  show(std::string(description.name) + "." + signature(group, inLanguage), 4);
   std::cout << '\n';
-  show("  " + std::string(member.help), 2);
+  show("  " + std::string(inLanguage(member.help)), 2);
   for (const Parameter& parameter : member.parameters) {
-    show("  " + std::string(parameter.name) + ": " + meaning(member, parameter), 6);
+    show("  " + std::string(parameter.name) + ": " + meaning(member, parameter, inLanguage), 6);
   }
-  if (member.effect.sends()) show(std::string(say("  Envía ", "  Sends ")) + sentText(member.effect), 6);
-  if (const std::string outcomes = outcomesText(member); !outcomes.empty()) {
+  if (member.effect.sends())
+    show(std::string(say("  Envía ", "  Sends ")) + sentText(member.effect, inLanguage), 6);
+  if (const std::string outcomes = outcomesText(member, inLanguage); !outcomes.empty()) {
     std::cout << say("  Resultado, ", "  Outcome, ") << outcomes << '\n';
   }
   std::cout << '\n';
@@ -86,7 +88,7 @@ bool showNamesWith(const std::string& part) {
     for (const auto& group : memberGroups(*description))
       if (const Member& member = group.front(); isPartOf(member.name, part))
         lines.push_back(std::string(description->name) + "." + std::string(member.name) + ": " +
-                        std::string(member.help));
+                        std::string(inLanguage(member.help)));
   }
   for (const EnumerationDescription& enumeration : libraryEnumerations())
     for (const auto& [name, value] : enumeration.values)

@@ -4,18 +4,22 @@
 #include <sstream>
 
 #include "common/signatures.h"
+#include "common/wording.h"
 #include "interface/library.h"
 #include "interface/sent_text.h"
 #include "interface/type_names.h"
 #include "platform/setting_keys.h"
 #include "printer/outcome.h"
+#include "terminal/language.h"
 #include "text/unicode.h"
 
 namespace zentaro::tools {
 
+using terminal::say;
+
 namespace {
 
-constexpr std::string_view preface = R"(# Reference
+constexpr std::string_view english = R"(# Reference
 
 Every class and member of the library, as `zentaro members --markdown` prints it: change the descriptions in
 `src/interface`, not this page.
@@ -47,6 +51,38 @@ Parameters in brackets are optional. By reference means that the member may see,
 variable; only where a note says so is something written back.
 )";
 
+constexpr std::string_view spanish = R"(# Referencia
+
+Todas las clases y miembros de la biblioteca, como los muestra `zentaro --lang es members --markdown`. La página se
+hace de las descripciones: no la cambie a mano.
+
+## Cómo se envían los valores
+
+Cada operación envía un comando con sus campos y espera la respuesta. Los comandos se dan por su código, con los
+campos en el orden en que van en la trama.
+
+| En una nota | Quiere decir |
+|---|---|
+| n caracteres | el texto se corta a n caracteres, se le quitan los blancos de las puntas y se lleva a caracteres de 7 bits: las vocales minúsculas y la N pierden acento y tilde, la comilla doble pasa a apóstrofo, y cualquier otro carácter por encima de 127 a un punto |
+| n decimales implícitos | el valor por 10^n como número entero, las mitades hacia arriba: 12.34 con 2 es `1234`, una cantidad de 2 con 3 es `2000` |
+| aammdd, hhmmss | una fecha como año, mes y día, una hora como hora, minuto y segundo, dos cifras cada uno |
+| se envía tal cual | el valor como su texto, sin cortar ni cambiar nada |
+
+STX, ETX y FS dentro de un texto se envían como puntos. Un valor que no se puede convertir da un error antes de que
+se envíe nada: 13 (tipo que no corresponde), 6 (desbordamiento), 94 (uso inválido de Null) o 5 (argumento inválido).
+Abrir un puerto que no se puede abrir da 40001 con la causa.
+
+Con uno de estos errores ya salió algo por la línea:
+
+- LlenarCheque y EndosarCheque, un texto que no se puede convertir: la estación de cheques está activa, y así queda.
+- GetDateTime, GetStatusN, GetStatusHASAR y PerformReturnCierre, una respuesta que no se puede leer (13, 9 o 6): el
+  comando se ejecutó; un cierre Z está impreso.
+- Cualquier operación mientras la traza del objeto está encendida y su archivo no se puede escribir (52 a 76): quizás.
+
+Los parámetros entre corchetes son opcionales. Por referencia quiere decir que el miembro puede ver y cambiar la
+variable de quien llama; solo cambia algo donde una nota lo dice.
+)";
+
 std::string cell(std::string_view text) {
   std::string escaped;
   for (const char character : text) escaped += character == '|' ? "\\|" : std::string(1, character);
@@ -55,37 +91,45 @@ std::string cell(std::string_view text) {
 
 void writeParameters(std::ostream& page, const Member& member) {
   if (member.parameters.empty()) return;
-  page << "| Parameter | Type | Passed | Meaning |\n|---|---|---|---|\n";
+  page << say("| Parámetro | Tipo | Pasa | Significado |\n|---|---|---|---|\n",
+              "| Parameter | Type | Passed | Meaning |\n|---|---|---|---|\n");
   for (const Parameter& parameter : member.parameters) {
     page << "| `" << parameter.name << "` | " << typeName(parameter.type) << " | "
-         << (parameter.passing == Passing::ByReference ? "by reference" : "by value") << " | "
-         << cell(meaning(member, parameter)) << " |\n";
+         << (parameter.passing == Passing::ByReference ? say("por referencia", "by reference")
+                                                       : say("por valor", "by value"))
+         << " | " << cell(meaning(member, parameter, inLanguage)) << " |\n";
   }
   page << '\n';
 }
 
 void writeMember(std::ostream& page, std::span<const Member> group) {
   const Member& member = group.front();
-  page << "### " << member.name << "\n\n    " << signature(group) << "\n\n" << member.help << "\n\n";
+  page << "### " << member.name << "\n\n    " << signature(group, inLanguage) << "\n\n"
+       << inLanguage(member.help) << "\n\n";
   writeParameters(page, member);
-  if (member.effect.sends()) page << "- Sends " << sentText(member.effect) << '\n';
-  const std::string outcomes = outcomesText(member);
-  if (!outcomes.empty()) page << "- Outcome, " << outcomes << '\n';
+  if (member.effect.sends())
+    page << say("- Envía ", "- Sends ") << sentText(member.effect, inLanguage) << '\n';
+  const std::string outcomes = outcomesText(member, inLanguage);
+  if (!outcomes.empty()) page << say("- Resultado, ", "- Outcome, ") << outcomes << '\n';
   if (member.effect.sends() || !outcomes.empty()) page << '\n';
 }
 
 void writeClass(std::ostream& page, const ClassDescription& description) {
   page << "\n## " << description.name << "\n\n"
-       << description.help << " Interface `" << description.interfaceName << "`; "
-       << (description.create == nullptr ? "handed out by the printer object." : "created as `")
+       << inLanguage(description.help) << say(" Interfaz `", " Interface `") << description.interfaceName
+       << "`; "
+       << (description.create == nullptr
+               ? say("lo entrega el objeto impresora.", "handed out by the printer object.")
+               : say("se crea como `", "created as `"))
        << (description.create == nullptr ? "" : qualifiedName(description) + "`.") << "\n\n";
   for (const auto& group : memberGroups(description)) writeMember(page, group);
 }
 
 void writeEnumeration(std::ostream& page, const EnumerationDescription& enumeration) {
   const bool areOutcomes = enumeration.name == "ENVERR_CODES";
-  page << "\n## " << enumeration.name << "\n\n| Name | Value |" << (areOutcomes ? " Text |" : "")
-       << "\n|---|---|" << (areOutcomes ? "---|" : "") << '\n';
+  page << "\n## " << enumeration.name << say("\n\n| Nombre | Valor |", "\n\n| Name | Value |")
+       << (areOutcomes ? say(" Texto |", " Text |") : "") << "\n|---|---|" << (areOutcomes ? "---|" : "")
+       << '\n';
   for (const auto& [name, value] : enumeration.values) {
     page << "| `" << name << "` | " << value << " |";
     if (areOutcomes) page << ' ' << utf8(outcomeText(static_cast<ENVERR_CODES>(value))) << " |";
@@ -94,11 +138,12 @@ void writeEnumeration(std::ostream& page, const EnumerationDescription& enumerat
 }
 
 void writeSettings(std::ostream& page) {
-  page << "\n## Settings\n\n| Section | Key | Default | Meaning |\n|---|---|---|---|\n";
+  page << say("\n## Configuración\n\n| Sección | Clave | De fábrica | Significado |\n|---|---|---|---|\n",
+              "\n## Settings\n\n| Section | Key | Default | Meaning |\n|---|---|---|---|\n");
   for (const SettingKey& setting : allSettings) {
     page << "| `" << setting.section << "` | `" << setting.key << "` | "
-         << (setting.fallback.empty() ? "empty" : "`" + utf8(setting.fallback) + "`") << " | "
-         << setting.meaning << " |\n";
+         << (setting.fallback.empty() ? std::string(inLanguage("empty")) : "`" + utf8(setting.fallback) + "`")
+         << " | " << inLanguage(setting.meaning) << " |\n";
   }
 }
 
@@ -106,7 +151,7 @@ void writeSettings(std::ostream& page) {
 
 std::string referencePage() {
   std::ostringstream page;
-  page << preface;
+  page << say(spanish, english);
   for (const EnumerationDescription& enumeration : libraryEnumerations()) writeEnumeration(page, enumeration);
   for (const ClassDescription* description : libraryClasses()) writeClass(page, *description);
   writeSettings(page);

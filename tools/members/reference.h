@@ -5,7 +5,7 @@
 
 namespace zentaro::tools {
 
-/// The whole of docs/reference.md.
+/// The whole of docs/reference.md, or of docs/es/referencia.md, by the language of the program.
 std::string referencePage();
 
 }  // namespace zentaro::tools

@@ -9,6 +9,7 @@
 #include "common/guarded.h"
 #include "common/json.h"
 #include "common/known_settings.h"
+#include "common/wording.h"
 #include "platform/system_paths.h"
 #include "settings/settings_file.h"
 #include "terminal/harmless.h"
@@ -54,26 +55,6 @@ void checkValue(const KnownSetting& setting, const std::string& value) {
           {setting.key, std::to_string(setting.lowest), std::to_string(setting.highest), value}));
 }
 
-// The library has its meanings in English.
-std::string meaningOf(const KnownSetting& setting) {
-  struct Meaning {
-    std::string_view key, spanish;
-  };
-  constexpr auto meanings = std::to_array<Meaning>({
-      {settingTimeOut.key, "cuánto se espera por una respuesta, en segundos enteros"},
-      {settingDescriptionLength.key, "largo máximo de la descripción de un renglón, en caracteres"},
-      {settingSuppressDecimals.key,
-       "distinto de 0: un renglón con cantidad fraccionaria va como una unidad a precio x cantidad"},
-      {settingObjectTrace.key, "distinto de \"0\": todo objeto impresora deja traza desde que nace"},
-      {settingObjectTraceFile.key, "archivo de la traza del objeto"},
-      {settingDriverTrace.key, "distinto de \"0\": el driver deja traza tras una apertura fallida"},
-      {settingDriverTraceFile.key, "archivo de la traza del driver"},
-  });
-  for (const auto& [key, spanish] : meanings)
-    if (key == setting.key) return std::string(say(spanish, setting.meaning));
-  return say("dispositivo del puerto serial {}", "device of serial port {}", {setting.key.substr(3)});
-}
-
 std::string shown(const std::string& value) {
   return value.empty() ? std::string(say("(vacío)", "(empty)")) : harmless(value);
 }
@@ -87,7 +68,10 @@ void listText(const SettingsFile& file) {
     const bool isSet = sourceOf(file, setting) == "set";
     std::cout << terminal::padded(setting.key, 22) << terminal::padded(shown(valueIn(file, setting)), 24)
               << (isSet ? say("  puesto", "  set") : say("  de fábrica", "  default")) << '\n';
-    std::string meaning = meaningOf(setting);
+    std::string meaning =
+        setting.section == portSection && setting.key.starts_with("COM")
+            ? say("dispositivo del puerto serial {}", "device of serial port {}", {setting.key.substr(3)})
+            : std::string(inLanguage(setting.meaning));
     if (isSet) meaning += say(" (de fábrica: {})", " (default: {})", {shown(setting.fallback)});
     for (const std::string& line : terminal::wrapped("    " + meaning, terminal::screenColumns(), "    "))
       std::cout << line << '\n';
