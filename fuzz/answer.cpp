@@ -19,7 +19,7 @@ constexpr std::u16string_view delimiters = u"\x1C\x03";
 Receiver received(std::u16string_view text, std::size_t pieceSize) {
   Receiver receiver;
   for (; !text.empty(); text.remove_prefix(std::min(pieceSize, text.size())))
-    receiver.feed(text.substr(0, pieceSize));
+    receiver.feed(std::u16string(text.substr(0, pieceSize)));
   return receiver;
 }
 

@@ -10,7 +10,6 @@
 #include "automation/conversions.h"
 #include "automation/numbers.h"
 #include "platform/services.h"
-#include "text/trimming.h"
 #include "util/lm_string_lib.h"
 
 namespace zentaro {
@@ -21,28 +20,23 @@ struct Replacement {
   char16_t from, to;
 };
 // Upper-case accented vowels are not among them: they become a full stop.
-constexpr std::array<Replacement, 8> replacements{{{u'ñ', u'n'},
-                                                   {u'Ñ', u'N'},
-                                                   {u'á', u'a'},
-                                                   {u'é', u'e'},
-                                                   {u'í', u'i'},
-                                                   {u'ó', u'o'},
-                                                   {u'ú', u'u'},
-                                                   {u'"', u'\''}}};
+constexpr std::array<Replacement, 7> replacements{
+    {{u'ñ', u'n'}, {u'Ñ', u'N'}, {u'á', u'a'}, {u'é', u'e'}, {u'í', u'i'}, {u'ó', u'o'}, {u'ú', u'u'}}};
 
 char16_t sevenBit(char16_t character) {
+  if (character <= 127) return character == u'"' ? u'\'' : character;
   const auto* found = std::find_if(replacements.begin(), replacements.end(),
                                    [=](const Replacement& entry) { return entry.from == character; });
-  if (found != replacements.end()) return found->to;
-  return character > 127 ? u'.' : character;
+  return found != replacements.end() ? found->to : u'.';
 }
 
 }  // namespace
 
 std::u16string CleanText(const Variant& value, std::int32_t length) {
   constexpr std::int32_t usualLength = 20;
-  const std::u16string field = lmStringLib::FixLen(toText(value), length == 0 ? usualLength : length);
-  std::u16string text(withoutSpaces<char16_t>(field));
+  std::u16string text = lmStringLib::FixLen(toText(value), length == 0 ? usualLength : length);
+  text.erase(text.find_last_not_of(u' ') + 1);
+  text.erase(0, text.find_first_not_of(u' '));
   std::transform(text.begin(), text.end(), text.begin(), sevenBit);
   return text;
 }
@@ -51,7 +45,11 @@ std::u16string FormatImplied(double value, std::int16_t decimals) {
   const double whole = std::floor(value * std::pow(10.0, decimals) + 0.5);
   if (!std::isfinite(whole)) throw AutomationError(ErrorNumber::Overflow);
   std::array<char, 320> digits;  // the largest double has 309
-  const auto end = std::to_chars(digits.begin(), digits.end(), whole, std::chars_format::fixed, 0);
+  // Nearly every amount is an integer of 64 bits, whose digits come much faster.
+  constexpr double largestExact = 9'007'199'254'740'992.0;
+  const auto end = std::fabs(whole) <= largestExact
+                       ? std::to_chars(digits.begin(), digits.end(), static_cast<std::int64_t>(whole))
+                       : std::to_chars(digits.begin(), digits.end(), whole, std::chars_format::fixed, 0);
   return {digits.begin(), end.ptr};
 }
 

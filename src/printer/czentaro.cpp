@@ -1,6 +1,7 @@
 // The printer object: creation, port, and the skeleton that every operation runs through.
 #include "printer/czentaro.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "automation/automation_error.h"
@@ -18,12 +19,13 @@ AutomationError portError(std::u16string description) {
   return {40001, u"CZentaro.Let PortOpen", std::move(description)};
 }
 
+bool isControl(char16_t character) { return character == STX || character == ETX || character == FS; }
+
 /// A host's text can neither forge a field nor end the frame.
 void replaceControlCharacters(Variant& field) {
-  constexpr char16_t controls[] = {STX, ETX, FS, 0};
-  if (!field.is(Variant::Kind::Text) || field.text().find_first_of(controls) == std::u16string::npos) return;
+  if (!field.is(Variant::Kind::Text) || std::ranges::none_of(field.text(), isControl)) return;
   std::u16string text = field.text();
-  for (std::size_t at = 0; (at = text.find_first_of(controls, at)) != std::u16string::npos;) text[at] = u'.';
+  std::ranges::replace_if(text, isControl, u'.');
   field = std::move(text);
 }
 
@@ -73,7 +75,9 @@ std::u16string CZentaro::BuildOMB(std::int16_t iCommandNumber, const Array& vaAr
 
 void CZentaro::SendOMB(const Variant& frame) {
   trace_.send();
-  const std::u16string text = toText(frame);
+  std::u16string converted;
+  // A frame of this object's is a text and need not be copied.
+  const std::u16string& text = frame.is(Variant::Kind::Text) ? frame.text() : (converted = toText(frame));
   trace_.dump(text);
   // A frame that did not leave shows up as an answer that never comes.
   modCOMM::CommWrite(toInt16(CommPort), text);
@@ -106,8 +110,8 @@ Variant CZentaro::exchangeFrame(const Variant& frame) {
 }
 
 Variant CZentaro::exchange(Command command, Fields fields) {
-  for (Variant& field : fields) replaceControlCharacters(field);
-  return exchangeFrame(BuildOMB(static_cast<std::int16_t>(command), Array(std::move(fields))));
+  for (Variant& field : fields.values) replaceControlCharacters(field);
+  return exchangeFrame(BuildOMB(static_cast<std::int16_t>(command), Array(std::move(fields.values))));
 }
 
 std::int16_t CZentaro::keep(Variant answer) {

@@ -17,9 +17,11 @@
 // has returned.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "automation/variant.h"
@@ -201,7 +203,14 @@ class ZENTARO_API CZentaro {
 
  private:
   /// The fields of a command in frame order; what is no text yet is converted by BuildOMB.
-  using Fields = std::vector<Variant>;
+  struct Fields {
+    template <std::convertible_to<Variant>... Values>
+    Fields(Values&&... fields) {
+      values.reserve(sizeof...(fields));
+      (values.emplace_back(std::forward<Values>(fields)), ...);
+    }
+    std::vector<Variant> values;
+  };
 
   // The skeleton of every operation: exchange builds a frame, sends it and gives the answer's
   // fields; keep stores them and gives the outcome; run is both.

@@ -2,15 +2,19 @@
 #include "printer/receiver.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "printer/frame.h"
 
 namespace zentaro {
 
-void Receiver::feed(std::u16string_view chunk) {
-  if (!started()) chunk.remove_prefix(std::min(chunk.find_first_not_of(waitByte), chunk.size()));
+void Receiver::feed(std::u16string chunk) {
   const std::size_t previous = text_.size();
-  text_ += chunk;
+  if (started()) {
+    text_ += chunk;
+  } else {
+    text_ = std::move(chunk.erase(0, chunk.find_first_not_of(waitByte)));
+  }
   if (stx_ == std::u16string::npos) {
     stx_ = text_.find(STX, previous);
     if (stx_ != std::u16string::npos) etx_ = std::u16string::npos;

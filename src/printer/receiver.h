@@ -4,14 +4,13 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 
 namespace zentaro {
 
 class Receiver {
  public:
   /// Takes a chunk. The wait bytes in front of the first useful byte are skipped.
-  void feed(std::u16string_view chunk);
+  void feed(std::u16string chunk);
 
   /// True once a byte that is no wait byte has come.
   bool started() const { return !text_.empty(); }

@@ -32,7 +32,8 @@ struct Fault {
 SerialServices& serial() { return *services().serial; }
 
 void yieldToHost(int times) {
-  for (; times > 0; --times) services().host->yield();
+  Host& host = *services().host;
+  for (; times > 0; --times) host.yield();
 }
 
 /// `line` is the caller's own.

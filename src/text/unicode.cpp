@@ -3,6 +3,7 @@
 // goes on at the first byte that does not belong to it.
 #include "text/unicode.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace zentaro {
@@ -74,8 +75,10 @@ void append(std::string& text, char32_t character) {
 
 template <class Result, class View>
 Result converted(View text) {
-  Result result;
-  result.reserve(text.size());
+  // Most texts are ASCII to their end.
+  const auto isAscii = [](auto unit) { return static_cast<unsigned>(unit) < 0x80; };
+  Result result(text.begin(), std::find_if_not(text.begin(), text.end(), isAscii));
+  text.remove_prefix(result.size());
   while (!text.empty()) append(result, takeCharacter(text));
   return result;
 }
