@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "automation/conversions.h"
 #include "platform/services.h"
@@ -22,19 +23,16 @@ Seconds newDeadline(CachedSettings& settings) {
   return Seconds(std::nearbyint((now() + std::chrono::seconds(settings.timeOut())).count()));
 }
 
-/// One look at the port: true when a chunk came, else after a sleep that ends with the next byte or
-/// the deadline.
+/// One look at the port, after a sleep that ends with the next byte or the deadline: true when a chunk came.
 bool readChunk(const Variant& commPort, Receiver& receiver, Seconds deadline) {
   constexpr std::int32_t largestChunk = 4096;
   const std::int16_t port = toInt16(commPort);
-  std::u16string chunk;
-  if (modCOMM::CommRead(port, chunk, largestChunk) >= 1) {
-    receiver.feed(chunk);
-    return true;
-  }
   const Seconds left = deadline - now();
   if (left > Seconds::zero()) modCOMM::CommWait(port, std::chrono::ceil<std::chrono::milliseconds>(left));
-  return false;
+  std::u16string chunk;
+  if (modCOMM::CommRead(port, chunk, largestChunk) < 1) return false;
+  receiver.feed(std::move(chunk));
+  return true;
 }
 
 }  // namespace
