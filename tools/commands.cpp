@@ -72,21 +72,23 @@ std::string meant(const CLI::App& app, const std::string& word) {
 
 std::string unknownSubcommand(const CLI::App& app, const std::string& word) {
   const std::string near = meant(app, word);
+  const std::string command = app.get_parent() == nullptr ? "zentaro" : "zentaro " + app.get_name();
   const std::string text = say("zentaro: no hay un subcomando \"{}\"", "zentaro: unknown subcommand \"{}\"",
                                {terminal::harmless(word)});
   if (!near.empty())
-    return text + say("; ¿quiso decir \"zentaro {}\"?\n", "; did you mean \"zentaro {}\"?\n", {near});
-  return text +
-         std::string(say(": \"zentaro --help\" los muestra todos\n", ": \"zentaro --help\" lists all\n"));
+    return text + say("; ¿quiso decir \"{} {}\"?\n", "; did you mean \"{} {}\"?\n", {command, near});
+  return text + say(": \"{} --help\" los muestra todos\n", ": \"{} --help\" lists all\n", {command});
 }
 
 // The parser itself would only say that a subcommand is missing.
 std::string explain(const CLI::App* app, const CLI::Error& error) {
-  const std::vector<std::string> rest = app->remaining();
-  if (app->get_parent() == nullptr && app->get_subcommands().empty() && !rest.empty() &&
-      !rest.front().starts_with("-"))
-    return unknownSubcommand(*app, rest.front());
-  return terminal::explain(app, error);
+  const CLI::App* last = app;
+  while (!last->get_subcommands().empty()) last = last->get_subcommands().front();
+  const std::vector<std::string> rest = app->remaining(true);
+  if (last->get_require_subcommand_min() == 0 || rest.empty()) return terminal::explain(app, error);
+  if (rest.front().starts_with("-"))
+    return terminal::explain(app, CLI::ExtrasError({rest.rbegin(), rest.rend()}));  // it joins them backwards
+  return unknownSubcommand(*last, rest.front());
 }
 
 // "zentaro help sale" is "zentaro sale --help".

@@ -59,12 +59,11 @@ int judgeLostZ(const std::optional<int>& before, Connection& connection) {
   }
   if (before && now == before)
     return tell(exitNotPrinted, "El cierre Z no se imprimió.", "The Z closing was not printed.");
-  return tell(
-      exitUnknown,
-      "No se sabe si el día ya está cerrado. Mire el papel, y UltimoCierreZ de \"zentaro status\",\n"
-      "antes de cerrar otra vez.",
-      "The day may be closed already. Look at the paper, and at UltimoCierreZ of \"zentaro status\",\n"
-      "before you close again.");
+  return tell(exitUnknown,
+              "No se sabe si el día ya está cerrado. Mire el papel, y UltimoCierreZ de \"zentaro status\", "
+              "antes de cerrar otra vez.",
+              "The day may be closed already. Look at the paper, and at UltimoCierreZ of \"zentaro status\", "
+              "before you close again.");
 }
 
 /// The record, or nothing when the printer refuses, or the answer is lost or cannot be loaded.
@@ -98,6 +97,10 @@ int run(const Options& options) {
   bool isLost = false;
   const Object record = close(connection, isZ ? CIERRE_Z : CIERRE_X, isLost);
   if (isLost && isZ) return judgeLostZ(before, connection);
+  if (isLost)
+    return tell(exitRefused,
+                "El cierre X puede estar impreso; sus montos no llegaron. Pedirlo otra vez no cambia nada.",
+                "The X closing may be printed; its figures did not arrive. Asking again changes nothing.");
   if (record.isNothing()) return exitRefused;
   showRecords({record}, options.report, connection);
   return exitDone;

@@ -28,6 +28,8 @@ constexpr auto wordings = std::to_array<Wording>({
     {"{} requires {}", "{} necesita {}"},
     {"{}: 1 required {} missing", "{}: falta {}"},
     {"{}: {} required {} missing", "{}: faltan {} {}"},
+    {"{}: At Most 1 required but received {}", "{} se da una sola vez, y se dio {} veces"},
+    {"The value {} is not an allowed value for {}", "{} no es un valor de {}"},
     {"Could not convert: {} = {}", "{}: no se entiende el valor {}"},
     {"{}: too many inputs for a flag", "{}: no lleva tantos valores"},
     {"{} was given a disallowed flag override", "{} no lleva valor"},

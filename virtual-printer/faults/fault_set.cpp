@@ -3,11 +3,7 @@
 
 #include <algorithm>
 
-#include "terminal/language.h"
-
 namespace printer {
-
-using zentaro::terminal::say;
 
 void FaultSet::add(const std::vector<Fault>& plan) {
   for (const Fault& fault : plan) armed_.push_back({fault});
@@ -17,12 +13,10 @@ std::size_t FaultSet::clear(Effect effect) {
   return std::erase_if(armed_, [&](const Armed& armed) { return armed.fault.effect == effect; });
 }
 
-std::vector<std::string> FaultSet::list() const {
-  std::vector<std::string> texts;
-  for (const Armed& armed : armed_)
-    texts.push_back(say(armed.holds ? "{} (en vigor)" : "{}", armed.holds ? "{} (in force)" : "{}",
-                        {describe(armed.fault)}));
-  return texts;
+std::vector<FaultSet::Listed> FaultSet::list() const {
+  std::vector<Listed> faults;
+  for (const Armed& armed : armed_) faults.push_back({describe(armed.fault), armed.holds});
+  return faults;
 }
 
 std::vector<Fault> FaultSet::strike(std::uint8_t command, bool hasPrevious) {

@@ -19,7 +19,11 @@ class FaultSet {
   void clear() { armed_.clear(); }
   // Removes the faults with this effect; how many there were.
   std::size_t clear(Effect effect);
-  std::vector<std::string> list() const;
+  struct Listed {
+    std::string plan;
+    bool holds;  // a condition that has set in
+  };
+  std::vector<Listed> list() const;
 
   // The faults that strike the frame of this command, in the order of the plan. hasPrevious: an answer that
   // could be repeated has gone out before.

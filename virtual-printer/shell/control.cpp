@@ -65,7 +65,8 @@ std::string addFaults(const std::string& plan, FaultSet& faults) {
 
 std::string list(const FaultSet& faults) {
   std::string text;
-  for (const std::string& fault : faults.list()) text += fault + "\n";
+  for (const auto& [plan, holds] : faults.list())
+    text += plan + std::string{holds ? say(" (en vigor)", " (in force)") : ""} + "\n";
   return text + "ok";
 }
 

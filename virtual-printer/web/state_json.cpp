@@ -42,7 +42,7 @@ Json figuresJson(const Figures& figures, const RateTable& rates) {
   }
   return {{"lines", lines},
           {"igtf", paperDecimal(figures.igtf)},
-          {"total", paperDecimal(sum(figures.bases) + sum(figures.taxes) + figures.igtf)}};
+          {"total", paperDecimal(sum(figures.bases) + sum(figures.taxes))}};  // as on the paper of a Z
 }
 
 Json dayJson(const DayTotals& day) {

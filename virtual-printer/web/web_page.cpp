@@ -31,7 +31,9 @@ void WebPage::lineIs(const std::string& device) { device_ = device; }
 
 void WebPage::show(const Moment& moment, const Works& works, const FaultSet& faults) {
   sheets_.draw(moment.steady);
-  feed_.publish("faults", 0, Json(faults.list()).dump());
+  Json armed = Json::array();
+  for (const auto& [plan, holds] : faults.list()) armed.push_back({{"plan", plan}, {"holds", holds}});
+  feed_.publish("faults", 0, armed.dump());
   feed_.publish("state", 0, stateJson(works));
   feed_.publish("line", 0, Json{{"device", device_}, {"power", isPowered_}}.dump());
   feed_.publish("clock", 0,

@@ -78,15 +78,15 @@ export function buildFaults(about) {
   });
 }
 
-const effectOf = (fault) => fault.split(/[= ]/)[0];
+const effectOf = (fault) => fault.plan.split(/[= ]/)[0];
 
 export function showFaults(faults) {
   const armed = new Set(faults.map(effectOf));
   for (const made of byId("conditions").children)
     made.setAttribute("aria-checked", String(armed.has(made.dataset.effect)));
-  byId("armed").replaceChildren(...faults.map((fault) => element("li", {}, element("code", {}, fault.replace(" (in force)", "")),
-    fault.endsWith("(in force)") ? element("span", { class: "chip bad" }, say("en curso", "in force")) : null,
-    button("×", { "aria-label": say(`Quitar ${fault}`, `Remove ${fault}`) }, () => order(`clear ${effectOf(fault)}`)))));
+  byId("armed").replaceChildren(...faults.map((fault) => element("li", {}, element("code", {}, fault.plan),
+    fault.holds ? element("span", { class: "chip bad" }, say("en curso", "in force")) : null,
+    button("×", { "aria-label": say(`Quitar ${fault.plan}`, `Remove ${fault.plan}`) }, () => order(`clear ${effectOf(fault)}`)))));
   byId("armed").prepend(element("li", { class: "quiet" }, faults.length === 0
     ? say("Ninguna falla en espera ni en curso.", "No fault is waiting or in force.")
     : say("En espera o en curso:", "Waiting or in force:")));
@@ -94,4 +94,4 @@ export function showFaults(faults) {
 
 // Whether the condition holds for the next command already.
 export const holds = (faults, effect) => faults.some((fault) =>
-  fault === `${effect} always` || (effectOf(fault) === effect && fault.endsWith("(in force)")));
+  fault.plan === `${effect} always` || (effectOf(fault) === effect && fault.holds));

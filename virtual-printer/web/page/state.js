@@ -55,10 +55,11 @@ function dayCard(day) {
     element("th", { scope: "col" }, say("Devoluciones", "Returns")));
   return [
     element("ul", { class: "counts" }, ...counts),
-    element("table", { class: "figures" }, element("thead", {}, head), element("tbody", {},
-      ...figureRows(day.sales, day.returns), row("td", "IGTF", day.sales.igtf, day.returns.igtf),
-      row("td", say("Descuentos", "Discounts"), day.discounts, "")),
-      element("tfoot", {}, row("td", "Total", day.sales.total, day.returns.total))),
+    element("table", { class: "figures" }, element("thead", {}, head),
+      element("tbody", {}, ...figureRows(day.sales, day.returns)),
+      element("tbody", { class: "total" }, row("td", "Total", day.sales.total, day.returns.total)),
+      element("tbody", {}, row("td", "IGTF", day.sales.igtf, day.returns.igtf),
+        row("td", say("Descuentos", "Discounts"), day.discounts, ""))),
   ];
 }
 
