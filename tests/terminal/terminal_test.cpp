@@ -55,7 +55,10 @@ TEST(Paragraphs, BreakAtBlanksWhatPeopleReadAndNothingElse) {
         Row{"      -> zentaro call --port 1 Reset\n", "      -> zentaro call --port 1 Reset\n"},
         Row{"      -> zentaro-printer tres cuatro\n",
             "      -> zentaro-printer\n          tres\n          cuatro\n"},
-        Row{"  \"a\": \"uno dos tres cuatro\",\n", "  \"a\": \"uno dos tres cuatro\",\n"},
+        Row{"{\n  \"a\": \"uno dos tres cuatro\"\n}\nuno dos tres cuatro x\n",
+            "{\n  \"a\": \"uno dos tres cuatro\"\n}\nuno dos tres cuatro\nx\n"},
+        Row{"{\"a\": \"uno dos tres cuatro\"}\n", "{\"a\": \"uno dos tres cuatro\"}\n"},
+        Row{"  \"uno\", \"dos\", \"tres\"\n", "  \"uno\", \"dos\",\n      \"tres\"\n"},
         Row{"un_nombre_sin_blancos_largo\n", "un_nombre_sin_blancos_largo\n"}, Row{"sin fin", "sin fin"}}) {
     std::stringbuf screen;
     Paragraphs(screen, 20)

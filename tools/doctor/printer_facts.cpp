@@ -37,7 +37,9 @@ Finding noAnswer(const PrinterFacts& facts) {
                      : facts.heard == Heard::OutOfStep ? "out-of-step"
                                                        : "silent";
   return {
-      code, true, PrinterLine::trouble(facts.heard) + " (" + outcomeLine(facts.outcome) + ")",
+      code, true,
+      PrinterLine::trouble(facts.heard) +
+          (facts.outcome == ENVERR_OK ? "" : " (" + outcomeLine(facts.outcome) + ")"),
       facts.heard == Heard::Nothing
           ? std::string(say(
                 "¿está encendida, fuera de su menú, y el cable conectado? La línea va a 9600 baudios, 8N1",

@@ -23,10 +23,6 @@ std::size_t visibleColumns(std::string_view word) {
 
 constexpr std::string_view command = "zentaro";
 
-bool beginsJson(std::string_view word) {
-  return std::string_view("{}[]\"").find(word.front()) != std::string_view::npos;
-}
-
 }  // namespace
 
 Paragraphs::int_type Paragraphs::overflow(int_type next) {
@@ -62,7 +58,9 @@ int Paragraphs::sync() {
 void Paragraphs::beginWith(std::size_t lead) {
   constexpr std::size_t further = 4;
   indent_ = lead == 0 ? 0 : std::min(lead + further, columns_ / 2);
-  isWhole_ = word_ == command || beginsJson(word_);
+  if (lead == 0 && (word_ == "{" || word_ == "[")) isInJson_ = true;
+  isWhole_ = isInJson_ || word_ == command || (lead == 0 && word_.front() == '{');
+  if (lead == 0 && (word_ == "}" || word_ == "]")) isInJson_ = false;
 }
 
 void Paragraphs::putWord() {

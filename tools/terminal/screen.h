@@ -29,7 +29,7 @@ class Paragraphs : public std::streambuf {
   std::size_t columns_, column_ = 0, indent_ = 0;
   std::string blanks_, word_;
   bool isFirst_ = true, isBehindAdvice_ = false;  // where in the line the word stands
-  bool isWhole_ = false;                          // the line is never broken
+  bool isWhole_ = false, isInJson_ = false;       // the line is never broken, and all up to the last brace
 };
 
 /// While it lives, what goes to standard output and standard error is broken at the screen's width where a terminal
