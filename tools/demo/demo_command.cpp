@@ -97,7 +97,7 @@ void sayWhatNext(const Options& options) {
   zentaro demo --web            este mismo día en esa página
   zentaro demo --paper dia.html el papel como imagen
 
-Una venta de verdad, y la misma cuando la respuesta se pierde en el cable:
+Una venta suya, y la misma cuando la respuesta se pierde en el cable:
 
   echo '{"documento": "factura", "pagos": [{"monto": 2}], "renglones":
     [{"descripcion": "Pan", "precio": 1, "impuesto": 16}]}' > venta.json

@@ -52,8 +52,13 @@ GroupReader::GroupReader(const Node& node, std::string path, FileLanguage langua
 GroupReader::~GroupReader() {
   for (const std::string& name : node_.names) {
     if (asked_.contains(name)) continue;
-    problems_.push_back({pathOf(name), say("no se conoce aquí; se conocen {}",
-                                           "is not known here; known are {}", {joined(asked_)})});
+    const std::string_view meant = translatedName(name, language_);
+    problems_.push_back(
+        {pathOf(name),
+         asked_.contains(meant)
+             ? say("está en otro idioma que el resto del archivo; escriba {}",
+                   "is in another language than the rest of the file; write {}", {meant})
+             : say("no se conoce aquí; se conocen {}", "is not known here; known are {}", {joined(asked_)})});
   }
 }
 

@@ -41,4 +41,12 @@ std::string_view memberName(std::string_view english, FileLanguage language) {
   return found == names.end() ? english : found->second;
 }
 
+std::string_view translatedName(std::string_view other, FileLanguage language) {
+  for (const auto& [english, spanish] : names) {
+    if (language == FileLanguage::Spanish && other == english) return spanish;
+    if (language == FileLanguage::English && other == spanish) return english;
+  }
+  return {};
+}
+
 }  // namespace zentaro::tools

@@ -11,4 +11,8 @@ enum class FileLanguage { English, Spanish };
 /// The name of a member in a file of that language, by its English name: "lines" is "renglones".
 std::string_view memberName(std::string_view english, FileLanguage language);
 
+/// The name that a file of that language has for a member which stands there by its name in the other one; empty
+/// for a name that is none.
+std::string_view translatedName(std::string_view other, FileLanguage language);
+
 }  // namespace zentaro::tools
