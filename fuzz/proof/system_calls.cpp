@@ -11,6 +11,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <thread>
 
 #include "automation/automation_error.h"
 #include "failing_calls.h"
@@ -120,8 +121,7 @@ class Proof {
     failedOne_ = false;
     const Course now = course();
     stopFailures();
-    if (!hasStruck()) return;  // the calls of a wait are not always as many
-    ++injected_;
+    injected_ += hasStruck();  // the calls of a wait are not always as many
     check(what, now);
     lastInvoice_ = afterwards(what, now);
     if (openDescriptors() != descriptors) complain(what, "a descriptor is left open: " + descriptorNames());
@@ -155,10 +155,14 @@ class Proof {
     z_->CommPort = 1;
     int last = 0;
     try {
-      z_->PortOpen(false);
-      z_->PortOpen(true);
       std::unique_ptr<statusHASAR> status;
-      for (int tries = 0; tries < 4 && !status; ++tries) status = z_->GetStatusHASAR();
+      // The answer that the failure cut off may still be on its way; only opening the port discards it.
+      for (int tries = 0; tries < 6 && !status; ++tries) {
+        z_->PortOpen(false);
+        std::this_thread::sleep_for(std::chrono::milliseconds(50) * tries);
+        z_->PortOpen(true);
+        status = z_->GetStatusHASAR();
+      }
       if (!status) {
         complain(what, "the printer does not answer afterwards");
       } else {
