@@ -30,6 +30,12 @@ char16_t sevenBit(char16_t character) {
   return found != replacements.end() ? found->to : u'.';
 }
 
+double powerOfTen(std::int16_t exponent) {
+  constexpr std::array usual{1.0, 10.0, 100.0, 1000.0};  // of a field; std::pow takes its time
+  const bool isUsual = exponent >= 0 && static_cast<std::size_t>(exponent) < usual.size();
+  return isUsual ? usual[static_cast<std::size_t>(exponent)] : std::pow(10.0, exponent);
+}
+
 }  // namespace
 
 std::u16string CleanText(const Variant& value, std::int32_t length) {
@@ -42,7 +48,7 @@ std::u16string CleanText(const Variant& value, std::int32_t length) {
 }
 
 std::u16string FormatImplied(double value, std::int16_t decimals) {
-  const double whole = std::floor(value * std::pow(10.0, decimals) + 0.5);
+  const double whole = std::floor(value * powerOfTen(decimals) + 0.5);
   if (!std::isfinite(whole)) throw AutomationError(ErrorNumber::Overflow);
   std::array<char, 320> digits;  // the largest double has 309
   // Nearly every amount is an integer of 64 bits, whose digits come much faster.
