@@ -1,5 +1,7 @@
 // Start-up of the programs against that of the least program there is, and the memory of a printer object.
+#include <fcntl.h>
 #include <malloc.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,19 +25,19 @@ std::string beside(const char* program) {
 /// Starts the program, gives it the input, and waits for the first byte of its output.
 double secondsToFirstByte(const std::vector<const char*>& words, std::string_view input) {
   std::array<int, 2> in{}, out{};
-  if (::pipe(in.data()) != 0 || ::pipe(out.data()) != 0) return 0;
+  if (::pipe2(in.data(), O_CLOEXEC) != 0 || ::pipe2(out.data(), O_CLOEXEC) != 0) return 0;
+  posix_spawn_file_actions_t ends;
+  ::posix_spawn_file_actions_init(&ends);
+  ::posix_spawn_file_actions_adddup2(&ends, in[0], STDIN_FILENO);
+  ::posix_spawn_file_actions_adddup2(&ends, out[1], STDOUT_FILENO);
   const double begin = wallSeconds();
-  const pid_t child = ::vfork();
-  if (child == 0) {
-    ::dup2(in[0], STDIN_FILENO);
-    ::dup2(out[1], STDOUT_FILENO);
-    for (const int end : {in[0], in[1], out[0], out[1]}) ::close(end);
-    ::execv(words[0], const_cast<char* const*>(words.data()));
-    ::_exit(127);
-  }
+  pid_t child = 0;
+  const bool isStarted =
+      ::posix_spawn(&child, words[0], &ends, nullptr, const_cast<char* const*>(words.data()), environ) == 0;
+  ::posix_spawn_file_actions_destroy(&ends);
   ::close(in[0]);
   ::close(out[1]);
-  if (::write(in[1], input.data(), input.size()) < 0) return 0;
+  if (!isStarted || ::write(in[1], input.data(), input.size()) < 0) return 0;
   char byte = 0;
   const bool came = ::read(out[0], &byte, 1) >= 0;  // the end of the output is the end, too
   const double end = wallSeconds();
