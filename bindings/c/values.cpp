@@ -1,6 +1,7 @@
 // Values of the C interface and their like inside.
 #include "values.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -87,6 +88,7 @@ Variant variantOf(const zentaro_value& value) {
 
 std::vector<Variant> variantsOf(const zentaro_value* values, int32_t count) {
   std::vector<Variant> variants;
+  variants.reserve(static_cast<size_t>(std::max(count, int32_t{0})));
   for (int32_t index = 0; index < count; ++index) variants.push_back(variantOf(values[index]));
   return variants;
 }

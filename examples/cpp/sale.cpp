@@ -14,7 +14,7 @@
 
 namespace {
 
-using zentaro::Currency, zentaro::CZentaro, zentaro::statusHASAR;
+using zentaro::CZentaro, zentaro::statusHASAR;
 
 struct Verdict {
   const char* text;

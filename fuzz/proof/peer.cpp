@@ -28,6 +28,7 @@ Peer::Peer(const std::vector<std::string>& options) : folder_(temporaryFolder())
   std::vector<std::string> words{program, "--quiet", "--link", device(), "--state", stateFile()};
   words.insert(words.end(), options.begin(), options.end());
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   const std::string log = (folder_ / "errors").string();

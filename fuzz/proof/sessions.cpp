@@ -190,12 +190,8 @@ Cents sumOf(const nlohmann::json& bases) {
   return sum;
 }
 
-}  // namespace
-
-int main(int count, char** words) {
-  std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  const unsigned seed = count > 1 ? static_cast<unsigned>(std::atoi(words[1])) : 1;
-  const int documents = count > 2 ? std::atoi(words[2]) : 100;
+/// How many of the day's documents failed.
+int day(unsigned seed, int documents, bool isRealTime) {
   std::vector<std::string> options{
       "--seed", std::to_string(seed), "--fault",
       "lose-answer chance 1% always; lose-command chance 1% always; bad-checksum chance 1% "
@@ -203,20 +199,34 @@ int main(int count, char** words) {
       "chance 1% always; repeat-answer chance 1% always; truncate=8 chance 1% always; "
       "pieces=3 chance 3% always; delay=0.2 chance 2% always; delay=3 chance 1% always; "
       "wait=0.3 chance 2% always"};
-  if (count > 3) options.emplace_back("--realtime");
+  if (isRealTime) options.emplace_back("--realtime");
   const proof::Peer peer(options);
   Shop shop(peer.device(), seed);
   for (int i = 0; i < documents; ++i) shop.document();
-  const auto day = nlohmann::json::parse(wholeFile(peer.stateFile())).at("day");
-  const bool agree = sumOf(day.at("sales").at("bases")) == shop.sales &&
-                     sumOf(day.at("returns").at("bases")) == shop.returns;
+  const auto books = nlohmann::json::parse(wholeFile(peer.stateFile())).at("day");
+  const bool agree = sumOf(books.at("sales").at("bases")) == shop.sales &&
+                     sumOf(books.at("returns").at("bases")) == shop.returns;
   if (!agree) std::printf("  FAILED the printer's books do not agree\n");
   std::printf(
       "seed %u%s: %d operations, %d of them not good; %d documents printed (%d told so at once), %d not "
       "printed\n",
-      seed, count > 3 ? ", real time" : "", shop.operations, shop.notGood, shop.printed, shop.surelyClosed,
+      seed, isRealTime ? ", real time" : "", shop.operations, shop.notGood, shop.printed, shop.surelyClosed,
       shop.notPrinted);
   const int failed = shop.problems + (agree ? 0 : 1);
   std::printf("%d passed, %d failed\n", shop.printed + shop.notPrinted, failed);
-  return failed == 0 ? 0 : 1;
+  return failed;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  const unsigned seed = count > 1 ? static_cast<unsigned>(std::atoi(words[1])) : 1;
+  const int documents = count > 2 ? std::atoi(words[2]) : 100;
+  try {
+    return day(seed, documents, count > 3) == 0 ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::printf("FAILED: %s\n", error.what());
+    return 1;
+  }
 }

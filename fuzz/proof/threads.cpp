@@ -92,7 +92,9 @@ void callbacks() {
   check(exchangeWith(z, [] { throw std::runtime_error("the host stops"); }) == -100,
         "what a callback throws reaches the host");
   // The answer that nobody waited for is still to come.
-  check(status(z) == 0 || status(z) == 0 || status(z) == 0, "and the object goes on");
+  for (int tries = 0; tries < 2 && status(z) != 0; ++tries) {
+  }
+  check(status(z) == 0, "and the object goes on");
 
   bench::Library other(second.printer(), 2, 2);
   int inner = -1;

@@ -206,8 +206,8 @@ class Runner {
   explicit Runner(std::vector<Case> cases) : cases_(std::move(cases)) {}
 
   int run() {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) threads.emplace_back([this] { work(); });
+    std::array<std::thread, 8> threads;
+    for (std::thread& thread : threads) thread = std::thread([this] { work(); });
     for (std::thread& thread : threads) thread.join();
     for (const auto& [kind, tally] : tallies_)
       std::printf(
