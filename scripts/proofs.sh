@@ -13,13 +13,28 @@ build_proofs() {
   cmake --build --preset tsan --target proof-threads >/dev/null
 }
 
+is_wanted() { [ "$wanted" = "  " ] || [[ $wanted == *" $1 "* ]]; }
+
 # proof NAME COMMAND...: runs it if it is wanted, shows what it says, and counts.
 proof() {
   local name=$1 begin=$SECONDS; shift
-  [ "$wanted" = "  " ] || [[ $wanted == *" $name "* ]] || return 0
+  is_wanted "$name" || return 0
   echo "== $name"
   if "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); echo "FAILED: $name"; fi
   echo "   $((SECONDS - begin)) s"
+}
+
+# beside NAME COMMAND...: begins it beside the proofs that follow, which mostly wait; "proof NAME ended" waits for its end.
+beside() {
+  is_wanted "$1" || return 0
+  nice "${@:2}" >build/beside.log 2>&1 &
+  job=$!
+}
+ended() {
+  local status=0
+  wait "$job" || status=$?
+  cat build/beside.log
+  return $status
 }
 
 # together sessions SEEDS DOCUMENTS [realtime]: days of so many seeds at the same time; they mostly wait.

@@ -95,7 +95,7 @@ std::optional<JournalVerdict> Bookkeeper::beforePort() const {
 
 std::optional<JournalVerdict> Bookkeeper::beforePrinting() const {
   std::vector<Entry> entries = journal_.entries();
-  const std::optional<JournalVerdict> verdict = verdictOf(mayPrint(entries, wish_));
+  std::optional<JournalVerdict> verdict = verdictOf(mayPrint(entries, wish_));
   if (verdict || !wish_.again) return verdict;
   for (Entry& entry : entries) {
     if (entry.digest != wish_.digest || entry.fact != Fact::Printed || entry.isTold) continue;
