@@ -4,6 +4,7 @@
 #include "terminal/language.h"
 #include "terminal/screen.h"
 
+// NOLINTNEXTLINE(bugprone-exception-escape): what no command catches is a fault of the program, and ends it
 int main(int argc, char** argv) {
   using zentaro::terminal::say;
   const zentaro::terminal::FittedOutput fitted;

@@ -29,7 +29,7 @@ class PaperCheck {
  public:
   explicit PaperCheck(FileLanguage language) : language_(language) {}
 
-  void check(std::string path, const std::string& text, int longest) {
+  void check(const std::string& path, const std::string& text, int longest) {
     const std::u16string whole = utf16(text), printed = CleanText(text, longest);
     const auto kept = static_cast<std::size_t>(longest);
     if (withoutBlanks(whole).size() > kept)
