@@ -220,7 +220,8 @@ TEST_F(Pages, OfTheShellCompleteCommandsMembersAndSettings) {
                "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zentaro; echo \"${COMPREPLY[*]}\"'")
         .output;
   };
-  EXPECT_EQ(completed("zentaro mem"), "members\n");
+  EXPECT_EQ(completed("zentaro help mem"), "members\n");
+  EXPECT_EQ(completed("zentaro --lang e"), "es en\n");
   EXPECT_EQ(completed("zentaro call --ti"), "--timeout\n");
   EXPECT_EQ(completed("zentaro call --port 1 RegistrarD"), "RegistrarDescuento RegistrarDescuentoExt\n");
   EXPECT_EQ(completed("zentaro settings s"), "set\n");

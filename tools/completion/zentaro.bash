@@ -21,7 +21,11 @@ _zentaro() {
   local program=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} choices=
   COMPREPLY=()
-  if ((COMP_CWORD == 1)); then
+  if [[ $previous == --lang ]]; then
+    choices='es en'
+  elif [[ $word == --* ]] && ((COMP_CWORD == 1)); then
+    choices=$(_zentaro_options "$program")
+  elif ((COMP_CWORD == 1)) || [[ $command == help ]]; then
     choices=$(_zentaro_subcommands "$program")
   elif [[ $previous == --port ]]; then
     choices='1 2 3 4 5 6 7 8'
@@ -44,7 +48,10 @@ _zentaro_printer() {
   local word=${COMP_WORDS[COMP_CWORD]}
   COMPREPLY=()
   # Without choices, bash offers the names of files.
-  [[ $word != -* ]] || mapfile -t COMPREPLY < <(compgen -W "$(_zentaro_options "${COMP_WORDS[0]}")" -- "$word")
+  local choices=
+  [[ $word == -* ]] && choices=$(_zentaro_options "${COMP_WORDS[0]}")
+  [[ ${COMP_WORDS[COMP_CWORD - 1]} == --lang ]] && choices='es en'
+  [[ -z $choices ]] || mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")
 }
 
 complete -o bashdefault -o default -F _zentaro zentaro

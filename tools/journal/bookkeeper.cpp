@@ -34,7 +34,7 @@ std::string momentText(std::int64_t at) {
   return timeText(at, isToday ? "%H:%M" : "%F %H:%M");
 }
 
-std::optional<JournalVerdict> verdictOf(const Finding& finding) {
+std::optional<JournalVerdict> verdictOf(const Ruling& finding) {
   if (finding.answer == Answer::Print) return std::nullopt;
   const Entry& entry = *finding.entry;
   const std::string when = momentText(entry.at), number = numberText(entry.number);

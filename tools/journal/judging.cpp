@@ -13,7 +13,7 @@ const Entry* findKey(const std::vector<Entry>& entries, const std::string& key) 
   return found;
 }
 
-Finding byKey(const std::vector<Entry>& entries, const Wish& wish) {
+Ruling byKey(const std::vector<Entry>& entries, const Wish& wish) {
   const Entry* entry = findKey(entries, wish.key);
   if (entry == nullptr) return {};
   if (entry->digest != wish.digest) return {Answer::OtherContent, entry};
@@ -23,15 +23,15 @@ Finding byKey(const std::vector<Entry>& entries, const Wish& wish) {
 
 }  // namespace
 
-Finding lookUp(const std::vector<Entry>& entries, const Wish& wish) { return byKey(entries, wish); }
+Ruling lookUp(const std::vector<Entry>& entries, const Wish& wish) { return byKey(entries, wish); }
 
-Finding mayPrint(const std::vector<Entry>& entries, const Wish& wish) {
-  const Finding found = byKey(entries, wish);
+Ruling mayPrint(const std::vector<Entry>& entries, const Wish& wish) {
+  const Ruling found = byKey(entries, wish);
   if (found.answer != Answer::Print) return found;
   if (!wish.key.empty()) {
     const Entry* entry = findKey(entries, wish.key);
     const bool isUnknown = entry != nullptr && entry->fact != Fact::NotPrinted;
-    return isUnknown ? Finding{Answer::StillUnknown, entry} : Finding{};
+    return isUnknown ? Ruling{Answer::StillUnknown, entry} : Ruling{};
   }
   if (wish.again) return {};
   for (const Entry& entry : entries) {

@@ -27,15 +27,15 @@ enum class Answer {
   StillUnknown     // nobody knows what came of it: the paper has to be looked at
 };
 
-struct Finding {
+struct Ruling {
   Answer answer = Answer::Print;
   const Entry* entry = nullptr;  // that it is about; null for Print
 };
 
 /// By the entries of all machines, before anything is sent. An open question does not yet stop a sale.
-Finding lookUp(const std::vector<Entry>& entries, const Wish& wish);
+Ruling lookUp(const std::vector<Entry>& entries, const Wish& wish);
 /// The same when the questions of the machine in front of one are answered as far as they can be.
-Finding mayPrint(const std::vector<Entry>& entries, const Wish& wish);
+Ruling mayPrint(const std::vector<Entry>& entries, const Wish& wish);
 
 /// What the counters can say about an entry.
 enum class Question {
