@@ -65,7 +65,7 @@ std::string filled(std::string_view pattern, const std::vector<std::string>& val
 }
 
 std::string complaintOf(const CLI::Error& error) {
-  const std::string text = error.what();
+  std::string text = error.what();
   if (language() == Language::English) return text;
   for (const Wording& wording : wordings)
     if (const auto values = valuesIn(text, wording.english)) return filled(wording.spanish, *values);
