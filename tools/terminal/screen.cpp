@@ -21,7 +21,7 @@ std::size_t visibleColumns(std::string_view word) {
   return columns;
 }
 
-constexpr std::string_view command = "zentaro";
+constexpr std::string_view command = "zentaro";  // what is copied begins with it
 
 }  // namespace
 
@@ -33,16 +33,19 @@ Paragraphs::int_type Paragraphs::overflow(int_type next) {
     return next;
   }
   putWord();
-  if (character == ' ') {
+  if (character == ' ')
     blanks_ += ' ';
-    return next;
-  }
+  else
+    endLine();
+  return hasFailed_ ? traits_type::eof() : next;
+}
+
+void Paragraphs::endLine() {
   put(blanks_ + '\n');
   blanks_.clear();
   column_ = 0;
   isFirst_ = true;
   isBehindAdvice_ = false;
-  return next;
 }
 
 // A word is held back, blanks are not: somebody may be asked to type behind them.
@@ -52,7 +55,7 @@ int Paragraphs::sync() {
     column_ += blanks_.size();
     blanks_.clear();
   }
-  return under_.pubsync();
+  return hasFailed_ ? -1 : under_.pubsync();
 }
 
 void Paragraphs::beginWith(std::size_t lead) {
@@ -81,6 +84,11 @@ void Paragraphs::putWord() {
   column_ += width;
   blanks_.clear();
   word_.clear();
+}
+
+void Paragraphs::put(const std::string& text) {
+  const auto size = static_cast<std::streamsize>(text.size());
+  hasFailed_ = under_.sputn(text.data(), size) != size || hasFailed_;
 }
 
 FittedOutput::FittedOutput()

@@ -21,13 +21,15 @@ class Paragraphs : public std::streambuf {
   int sync() override;
 
  private:
+  void endLine();
   void beginWith(std::size_t lead);
   void putWord();
-  void put(const std::string& text) { under_.sputn(text.data(), static_cast<std::streamsize>(text.size())); }
+  void put(const std::string& text);
 
   std::streambuf& under_;
   std::size_t columns_, column_ = 0, indent_ = 0;
   std::string blanks_, word_;
+  bool hasFailed_ = false;                        // what is below took not all
   bool isFirst_ = true, isBehindAdvice_ = false;  // where in the line the word stands
   bool isWhole_ = false, isInJson_ = false;       // the line is never broken, and all up to the last brace
 };
