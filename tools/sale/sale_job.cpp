@@ -88,8 +88,8 @@ SaleEnd SaleJob::print(const SalePrinterPort& port, std::ostream& progress,
   ObjectSalePrinter printer(port.printer, port.line, order_.sale.isCreditNote);
   recorder_.emplace(journal_.get(), newEntry(),
                     order_.key.empty() ? JournalNeed::Wanted : JournalNeed::Required);
-  const SaleEnd end = printSale(stepsOf(order_.sale, order_.totals), order_.totals.net, printer, progress,
-                                isInterrupted, &*recorder_);
+  SaleEnd end = printSale(stepsOf(order_.sale, order_.totals), order_.totals.net, printer, progress,
+                          isInterrupted, &*recorder_);
   recorder_->ended(end);
   return end;
 }

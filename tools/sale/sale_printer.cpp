@@ -47,7 +47,7 @@ Reply ObjectSalePrinter::cancel() {
 
 Reply ObjectSalePrinter::finish() {
   line_.persist();
-  const Reply reply = run([](CZentaro& z) { return z.CerrarComprobante(u"E"); });
+  Reply reply = run([](CZentaro& z) { return z.CerrarComprobante(u"E"); });
   if (reply.fate == Fate::Done) takeReceipt();
   return reply;
 }
