@@ -2,15 +2,14 @@
 #include "fiscal/z_memory.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace printer {
 
 // A record behind this copy's last one was added by another copy, which keeps it.
-const ZRecord& ZMemory::add(ZRecord record) {
+const ZRecord& ZMemory::add(const ZRecord& record) {
   if (records_->size() > count_)
     records_ = std::make_shared<std::vector<ZRecord>>(records().begin(), records().end());
-  records_->push_back(std::move(record));
+  records_->push_back(record);
   return (*records_)[count_++];
 }
 

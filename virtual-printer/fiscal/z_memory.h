@@ -20,7 +20,7 @@ struct ZRecord {
 
 class ZMemory {
  public:
-  const ZRecord& add(ZRecord record);
+  const ZRecord& add(const ZRecord& record);
 
   std::span<const ZRecord> records() const { return {records_->data(), count_}; }
   std::size_t size() const { return count_; }

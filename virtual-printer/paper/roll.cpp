@@ -24,7 +24,7 @@ void Roll::print(const Lines& lines) {
   for (const Line& line : lines) put(current_, clean(line));
 }
 
-void Roll::cut(std::string title) {
+void Roll::cut(const std::string& title) {
   if (current_.lines.empty()) return;
   current_.title = cleanText(title);
   finish(std::exchange(current_, {}));

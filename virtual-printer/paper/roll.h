@@ -27,7 +27,7 @@ class Roll {
   // Prints on the sheet in work, which begins with its first line.
   void print(const Lines& lines);
   // Ends the sheet in work, if there is one.
-  void cut(std::string title);
+  void cut(const std::string& title);
   // A sheet of another station, beside the one in work.
   void printApart(const Sheet& sheet);
 
