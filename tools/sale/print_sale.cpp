@@ -16,7 +16,7 @@ namespace {
 
 class Carrier {
  public:
-  Carrier(const std::vector<SaleStep>& steps, SaleMachine machine, SalePrinter& printer,
+  Carrier(const std::vector<SaleStep>& steps, const SaleMachine& machine, SalePrinter& printer,
           std::ostream& progress, SaleWitness* witness)
       : steps_(steps), printer_(printer), progress_(progress), witness_(witness), machine_(machine) {}
 
