@@ -75,7 +75,7 @@ void measureExchange(bool isShort) {
   modbus_t* modbus = modbus_new_rtu(responder.modbus().c_str(), 115200, 'N', 8, 1);
   modbus_set_slave(modbus, 1);
   if (modbus_connect(modbus) != 0) std::printf("libmodbus: %s\n", modbus_strerror(errno));
-  std::array<std::uint16_t, 17> written{};
+  std::array<std::uint16_t, 12> written{};
   std::array<std::uint16_t, 10> read{};
 
   showCosts(library, bare);

@@ -55,8 +55,8 @@ void addCrc(std::string& frame) {
   frame += static_cast<char>(crc >> 8);
 }
 
-// Function 23 writes 17 registers and reads 10: as many bytes each way as an invoice line of the printer.
-constexpr std::size_t modbusRequest = 13 + 2 * 17;
+// Function 23 writes 12 registers and reads 10: as many bytes each way as an invoice line of the printer.
+constexpr std::size_t modbusRequest = 13 + 2 * 12;
 std::string modbusAnswer(const std::string& request) {
   std::string answer{request[0], request[1], 20};
   answer.append(20, '\0');

@@ -45,12 +45,12 @@ class SilentLine {
 /// The command of an invoice line as the library sends it, byte for byte but for its sequence number.
 inline constexpr std::string_view itemCommand =
     "\x02!B\x1C"
-    "CAFE MOLIDO         \x1C"
+    "CAFE MOLIDO\x1C"
     "2000\x1C"
     "1250\x1C"
     "1600\x1C"
     "M\x03"
-    "0A2C";
+    "0685";
 
 class BareClient {
  public:
