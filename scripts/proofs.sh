@@ -28,18 +28,18 @@ proof() {
 beside() {
   is_wanted "$1" || return 0
   nice "${@:2}" >build/beside.log 2>&1 &
-  job=$!
+  beside=$!
 }
 ended() {
   local status=0
-  wait "$job" || status=$?
+  wait "$beside" || status=$?
   cat build/beside.log
   return $status
 }
 
 # together sessions SEEDS DOCUMENTS [realtime]: days of so many seeds at the same time; they mostly wait.
 together() {
-  local seed status=0 jobs=()
+  local seed job status=0 jobs=()
   for ((seed = 1; seed <= $2; ++seed)); do build/release/bin/proof-"$1" $seed "${@:3}" & jobs+=($!); done
   for job in "${jobs[@]}"; do wait "$job" || status=1; done
   return $status
