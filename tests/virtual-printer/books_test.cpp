@@ -72,6 +72,7 @@ TEST(BooksAsJson, WhatIsWrongIsNamed) {
       {"[]", "format is missing"},
       {"{}", "format is missing"},
       {replaced(good, "\"format\": 1", "\"format\": 2"), "format 2 is not known"},
+      {replaced(good, "\"format\": 1", "\"format\": 1e999"), "too large"},
       {replaced(good, "\"invoice\": 3", "\"invoice\": \"3\""),
        "counters.invoice: a whole number is expected"},
       {replaced(good, "\"invoice\": 3", "\"invoice\": 3.5"), "counters.invoice: a whole number is expected"},

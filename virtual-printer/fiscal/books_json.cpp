@@ -212,6 +212,9 @@ Json parsed(const std::string& text) {
     const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), '\n');
     throw std::runtime_error{say("no es JSON, por un error en la línea {}",
                                  "it is not JSON, by a mistake in line {}", {std::to_string(line)})};
+  } catch (const Json::out_of_range&) {
+    throw std::runtime_error{
+        std::string{say("tiene un número demasiado grande", "it has a number that is too large")}};
   }
 }
 
