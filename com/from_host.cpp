@@ -1,8 +1,11 @@
 // The host's values as the library's.
 #include <charconv>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "automation/automation_error.h"
+#include "automation/conversions.h"
 #include "com/instance.h"
 #include "com/values.h"
 
@@ -50,20 +53,52 @@ Variant ofArray(SAFEARRAY* array) {
   return Array(std::move(items));
 }
 
-/// The value of an object's default member, at most a few objects deep.
-Variant defaultOf(IDispatch& object) {
-  static thread_local int depth = 0;
-  struct Deeper {
-    Deeper() { ++depth; }
-    ~Deeper() { --depth; }
-  } deeper;
+/// One object deeper: a value of an object may be an object again, and a list may hold itself.
+class Deeper {
+ public:
+  Deeper() {
+    if (depth >= 8) raise(ErrorNumber::TypeMismatch);
+    ++depth;
+  }
+  ~Deeper() { --depth; }
+  Deeper(const Deeper&) = delete;
+  Deeper& operator=(const Deeper&) = delete;
+
+ private:
+  static thread_local int depth;
+};
+thread_local int Deeper::depth = 0;
+
+Variant propertyOf(IDispatch& object, DISPID id) {
+  const Deeper deeper;
   OwnedVariant value;
   DISPPARAMS none{};
-  const bool isRead =
-      depth <= 8 && SUCCEEDED(object.Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
-                                            &none, &value, nullptr, nullptr));
-  if (!isRead) raise(ErrorNumber::TypeMismatch);
+  if (FAILED(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr,
+                           nullptr)))
+    raise(ErrorNumber::TypeMismatch);
   return fromHost(value);
+}
+
+DISPID idOf(IDispatch& object, std::wstring name) {
+  auto* text = name.data();
+  DISPID id = DISPID_UNKNOWN;
+  return SUCCEEDED(object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id)) ? id : DISPID_UNKNOWN;
+}
+
+/// The elements of an array of JScript's, which is an object with a length and members named by their index;
+/// nothing for any other object. An element that there is not is empty.
+std::optional<Array> listOf(IDispatch& object) {
+  constexpr std::int32_t most = 0x7FFF;  // more than any command takes; a length may be set to billions
+  const DISPID length = idOf(object, L"length");
+  if (length == DISPID_UNKNOWN || idOf(object, L"push") == DISPID_UNKNOWN) return std::nullopt;
+  const std::int32_t count = toInt32(propertyOf(object, length));
+  if (count < 0 || count > most) raise(ErrorNumber::Overflow);
+  std::vector<Variant> items(static_cast<std::size_t>(count));
+  for (std::size_t index = 0; index < items.size(); ++index) {
+    const DISPID id = idOf(object, std::to_wstring(index));
+    if (id != DISPID_UNKNOWN) items[index] = propertyOf(object, id);
+  }
+  return Array(std::move(items));
 }
 
 Variant ofObject(IUnknown* object) {
@@ -71,7 +106,8 @@ Variant ofObject(IUnknown* object) {
   if (const auto own = ownObject(*object)) return *own;
   Reference<IDispatch> dispatch;
   if (FAILED(object->QueryInterface(IID_IDispatch, dispatch.outAny()))) raise(ErrorNumber::TypeMismatch);
-  return defaultOf(*dispatch.get());
+  if (auto list = listOf(*dispatch.get())) return std::move(*list);
+  return propertyOf(*dispatch.get(), DISPID_VALUE);
 }
 
 /// What a reference leads to, as a VARIANT that owns nothing.

@@ -1,15 +1,21 @@
 @echo off
-rem Registra las dos DLL; "registrar.cmd /quitar" las retira. Para todos los usuarios: como administrador.
+rem Registra las dos DLL, como administrador para todos los usuarios; "registrar.cmd /quitar" las retira.
+rem Escrito para Windows y no probado en uno de verdad: solo en Wine.
 setlocal
 set ACCION=
 if /i "%~1"=="/quitar" set ACCION=/u
 set CARPETA=%~dp0
-if exist "%SystemRoot%\SysWOW64\regsvr32.exe" (
-  "%SystemRoot%\System32\regsvr32.exe" /s %ACCION% "%CARPETA%x64\Zentaro.dll" || goto mal
-  "%SystemRoot%\SysWOW64\regsvr32.exe" /s %ACCION% "%CARPETA%x86\Zentaro.dll" || goto mal
-) else (
-  "%SystemRoot%\System32\regsvr32.exe" /s %ACCION% "%CARPETA%x86\Zentaro.dll" || goto mal
-)
+set DE64=%SystemRoot%\System32\regsvr32.exe
+set DE32=%SystemRoot%\SysWOW64\regsvr32.exe
+rem Un programa de 32 bits, como un instalador, ve System32 de 64 bits bajo otro nombre.
+if defined PROCESSOR_ARCHITEW6432 set DE64=%SystemRoot%\Sysnative\regsvr32.exe
+if "%PROCESSOR_ARCHITECTURE%%PROCESSOR_ARCHITEW6432%"=="x86" goto solo32
+"%DE64%" /s %ACCION% "%CARPETA%x64\Zentaro.dll" || goto mal
+"%DE32%" /s %ACCION% "%CARPETA%x86\Zentaro.dll" || goto mal
+goto listo
+:solo32
+"%DE64%" /s %ACCION% "%CARPETA%x86\Zentaro.dll" || goto mal
+:listo
 echo Listo.
 exit /b 0
 :mal

@@ -1,4 +1,4 @@
-// Una venta en JScript:  cscript //nologo venta.js [PUERTO]
+// Una venta en JScript, probada bajo Wine:  cscript //nologo venta.js [PUERTO]
 var z = new ActiveXObject("Zentaro.CZentaro");
 
 // Una orden. 0: hecha. 5: la impresora la rechazó, no cambió nada. 1 a 4: no se sabe si la hizo; no se repite.

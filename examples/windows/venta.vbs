@@ -1,4 +1,4 @@
-' Una venta en VBScript:  cscript //nologo venta.vbs [PUERTO]
+' Una venta en VBScript, probada bajo Wine:  cscript //nologo venta.vbs [PUERTO]
 Option Explicit
 Dim z, puerto
 puerto = 1

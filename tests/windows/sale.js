@@ -1,4 +1,4 @@
-// A sale in JScript: calls, an array as a result, and an error as JScript counts it.
+// A sale in JScript: calls, arrays in both directions, and errors as JScript counts them.
 var failures = 0;
 function expect(what, got, wanted) {
   if (got === wanted) return;
@@ -15,6 +15,17 @@ try {
   expect("its number", error.number, -2146788287);
   expect("its number as VBScript counts", error.number & 0xFFFF, 40001);
   expect("its text", error.message, "Puerto serial no asignado");
+}
+
+// An array of JScript's own; one that holds itself is no value.
+expect("array", z.BuildOMB(0x48, ["1", , 2.5]), "\x02\"H\x1C1\x1C\x7F\x1C2.5\x030208");
+var list = [1];
+list[0] = list;
+try {
+  z.BuildOMB(0x48, list);
+  expect("an error", "none", "one");
+} catch (error) {
+  expect("a list in itself", error.number & 0xFFFF, 13);
 }
 z.PortOpen = false;
 z.CommPort = 5;
