@@ -72,8 +72,7 @@ bool OpenPort::read(char* buffer, std::uint32_t count, std::uint32_t& got) {
 
 void OpenPort::waitForByte(milliseconds limit) {
   const auto deadline = steady_clock::now() + limit;
-  std::uint32_t waiting = 0;
-  if (kept_ || limit.count() <= 0 || (queued(waiting) && waiting > 0)) return;
+  if (kept_ || limit.count() <= 0) return;
   char byte = 0;
   DWORD got = 0;
   const bool done =
