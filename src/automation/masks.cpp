@@ -21,7 +21,8 @@ DecimalDigits decimalOf(const Variant& value) {
   if (value.is(Variant::Kind::Text)) {
     const Regional regional = services().regional->current();
     const auto decimal = strictDecimal(value.text(), regional.decimalSeparator, regional.groupSeparator);
-    if (decimal) return *decimal;
+    // "1E999999" would have a million digits; the conversion below raises.
+    if (decimal && std::isfinite(decimalValue(*decimal))) return *decimal;
   }
   const double number = toDouble(value);
   if (!std::isfinite(number)) throw AutomationError(ErrorNumber::Overflow);

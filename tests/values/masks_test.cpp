@@ -28,6 +28,7 @@ TEST(Masks, RoundHalfAwayFromZeroOnTheDecimalDigits) {
               {Currency::fromScaled(-49), "00000000", "0.00"},
               {12345678901234.56, "12345678901235", "12,345,678,901,234.56"},
               {"12345678901234567890", "12345678901234567890", "12,345,678,901,234,567,890.00"},
+              {"1E999", "error 6", "error 6"},
               {std::numeric_limits<double>::quiet_NaN(), "error 6", "error 6"},
               {Variant::missing(), "error 13", "error 13"}};
   for (const auto& row : rows) {
