@@ -36,21 +36,25 @@ sold() {
   return 1
 }
 
-# With progress there are notifications before the verdict, and none without.
+# With progress there are notifications before the verdict, and none without. A sale whose verdict nobody read stops the same
+# content until it is said to be for a new customer.
 told() {
   local here=$folder/told document='{"document":"invoice","lines":[{"description":"Pan","price":1,"tax":0}],"payments":[{"amount":1}]}' answers
+  requests() { printf '{"jsonrpc":"2.0","id":1,"method":"%s","params":{%s}}\n' create '"class":"CZentaro"' \
+    put '"object":1,"name":"CommPort","value":1' put '"object":1,"name":"PortOpen","value":true' "$@"; }
   mkdir "$here"
   export ZENTARO_SETTINGS=$here/settings.ini XDG_STATE_HOME=$here/state
   printf '[Config\ModComm]\nCOM1=%s/printer\n' "$here" >"$ZENTARO_SETTINGS"
-  zentaro-printer --quiet --link "$here/printer" </dev/null >/dev/null 2>&1 &
+  zentaro-printer --quiet --link "$here/printer" --fault "delay=0.5 on close after 2" </dev/null >/dev/null 2>&1 &
   local printer=$!
   until [ -e "$here/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
-  answers=$(printf '{"jsonrpc":"2.0","id":1,"method":"%s","params":{%s}}\n' create '"class":"CZentaro"' \
-    put '"object":1,"name":"CommPort","value":1' put '"object":1,"name":"PortOpen","value":true' \
-    sale "\"object\":1,\"document\":$document,\"progress\":true" sale "\"object\":1,\"document\":$document" | zentaro host)
+  answers=$(requests sale "\"object\":1,\"document\":$document,\"progress\":true" sale "\"object\":1,\"document\":$document" | zentaro host)
+  document=${document/Pan/Queso}
+  requests sale "\"object\":1,\"document\":$document" | zentaro host | head -3 >/dev/null
+  answers+=$'\n'$(requests sale "\"object\":1,\"document\":$document" sale "\"object\":1,\"document\":$document,\"again\":true" | zentaro host)
   kill $printer
-  [[ $(sed -n '4,$p' <<<"$answers" | sed -E 's/.*"(progress|verdict)".*/\1/' | uniq | tr '\n' ' ') == "progress verdict " ]] &&
-    [ "$(grep -c '"verdict":"printed"' <<<"$answers")" = 2 ] || { echo "$answers"; return 1; }
+  [[ $(sed -nE 's/.*"(progress)".*|.*"verdict":"([a-z-]*)".*/\1\2/p' <<<"$answers" | uniq | tr '\n' ' ') == "progress printed printed-before printed " ]] &&
+    [ "$(grep -c '"verdict":"printed"' <<<"$answers")" = 3 ] || { echo "$answers"; return 1; }
 }
 
 manual=$1 jobs=() failed=0

@@ -61,6 +61,10 @@ TEST_F(Dialogue, AnswersRequests) {
     sale {"object":2,"document":{}} => -32602 "object" must be a Zentaro.CZentaro*
     sale {"object":1,"document":{}} => -32602 "document" is not in order, nothing was sent: *
     sale {"object":1,"document":{"document":"invoice","lines":[{"description":"a","price":0,"tax":0}]}} => -32602 the port of the object is closed*
+    sale {"object":1,"document":{"document":"invoice","lines":[{"description":"a","price":1.0000000000000000001,"tax":0}],"payments":[]}} => -32602 "document" is not in order, nothing was sent: lines[0].price: *
+    sale {"object":1,"document":{"lines":[{"description":"a","price":1,"tax":0}],"lines":[]}} => -32602 the name "lines" stands twice*
+    sale {"object":1,"ID":"F-1","document":{}} => -32602 "ID" is no parameter of sale, which has: object, document, id, progress, again
+    call {"object":1,"name":"CerrarComprobante","arguments":["A"]} => -32602 "arguments" is no parameter of call, *
     put {"object":1,"name":"PortOpen","value":true} => 40001 Puerto serial no asignado (CZentaro.Let PortOpen)
     get [1] => -32602 "params" must be*
     destroy {} => -32601 unknown method "destroy"*
@@ -82,7 +86,9 @@ TEST_F(Dialogue, AnswersRequests) {
 TEST_F(Dialogue, AnswersWhatIsNoRequest) {
   const std::pair<std::string, std::string> lines[] = {
       {"", R"("id":null,"error":{"code":-32700)"},
-      {"{", R"("id":null,"error":{"code":-32700)"},
+      {"{",
+       R"("id":null,"error":{"code":-32700,"message":"the line is not JSON in UTF-8, from byte 2 on"}})"},
+      {"1e400", R"("id":null,"error":{"code":-32700,"message":"the line has a number that is larger )"},
       {"{\"jsonrpc\":\"2.0\",\"id\":\"\xFF\"}", R"("id":null,"error":{"code":-32700)"},
       {R"(["\ud800"])", R"("id":null,"error":{"code":-32700)"},
       {"[]", R"("id":null,"error":{"code":-32600)"},

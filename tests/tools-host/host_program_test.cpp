@@ -78,7 +78,7 @@ wait "$pid"
       ran.output,
       "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"object\":1}}\n"
       "{\"jsonrpc\":\"2.0\",\"id\":null,\"error\":{\"code\":-32700,\"message\":\"the line is not JSON "
-      "in UTF-8\"}}\n"
+      "in UTF-8, from byte 1 on\"}}\n"
       "\"error\":{\"code\":-32700,\"message\":\"the line is nested deeper than 128 levels\"}}\n"
       "\"error\":{\"code\":-32700,\"message\":\"the line is nested deeper than 128 levels\"}}\n"
       "\"error\":{\"code\":-32600,\"message\":\"batches are not supported: send one request per line\"}}\n"

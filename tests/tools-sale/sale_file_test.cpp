@@ -105,7 +105,7 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
     EXPECT_EQ(listed(problems).rfind(row.problem, 0), 0U) << row.problem << "\n" << listed(problems);
   }
   EXPECT_EQ(readSale(std::string(100000, '[')).problems[0].text, "groups and lists are nested too deeply");
-  EXPECT_EQ(readSale("[]").problems[0].text, "the file holds no group in braces");
+  EXPECT_EQ(readSale("[]").problems[0].text, "there is no group in braces");
 }
 
 constexpr auto inSpanish =

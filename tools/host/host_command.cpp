@@ -31,7 +31,7 @@ bool readLine(std::istream& input, std::string& line) {
 int serve(std::istream& input, std::ostream& output) {
   HostSession session([&output](const std::string& line) { output << line << '\n' << std::flush; });
   for (std::string line; readLine(input, line);) {
-    output << session.answer(line) << '\n' << std::flush;
+    if (output << session.answer(line) << '\n' << std::flush) session.delivered();
     // Nobody reads any more, or a signal that a sale has put off asks to end.
     if (!output || Interruption::isRequested()) return 1;
   }

@@ -1,6 +1,7 @@
 // A sale from a document in a request to its verdict.
 #include "host/host_sale.h"
 
+#include <memory>
 #include <ostream>
 #include <streambuf>
 
@@ -44,33 +45,33 @@ class Lines : public std::streambuf {
   throw invalidParameters(text);
 }
 
-SaleOrder orderOf(const Json& document, const std::string& key, const std::string& device) {
-  auto [sale, problems] = readSale(jsonLine(document));
+SaleOrder orderOf(const HostSale& asked, const std::string& device) {
+  auto [sale, problems] = readSale(asked.document);
   if (!problems.empty()) refuse(problems);
   const Totals totals = reckon(sale, problems);
   if (!problems.empty()) refuse(problems);
-  return {std::move(sale), totals, key, false, device};
+  return {std::move(sale), totals, asked.key, asked.again, device};
 }
 
 }  // namespace
 
-Json sellOn(CZentaro& printer, const Json& document, const std::string& key,
-            const std::function<void(std::string_view)>& progress) {
+HostVerdict sellOn(CZentaro& printer, const HostSale& sale,
+                   const std::function<void(std::string_view)>& progress) {
   const std::string number = std::to_string(toInt16(printer.CommPort));
-  SaleJob job(orderOf(document, key, "COM" + number));
+  const auto kept = std::make_shared<SaleJob>(orderOf(sale, "COM" + number));
+  SaleJob& job = *kept;
   if (!printer.isPortOpen) throw invalidParameters("the port of the object is closed: put PortOpen first");
   const Interruption interruption;
   job.openJournal();
-  if (const auto verdict = job.refusal()) return verdictJson(*verdict);
+  if (const auto verdict = job.refusal()) return {verdictJson(*verdict)};
   PrinterLine line(printer, patienceOf({}, timeOutSeconds()));
   const SalePrinterPort port{printer, line, {"--port " + number}};
-  if (const auto end = SaleJob::getInStep(port)) return verdictJson(*end, job.totals(), port.place);
-  if (const auto verdict = job.refusal(port)) return verdictJson(*verdict);
+  if (const auto end = SaleJob::getInStep(port)) return {verdictJson(*end, job.totals(), port.place)};
+  if (const auto verdict = job.refusal(port)) return {verdictJson(*verdict)};
   Lines lines(progress);
   std::ostream told(&lines);
   const SaleEnd end = job.print(port, told, Interruption::isRequested);
-  job.told();
-  return verdictJson(end, job.totals(), port.place);
+  return {verdictJson(end, job.totals(), port.place), [kept] { kept->told(); }};
 }
 
 }  // namespace zentaro::tools

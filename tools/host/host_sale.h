@@ -7,14 +7,26 @@
 
 #include "common/json.h"
 #include "printer/czentaro.h"
+#include "sale/node.h"
 
 namespace zentaro::tools {
+
+struct HostSale {
+  const Node& document;
+  std::string key;     // under it nothing is printed twice; empty: none
+  bool again = false;  // the same content for a new customer
+};
+
+struct HostVerdict {
+  Json json;
+  std::function<void()> delivered = [] {};  // to be called when the caller has the verdict
+};
 
 /// Prints the document as `zentaro sale` does, under the same journal, and gives its verdict; the port may be
 /// closed and opened again meanwhile. `progress` is told each line for the cashier. Raises RpcError
 /// InvalidParameters for a document that is not in order and a closed port, std::runtime_error when the
 /// journal cannot be written: nothing was sent then.
-Json sellOn(CZentaro& printer, const Json& document, const std::string& key,
-            const std::function<void(std::string_view)>& progress);
+HostVerdict sellOn(CZentaro& printer, const HostSale& sale,
+                   const std::function<void(std::string_view)>& progress);
 
 }  // namespace zentaro::tools

@@ -23,12 +23,16 @@ constexpr std::size_t deepestLine = 128;
 struct Method {
   std::string_view name;
   Json (HostSession::*run)(const Json& params);
+  std::array<std::string_view, 5> parameters;
 };
 constexpr std::array methods{
-    Method{"create", &HostSession::create},    Method{"release", &HostSession::release},
-    Method{"get", &HostSession::get},          Method{"put", &HostSession::put},
-    Method{"call", &HostSession::call},        Method{"sale", &HostSession::sale},
-    Method{"describe", &HostSession::describe}};
+    Method{"create", &HostSession::create, {"class"}},
+    Method{"release", &HostSession::release, {"object"}},
+    Method{"get", &HostSession::get, {"object", "name"}},
+    Method{"put", &HostSession::put, {"object", "name", "value"}},
+    Method{"call", &HostSession::call, {"object", "name", "args"}},
+    Method{"sale", &HostSession::sale, {"object", "document", "id", "progress", "again"}},
+    Method{"describe", &HostSession::describe, {"class"}}};
 
 const Json& parameter(const Json& params, const char* name) {
   const auto found = params.find(name);
@@ -45,6 +49,12 @@ const std::string& textParameter(const Json& params, const char* name) {
 const Json& parameter(const Json& params, const char* name, const Json& fallback) {
   const auto found = params.find(name);
   return found == params.end() ? fallback : *found;
+}
+
+bool flagParameter(const Json& params, const char* name) {
+  const Json value = parameter(params, name, false);
+  if (!value.is_boolean()) throw invalidParameters(std::string("\"") + name + "\" must be true or false");
+  return value.get<bool>();
 }
 
 // 0, which is no object, for a number that no object can have.
@@ -113,15 +123,39 @@ Json parsed(std::string_view line) {
   if (depthOf(line) > deepestLine) {
     throw RpcError(RpcCode::ParseError, "the line is nested deeper than 128 levels");
   }
-  Json request = Json::parse(line, nullptr, false);
-  if (request.is_discarded()) throw RpcError(RpcCode::ParseError, "the line is not JSON in UTF-8");
-  return request;
+  try {
+    return Json::parse(line);
+  } catch (const Json::parse_error& error) {
+    throw RpcError(RpcCode::ParseError,
+                   "the line is not JSON in UTF-8, from byte " + std::to_string(error.byte) + " on");
+  } catch (const Json::out_of_range&) {
+    throw RpcError(RpcCode::ParseError, "the line has a number that is larger than any double");
+  }
 }
 
-Json paramsOf(const Json& request) {
+// A name that is passed over could be a misspelt one: a sale without its id, a close without its type.
+Json paramsOf(const Json& request, const Method& method) {
   Json params = request.value("params", Json::object());
   if (!params.is_object()) throw invalidParameters("\"params\" must be a JSON object");
+  for (const auto& [name, value] : params.items()) {
+    if (std::ranges::find(method.parameters, name) != method.parameters.end() && !name.empty()) continue;
+    std::string known;
+    for (const std::string_view parameter : method.parameters)
+      if (!parameter.empty()) known += (known.empty() ? "" : ", ") + std::string(parameter);
+    throw invalidParameters(jsonLine(name) + " is no parameter of " + std::string(method.name) +
+                            ", which has: " + known);
+  }
   return params;
+}
+
+// As it was written: what the line was parsed into keeps doubles, and the last of two members of one name.
+Node documentIn(std::string_view line) {
+  const ParsedNode request = parseNode(line);
+  if (!request.root) throw invalidParameters(request.problem);
+  const Node* params = request.root->find("params");
+  const Node* document = params != nullptr ? params->find("document") : nullptr;
+  if (document == nullptr) throw invalidParameters("\"document\" is missing in params");
+  return *document;
 }
 
 Json error(int code, std::string_view message) { return {{"code", code}, {"message", message}}; }
@@ -146,13 +180,19 @@ std::pair<const char*, Json> outcomeOf(const Work& work) {
 
 std::string HostSession::answer(std::string_view line) {
   Json id;
+  line_ = line;
+  whenDelivered_ = nullptr;
   auto [member, outcome] = outcomeOf([&] {
     const Json request = parsed(line);
     id = idOf(request);
     const Method& method = methodOf(request);
-    return (this->*method.run)(paramsOf(request));
+    return (this->*method.run)(paramsOf(request, method));
   });
   return jsonLine({{"jsonrpc", "2.0"}, {"id", std::move(id)}, {member, std::move(outcome)}});
+}
+
+void HostSession::delivered() {
+  if (const auto work = std::exchange(whenDelivered_, nullptr)) work();
 }
 
 Json HostSession::create(const Json& params) {
@@ -183,15 +223,18 @@ Json HostSession::sale(const Json& params) {
   const Object& printer = object(params);
   if (&printer.description() != findClass("CZentaro"))
     throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
-  const Json key = parameter(params, "id", ""), wantsProgress = parameter(params, "progress", false);
+  const Json key = parameter(params, "id", "");
   if (!key.is_string()) throw invalidParameters("\"id\" must be a text");
-  if (!wantsProgress.is_boolean()) throw invalidParameters("\"progress\" must be true or false");
+  const bool wantsProgress = flagParameter(params, "progress"), again = flagParameter(params, "again");
+  const Node document = documentIn(line_);
   const auto progress = [&](std::string_view text) {
     const Json note{{"jsonrpc", "2.0"}, {"method", "progress"}, {"params", {{"text", text}}}};
-    if (wantsProgress == true) notify_(jsonLine(note));
+    if (wantsProgress) notify_(jsonLine(note));
   };
-  return sellOn(*static_cast<CZentaro*>(printer.instance()), parameter(params, "document"),
-                key.get<std::string>(), progress);
+  HostVerdict verdict = sellOn(*static_cast<CZentaro*>(printer.instance()),
+                               {document, key.get<std::string>(), again}, progress);
+  whenDelivered_ = std::move(verdict.delivered);
+  return std::move(verdict.json);
 }
 
 Json HostSession::describe(const Json& params) {

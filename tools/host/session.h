@@ -24,6 +24,8 @@ class HostSession {
 
   /// The response to one line, without the line end. Raises nothing: whatever goes wrong is the response.
   std::string answer(std::string_view line);
+  /// The response to the last line has been written, for all that can be known.
+  void delivered();
 
   // The methods, each with its parameters; they raise RpcError and AutomationError.
   Json create(const Json& params);
@@ -39,6 +41,8 @@ class HostSession {
 
   Notify notify_;
   ObjectTable objects_;
+  std::string_view line_;                // that is being answered
+  std::function<void()> whenDelivered_;  // its response
 };
 
 }  // namespace zentaro::tools

@@ -90,6 +90,11 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
 
 }  // namespace
 
+const Node* Node::find(std::string_view name) const {
+  const auto found = std::find(names.begin(), names.end(), name);
+  return found == names.end() ? nullptr : &items[static_cast<std::size_t>(found - names.begin())];
+}
+
 std::string_view kindName(Node::Kind kind) {
   switch (kind) {
     case Node::Kind::Null: return "null";

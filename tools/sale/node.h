@@ -14,6 +14,9 @@ struct Node {
   std::string text;                // of a number or a text; "true" or "false"
   std::vector<Node> items;         // of a list, or the values of a group
   std::vector<std::string> names;  // of a group, one for each item, each once
+
+  /// The item of that name, or null.
+  const Node* find(std::string_view name) const;
 };
 
 /// "a text", "a list" and so on, for messages.

@@ -192,12 +192,12 @@ class SaleReader {
 
 SaleReading readSale(std::string_view json) {
   const ParsedNode parsed = parseNode(json);
-  if (!parsed.root) return {{}, {{"", parsed.problem}}};
-  if (parsed.root->kind != Node::Kind::Group)
-    return {
-        {},
-        {{"", say("el archivo no tiene un grupo entre llaves", "the file holds no group in braces", {})}}};
-  return SaleReader(*parsed.root).read();
+  return parsed.root ? readSale(*parsed.root) : SaleReading{{}, {{"", parsed.problem}}};
+}
+
+SaleReading readSale(const Node& root) {
+  if (root.kind == Node::Kind::Group) return SaleReader(root).read();
+  return {{}, {{"", say("no hay un grupo entre llaves", "there is no group in braces", {})}}};
 }
 
 }  // namespace zentaro::tools

@@ -15,5 +15,6 @@ struct SaleReading {
 
 /// Checks every member by itself; whether the amounts fit together is asked of reckon().
 SaleReading readSale(std::string_view json);
+SaleReading readSale(const Node& root);
 
 }  // namespace zentaro::tools
