@@ -84,6 +84,9 @@ def main():
     return verdict
 
 
-text, status = main()
+try:
+    text, status = main()
+except AutomationError as error:  # the port does not open: nothing was sent
+    text, status = error, 2
 print(text)
 sys.exit(status)
