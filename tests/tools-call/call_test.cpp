@@ -115,6 +115,12 @@ TEST_F(Call, LeavesATraceThatIsRead) {
   EXPECT_EQ(full.status, 0) << full.output;
   EXPECT_TRUE(contains(full.output, "the trace cannot be written (Disk full); going on without it\n"))
       << full.output;
+  write("settings.ini", "[Config\\EPSONZT]\nDebugZT=1\nDumpZT=/nonexistent/trace\n");
+  EXPECT_EQ(run("zentaro status").status, 0) << "a setting stops no command";
+  const Ran asked = run("zentaro status --trace /nonexistent/own");
+  EXPECT_EQ(asked.status, 2);
+  EXPECT_TRUE(contains(asked.output, "the trace /nonexistent/own cannot be opened (Path not found)"))
+      << asked.output;
 }
 
 TEST_F(Call, EveryHelpFitsEightyColumns) {

@@ -136,11 +136,27 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
   const bool isTraced = readSetting(settingObjectTrace) != u"0";
   settings_.replace(settingObjectTrace.section, settingObjectTrace.key, u"0");
   object_ = createObject("CZentaro");
-  if (isTraced) printer().DebugMode(true);
+  if (isTraced) traceObject(options.traceFile.empty());
   printer().CommPort = options.port.value_or(ownPort);
   printer().PortOpen(true);
   line_.emplace(printer(), patienceOf(options.giveUp, timeOutSeconds()));
   if (!options.traceFile.empty()) line_->traceDriver();
+}
+
+// A trace that this run was asked for is needed; one that the settings want on for good stops no sale.
+void Connection::traceObject(bool goesOnWithout) {
+  try {
+    printer().DebugMode(true);
+  } catch (const AutomationError& error) {
+    const std::string path = harmless(utf8(readSetting(settingObjectTraceFile)));
+    if (!goesOnWithout)
+      throw std::runtime_error(say("la traza {} no se puede abrir ({}); ¿está la carpeta, y deja escribir?",
+                                   "the trace {} cannot be opened ({}); is its folder there, and writable?",
+                                   {path, error.what()}));
+    std::cerr << say("zentaro: aviso: la traza {} (DumpZT) no se puede abrir ({}); se sigue sin ella\n",
+                     "zentaro: warning: the trace {} (DumpZT) cannot be opened ({}); going on without it\n",
+                     {path, error.what()});
+  }
 }
 
 // Both traces go into one file: each line is one write to its end.

@@ -52,6 +52,7 @@ class Connection {
 
  private:
   void traceTo(const std::string& path);
+  void traceObject(bool goesOnWithout);
 
   Interruption interruption_;
   std::unique_ptr<VirtualPrinter> virtualPrinter_;
