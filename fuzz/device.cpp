@@ -43,7 +43,7 @@ class Bench {
     engine_.receive(bytes, now_);
     wait(0);
     const Works& works = device_.works();
-    require(works.books.open.has_value() == (works.machine.phase() != Phase::none),
+    require(works.books.open.has_value() == (works.machine.phase() != Phase::None),
             "the books know of a document exactly when one is open");
     require(saved_ == works.books || saved_ == Books{}, "books are saved before the answer leaves");
   }
@@ -67,7 +67,7 @@ class Bench {
                    saved_ = books;
                    return true;
                  }};
-  Engine engine_{device_, faults_, Speed::immediate, [](const Moment&, const Event&) {}};
+  Engine engine_{device_, faults_, Speed::Immediate, [](const Moment&, const Event&) {}};
   char sequence_ = '!';
 };
 

@@ -13,7 +13,7 @@ using fuzz::require;
 void print(const Sale& sale, const Totals& totals) {
   printer::Books books;
   printer::Machine machine(books, static_cast<printer::Rate>(sale.igtf.rate));
-  const auto kind = sale.isCreditNote ? printer::DocumentKind::creditNote : printer::DocumentKind::invoice;
+  const auto kind = sale.isCreditNote ? printer::DocumentKind::CreditNote : printer::DocumentKind::Invoice;
   machine.open(kind);
   for (const Line& line : sale.lines) {
     const Item* item = std::get_if<Item>(&line);

@@ -25,7 +25,7 @@ inline const printer::Identity identity{{"J-12345678-9", "BODEGA LA PRUEBA", "ZP
 
 class Till {
  public:
-  explicit Till(printer::Books books = {}, printer::Speed speed = printer::Speed::immediate)
+  explicit Till(printer::Books books = {}, printer::Speed speed = printer::Speed::Immediate)
       : device{identity, std::move(books), [this](const printer::Books& changed) { return save(changed); }},
         engine{device, faults, speed,
                [this](const printer::Moment&, const printer::Event& event) { events.push_back(event); }} {
@@ -43,7 +43,7 @@ class Till {
     std::string out;
     for (const printer::Output& output : engine.due(now)) {
       out += output.bytes;
-      isHungUp = isHungUp || output.kind == printer::Output::Kind::hangUp;
+      isHungUp = isHungUp || output.kind == printer::Output::Kind::HangUp;
     }
     return out;
   }

@@ -26,7 +26,7 @@ Books fullBooks() {
   books.header = {"CALLE \"REAL\"", "", "", "", "Pi\u00F1a"};
   books.footer[4] = "GRACIAS";
   books.clockOffset = std::chrono::seconds{-86'400};
-  books.open = OpenMark{DocumentKind::creditNote, 2};
+  books.open = OpenMark{DocumentKind::CreditNote, 2};
   return books;
 }
 

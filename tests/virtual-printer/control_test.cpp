@@ -51,17 +51,17 @@ TEST(Log, OneJsonObjectALine) {
     Event event;
     const char* line;
   } rows[] = {
-      {{EventKind::command, "item", {}, 34, 0x42, {"Caf\xE9", ""}},
+      {{EventKind::Command, "item", {}, 34, 0x42, {"Caf\xE9", ""}},
        R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"command","name":"item","sequence":34,"code":"42","fields":["Café",""]})"},
-      {{EventKind::answer, "item", {}, 34, 0x42, {"2900"}, 0x0010, 0x8001},
+      {{EventKind::Answer, "item", {}, 34, 0x42, {"2900"}, 0x0010, 0x8001},
        R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"answer","name":"item","sequence":34,"code":"42","printerStatus":"0010","fiscalStatus":"8001","fields":["2900"]})"},
-      {{EventKind::noise, "", "\x02\xFF"},
+      {{EventKind::Noise, "", "\x02\xFF"},
        R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"noise","bytes":"02 FF"})"},
-      {{EventKind::reset}, R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"reset"})"},
-      {{EventKind::fault, "delay=1 once"},
+      {{EventKind::Reset}, R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"reset"})"},
+      {{EventKind::Fault, "delay=1 once"},
        R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"fault","name":"delay=1 once"})"},
-      {{EventKind::power, "off"}, R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"power","name":"off"})"},
-      {{EventKind::unsaved, "no \xFF"},
+      {{EventKind::Power, "off"}, R"({"time":"2026-11-24T15:04:00","ms":1234,"event":"power","name":"off"})"},
+      {{EventKind::Unsaved, "no \xFF"},
        "{\"time\":\"2026-11-24T15:04:00\",\"ms\":1234,\"event\":\"unsaved\",\"reason\":\"no \uFFFD\"}"},
   };
   for (const auto& row : rows) EXPECT_EQ(logLine(moment, row.event), std::string{row.line} + "\n");

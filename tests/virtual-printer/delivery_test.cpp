@@ -91,7 +91,7 @@ TEST(Delivery, AnAnswerThatWasLostCanStillBeRepeated) {
 }
 
 TEST(Delivery, RealtimeTakesTheTimeOfTheLineAndOfThePrintingHead) {
-  bench::Till till{{}, Speed::realtime};
+  bench::Till till{{}, Speed::Realtime};
   const std::string first = till.exchange("59");
   EXPECT_EQ(first, bytes("<WAIT>"));
   std::string rest;
@@ -124,7 +124,7 @@ TEST(Delivery, EveryStrikeIsReported) {
   for (const Event& event : till.events) {
     constexpr std::array<const char*, 6> kinds{"command", "answer", "noise", "reset", "fault", "power"};
     story += std::string{kinds[static_cast<std::size_t>(event.kind)]} + " " + event.name +
-             (event.kind == EventKind::noise ? event.bytes : "") + "\n";
+             (event.kind == EventKind::Noise ? event.bytes : "") + "\n";
   }
   EXPECT_EQ(story,
             "command clock\nfault bad-checksum on clock once\nanswer clock\n"

@@ -108,7 +108,7 @@ TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
     EXPECT_TRUE(contains(scratch.read(row.name), row.empty)) << row.name;
     Roll roll;
     roll.watch(file);
-    roll.print({{LineStyle::plain, "HOLA", {}, {}}});
+    roll.print({{LineStyle::Plain, "HOLA", {}, {}}});
     EXPECT_FALSE(contains(scratch.read(row.name), "HOLA")) << row.name << ": the sheet is not finished";
     roll.cut("x");
     EXPECT_TRUE(contains(scratch.read(row.name), row.printed)) << row.name;

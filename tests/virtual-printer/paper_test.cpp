@@ -103,7 +103,7 @@ TEST(Paper, AccentsCountAsOneColumn) {
 TEST(Paper, OnlyTheLastSheetsAreKept) {
   Roll roll;
   for (std::size_t number = 0; number < Roll::keptSheets + 5; ++number) {
-    roll.print({{LineStyle::plain, std::to_string(number), {}, {}}});
+    roll.print({{LineStyle::Plain, std::to_string(number), {}, {}}});
     roll.cut("x");
   }
   EXPECT_EQ(roll.sheets().size(), Roll::keptSheets);

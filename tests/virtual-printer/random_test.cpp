@@ -51,7 +51,7 @@ void check(const Till& till, const std::string& frame, const std::string& comman
   EXPECT_EQ(body.find("ERROR") != std::string::npos, isRefused)
       << command << ": the word and the bit go together";
   const Books& books = till.device.works().books;
-  EXPECT_EQ(books.open.has_value(), till.device.works().machine.phase() != Phase::none) << command;
+  EXPECT_EQ(books.open.has_value(), till.device.works().machine.phase() != Phase::None) << command;
   EXPECT_TRUE(books == till.lastSaved || till.lastSaved == Books{})
       << command << ": not saved before the answer";
 }

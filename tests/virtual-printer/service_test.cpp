@@ -53,7 +53,7 @@ TEST(Stations, AChequeInTheMiddleOfAnInvoiceIsASheetOfItsOwn) {
       "00000001|100|0");
   const auto& sheets = till.device.roll().sheets();
   ASSERT_EQ(sheets.size(), 2U);
-  EXPECT_EQ(sheets[0].kind, printer::SheetKind::chequeFace);
+  EXPECT_EQ(sheets[0].kind, printer::SheetKind::ChequeFace);
   EXPECT_NE(textPaper({sheets[0]}).find("JOSE"), std::string::npos);
   EXPECT_EQ(textPaper({sheets[1]}).find("JOSE"), std::string::npos);
 }
@@ -113,7 +113,7 @@ TEST(Trouble, APowerCutEndsTheOpenDocumentAsCancelledAtTheRestart) {
   till.arrived();
   EXPECT_EQ(till.say("80"), "ZPV0000007") << "there is no answer yet to repeat";
   Books books;
-  books.open = OpenMark{DocumentKind::creditNote, 2};
+  books.open = OpenMark{DocumentKind::CreditNote, 2};
   Till found{books};
   EXPECT_EQ(found.device.roll().sheets().back().title, "NOTA DE CREDITO 00000002 ANULADO");
 }

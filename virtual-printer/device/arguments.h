@@ -14,20 +14,20 @@ class Arguments {
  public:
   explicit Arguments(const Command& command) : command_{command} {}
 
-  // Fields count from 0; a field that was not sent is empty.
+  /// Fields count from 0; a field that was not sent is empty.
   std::string text(std::size_t index) const;
-  // The bytes as sent, for letters that must match exactly.
+  /// The bytes as sent, for letters that must match exactly.
   std::string raw(std::size_t index) const;
-  // A whole number of at most 15 digits; an empty field counts as absent.
+  /// A whole number of at most 15 digits; an empty field counts as absent.
   std::int64_t number(std::size_t index) const;
   std::int64_t numberOr(std::size_t index, std::int64_t absent) const;
-  // An amount of cents; a negative one is out of range rather than malformed.
+  /// An amount of cents; a negative one is out of range rather than malformed.
   Cents amount(std::size_t index) const;
-  // A tax rate in hundredths of a percent, up to 99.99 %.
+  /// A tax rate in hundredths of a percent, up to 99.99 %.
   Rate rate(std::size_t index) const;
-  // A field "yymmdd".
+  /// A field "yymmdd".
   std::chrono::local_days date(std::size_t index) const;
-  // A field "hhmmss".
+  /// A field "hhmmss".
   std::chrono::seconds time(std::size_t index) const;
 
  private:

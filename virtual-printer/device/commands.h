@@ -14,7 +14,7 @@ namespace printer {
 using Fields = std::vector<std::string>;
 using Handler = Fields (*)(Works&, const Arguments&);
 
-enum class Paper { notNeeded, needed };
+enum class Paper { NotNeeded, Needed };
 
 struct CommandEntry {
   std::uint8_t code;

@@ -15,7 +15,7 @@ Answer Device::execute(const Command& command, LocalTime hostTime) {
   Answer answer;
   try {
     answer.fields = run(command);
-    refuseIf(!saveIfChanged(), Refusal::notSaved);
+    refuseIf(!saveIfChanged(), Refusal::NotSaved);
     works_.job.runOn(roll_);
     if (command.code != statusCode) works_.lastCommand = command.code;
     answer.fiscalStatus = fiscalStatus(works_);
@@ -30,8 +30,8 @@ Answer Device::execute(const Command& command, LocalTime hostTime) {
 
 std::vector<std::string> Device::run(const Command& command) {
   const CommandEntry* entry = findCommand(command.code);
-  refuseIf(entry == nullptr, Refusal::unknownCommand);
-  if (entry->paper == Paper::needed) requirePaper(works_.conditions);
+  refuseIf(entry == nullptr, Refusal::UnknownCommand);
+  if (entry->paper == Paper::Needed) requirePaper(works_.conditions);
   return entry->handler(works_, Arguments{command});
 }
 

@@ -10,17 +10,17 @@ namespace printer {
 
 class Device {
  public:
-  // Called whenever the books have changed, before anything is printed and the answer leaves. False: they
-  // could not be saved, and the command is refused.
+  /// Called whenever the books have changed, before anything is printed and the answer leaves. False: they
+  /// could not be saved, and the command is refused.
   using SaveBooks = std::function<bool(const Books&)>;
 
   Device(Identity identity, Books books, SaveBooks save);
 
-  // hostTime is the true local time; the printer's own clock may have been set to another.
+  /// hostTime is the true local time; the printer's own clock may have been set to another.
   Answer execute(const Command& command, LocalTime hostTime);
-  // The unframed reset: an open document ends as cancelled, the slip station is off.
+  /// The unframed reset: an open document ends as cancelled, the slip station is off.
   void reset();
-  // Power came back: a document that was open is printed as cancelled.
+  /// Power came back: a document that was open is printed as cancelled.
   void start(LocalTime hostTime);
 
   Roll& roll() { return roll_; }

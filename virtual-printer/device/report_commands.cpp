@@ -32,7 +32,7 @@ void printClosing(Works& works, const std::string& title, const ZRecord& day) {
 }
 
 Fields closingX(Works& works, const std::string& option) {
-  refuseIf(option != "P" && option != "S" && !option.empty(), Refusal::badField);
+  refuseIf(option != "P" && option != "S" && !option.empty(), Refusal::BadField);
   const ZRecord day{works.books.counters.z, works.now, works.books.day, works.books.lastInvoice};
   if (option != "S") {
     requirePaper(works.conditions);
@@ -42,10 +42,10 @@ Fields closingX(Works& works, const std::string& option) {
 }
 
 Fields closingZ(Works& works, const std::string& option) {
-  refuseIf(option != "T" && !option.empty(), Refusal::badField);
+  refuseIf(option != "T" && !option.empty(), Refusal::BadField);
   requirePaper(works.conditions);
-  refuseIf(works.conditions.memoryFull, Refusal::memoryFull);
-  refuseIf(works.books.counters.z >= largestNumber, Refusal::counterAtLimit);
+  refuseIf(works.conditions.memoryFull, Refusal::MemoryFull);
+  refuseIf(works.books.counters.z >= largestNumber, Refusal::CounterAtLimit);
   const ZRecord& record = works.books.closeDay(works.now);
   works.conditions.closingRequired = false;
   printClosing(works, "REPORTE Z " + eightDigits(record.number), record);
@@ -59,7 +59,7 @@ struct MemoryRange {
 
 template <class Key, class KeyOf>
 std::vector<ZRecord> recordsBetween(std::span<const ZRecord> all, Key first, Key last, KeyOf keyOf) {
-  refuseIf(first > last, Refusal::badRange);
+  refuseIf(first > last, Refusal::BadRange);
   std::vector<ZRecord> found;
   std::copy_if(all.begin(), all.end(), std::back_inserter(found),
                [&](const ZRecord& record) { return keyOf(record) >= first && keyOf(record) <= last; });
@@ -79,7 +79,7 @@ MemoryRange readRange(const Works& works, const Arguments& arguments) {
   }
   const std::int64_t first = arguments.number(0);
   const std::int64_t last = arguments.number(1);
-  refuseIf(arguments.raw(0).size() < 8 || arguments.raw(1).size() < 8, Refusal::badField);
+  refuseIf(arguments.raw(0).size() < 8 || arguments.raw(1).size() < 8, Refusal::BadField);
   return {
       "DE Z " + std::to_string(first) + " A Z " + std::to_string(last),
       recordsBetween(all, first, last, [](const ZRecord& record) { return std::int64_t{record.number}; })};
@@ -94,14 +94,14 @@ Fields status(Works& works, const Arguments& arguments) {
 Fields closing(Works& works, const Arguments& arguments) {
   works.machine.requireIdle();
   if (arguments.raw(0) == "X") return closingX(works, arguments.raw(1));
-  refuseIf(arguments.raw(0) != "Z", Refusal::badField);
+  refuseIf(arguments.raw(0) != "Z", Refusal::BadField);
   return closingZ(works, arguments.raw(1));
 }
 
 Fields memoryReport(Works& works, const Arguments& arguments) {
   works.machine.requireIdle();
   const auto [range, records] = readRange(works, arguments);
-  const MemoryDetail detail = arguments.raw(2) == "R" ? MemoryDetail::totalsOnly : MemoryDetail::everyClosing;
+  const MemoryDetail detail = arguments.raw(2) == "R" ? MemoryDetail::TotalsOnly : MemoryDetail::EveryClosing;
   works.finishTicket(memoryReportLines(works.identity.owner, range, records, detail), "MEMORIA FISCAL");
   return {std::to_string(records.size()), std::to_string(records.empty() ? 0 : records.front().number),
           std::to_string(records.empty() ? 0 : records.back().number)};

@@ -10,7 +10,7 @@ Fields balance(const Document& document) {
 
 // Bases and taxes are printed once, before the first payment or at the close.
 void printTotalsOnce(Works& works, Phase before) {
-  if (before == Phase::items) works.job.print(totalLines(works.machine.document()));
+  if (before == Phase::Items) works.job.print(totalLines(works.machine.document()));
 }
 
 Fields takePayment(Works& works, const std::string& medium, Cents amount) {
@@ -46,20 +46,20 @@ CloseOrder readCloseOrder(const Arguments& arguments) {
   const Cents base = arguments.raw(1).empty() ? 0 : arguments.amount(1);
   const bool withoutBase = letter == "T" || letter == "A";
   const bool withBase = letter == "U" || letter == "B";
-  refuseIf(!withoutBase && !withBase && letter != "E" && !letter.empty(), Refusal::badCloseType);
-  refuseIf((withoutBase && base != 0) || (withBase && base == 0), Refusal::badIgtfBase);
-  if (letter == "A" || letter == "B") return {Closing::partial, base};
-  return {letter == "E" ? Closing::definitive : Closing::total, base};
+  refuseIf(!withoutBase && !withBase && letter != "E" && !letter.empty(), Refusal::BadCloseType);
+  refuseIf((withoutBase && base != 0) || (withBase && base == 0), Refusal::BadIgtfBase);
+  if (letter == "A" || letter == "B") return {Closing::Partial, base};
+  return {letter == "E" ? Closing::Definitive : Closing::Total, base};
 }
 
 }  // namespace
 
 Fields openDocument(Works& works, const Arguments& arguments) {
   const bool isCreditNote = arguments.raw(6) == "D";
-  refuseIf(!isCreditNote && !arguments.raw(6).empty(), Refusal::badField);
-  refuseIf(works.conditions.memoryFull, Refusal::memoryFull);
-  refuseIf(works.conditions.closingRequired, Refusal::closingRequired);
-  works.machine.open(isCreditNote ? DocumentKind::creditNote : DocumentKind::invoice,
+  refuseIf(!isCreditNote && !arguments.raw(6).empty(), Refusal::BadField);
+  refuseIf(works.conditions.memoryFull, Refusal::MemoryFull);
+  refuseIf(works.conditions.closingRequired, Refusal::ClosingRequired);
+  works.machine.open(isCreditNote ? DocumentKind::CreditNote : DocumentKind::Invoice,
                      {arguments.text(0), arguments.text(1)},
                      {arguments.text(2), arguments.text(3), arguments.text(4), arguments.text(5)});
   works.job.print(headingLines(works.identity.owner, works.books.header));
@@ -77,9 +77,9 @@ Fields extraLine(Works& works, const Arguments& arguments) {
 
 Fields itemLine(Works& works, const Arguments& arguments) {
   const std::string type = arguments.raw(4);
-  refuseIf(type != "M" && type != "m", Refusal::badField);
+  refuseIf(type != "M" && type != "m", Refusal::BadField);
   const Item item =
-      works.machine.addItem(type == "M" ? DocumentKind::invoice : DocumentKind::creditNote, arguments.text(0),
+      works.machine.addItem(type == "M" ? DocumentKind::Invoice : DocumentKind::CreditNote, arguments.text(0),
                             arguments.amount(1), arguments.amount(2), arguments.rate(3));
   works.job.print(itemLines(item));
   return {std::to_string(works.machine.document().total())};
@@ -97,7 +97,7 @@ Fields payment(Works& works, const Arguments& arguments) {
   const std::string type = arguments.raw(2);
   if (type == "T") return takePayment(works, arguments.text(0), arguments.amount(1));
   if (type == "D") return takeDiscount(works, arguments.text(0), arguments.amount(1));
-  refuseIf(type != "C", Refusal::badField);
+  refuseIf(type != "C", Refusal::BadField);
   return cancelDocument(works);
 }
 
@@ -106,11 +106,11 @@ Fields closeDocument(Works& works, const Arguments& arguments) {
   const Phase before = works.machine.phase();
   works.machine.close(order.type, order.igtfBase, works.now);
   const Document& document = works.machine.document();
-  if (before != Phase::partial) {
+  if (before != Phase::Partial) {
     printTotalsOnce(works, before);
     works.job.print(settlementLines(document, works.identity.igtfRate));
   }
-  if (works.machine.phase() == Phase::none)
+  if (works.machine.phase() == Phase::None)
     works.finishTicket(closingLines(works.identity.owner, works.books.footer),
                        documentTitle(document.kind, document.number));
   return {eightDigits(document.number), std::to_string(document.due()), std::to_string(document.change())};

@@ -43,13 +43,13 @@ Fields slipOff(Works& works, const Arguments&) {
 }
 
 Fields chequeFace(Works& works, const Arguments& arguments) {
-  refuseIf(!works.slipOn, Refusal::slipOff);
+  refuseIf(!works.slipOn, Refusal::SlipOff);
   works.job.printApart(chequeFaceSheet(arguments.text(0), arguments.text(1), arguments.text(2)));
   return {};
 }
 
 Fields chequeBack(Works& works, const Arguments& arguments) {
-  refuseIf(!works.slipOn, Refusal::slipOff);
+  refuseIf(!works.slipOn, Refusal::SlipOff);
   works.job.printApart(chequeBackSheet(arguments.text(0), arguments.text(1), arguments.text(2)));
   return {};
 }

@@ -21,14 +21,14 @@ std::uint16_t printerStatus(const Works& works) {
 std::uint16_t fiscalStatus(const Works& works) {
   const Phase phase = works.machine.phase();
   const auto isOpen = [&](DocumentKind kind) {
-    return phase != Phase::none && works.machine.document().kind == kind;
+    return phase != Phase::None && works.machine.document().kind == kind;
   };
   const Conditions& now = works.conditions;
-  return static_cast<std::uint16_t>(bitIf(isOpen(DocumentKind::invoice), fiscal_bit::invoiceOpen) |
-                                    bitIf(isOpen(DocumentKind::creditNote), fiscal_bit::creditNoteOpen) |
-                                    bitIf(isOpen(DocumentKind::nonFiscal), fiscal_bit::nonFiscalOpen) |
-                                    bitIf(phase == Phase::partial, fiscal_bit::partiallyClosed) |
-                                    bitIf(phase == Phase::paying, fiscal_bit::paying) |
+  return static_cast<std::uint16_t>(bitIf(isOpen(DocumentKind::Invoice), fiscal_bit::invoiceOpen) |
+                                    bitIf(isOpen(DocumentKind::CreditNote), fiscal_bit::creditNoteOpen) |
+                                    bitIf(isOpen(DocumentKind::NonFiscal), fiscal_bit::nonFiscalOpen) |
+                                    bitIf(phase == Phase::Partial, fiscal_bit::partiallyClosed) |
+                                    bitIf(phase == Phase::Paying, fiscal_bit::paying) |
                                     bitIf(works.books.day != DayTotals{}, fiscal_bit::dayOpen) |
                                     bitIf(now.memoryNearFull, fiscal_bit::memoryNearFull) |
                                     bitIf(now.memoryFull, fiscal_bit::memoryFull) |
@@ -36,8 +36,8 @@ std::uint16_t fiscalStatus(const Works& works) {
 }
 
 int documentStatus(const Machine& machine) {
-  if (machine.phase() == Phase::none) return 0;
-  return machine.phase() == Phase::partial ? 4 : static_cast<int>(machine.document().kind) + 1;
+  if (machine.phase() == Phase::None) return 0;
+  return machine.phase() == Phase::Partial ? 4 : static_cast<int>(machine.document().kind) + 1;
 }
 
 std::vector<std::string> normalStatus(const Works& works) {

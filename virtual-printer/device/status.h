@@ -21,12 +21,12 @@ inline constexpr std::uint16_t invoiceOpen = 0x0001, creditNoteOpen = 0x0002, no
 std::uint16_t printerStatus(const Works& works);
 std::uint16_t fiscalStatus(const Works& works);
 
-// 0 none, 1 invoice, 2 credit note, 3 non-fiscal document, 4 partially closed
+/// 0 none, 1 invoice, 2 credit note, 3 non-fiscal document, 4 partially closed
 int documentStatus(const Machine& machine);
 
-// State word, status code, last command, date, time, the day's invoices and non-fiscal documents, last numbers.
+/// State word, status code, last command, date, time, the day's invoices and non-fiscal documents, last numbers.
 std::vector<std::string> normalStatus(const Works& works);
-// Auxiliary status, document status, last numbers.
+/// Auxiliary status, document status, last numbers.
 std::vector<std::string> counterStatus(const Works& works);
 
 }  // namespace printer

@@ -7,7 +7,7 @@ namespace {
 Fields setTextLine(Works& works, TextLines& lines, const Arguments& arguments) {
   works.machine.requireIdle();
   const std::string number = arguments.raw(0);
-  refuseIf(number.size() != 1 || number[0] < '1' || number[0] > '5', Refusal::badLineNumber);
+  refuseIf(number.size() != 1 || number[0] < '1' || number[0] > '5', Refusal::BadLineNumber);
   lines[static_cast<std::size_t>(number[0] - '1')] = arguments.text(1);
   return {};
 }
@@ -15,7 +15,7 @@ Fields setTextLine(Works& works, TextLines& lines, const Arguments& arguments) {
 }  // namespace
 
 Fields openNonFiscal(Works& works, const Arguments&) {
-  works.machine.open(DocumentKind::nonFiscal);
+  works.machine.open(DocumentKind::NonFiscal);
   works.job.print(headingLines(works.identity.owner, works.books.header));
   works.job.print(openingLines(works.machine.document(), works.now));
   return {eightDigits(works.machine.document().number)};

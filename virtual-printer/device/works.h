@@ -12,7 +12,7 @@ struct Identity {
   Rate igtfRate = 300;
 };
 
-// What can be wrong with the printer itself. Set by faults, never by commands.
+/// What can be wrong with the printer itself. Set by faults, never by commands.
 struct Conditions {
   bool paperNearEnd = false;
   bool paperOut = false;
@@ -23,8 +23,8 @@ struct Conditions {
 };
 
 inline void requirePaper(const Conditions& conditions) {
-  refuseIf(conditions.paperOut, Refusal::noPaper);
-  refuseIf(conditions.coverOpen, Refusal::coverOpen);
+  refuseIf(conditions.paperOut, Refusal::NoPaper);
+  refuseIf(conditions.coverOpen, Refusal::CoverOpen);
 }
 
 struct Works {
@@ -42,13 +42,13 @@ struct Works {
   std::uint8_t lastCommand = 0;  // other than a status request
   LocalTime now{};               // the printer's own clock, told before each command
 
-  // Ends the ticket in work with the given last lines.
+  /// Ends the ticket in work with the given last lines.
   void finishTicket(const Lines& lines, const std::string& title) {
     job.print(lines);
     job.cut(title);
   }
 
-  // All that a command may change, to go back to when it is refused.
+  /// All that a command may change, to go back to when it is refused.
   struct Memory {
     Books books;
     Progress progress;

@@ -33,17 +33,17 @@ std::string withNoise(std::string frame, bool isInside) {
 std::string corrupted(std::string frame, const std::vector<Fault>& strikes,
                       const std::string& previousFrame) {
   for (const Fault& fault : strikes) {
-    if (fault.effect == Effect::loseAnswer) return {};
-    if (fault.effect == Effect::repeatAnswer) frame = previousFrame;
+    if (fault.effect == Effect::LoseAnswer) return {};
+    if (fault.effect == Effect::RepeatAnswer) frame = previousFrame;
   }
   for (const Fault& fault : strikes) {
-    if (fault.effect == Effect::badSequence) frame = withOtherSequence(std::move(frame));
-    if (fault.effect == Effect::badChecksum) frame = withChecksum(std::move(frame), 1);
+    if (fault.effect == Effect::BadSequence) frame = withOtherSequence(std::move(frame));
+    if (fault.effect == Effect::BadChecksum) frame = withChecksum(std::move(frame), 1);
   }
   for (const Fault& fault : strikes)
-    if (fault.effect == Effect::noise) frame = withNoise(std::move(frame), fault.value == 1);
+    if (fault.effect == Effect::Noise) frame = withNoise(std::move(frame), fault.value == 1);
   for (const Fault& fault : strikes)
-    if (fault.effect == Effect::truncate)
+    if (fault.effect == Effect::Truncate)
       frame.resize(std::min(frame.size(), static_cast<std::size_t>(fault.value)));
   return frame;
 }
@@ -54,9 +54,9 @@ std::vector<Chunk> schedule(const std::string& frame, const std::vector<Fault>& 
   std::size_t pieceSize = pace.isRealtime ? 1 : frame.size();
   milliseconds interval{0};
   for (const Fault& fault : strikes) {
-    if (fault.effect == Effect::delay) start += milliseconds{fault.value};
-    if (fault.effect == Effect::wait) working += milliseconds{fault.value};
-    if (fault.effect != Effect::pieces) continue;
+    if (fault.effect == Effect::Delay) start += milliseconds{fault.value};
+    if (fault.effect == Effect::Wait) working += milliseconds{fault.value};
+    if (fault.effect != Effect::Pieces) continue;
     pieceSize = static_cast<std::size_t>(fault.value);
     interval = pieceInterval;
   }

@@ -16,7 +16,7 @@ struct Chunk {
   bool operator==(const Chunk&) const = default;
 };
 
-// The answer frame as the faults change it; empty when it is lost.
+/// The answer frame as the faults change it; empty when it is lost.
 std::string corrupted(std::string frame, const std::vector<Fault>& strikes, const std::string& previousFrame);
 
 struct Pace {
@@ -24,10 +24,10 @@ struct Pace {
   std::chrono::milliseconds working{0};  // wait bytes are sent so long
 };
 
-// The frame in the order and at the times of its arrival, wait bytes included.
+/// The frame in the order and at the times of its arrival, wait bytes included.
 std::vector<Chunk> schedule(const std::string& frame, const std::vector<Fault>& strikes, Pace pace);
 
-// The time that so many bytes take at 9600 baud, ten bits each.
+/// The time that so many bytes take at 9600 baud, ten bits each.
 std::chrono::milliseconds lineTime(std::size_t bytes);
 
 }  // namespace printer

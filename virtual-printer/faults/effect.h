@@ -7,27 +7,27 @@
 namespace printer {
 
 enum class Effect {
-  loseAnswer,
-  loseCommand,
-  delay,
-  wait,
-  badChecksum,
-  badSequence,
-  repeatAnswer,
-  noise,
-  pieces,
-  truncate,
-  hangUp,
-  powerCut,
-  paperNearEnd,
-  paperOut,
-  coverOpen,
-  memoryNearFull,
-  memoryFull,
-  dayChange,
+  LoseAnswer,
+  LoseCommand,
+  Delay,
+  Wait,
+  BadChecksum,
+  BadSequence,
+  RepeatAnswer,
+  Noise,
+  Pieces,
+  Truncate,
+  HangUp,
+  PowerCut,
+  PaperNearEnd,
+  PaperOut,
+  CoverOpen,
+  MemoryNearFull,
+  MemoryFull,
+  DayChange,
 };
 
-enum class ValueKind { none, seconds, bytes, place };
+enum class ValueKind { None, Seconds, Bytes, Place };
 
 struct EffectEntry {
   Effect effect;

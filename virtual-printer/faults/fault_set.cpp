@@ -22,7 +22,7 @@ std::vector<FaultSet::Listed> FaultSet::list() const {
 std::vector<Fault> FaultSet::strike(std::uint8_t command, bool hasPrevious) {
   std::vector<Fault> struck;
   for (Armed& armed : armed_) {
-    if (armed.fault.effect == Effect::repeatAnswer && !hasPrevious) continue;
+    if (armed.fault.effect == Effect::RepeatAnswer && !hasPrevious) continue;
     if (!strikes(armed, command)) continue;
     struck.push_back(armed.fault);
     if (armed.fault.times) --*armed.fault.times;
@@ -48,8 +48,8 @@ Conditions conditionsOf(const std::vector<Fault>& strikes) {
     return std::any_of(strikes.begin(), strikes.end(),
                        [&](const Fault& fault) { return fault.effect == effect; });
   };
-  return {holds(Effect::paperNearEnd),   holds(Effect::paperOut),   holds(Effect::coverOpen),
-          holds(Effect::memoryNearFull), holds(Effect::memoryFull), holds(Effect::dayChange)};
+  return {holds(Effect::PaperNearEnd),   holds(Effect::PaperOut),   holds(Effect::CoverOpen),
+          holds(Effect::MemoryNearFull), holds(Effect::MemoryFull), holds(Effect::DayChange)};
 }
 
 }  // namespace printer

@@ -17,7 +17,7 @@ class FaultSet {
 
   void add(const std::vector<Fault>& plan);
   void clear() { armed_.clear(); }
-  // Removes the faults with this effect; how many there were.
+  /// Removes the faults with this effect; how many there were.
   std::size_t clear(Effect effect);
   struct Listed {
     std::string plan;
@@ -25,8 +25,8 @@ class FaultSet {
   };
   std::vector<Listed> list() const;
 
-  // The faults that strike the frame of this command, in the order of the plan. hasPrevious: an answer that
-  // could be repeated has gone out before.
+  /// The faults that strike the frame of this command, in the order of the plan. hasPrevious: an answer that
+  /// could be repeated has gone out before.
   std::vector<Fault> strike(std::uint8_t command, bool hasPrevious);
 
  private:

@@ -47,7 +47,7 @@ class FaultReader {
 
  private:
   [[noreturn]] void fail(std::string_view what) const {
-    throw std::runtime_error{say("plan de fallas, \"{}\": {}", "fault plan, \"{}\": {}", {text_, what})};
+    throw std::runtime_error(say("plan de fallas, \"{}\": {}", "fault plan, \"{}\": {}", {text_, what}));
   }
 
   std::string next(const std::string& after, std::string_view expected) {
@@ -83,10 +83,10 @@ class FaultReader {
 
   int readValue(const EffectEntry& entry, const std::string& word) const {
     switch (entry.value) {
-      case ValueKind::none: fail(say("\"{}\" no lleva valor", "\"{}\" takes no value", {entry.name}));
-      case ValueKind::bytes: return count(word, 1, mostCount);
-      case ValueKind::seconds: return milliseconds(word);
-      case ValueKind::place: break;
+      case ValueKind::None: fail(say("\"{}\" no lleva valor", "\"{}\" takes no value", {entry.name}));
+      case ValueKind::Bytes: return count(word, 1, mostCount);
+      case ValueKind::Seconds: return milliseconds(word);
+      case ValueKind::Place: break;
     }
     if (word != "before" && word != "inside")
       fail(say("\"{}\" no es ni before ni inside", "\"{}\" is neither before nor inside", {word}));
@@ -143,10 +143,10 @@ class FaultReader {
 
 std::string valueText(const EffectEntry& entry, int value) {
   switch (entry.value) {
-    case ValueKind::none: return {};
-    case ValueKind::bytes: return "=" + std::to_string(value);
-    case ValueKind::place: return value == 0 ? "=before" : "=inside";
-    case ValueKind::seconds: break;
+    case ValueKind::None: return {};
+    case ValueKind::Bytes: return "=" + std::to_string(value);
+    case ValueKind::Place: return value == 0 ? "=before" : "=inside";
+    case ValueKind::Seconds: break;
   }
   std::string text = "=" + std::to_string(value / 1000);
   if (value % 1000 == 0) return text;

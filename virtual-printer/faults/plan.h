@@ -22,7 +22,7 @@
 namespace printer {
 
 struct Fault {
-  Effect effect = Effect::loseAnswer;
+  Effect effect = Effect::LoseAnswer;
   int value = 0;
   std::vector<std::uint8_t> commands;  // none: any command
   int after = 0;
@@ -32,10 +32,10 @@ struct Fault {
   bool operator==(const Fault&) const = default;
 };
 
-// Throws std::runtime_error that says which word is wrong and what is expected there.
+/// Throws std::runtime_error that says which word is wrong and what is expected there.
 std::vector<Fault> parsePlan(std::string_view text);
 
-// The fault in the words of the grammar.
+/// The fault in the words of the grammar.
 std::string describe(const Fault& fault);
 
 }  // namespace printer

@@ -21,9 +21,9 @@ void add(Figures& to, const Document& document) {
 
 int& Books::counterOf(DocumentKind kind) {
   switch (kind) {
-    case DocumentKind::creditNote: return counters.creditNote;
-    case DocumentKind::nonFiscal: return counters.nonFiscal;
-    case DocumentKind::invoice: break;
+    case DocumentKind::CreditNote: return counters.creditNote;
+    case DocumentKind::NonFiscal: return counters.nonFiscal;
+    case DocumentKind::Invoice: break;
   }
   return counters.invoice;
 }
@@ -42,12 +42,12 @@ bool Books::hasRoomFor(DocumentKind kind) {
 
 void Books::enter(const Document& document, LocalTime now) {
   open.reset();
-  if (document.kind == DocumentKind::nonFiscal) {
+  if (document.kind == DocumentKind::NonFiscal) {
     ++day.nonFiscals;
     return;
   }
   day.rates = document.rates;
-  if (document.kind == DocumentKind::creditNote) {
+  if (document.kind == DocumentKind::CreditNote) {
     ++day.creditNotes;
     add(day.returns, document);
     return;

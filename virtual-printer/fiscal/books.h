@@ -20,7 +20,7 @@ struct Counters {
 };
 
 struct OpenMark {
-  DocumentKind kind = DocumentKind::invoice;
+  DocumentKind kind = DocumentKind::Invoice;
   int number = 0;
   bool operator==(const OpenMark&) const = default;
 };
@@ -39,7 +39,7 @@ struct Books {
   bool operator==(const Books&) const = default;
 
   int& counterOf(DocumentKind kind);
-  // Whether the numbers and the day's totals have room for one more document.
+  /// Whether the numbers and the day's totals have room for one more document.
   bool hasRoomFor(DocumentKind kind);
   void enter(const Document& document, LocalTime now);  // a closed document
   void enterCancelled();

@@ -131,7 +131,7 @@ struct Reader {
   }
   [[noreturn]] void fail(std::string_view what) const {
     const std::string place = path();
-    throw std::runtime_error{place.empty() ? std::string{what} : place + ": " + std::string{what}};
+    throw std::runtime_error(place.empty() ? std::string{what} : place + ": " + std::string{what});
   }
 
   Cents whole(Cents least, Cents most) const {
@@ -210,11 +210,11 @@ Json parsed(const std::string& text) {
   } catch (const Json::parse_error& error) {
     const std::size_t end = std::min(error.byte, text.size());
     const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), '\n');
-    throw std::runtime_error{say("no es JSON, por un error en la línea {}",
-                                 "it is not JSON, by a mistake in line {}", {std::to_string(line)})};
+    throw std::runtime_error(say("no es JSON, por un error en la línea {}",
+                                 "it is not JSON, by a mistake in line {}", {std::to_string(line)}));
   } catch (const Json::out_of_range&) {
-    throw std::runtime_error{
-        std::string{say("tiene un número demasiado grande", "it has a number that is too large")}};
+    throw std::runtime_error(
+        std::string{say("tiene un número demasiado grande", "it has a number that is too large")});
   }
 }
 
@@ -255,15 +255,15 @@ std::string toJson(const Books& books) { return BooksText{}.of(books); }
 Books booksFromJson(const std::string& text) {
   const Json json = parsed(text);
   if (json.is_object() && json.contains("checksum") && json["checksum"] != sumOf(json))
-    throw std::runtime_error{
+    throw std::runtime_error(
         std::string{say("cambió desde que se escribió; quite el miembro checksum para aceptarlo",
-                        "it was changed since it was written; remove the member checksum to accept it")}};
+                        "it was changed since it was written; remove the member checksum to accept it")});
   const Reader reader{json};
   int format = 0;
   reader("format", format);
   if (format != formatVersion)
-    throw std::runtime_error{
-        say("el formato {} no se conoce", "format {} is not known", {std::to_string(format)})};
+    throw std::runtime_error(
+        say("el formato {} no se conoce", "format {} is not known", {std::to_string(format)}));
   Books books;
   reader.read(books);
   reader("zRecords", books.zRecords);

@@ -8,13 +8,13 @@
 
 namespace printer {
 
-// Writes the same books again and again as they grow: the records that it has written once are kept as text.
+/// Writes the same books again and again as they grow: the records that it has written once are kept as text.
 class BooksText {
  public:
   static constexpr std::uint64_t emptySum = 14695981039346656037U;
 
   std::string of(const Books& books);
-  // For books that do not go on from the ones before.
+  /// For books that do not go on from the ones before.
   void forget() { *this = BooksText{}; }
 
  private:
@@ -25,7 +25,7 @@ class BooksText {
 
 std::string toJson(const Books& books);
 
-// Throws std::runtime_error that names the first thing wrong; never returns half a memory.
+/// Throws std::runtime_error that names the first thing wrong; never returns half a memory.
 Books booksFromJson(const std::string& text);
 
 }  // namespace printer

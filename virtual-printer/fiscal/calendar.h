@@ -9,7 +9,7 @@ namespace printer {
 
 using LocalTime = std::chrono::local_seconds;
 
-// The pattern is one of strftime.
+/// The pattern is one of strftime.
 std::string written(LocalTime time, const char* pattern);
 
 // A time written with "%Y-%m-%dT%H:%M:%S"; nothing for any other text.

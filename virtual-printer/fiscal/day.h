@@ -8,7 +8,7 @@
 
 namespace printer {
 
-// Bases and taxes of the invoices or of the credit notes of a day.
+/// Bases and taxes of the invoices or of the credit notes of a day.
 struct Figures {
   BySlot bases{}, taxes{};
   Cents igtfBase = 0, igtf = 0;

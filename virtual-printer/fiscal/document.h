@@ -10,14 +10,14 @@
 
 namespace printer {
 
-enum class DocumentKind { invoice, creditNote, nonFiscal };
+enum class DocumentKind { Invoice, CreditNote, NonFiscal };
 
-// The up to three tax rates of one day, each with a place of its own from its first use to the Z closing.
-// 16, 8 and 31 % prefer the places of the general, reduced and additional rate.
+/// The up to three tax rates of one day, each with a place of its own from its first use to the Z closing.
+/// 16, 8 and 31 % prefer the places of the general, reduced and additional rate.
 struct RateTable {
   std::array<Rate, slots> rates{};  // [0] is the exempt one and stays 0; a 0 behind it is a free place
 
-  // The place of a rate, given to it if it is new; none for a fourth rate.
+  /// The place of a rate, given to it if it is new; none for a fourth rate.
   std::optional<std::size_t> place(Rate rate);
   bool operator==(const RateTable&) const = default;
 };
@@ -30,7 +30,7 @@ struct Buyer {
   std::string rif;
 };
 
-// The invoice that a credit note takes back, as the host names it; any part may be empty.
+/// The invoice that a credit note takes back, as the host names it; any part may be empty.
 struct Reference {
   std::string number;
   std::string serial;
@@ -47,7 +47,7 @@ struct Item {
 };
 
 struct Document {
-  DocumentKind kind = DocumentKind::invoice;
+  DocumentKind kind = DocumentKind::Invoice;
   int number = 0;
   Buyer buyer;
   Reference reference;

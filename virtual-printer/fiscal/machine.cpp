@@ -3,28 +3,28 @@
 
 namespace printer {
 
-void Machine::requireIdle() const { refuseIf(phase_ != Phase::none, Refusal::documentOpen); }
+void Machine::requireIdle() const { refuseIf(phase_ != Phase::None, Refusal::DocumentOpen); }
 
 void Machine::requireFiscal() const {
-  refuseIf(phase_ == Phase::none, Refusal::noDocument);
-  refuseIf(document_.kind == DocumentKind::nonFiscal, Refusal::documentOpen);
+  refuseIf(phase_ == Phase::None, Refusal::NoDocument);
+  refuseIf(document_.kind == DocumentKind::NonFiscal, Refusal::DocumentOpen);
 }
 
 void Machine::requireTextLine() const { requireFiscal(); }
 
 void Machine::requireSubtotal() const {
   requireFiscal();
-  refuseIf(phase_ == Phase::partial, Refusal::partiallyClosed);
+  refuseIf(phase_ == Phase::Partial, Refusal::PartiallyClosed);
 }
 
 void Machine::requireNonFiscal() const {
-  refuseIf(phase_ == Phase::none, Refusal::noDocument);
-  refuseIf(document_.kind != DocumentKind::nonFiscal, Refusal::documentOpen);
+  refuseIf(phase_ == Phase::None, Refusal::NoDocument);
+  refuseIf(document_.kind != DocumentKind::NonFiscal, Refusal::DocumentOpen);
 }
 
 void Machine::open(DocumentKind kind, const Buyer& buyer, const Reference& reference) {
   requireIdle();
-  refuseIf(!books_.hasRoomFor(kind), Refusal::counterAtLimit);
+  refuseIf(!books_.hasRoomFor(kind), Refusal::CounterAtLimit);
   document_ = Document{};
   document_.kind = kind;
   document_.number = ++books_.counterOf(kind);
@@ -32,21 +32,21 @@ void Machine::open(DocumentKind kind, const Buyer& buyer, const Reference& refer
   document_.reference = reference;
   document_.rates = books_.day.rates;
   books_.open = OpenMark{kind, document_.number};
-  phase_ = Phase::items;
+  phase_ = Phase::Items;
 }
 
 Item Machine::addItem(DocumentKind kind, const std::string& description, Thousandths quantity, Cents price,
                       Rate rate) {
   requireSubtotal();
-  refuseIf(kind != document_.kind, Refusal::wrongLineType);
-  refuseIf(phase_ == Phase::paying, Refusal::paymentStarted);
+  refuseIf(kind != document_.kind, Refusal::WrongLineType);
+  refuseIf(phase_ == Phase::Paying, Refusal::PaymentStarted);
   refuseIf(quantity < 1 || quantity > largestQuantity || price < 0 || price > largestPrice,
-           Refusal::amountOutOfRange);
+           Refusal::AmountOutOfRange);
   const Cents amount = lineAmount(quantity, price);
-  refuseIf(document_.net() + amount > largestAmount, Refusal::amountOutOfRange);
+  refuseIf(document_.net() + amount > largestAmount, Refusal::AmountOutOfRange);
   RateTable rates = document_.rates;
   const auto slot = rates.place(rate);
-  refuseIf(!slot, Refusal::fourthRate);
+  refuseIf(!slot, Refusal::FourthRate);
   document_.rates = rates;
   document_.lines[*slot] += amount;
   ++document_.itemCount;
@@ -55,60 +55,60 @@ Item Machine::addItem(DocumentKind kind, const std::string& description, Thousan
 
 void Machine::discount(Cents amount) {
   requireSubtotal();
-  refuseIf(phase_ == Phase::paying, Refusal::paymentStarted);
-  refuseIf(document_.itemCount == 0, Refusal::noItems);
-  refuseIf(amount < 1, Refusal::amountOutOfRange);
-  refuseIf(amount > document_.net(), Refusal::discountTooLarge);
+  refuseIf(phase_ == Phase::Paying, Refusal::PaymentStarted);
+  refuseIf(document_.itemCount == 0, Refusal::NoItems);
+  refuseIf(amount < 1, Refusal::AmountOutOfRange);
+  refuseIf(amount > document_.net(), Refusal::DiscountTooLarge);
   const BySlot shares = shareDiscount(document_.bases(), amount);
   for (std::size_t slot = 0; slot < slots; ++slot) document_.discounts[slot] += shares[slot];
 }
 
 void Machine::pay(Cents amount) {
   requireSubtotal();
-  refuseIf(document_.kind == DocumentKind::creditNote, Refusal::noPaymentOnCreditNote);
-  refuseIf(document_.itemCount == 0, Refusal::noItems);
-  refuseIf(amount < 1 || amount > largestAmount, Refusal::amountOutOfRange);
+  refuseIf(document_.kind == DocumentKind::CreditNote, Refusal::NoPaymentOnCreditNote);
+  refuseIf(document_.itemCount == 0, Refusal::NoItems);
+  refuseIf(amount < 1 || amount > largestAmount, Refusal::AmountOutOfRange);
   const Cents total = document_.total();
-  refuseIf(document_.paid >= total + percentage(total, igtfRate_), Refusal::alreadyPaid);
+  refuseIf(document_.paid >= total + percentage(total, igtfRate_), Refusal::AlreadyPaid);
   document_.paid += amount;
-  phase_ = Phase::paying;
+  phase_ = Phase::Paying;
 }
 
 void Machine::settle(Cents igtfBase) {
-  refuseIf(document_.itemCount == 0, Refusal::noItems);
-  refuseIf(igtfBase < 0 || igtfBase > document_.total(), Refusal::badIgtfBase);
+  refuseIf(document_.itemCount == 0, Refusal::NoItems);
+  refuseIf(igtfBase < 0 || igtfBase > document_.total(), Refusal::BadIgtfBase);
   const Cents igtf = percentage(igtfBase, igtfRate_);
-  refuseIf(document_.kind == DocumentKind::invoice && document_.paid < document_.total() + igtf,
-           Refusal::notPaid);
+  refuseIf(document_.kind == DocumentKind::Invoice && document_.paid < document_.total() + igtf,
+           Refusal::NotPaid);
   document_.igtfBase = igtfBase;
   document_.igtf = igtf;
 }
 
 void Machine::close(Closing type, Cents igtfBase, LocalTime now) {
   requireFiscal();
-  if (phase_ == Phase::partial) {
-    refuseIf(type != Closing::definitive, Refusal::partiallyClosed);
-    refuseIf(igtfBase != 0, Refusal::badIgtfBase);
+  if (phase_ == Phase::Partial) {
+    refuseIf(type != Closing::Definitive, Refusal::PartiallyClosed);
+    refuseIf(igtfBase != 0, Refusal::BadIgtfBase);
   } else {
     settle(igtfBase);
   }
-  if (type == Closing::partial) {
-    phase_ = Phase::partial;
+  if (type == Closing::Partial) {
+    phase_ = Phase::Partial;
     return;
   }
   books_.enter(document_, now);
-  phase_ = Phase::none;
+  phase_ = Phase::None;
 }
 
 void Machine::closeNonFiscal(LocalTime now) {
   requireNonFiscal();
   books_.enter(document_, now);
-  phase_ = Phase::none;
+  phase_ = Phase::None;
 }
 
 void Machine::cancel() {
-  refuseIf(phase_ == Phase::none, Refusal::noDocument);
-  refuseIf(phase_ == Phase::partial, Refusal::partiallyClosed);
+  refuseIf(phase_ == Phase::None, Refusal::NoDocument);
+  refuseIf(phase_ == Phase::Partial, Refusal::PartiallyClosed);
   abandon();
 }
 
@@ -117,7 +117,7 @@ bool Machine::abandon() {
   document_.kind = books_.open->kind;
   document_.number = books_.open->number;
   books_.enterCancelled();
-  phase_ = Phase::none;
+  phase_ = Phase::None;
   return true;
 }
 

@@ -11,12 +11,12 @@
 
 namespace printer {
 
-enum class Phase { none, items, paying, partial };
-enum class Closing { total, partial, definitive };
+enum class Phase { None, Items, Paying, Partial };
+enum class Closing { Total, Partial, Definitive };
 
-// How far the document in work has come.
+/// How far the document in work has come.
 struct Progress {
-  Phase phase = Phase::none;
+  Phase phase = Phase::None;
   Document document;
 };
 
@@ -29,7 +29,7 @@ class Machine {
   Phase phase() const { return progress_.phase; }
   const Document& document() const { return progress_.document; }
   const Progress& progress() const { return progress_; }
-  // Goes back to where the document stood before.
+  /// Goes back to where the document stood before.
   void goBack(const Progress& before) { progress_ = before; }
   Rate igtfRate() const { return igtfRate_; }
 
@@ -44,7 +44,7 @@ class Machine {
   void requireNonFiscal() const;
   void closeNonFiscal(LocalTime now);
   void cancel();
-  // What is open ends as cancelled, in whatever phase; false when nothing is open.
+  /// What is open ends as cancelled, in whatever phase; false when nothing is open.
   bool abandon();
   void requireIdle() const;
 

@@ -34,11 +34,11 @@ inline constexpr Cents largestAmount = 9'999'999'999'999;
 Cents lineAmount(Thousandths quantity, Cents price);
 Cents percentage(Cents base, Rate rate);
 
-// The share of each base in a discount of 0 to their sum.
+/// The share of each base in a discount of 0 to their sum.
 BySlot shareDiscount(const BySlot& bases, Cents discount);
 
 Cents sum(const BySlot& amounts);
-// Stays at the largest sum rather than running over: reports add up what a file says.
+/// Stays at the largest sum rather than running over: reports add up what a file says.
 Cents plus(Cents one, Cents other);
 
 std::string plainDecimal(Cents amount);           // 1234.56, as answers carry it

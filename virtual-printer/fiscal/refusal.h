@@ -7,35 +7,35 @@
 namespace printer {
 
 enum class Refusal {
-  unknownCommand,
-  badField,
-  noDocument,
-  documentOpen,
-  wrongLineType,
-  amountOutOfRange,
-  fourthRate,
-  discountTooLarge,
-  paymentStarted,
-  alreadyPaid,
-  notPaid,
-  noItems,
-  noPaymentOnCreditNote,
-  badCloseType,
-  badIgtfBase,
-  partiallyClosed,
-  badDate,
-  badRange,
-  badLineNumber,
-  noPaper,
-  coverOpen,
-  memoryFull,
-  closingRequired,
-  slipOff,
-  notSaved,
-  counterAtLimit,
+  UnknownCommand,
+  BadField,
+  NoDocument,
+  DocumentOpen,
+  WrongLineType,
+  AmountOutOfRange,
+  FourthRate,
+  DiscountTooLarge,
+  PaymentStarted,
+  AlreadyPaid,
+  NotPaid,
+  NoItems,
+  NoPaymentOnCreditNote,
+  BadCloseType,
+  BadIgtfBase,
+  PartiallyClosed,
+  BadDate,
+  BadRange,
+  BadLineNumber,
+  NoPaper,
+  CoverOpen,
+  MemoryFull,
+  ClosingRequired,
+  SlipOff,
+  NotSaved,
+  CounterAtLimit,
 };
 
-// In the order of the enumeration; 7-bit, because the line's code page is the host's affair.
+/// In the order of the enumeration; 7-bit, because the line's code page is the host's affair.
 inline constexpr auto refusalTexts = std::to_array<const char*>({
     "ERROR 01 COMANDO DESCONOCIDO",
     "ERROR 02 CAMPO INVALIDO O AUSENTE",
@@ -64,9 +64,9 @@ inline constexpr auto refusalTexts = std::to_array<const char*>({
     "ERROR 25 MEMORIA FISCAL NO SE PUEDE GRABAR",
     "ERROR 26 CONTADOR EN SU LIMITE",
 });
-static_assert(refusalTexts.size() == static_cast<std::size_t>(Refusal::counterAtLimit) + 1);
+static_assert(refusalTexts.size() == static_cast<std::size_t>(Refusal::CounterAtLimit) + 1);
 
-// Thrown before anything has changed, caught where the answer is made.
+/// Thrown before anything has changed, caught where the answer is made.
 struct Refused {
   Refusal why;
 };

@@ -14,12 +14,12 @@ using zentaro::terminal::say;
 constexpr int largestPort = 65535;
 
 [[noreturn]] void fail(std::string_view option, std::string_view text) {
-  throw std::runtime_error{
+  throw std::runtime_error(
       say("{} {}: se espera un puerto de 0 a 65535, o dirección y puerto, como 8210, "
           "0.0.0.0:8210 o [::1]:8210",
           "{} {}: a port from 0 to 65535 is expected, or an address and a port, such as "
           "8210, 0.0.0.0:8210 or [::1]:8210",
-          {option, text})};
+          {option, text}));
 }
 
 }  // namespace

@@ -11,11 +11,11 @@ struct Address {
   int port = 0;  // 0: any that is free
 };
 
-// Reads [ADDRESS:]PORT, with an IPv6 address in brackets. Throws std::runtime_error that says what is expected
-// behind the option.
+/// Reads [ADDRESS:]PORT, with an IPv6 address in brackets. Throws std::runtime_error that says what is expected
+/// behind the option.
 Address parseAddress(std::string_view option, std::string_view text);
 
-// The address as it stands in a URL, with its port.
+/// The address as it stands in a URL, with its port.
 std::string authority(const Address& address);
 
 }  // namespace printer

@@ -41,9 +41,9 @@ void Engine::tell(Moment now, Event event) {
 
 void Engine::take(const Received& received, Moment now) {
   if (const auto* ignored = std::get_if<Ignored>(&received)) {
-    sink_(now, {EventKind::noise, {}, ignored->bytes});
+    sink_(now, {EventKind::Noise, {}, ignored->bytes});
   } else if (std::holds_alternative<ResetSequence>(received)) {
-    sink_(now, {EventKind::reset, {}, std::string{resetBytes}});
+    sink_(now, {EventKind::Reset, {}, std::string{resetBytes}});
     device_.reset();
   } else {
     answer(std::get<Command>(received), now);
@@ -52,16 +52,16 @@ void Engine::take(const Received& received, Moment now) {
 
 void Engine::answer(const Command& command, Moment now) {
   ++exchange_;
-  tell(now, {EventKind::command, nameOf(command.code), command.frame, command.sequence, command.code,
+  tell(now, {EventKind::Command, nameOf(command.code), command.frame, command.sequence, command.code,
              command.fields});
   const std::vector<Fault> strikes = faults_.strike(command.code, !previousFrame_.empty());
-  for (const Fault& fault : strikes) tell(now, {EventKind::fault, describe(fault)});
-  if (const Fault* cut = find(strikes, Effect::powerCut)) return cutPower(*cut, now);
-  if (const Fault* gone = find(strikes, Effect::hangUp)) return hangUp(*gone, now);
-  if (find(strikes, Effect::loseCommand) != nullptr) return;
+  for (const Fault& fault : strikes) tell(now, {EventKind::Fault, describe(fault)});
+  if (const Fault* cut = find(strikes, Effect::PowerCut)) return cutPower(*cut, now);
+  if (const Fault* gone = find(strikes, Effect::HangUp)) return hangUp(*gone, now);
+  if (find(strikes, Effect::LoseCommand) != nullptr) return;
   const std::size_t linesBefore = device_.roll().printedLines();
   const Answer given = execute(command, strikes, now);
-  tell(now, {EventKind::answer,
+  tell(now, {EventKind::Answer,
              nameOf(command.code),
              {},
              command.sequence,
@@ -80,7 +80,7 @@ Answer Engine::execute(const Command& command, const std::vector<Fault>& strikes
   device_.conditions() = conditionsOf(strikes);
   const bool wasRequired = device_.conditions().closingRequired;
   Answer given = device_.execute(command, now.local);
-  if (wasRequired && !device_.conditions().closingRequired) faults_.clear(Effect::dayChange);
+  if (wasRequired && !device_.conditions().closingRequired) faults_.clear(Effect::DayChange);
   return given;
 }
 
@@ -88,32 +88,32 @@ Answer Engine::execute(const Command& command, const std::vector<Fault>& strikes
 void Engine::deliver(const std::string& frame, const std::vector<Fault>& strikes, Pace pace, Moment now) {
   const milliseconds start = outbox_.empty() ? now.steady : std::max(now.steady, outbox_.back().at);
   for (const Chunk& chunk : schedule(frame, strikes, pace))
-    outbox_.push_back({start + chunk.after, Output::Kind::bytes, chunk.bytes, exchange_});
+    outbox_.push_back({start + chunk.after, Output::Kind::Bytes, chunk.bytes, exchange_});
 }
 
 Pace Engine::paceOf(const Command& command, std::size_t printedLines) const {
-  if (speed_ == Speed::immediate) return {};
+  if (speed_ == Speed::Immediate) return {};
   return {true, lineTime(command.frame.size()) + timePerPrintedLine * static_cast<int>(printedLines)};
 }
 
 void Engine::cutPower(const Fault& fault, Moment now) {
-  sink_(now, {EventKind::power, "off"});
+  sink_(now, {EventKind::Power, "off"});
   isDark_ = true;
   previousFrame_.clear();
-  outbox_.assign(1, {now.steady + milliseconds{fault.value}, Output::Kind::powerOn, {}});
+  outbox_.assign(1, {now.steady + milliseconds{fault.value}, Output::Kind::PowerOn, {}});
 }
 
 void Engine::hangUp(const Fault& fault, Moment now) {
-  outbox_.assign({{now.steady, Output::Kind::hangUp, {}},
-                  {now.steady + milliseconds{fault.value}, Output::Kind::reconnect, {}}});
+  outbox_.assign({{now.steady, Output::Kind::HangUp, {}},
+                  {now.steady + milliseconds{fault.value}, Output::Kind::Reconnect, {}}});
 }
 
 std::vector<Output> Engine::due(Moment now) {
   std::vector<Output> ready;
   while (!outbox_.empty() && outbox_.front().at <= now.steady) {
-    if (outbox_.front().kind == Output::Kind::powerOn) {
+    if (outbox_.front().kind == Output::Kind::PowerOn) {
       isDark_ = false;
-      sink_(now, {EventKind::power, "on"});
+      sink_(now, {EventKind::Power, "on"});
       device_.start(now.local);
     } else {
       ready.push_back(std::move(outbox_.front()));

@@ -13,16 +13,16 @@
 
 namespace printer {
 
-// Something that happens on the line.
+/// Something that happens on the line.
 struct Output {
-  enum class Kind { bytes, hangUp, reconnect, powerOn };
+  enum class Kind { Bytes, HangUp, Reconnect, PowerOn };
   std::chrono::milliseconds at{0};
-  Kind kind = Kind::bytes;
+  Kind kind = Kind::Bytes;
   std::string bytes;
   int exchange = 0;  // of the answer that the bytes belong to
 };
 
-enum class Speed { immediate, realtime };
+enum class Speed { Immediate, Realtime };
 
 class Engine {
  public:
@@ -30,7 +30,7 @@ class Engine {
       : device_{device}, faults_{faults}, speed_{speed}, sink_{std::move(sink)} {}
 
   void receive(std::string_view bytes, Moment now);
-  // Takes out what is due, in order.
+  /// Takes out what is due, in order.
   std::vector<Output> due(Moment now);
   std::optional<std::chrono::milliseconds> nextDue() const;
 

@@ -10,16 +10,16 @@
 
 namespace printer {
 
-// A point in time: steady for what is due when, local for what is printed.
+/// A point in time: steady for what is due when, local for what is printed.
 struct Moment {
   std::chrono::milliseconds steady{0};
   LocalTime local{};
 };
 
-enum class EventKind { command, answer, noise, reset, fault, power, unsaved };
+enum class EventKind { Command, Answer, Noise, Reset, Fault, Power, Unsaved };
 
 struct Event {
-  EventKind kind = EventKind::noise;
+  EventKind kind = EventKind::Noise;
   // Of the command; of the fault, in the words of its plan; "off" or "on" of the power; why it is unsaved.
   std::string name{};
   std::string bytes{};  // a command's frame, the reset, or what was neither
@@ -32,7 +32,7 @@ struct Event {
 
 using EventSink = std::function<void(const Moment&, const Event&)>;
 
-// Who is told what happens while the printer runs: the log, the terminal.
+/// Who is told what happens while the printer runs: the log, the terminal.
 class EventWatcher {
  public:
   EventWatcher() = default;

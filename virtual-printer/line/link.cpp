@@ -19,17 +19,17 @@ Link::Link(const files::path& path)
   if (files::symlink_status(path_).type() == files::file_type::not_found) return;
   const std::string name = path_.string();
   if (!files::is_symlink(path_))
-    throw std::runtime_error{say("--link {}: ahí hay un archivo; indique otra ruta o retírelo",
-                                 "--link {}: there is a file; name another path or remove it", {name})};
+    throw std::runtime_error(say("--link {}: ahí hay un archivo; indique otra ruta o retírelo",
+                                 "--link {}: there is a file; name another path or remove it", {name}));
   const files::path target = files::read_symlink(path_);
   if (files::exists(path_) && target.parent_path() != "/dev/pts")
-    throw std::runtime_error{say("--link {}: ahí hay un enlace a {}; indique otra ruta o retírelo",
+    throw std::runtime_error(say("--link {}: ahí hay un enlace a {}; indique otra ruta o retírelo",
                                  "--link {}: there is a link to {}; name another path or remove it",
-                                 {name, target.string()})};
+                                 {name, target.string()}));
   if (isServed(path_))
-    throw std::runtime_error{say("--link {}: otra impresora lo está usando; indique otra ruta o termine esa",
+    throw std::runtime_error(say("--link {}: otra impresora lo está usando; indique otra ruta o termine esa",
                                  "--link {}: another printer is using it; name another path or end that one",
-                                 {name})};
+                                 {name}));
 }
 
 Link::~Link() {
@@ -51,7 +51,7 @@ void Link::pointTo(const files::path& device) {
     std::error_code ignored;
     if (failed) files::remove(fresh, ignored);
   }
-  if (failed) throw std::runtime_error{"--link " + path_.string() + ": " + failed.message()};
+  if (failed) throw std::runtime_error("--link " + path_.string() + ": " + failed.message());
   device_ = device;
 }
 

@@ -9,14 +9,14 @@ namespace printer {
 
 class Link {
  public:
-  // Takes the place of a link that a printer left behind. Throws std::runtime_error when a living printer has
-  // the link, or when anything else stands at the path.
+  /// Takes the place of a link that a printer left behind. Throws std::runtime_error when a living printer has
+  /// the link, or when anything else stands at the path.
   explicit Link(const std::filesystem::path& path);
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
   ~Link();
 
-  // Points the link, at once and atomically, to another device.
+  /// Points the link, at once and atomically, to another device.
   void pointTo(const std::filesystem::path& device);
 
  private:

@@ -33,12 +33,12 @@ void Listener::watch(std::vector<pollfd>& watched) const {
 
 Descriptor Listener::accept(const std::vector<pollfd>& polled, std::string_view refusal) {
   isResting_ = false;
-  if (!socket_.isOpen() || !sawSomething(polled, socket_.get())) return Descriptor{};
+  if (!socket_.isOpen() || !sawSomething(polled, socket_.get())) return Descriptor();
   Descriptor accepted{::accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
   isResting_ = !accepted.isOpen();
   if (!accepted.isOpen() || !isNearLimit(accepted.get())) return accepted;
   ::send(accepted.get(), refusal.data(), refusal.size(), MSG_NOSIGNAL);
-  return Descriptor{};
+  return Descriptor();
 }
 
 }  // namespace printer

@@ -12,7 +12,7 @@ namespace printer {
 class Listener {
  public:
   Listener() = default;
-  // Listens at the address. A failure leaves it closed and errno set.
+  /// Listens at the address. A failure leaves it closed and errno set.
   Listener(const sockaddr* address, socklen_t length);
 
   bool isOpen() const { return socket_.isOpen(); }
@@ -20,8 +20,8 @@ class Listener {
   void close() { socket_.close(); }
 
   void watch(std::vector<pollfd>& watched) const;
-  // The client that the poll saw. Closed when there is none, and when there are too few descriptors left for
-  // it; it has then been sent the refusal.
+  /// The client that the poll saw. Closed when there is none, and when there are too few descriptors left for
+  /// it; it has then been sent the refusal.
   Descriptor accept(const std::vector<pollfd>& polled, std::string_view refusal);
 
  private:

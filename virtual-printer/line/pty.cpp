@@ -15,7 +15,7 @@
 namespace printer {
 namespace {
 
-[[noreturn]] void fail(const char* what) { throw std::system_error{errno, std::generic_category(), what}; }
+[[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
 
 // Without echo and translations: what the host has not set up itself must not come back to the printer.
 void setRaw(int descriptor) {
@@ -29,15 +29,15 @@ void setRaw(int descriptor) {
 }  // namespace
 
 void Pty::connect() {
-  master_ = Descriptor{::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)};
+  master_ = Descriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (!master_.isOpen()) fail("posix_openpt");
   if (::grantpt(master_.get()) != 0) fail("grantpt");
   if (::unlockpt(master_.get()) != 0) fail("unlockpt");
   std::array<char, 128> name{};
   if (const int error = ::ptsname_r(master_.get(), name.data(), name.size()); error != 0)
-    throw std::system_error{error, std::generic_category(), "ptsname_r"};
+    throw std::system_error(error, std::generic_category(), "ptsname_r");
   device_ = name.data();
-  slave_ = Descriptor{::open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)};
+  slave_ = Descriptor(::open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   if (!slave_.isOpen()) fail("opening the pseudo-terminal's slave side");
   setRaw(slave_.get());
 }

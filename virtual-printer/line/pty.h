@@ -8,7 +8,7 @@ namespace printer {
 
 class Pty final : public HostLine {
  public:
-  // A new pseudo-terminal under a new device name.
+  /// A new pseudo-terminal under a new device name.
   void connect() override;
   void hangUp() override;
   std::string name() const override { return device_; }
@@ -16,7 +16,7 @@ class Pty final : public HostLine {
   void watch(std::vector<pollfd>& watched) const override;
   std::string read(const std::vector<pollfd>& polled) override;
   void write(std::string_view bytes) override;
-  // A host that died leaves the device marked as in exclusive use; lifts the mark when nobody holds the lock.
+  /// A host that died leaves the device marked as in exclusive use; lifts the mark when nobody holds the lock.
   void rest() override;
 
  private:

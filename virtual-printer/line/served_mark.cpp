@@ -22,7 +22,7 @@ struct flock placeOf(const std::filesystem::path& link) {
 }
 
 Descriptor open(const std::filesystem::path& device) {
-  return Descriptor{::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)};
+  return Descriptor(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
 }
 
 }  // namespace

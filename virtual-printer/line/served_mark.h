@@ -10,10 +10,10 @@
 
 namespace printer {
 
-// The mark holds as long as the descriptor is open; a device that cannot be opened gives a closed one.
+/// The mark holds as long as the descriptor is open; a device that cannot be opened gives a closed one.
 Descriptor markServed(const std::filesystem::path& device, const std::filesystem::path& link);
 
-// Whether the device that the link leads to carries the link's mark.
+/// Whether the device that the link leads to carries the link's mark.
 bool isServed(const std::filesystem::path& link);
 
 }  // namespace printer

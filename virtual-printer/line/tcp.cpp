@@ -52,11 +52,11 @@ void TcpLine::connect() {
   if (const int error =
           ::getaddrinfo(address_.host.c_str(), std::to_string(address_.port).c_str(), &hints, &found);
       error != 0)
-    throw std::runtime_error{"--tcp " + authority(address_) + ": " + ::gai_strerror(error)};
+    throw std::runtime_error("--tcp " + authority(address_) + ": " + ::gai_strerror(error));
   const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owner{found, ::freeaddrinfo};
   listener_ = Listener{found->ai_addr, found->ai_addrlen};
   if (!listener_.isOpen())
-    throw std::system_error{errno, std::generic_category(), "--tcp " + authority(address_)};
+    throw std::system_error(errno, std::generic_category(), "--tcp " + authority(address_));
   sockaddr_storage own{};
   socklen_t length = sizeof own;
   if (::getsockname(listener_.descriptor(), reinterpret_cast<sockaddr*>(&own), &length) == 0)

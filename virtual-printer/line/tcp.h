@@ -12,10 +12,10 @@ class TcpLine final : public HostLine {
  public:
   using Notice = std::function<void(const std::string&)>;
 
-  // The notice is given each client that is refused while another has the line.
+  /// The notice is given each client that is refused while another has the line.
   TcpLine(Address address, Notice refused) : address_{std::move(address)}, refused_{std::move(refused)} {}
 
-  // Listens again at the same address; port 0 becomes a free one, once.
+  /// Listens again at the same address; port 0 becomes a free one, once.
   void connect() override;
   void hangUp() override;
   std::string name() const override { return authority(address_); }

@@ -6,8 +6,8 @@
 
 namespace printer {
 
-// UTF-8, with a point for every byte that is none and for every character that a terminal acts on
-// or that XML forbids.
+/// UTF-8, with a point for every byte that is none and for every character that a terminal acts on
+/// or that XML forbids.
 std::string cleanText(std::string_view text);
 
 }  // namespace printer

@@ -10,14 +10,14 @@ namespace {
 Cents total(const Figures& figures) { return sum(figures.bases) + sum(figures.taxes); }
 
 void addFigures(Lines& lines, const std::string& title, const Figures& figures, const RateTable& rates) {
-  addText(lines, title, LineStyle::bold);
+  addText(lines, title, LineStyle::Bold);
   addPair(lines, "EXENTO (E)", bolivares(figures.bases[0]));
   for (std::size_t slot = 1; slot < slots; ++slot) {
     if (rates.rates[slot] == 0) continue;
     addPair(lines, "BI " + rateLabel(rates, slot), bolivares(figures.bases[slot]));
     addPair(lines, "IVA " + rateLabel(rates, slot), bolivares(figures.taxes[slot]));
   }
-  addPair(lines, "TOTAL " + title, bolivares(total(figures)), LineStyle::bold);
+  addPair(lines, "TOTAL " + title, bolivares(total(figures)), LineStyle::Bold);
   if (figures.igtfBase != 0) {
     addPair(lines, "BI IGTF", bolivares(figures.igtfBase));
     addPair(lines, "IGTF", bolivares(figures.igtf));
@@ -27,7 +27,7 @@ void addFigures(Lines& lines, const std::string& title, const Figures& figures, 
 
 Lines reportHeading(const Owner& owner, const std::string& title) {
   Lines lines = headingLines(owner, {});
-  addMiddle(lines, title, LineStyle::title);
+  addMiddle(lines, title, LineStyle::Title);
   return lines;
 }
 
@@ -80,13 +80,13 @@ Lines memoryReportLines(const Owner& owner, const std::string& range, std::span<
   addMiddle(lines, range);
   lines.push_back(ruleLine());
   for (const ZRecord& record : records) {
-    if (detail == MemoryDetail::totalsOnly) break;
-    addPair(lines, "Z " + eightDigits(record.number), paperDate(record.closedAt), LineStyle::bold);
-    addSums(lines, sumsOf({&record, 1}), LineStyle::plain);
+    if (detail == MemoryDetail::TotalsOnly) break;
+    addPair(lines, "Z " + eightDigits(record.number), paperDate(record.closedAt), LineStyle::Bold);
+    addSums(lines, sumsOf({&record, 1}), LineStyle::Plain);
     lines.push_back(ruleLine());
   }
   addPair(lines, "CIERRES Z", std::to_string(records.size()));
-  addSums(lines, sumsOf(records), LineStyle::title);
+  addSums(lines, sumsOf(records), LineStyle::Title);
   addMachine(lines, owner);
   return lines;
 }

@@ -7,10 +7,10 @@
 
 namespace printer {
 
-// The totals of a day. An X report shows the day as it stands, a Z report as it was closed.
+/// The totals of a day. An X report shows the day as it stands, a Z report as it was closed.
 Lines dayReportLines(const Owner& owner, const std::string& title, const ZRecord& day);
 
-enum class MemoryDetail { everyClosing, totalsOnly };
+enum class MemoryDetail { EveryClosing, TotalsOnly };
 
 Lines memoryReportLines(const Owner& owner, const std::string& range, std::span<const ZRecord> records,
                         MemoryDetail detail);

@@ -10,7 +10,7 @@ namespace {
 
 // At the head and at the foot of every sheet, whoever prints it and however it is looked at: what comes out of
 // this printer is no fiscal document.
-Line markLine() { return {LineStyle::bold, {}, {}, "PRUEBA - SIN VALIDEZ FISCAL"}; }
+Line markLine() { return {LineStyle::Bold, {}, {}, "PRUEBA - SIN VALIDEZ FISCAL"}; }
 
 Line clean(const Line& line) {
   return {line.style, cleanText(line.left), cleanText(line.right), cleanText(line.middle)};
@@ -45,7 +45,7 @@ void Roll::put(Sheet& sheet, Line line) {
 
 void Roll::finish(Sheet sheet) {
   put(sheet, markLine());
-  put(sheet, {LineStyle::cut, {}, {}, {}});
+  put(sheet, {LineStyle::Cut, {}, {}, {}});
   sheets_.push_back(std::move(sheet));
   if (sheets_.size() > keptSheets) sheets_.pop_front();
   for (PaperWatcher* watcher : watchers_) watcher->finished(sheets_);

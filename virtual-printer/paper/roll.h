@@ -24,11 +24,11 @@ class Roll {
 
   void watch(PaperWatcher& watcher) { watchers_.push_back(&watcher); }
 
-  // Prints on the sheet in work, which begins with its first line.
+  /// Prints on the sheet in work, which begins with its first line.
   void print(const Lines& lines);
-  // Ends the sheet in work, if there is one.
+  /// Ends the sheet in work, if there is one.
   void cut(const std::string& title);
-  // A sheet of another station, beside the one in work.
+  /// A sheet of another station, beside the one in work.
   void printApart(const Sheet& sheet);
 
   const std::deque<Sheet>& sheets() const { return sheets_; }

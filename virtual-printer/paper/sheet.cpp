@@ -36,7 +36,7 @@ std::size_t columnsOf(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), startsCharacter));
 }
 
-Line ruleLine() { return {LineStyle::rule, {}, {}, {}}; }
+Line ruleLine() { return {LineStyle::Rule, {}, {}, {}}; }
 
 void addText(Lines& lines, std::string_view text, LineStyle style) {
   for (std::string& part : wrapped(text)) lines.push_back({style, std::move(part), {}, {}});

@@ -23,16 +23,16 @@ struct Look {
 
 Look lookOf(SheetKind kind) {
   switch (kind) {
-    case SheetKind::chequeFace: return {"#edf4ea", "#7f9f78", 190};
-    case SheetKind::chequeBack: return {"#f3f0e6", "#a89b76", 190};
-    case SheetKind::roll: break;
+    case SheetKind::ChequeFace: return {"#edf4ea", "#7f9f78", 190};
+    case SheetKind::ChequeBack: return {"#f3f0e6", "#a89b76", 190};
+    case SheetKind::Roll: break;
   }
   return {"#fffefa", "#d8d4c8", 0};
 }
 
 int heightOf(const Line& line) {
-  if (line.style == LineStyle::cut) return 0;
-  return line.style == LineStyle::title ? tallLineHeight : lineHeight;
+  if (line.style == LineStyle::Cut) return 0;
+  return line.style == LineStyle::Title ? tallLineHeight : lineHeight;
 }
 
 std::string number(int value) { return std::to_string(value); }
@@ -49,7 +49,7 @@ std::string pixels(std::size_t columns, int tenthsEach) {
 // A title is larger, as long as its line has room for larger columns.
 bool isLarge(const Line& line) {
   const std::size_t taken = columnsOf(line.left) + columnsOf(line.middle) + columnsOf(line.right);
-  return line.style == LineStyle::title && taken <= largeColumns;
+  return line.style == LineStyle::Title && taken <= largeColumns;
 }
 
 std::string textElement(std::string_view text, const char* anchor, int x, int y, const Line& line) {
@@ -60,15 +60,15 @@ std::string textElement(std::string_view text, const char* anchor, int x, int y,
       attribute("textLength", pixels(columnsOf(text), isLarge(line) ? largeColumnTenths : columnTenths));
   element += attribute("lengthAdjust", "spacingAndGlyphs");
   if (isLarge(line)) element += attribute("font-size", "16");
-  if (line.style == LineStyle::title || line.style == LineStyle::bold)
+  if (line.style == LineStyle::Title || line.style == LineStyle::Bold)
     element += attribute("font-weight", "bold");
-  if (line.style == LineStyle::faint) element += attribute("fill", "#777");
+  if (line.style == LineStyle::Faint) element += attribute("fill", "#777");
   return element + ">" + escaped(text) + "</text>\n";
 }
 
 std::string lineElements(const Line& line, int width, int y) {
-  if (line.style == LineStyle::cut) return {};
-  if (line.style == LineStyle::rule)
+  if (line.style == LineStyle::Cut) return {};
+  if (line.style == LineStyle::Rule)
     return "<path" +
            attribute("d", "M" + number(margin) + " " + number(y - 5) + "H" + number(width - margin)) +
            attribute("stroke", "#55555c") + attribute("stroke-dasharray", "4 3") + "/>\n";
@@ -101,7 +101,7 @@ std::string withShadow(const std::string& shape, const std::string& paint) {
 std::string outline(const Sheet& sheet, int width, int height) {
   const Look look = lookOf(sheet.kind);
   const std::string paint = attribute("fill", look.paper) + attribute("stroke", look.edge);
-  if (sheet.kind == SheetKind::roll)
+  if (sheet.kind == SheetKind::Roll)
     return withShadow("path" + attribute("d", stripPath(width, height)), paint);
   const auto box = [&](int inset, const char* radius) {
     return "rect" + attribute("x", number(inset)) + attribute("y", number(inset)) +
@@ -123,7 +123,7 @@ Drawing drawSheet(const Sheet& sheet) {
   int y = margin;
   for (const Line& line : sheet.lines) {
     y += heightOf(line);
-    content += lineElements(line, width, y - (line.style == LineStyle::title ? 8 : 4));
+    content += lineElements(line, width, y - (line.style == LineStyle::Title ? 8 : 4));
   }
   return {width, height, content};
 }

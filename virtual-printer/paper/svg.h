@@ -16,16 +16,16 @@ struct Drawing {
 
 Drawing drawSheet(const Sheet& sheet);
 
-// All sheets on a table, in rows.
+/// All sheets on a table, in rows.
 std::string svgPaper(const std::deque<Sheet>& sheets);
 
-// A page that shows each sheet below its title.
+/// A page that shows each sheet below its title.
 std::string htmlPaper(const std::deque<Sheet>& sheets);
 
-// Text with the characters replaced that mean something in XML.
+/// Text with the characters replaced that mean something in XML.
 std::string escaped(std::string_view text);
 
-// The parts of an SVG document around its content.
+/// The parts of an SVG document around its content.
 std::string svgBegin(int width, int height);
 inline constexpr std::string_view svgEnd = "</svg>\n";
 

@@ -11,8 +11,8 @@ std::string spaces(std::size_t wanted, std::size_t taken) {
 }  // namespace
 
 std::string textLine(const Line& line) {
-  if (line.style == LineStyle::rule) return std::string(paperColumns, '-');
-  if (line.style == LineStyle::cut) return "- - - - - - - - - - - - - - - - - - - -";
+  if (line.style == LineStyle::Rule) return std::string(paperColumns, '-');
+  if (line.style == LineStyle::Cut) return "- - - - - - - - - - - - - - - - - - - -";
   if (!line.middle.empty()) return spaces((paperColumns - columnsOf(line.middle)) / 2, 0) + line.middle;
   if (line.right.empty()) return line.left;
   return line.left + spaces(paperColumns, columnsOf(line.left) + columnsOf(line.right)) + line.right;

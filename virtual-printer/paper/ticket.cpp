@@ -8,9 +8,9 @@ namespace {
 
 std::string kindName(DocumentKind kind) {
   switch (kind) {
-    case DocumentKind::creditNote: return "NOTA DE CREDITO";
-    case DocumentKind::nonFiscal: return "DOCUMENTO NO FISCAL";
-    case DocumentKind::invoice: break;
+    case DocumentKind::CreditNote: return "NOTA DE CREDITO";
+    case DocumentKind::NonFiscal: return "DOCUMENTO NO FISCAL";
+    case DocumentKind::Invoice: break;
   }
   return "FACTURA";
 }
@@ -50,7 +50,7 @@ std::string rateLabel(const RateTable& rates, std::size_t slot) {
 
 void addMachine(Lines& lines, const Owner& owner) {
   lines.emplace_back();
-  addMiddle(lines, "MH  " + owner.serial, LineStyle::bold);
+  addMiddle(lines, "MH  " + owner.serial, LineStyle::Bold);
 }
 
 std::string documentTitle(DocumentKind kind, int number) {
@@ -59,7 +59,7 @@ std::string documentTitle(DocumentKind kind, int number) {
 
 Lines headingLines(const Owner& owner, const TextLines& header) {
   Lines lines;
-  addMiddle(lines, "SENIAT", LineStyle::title);
+  addMiddle(lines, "SENIAT", LineStyle::Title);
   addMiddle(lines, "RIF " + owner.rif);
   addMiddle(lines, owner.name);
   for (const std::string& text : header)
@@ -73,14 +73,14 @@ Lines openingLines(const Document& document, LocalTime now) {
   addIfGiven(lines, "RIF/C.I.: ", document.buyer.rif);
   addIfGiven(lines, "RAZON SOCIAL: ", document.buyer.name);
   const Reference& reference = document.reference;
-  if (document.kind == DocumentKind::creditNote && reference.number != "0")
+  if (document.kind == DocumentKind::CreditNote && reference.number != "0")
     addIfGiven(lines, "FACTURA AFECTADA: ", reference.number);
   addIfGiven(lines, "SERIAL DEL EQUIPO: ", reference.serial);
   addIfGiven(lines, "FECHA FACTURA: ", sentDate(reference.date));
   addIfGiven(lines, "HORA FACTURA: ", sentTime(reference.time));
-  addMiddle(lines, kindName(document.kind), LineStyle::title);
+  addMiddle(lines, kindName(document.kind), LineStyle::Title);
   addPair(lines,
-          document.kind == DocumentKind::invoice ? "FACTURA:" : "NUMERO:", eightDigits(document.number));
+          document.kind == DocumentKind::Invoice ? "FACTURA:" : "NUMERO:", eightDigits(document.number));
   addPair(lines, "FECHA: " + paperDate(now), "HORA: " + paperTime(now));
   lines.push_back(ruleLine());
   return lines;
@@ -101,7 +101,7 @@ Lines discountLines(const std::string& description, Cents amount) {
 
 Lines subtotalLines(const Document& document) {
   Lines lines;
-  addPair(lines, "TOTAL PARCIAL", bolivares(document.total()), LineStyle::bold);
+  addPair(lines, "TOTAL PARCIAL", bolivares(document.total()), LineStyle::Bold);
   return lines;
 }
 
@@ -118,7 +118,7 @@ Lines totalLines(const Document& document) {
     addPair(lines, "IVA " + rateLabel(document.rates, slot), bolivares(taxes[slot]));
   }
   lines.push_back(ruleLine());
-  addPair(lines, "TOTAL", bolivares(document.total()), LineStyle::title);
+  addPair(lines, "TOTAL", bolivares(document.total()), LineStyle::Title);
   return lines;
 }
 
@@ -135,7 +135,7 @@ Lines settlementLines(const Document& document, Rate igtfRate) {
   if (document.igtf > 0) {
     addPair(lines, "BI IGTF (" + paperRate(igtfRate) + ")", bolivares(document.igtfBase));
     addPair(lines, "IGTF (" + paperRate(igtfRate) + ")", bolivares(document.igtf));
-    addPair(lines, "TOTAL CON IGTF", bolivares(document.due()), LineStyle::title);
+    addPair(lines, "TOTAL CON IGTF", bolivares(document.due()), LineStyle::Title);
   }
   if (document.change() > 0) addPair(lines, "CAMBIO", bolivares(document.change()));
   return lines;
@@ -151,14 +151,14 @@ Lines closingLines(const Owner& owner, const TextLines& footer) {
 
 Lines cancelledLines(const Owner& owner) {
   Lines lines;
-  addMiddle(lines, "DOCUMENTO ANULADO", LineStyle::title);
+  addMiddle(lines, "DOCUMENTO ANULADO", LineStyle::Title);
   addMachine(lines, owner);
   return lines;
 }
 
 Lines nonFiscalClosingLines(const Owner& owner) {
   Lines lines;
-  addMiddle(lines, "NO FISCAL", LineStyle::bold);
+  addMiddle(lines, "NO FISCAL", LineStyle::Bold);
   addMachine(lines, owner);
   return lines;
 }

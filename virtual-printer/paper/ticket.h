@@ -6,7 +6,7 @@
 
 namespace printer {
 
-// Who owns the machine; burnt into it, so no command changes it.
+/// Who owns the machine; burnt into it, so no command changes it.
 struct Owner {
   std::string rif;
   std::string name;
@@ -24,10 +24,10 @@ Lines settlementLines(const Document& document, Rate igtfRate);  // IGTF and cha
 Lines closingLines(const Owner& owner, const TextLines& footer);
 Lines cancelledLines(const Owner& owner);
 Lines nonFiscalClosingLines(const Owner& owner);
-// Printed after a restart, when the document's own paper is gone.
+/// Printed after a restart, when the document's own paper is gone.
 Lines lostDocumentLines(DocumentKind kind, int number, LocalTime now);
 
-// Shared with the reports.
+/// Shared with the reports.
 std::string bolivares(Cents amount);
 std::string rateLabel(const RateTable& rates, std::size_t slot);  // G (16,00%)
 void addMachine(Lines& lines, const Owner& owner);

@@ -9,7 +9,7 @@ namespace printer {
 
 class Clock {
  public:
-  // A fixed local time never moves, so that the same commands print the same paper to the byte.
+  /// A fixed local time never moves, so that the same commands print the same paper to the byte.
   explicit Clock(std::optional<LocalTime> fixed) : fixed_{fixed} {}
 
   Moment now() const;

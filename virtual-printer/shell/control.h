@@ -16,12 +16,12 @@ struct ControlReply {
   bool quit = false;
 };
 
-// Who answers the lines of a channel.
+/// Who answers the lines of a channel.
 using ReplyTo = std::function<std::string(const std::string&)>;
 
 ControlReply control(std::string_view line, FaultSet& faults, const Works& works);
 
-// Cuts a stream of bytes into lines. A line without end is dropped before it fills the memory.
+/// Cuts a stream of bytes into lines. A line without end is dropped before it fills the memory.
 class LineReader {
  public:
   std::vector<std::string> feed(std::string_view bytes);

@@ -20,21 +20,21 @@ namespace {
 using zentaro::terminal::say;
 
 [[noreturn]] void fail(const std::string& path) {
-  throw std::runtime_error{"--control " + path + ": " + std::strerror(errno)};
+  throw std::runtime_error("--control " + path + ": " + std::strerror(errno));
 }
 
 sockaddr_un addressOf(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   if (path.size() >= sizeof address.sun_path)
-    throw std::runtime_error{say("--control {}: la ruta es demasiado larga para un socket",
-                                 "--control {}: the path is too long for a socket", {path})};
+    throw std::runtime_error(say("--control {}: la ruta es demasiado larga para un socket",
+                                 "--control {}: the path is too long for a socket", {path}));
   std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
   return address;
 }
 
 Descriptor newSocket() {
-  return Descriptor{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
+  return Descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
 bool isServed(const sockaddr_un& address) {
@@ -47,11 +47,11 @@ void makeRoom(const std::string& path, const sockaddr_un& address) {
   const auto type = std::filesystem::symlink_status(path).type();
   if (type == std::filesystem::file_type::not_found) return;
   if (type != std::filesystem::file_type::socket)
-    throw std::runtime_error{say("--control {}: ahí hay un archivo; indique otra ruta o retírelo",
-                                 "--control {}: there is a file; name another path or remove it", {path})};
+    throw std::runtime_error(say("--control {}: ahí hay un archivo; indique otra ruta o retírelo",
+                                 "--control {}: there is a file; name another path or remove it", {path}));
   if (isServed(address))
-    throw std::runtime_error{say("--control {}: otra impresora está usando este socket",
-                                 "--control {}: another printer is using this socket", {path})};
+    throw std::runtime_error(say("--control {}: otra impresora está usando este socket",
+                                 "--control {}: another printer is using this socket", {path}));
   std::filesystem::remove(path);
 }
 

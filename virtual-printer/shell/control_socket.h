@@ -14,8 +14,8 @@ namespace printer {
 
 class ControlSocket final : public Served {
  public:
-  // Takes the place of a socket that nobody serves any more, never of another file; its owner alone may
-  // connect. Throws std::runtime_error.
+  /// Takes the place of a socket that nobody serves any more, never of another file; its owner alone may
+  /// connect. Throws std::runtime_error.
   ControlSocket(std::string path, ReplyTo reply);
   ~ControlSocket() override;
 

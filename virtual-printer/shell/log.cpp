@@ -23,7 +23,7 @@ void addFrame(Json& line, const Event& event) {
   line["name"] = event.name;
   line["sequence"] = event.sequence;
   line["code"] = hexadecimal(event.code, 2);
-  if (event.kind == EventKind::answer) {
+  if (event.kind == EventKind::Answer) {
     line["printerStatus"] = hexadecimal(event.printerStatus, 4);
     line["fiscalStatus"] = hexadecimal(event.fiscalStatus, 4);
   }
@@ -36,22 +36,22 @@ void addFrame(Json& line, const Event& event) {
 std::string logLine(const Moment& moment, const Event& event) {
   Json line{{"time", written(moment.local, stampPattern)}, {"ms", moment.steady.count()}};
   switch (event.kind) {
-    case EventKind::command:
-    case EventKind::answer:
-      line["event"] = event.kind == EventKind::command ? "command" : "answer";
+    case EventKind::Command:
+    case EventKind::Answer:
+      line["event"] = event.kind == EventKind::Command ? "command" : "answer";
       addFrame(line, event);
       break;
-    case EventKind::noise:
+    case EventKind::Noise:
       line["event"] = "noise";
       line["bytes"] = hexBytes(event.bytes);
       break;
-    case EventKind::reset: line["event"] = "reset"; break;
-    case EventKind::fault:
-    case EventKind::power:
-      line["event"] = event.kind == EventKind::fault ? "fault" : "power";
+    case EventKind::Reset: line["event"] = "reset"; break;
+    case EventKind::Fault:
+    case EventKind::Power:
+      line["event"] = event.kind == EventKind::Fault ? "fault" : "power";
       line["name"] = event.name;
       break;
-    case EventKind::unsaved:
+    case EventKind::Unsaved:
       line["event"] = "unsaved";
       line["reason"] = event.name;
       break;
@@ -61,9 +61,9 @@ std::string logLine(const Moment& moment, const Event& event) {
 
 LogFile::LogFile(const std::string& path) {
   try {
-    file_ = Descriptor{zentaro::tools::openToAppend(path)};
+    file_ = Descriptor(zentaro::tools::openToAppend(path));
   } catch (const std::runtime_error& error) {
-    throw std::runtime_error{std::string{"--log: "} + error.what()};
+    throw std::runtime_error(std::string{"--log: "} + error.what());
   }
 }
 

@@ -13,10 +13,10 @@ std::string logLine(const Moment& moment, const Event& event);
 
 class LogFile final : public EventWatcher {
  public:
-  // Appends to the file. Throws std::runtime_error when it cannot be opened.
+  /// Appends to the file. Throws std::runtime_error when it cannot be opened.
   explicit LogFile(const std::string& path);
 
-  // Written through at once. A log that cannot be written is told once; the printer goes on.
+  /// Written through at once. A log that cannot be written is told once; the printer goes on.
   void happened(const Moment& moment, const Event& event) override;
 
  private:

@@ -17,17 +17,17 @@ void complain(std::string_view text) { notice("zentaro-printer: " + std::string{
 
 void Notices::happened(const Moment&, const Event& event) {
   switch (event.kind) {
-    case EventKind::fault: return notice(say("falla: {}", "fault: {}", {event.name}));
-    case EventKind::power:
+    case EventKind::Fault: return notice(say("falla: {}", "fault: {}", {event.name}));
+    case EventKind::Power:
       return notice(say("corriente: {}", "power: {}",
                         {event.name == "off" ? say("cortada", "off") : say("conectada", "on")}));
-    case EventKind::unsaved:
+    case EventKind::Unsaved:
       return complain(say("--state: {}; se rechaza lo que cambia la memoria fiscal",
                           "--state: {}; what changes the fiscal memory is refused", {event.name}));
-    case EventKind::command:
-    case EventKind::answer:
-    case EventKind::noise:
-    case EventKind::reset: break;
+    case EventKind::Command:
+    case EventKind::Answer:
+    case EventKind::Noise:
+    case EventKind::Reset: break;
   }
 }
 

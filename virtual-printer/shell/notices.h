@@ -8,19 +8,19 @@
 
 namespace printer {
 
-// One line, harmless to a terminal.
+/// One line, harmless to a terminal.
 void notice(std::string_view text);
 
-// The printer's own complaint, under its name.
+/// The printer's own complaint, under its name.
 void complain(std::string_view text);
 
-// Faults, cuts of the power, and what could not be saved, as they happen.
+/// Faults, cuts of the power, and what could not be saved, as they happen.
 class Notices final : public EventWatcher {
  public:
   void happened(const Moment& moment, const Event& event) override;
 };
 
-// Something beside the printer's own work that fails, and may fail again and again: it is told once.
+/// Something beside the printer's own work that fails, and may fail again and again: it is told once.
 class Trouble {
  public:
   void meet(std::string_view text);

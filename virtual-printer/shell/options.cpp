@@ -20,10 +20,10 @@ std::string text(std::string_view spanish, std::string_view english) {
 
 std::string nameWithValue(const EffectEntry& entry) {
   switch (entry.value) {
-    case ValueKind::seconds: return entry.name + text("=SEGUNDOS", "=SECONDS");
-    case ValueKind::bytes: return std::string{entry.name} + "=BYTES";
-    case ValueKind::place: return std::string{entry.name} + "=before|inside";
-    case ValueKind::none: break;
+    case ValueKind::Seconds: return entry.name + text("=SEGUNDOS", "=SECONDS");
+    case ValueKind::Bytes: return std::string{entry.name} + "=BYTES";
+    case ValueKind::Place: return std::string{entry.name} + "=before|inside";
+    case ValueKind::None: break;
   }
   return entry.name;
 }
@@ -60,7 +60,7 @@ void refuseTogether(const CLI::App& app, std::initializer_list<const char*> opti
   const char* given = nullptr;
   for (const char* option : options) {
     if (app.count(option) == 0) continue;
-    if (given != nullptr) throw CLI::ExcludesError{given, option};
+    if (given != nullptr) throw CLI::ExcludesError(given, option);
     given = option;
   }
 }
@@ -86,8 +86,8 @@ LocalTime readClock(const std::string& given) {
   const auto time = fromStamp(given.size() == toTheMinute ? given + ":00" : given);
   const bool isKnown = time && written(*time, "%Y").starts_with("20");
   if (!isKnown)
-    throw CLI::ValidationError{"--clock", text("se espera una hora como 2026-01-31T14:05",
-                                               "a time like 2026-01-31T14:05 is expected")};
+    throw CLI::ValidationError("--clock", text("se espera una hora como 2026-01-31T14:05",
+                                               "a time like 2026-01-31T14:05 is expected"));
   return *time;
 }
 
@@ -110,7 +110,7 @@ void addLine(CLI::App& app, Options& options) {
                text("Enlace y papel en carpeta propia; se borra al final",
                     "Link and paper in a folder of its own, removed at the end"));
   app.add_flag_callback(
-      "--realtime", [&] { options.speed = Speed::realtime; },
+      "--realtime", [&] { options.speed = Speed::Realtime; },
       text("Tan lenta como 9600 baudios y un cabezal", "As slow as 9600 baud and a printing head are"));
 }
 

@@ -21,12 +21,12 @@ struct Options {
   std::optional<LocalTime> clock;
   std::vector<Fault> faults;
   unsigned seed = 1;
-  Speed speed = Speed::immediate;
+  Speed speed = Speed::Immediate;
   bool isQuiet = false;
   bool isTemporary = false;
 };
 
-// The options, or the exit code when the command line asked for help or was wrong; it has then been explained.
+/// The options, or the exit code when the command line asked for help or was wrong; it has then been explained.
 std::variant<Options, int> parseOptions(int count, const char* const* words);
 
 }  // namespace printer

@@ -18,7 +18,7 @@ using zentaro::terminal::say;
 using zentaro::tools::replaceFile;
 
 void RollOnScreen::printed(const Sheet& sheet, const Line& line) {
-  const char* indent = sheet.kind == SheetKind::roll ? "" : "      | ";
+  const char* indent = sheet.kind == SheetKind::Roll ? "" : "      | ";
   std::printf("%s%s\n", indent, textLine(line).c_str());
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return trouble_.pass();
   const int reason = errno;
@@ -32,12 +32,12 @@ PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr
   if (path_.ends_with(".svg")) render_ = svgPaper;
   if (path_.ends_with(".html")) render_ = htmlPaper;
   if (render_ == nullptr)
-    throw std::runtime_error{say("--paper {}: el nombre debe terminar en .txt, .svg o .html",
-                                 "--paper {}: the name must end in .txt, .svg or .html", {path_})};
+    throw std::runtime_error(say("--paper {}: el nombre debe terminar en .txt, .svg o .html",
+                                 "--paper {}: the name must end in .txt, .svg or .html", {path_}));
   try {
     replaceFile(path_, render_({}));
   } catch (const std::runtime_error& error) {
-    throw std::runtime_error{std::string{"--paper: "} + error.what()};
+    throw std::runtime_error(std::string{"--paper: "} + error.what());
   }
 }
 

@@ -10,7 +10,7 @@ namespace printer {
 
 class RollOnScreen final : public PaperWatcher {
  public:
-  // A roll that nobody can read any more is told once; printing goes on.
+  /// A roll that nobody can read any more is told once; printing goes on.
   void printed(const Sheet& sheet, const Line& line) override;
   void finished(const std::deque<Sheet>&) override {}
 
@@ -20,12 +20,12 @@ class RollOnScreen final : public PaperWatcher {
 
 class PaperFile final : public PaperWatcher {
  public:
-  // The form follows the ending: .txt, .svg or .html. Writes the file at once, so that a path that cannot be
-  // written fails before anything is printed. Throws std::runtime_error.
+  /// The form follows the ending: .txt, .svg or .html. Writes the file at once, so that a path that cannot be
+  /// written fails before anything is printed. Throws std::runtime_error.
   explicit PaperFile(std::string path);
 
   void printed(const Sheet&, const Line&) override {}
-  // A file that cannot be written any more is told once; printing goes on.
+  /// A file that cannot be written any more is told once; printing goes on.
   void finished(const std::deque<Sheet>& sheets) override;
 
  private:

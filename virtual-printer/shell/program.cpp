@@ -43,7 +43,7 @@ Descriptor watchSignals() {
   sigemptyset(&ending);
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&ending, number);
   ::sigprocmask(SIG_BLOCK, &ending, nullptr);
-  return Descriptor{::signalfd(-1, &ending, SFD_CLOEXEC)};
+  return Descriptor(::signalfd(-1, &ending, SFD_CLOEXEC));
 }
 
 std::unique_ptr<HostLine> makeLine(const Options& options) {
@@ -127,7 +127,7 @@ bool Program::save(const Books& books) {
     state_->save(books);
     return true;
   } catch (const std::runtime_error& error) {
-    tell(clock_.now(), {EventKind::unsaved, error.what()});
+    tell(clock_.now(), {EventKind::Unsaved, error.what()});
     return false;
   }
 }
@@ -146,16 +146,16 @@ void Program::connect() {
 
 void Program::carry(const Output& output) {
   switch (output.kind) {
-    case Output::Kind::bytes:
+    case Output::Kind::Bytes:
       line_->write(output.bytes);
       if (web_) web_->sent(clock_.now(), output);
       break;
-    case Output::Kind::hangUp:
+    case Output::Kind::HangUp:
       line_->hangUp();
       if (web_) web_->lineIs({});
       break;
-    case Output::Kind::reconnect: connect(); break;
-    case Output::Kind::powerOn: break;
+    case Output::Kind::Reconnect: connect(); break;
+    case Output::Kind::PowerOn: break;
   }
 }
 

@@ -5,7 +5,7 @@
 
 namespace printer {
 
-// Runs until SIGINT, SIGTERM or SIGHUP; the exit code.
+/// Runs until SIGINT, SIGTERM or SIGHUP; the exit code.
 int runProgram(Options options);
 
 }  // namespace printer

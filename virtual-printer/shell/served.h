@@ -15,7 +15,7 @@ class Served {
   virtual ~Served() = default;
 
   virtual void watch(std::vector<pollfd>& watched) const = 0;
-  // Called after every poll; looks only where the poll saw something.
+  /// Called after every poll; looks only where the poll saw something.
   virtual void serve(const std::vector<pollfd>& polled) = 0;
 };
 

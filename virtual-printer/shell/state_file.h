@@ -10,14 +10,14 @@ namespace printer {
 
 class StateFile {
  public:
-  // Takes the file, or what a link of that name leads to, for this printer alone. Throws std::runtime_error
-  // when another printer has it.
+  /// Takes the file, or what a link of that name leads to, for this printer alone. Throws std::runtime_error
+  /// when another printer has it.
   explicit StateFile(const std::filesystem::path& path);
 
-  // New books when there is no file yet. A file that cannot be understood is left alone, and
-  // std::runtime_error is thrown.
+  /// New books when there is no file yet. A file that cannot be understood is left alone, and
+  /// std::runtime_error is thrown.
   Books load() const;
-  // Throws std::runtime_error; the file then holds the books saved before.
+  /// Throws std::runtime_error; the file then holds the books saved before.
   void save(const Books& books);
 
  private:

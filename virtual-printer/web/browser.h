@@ -5,7 +5,7 @@
 
 namespace printer {
 
-// Does nothing where there is no desktop or no program that opens pages.
+/// Does nothing where there is no desktop or no program that opens pages.
 void openInBrowser(const std::string& url);
 
 }  // namespace printer

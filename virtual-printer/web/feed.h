@@ -26,12 +26,12 @@ class Feed {
   static constexpr std::size_t keptKeys = 1000;
   static constexpr std::size_t keptBytes = 8'000'000;
 
-  // Does nothing when the last message with this topic and key says the same.
+  /// Does nothing when the last message with this topic and key says the same.
   void publish(const std::string& topic, int key, std::string json);
-  // What was published behind the message with this number, as far as it still holds. Waits until there is
-  // something, but not longer than told.
+  /// What was published behind the message with this number, as far as it still holds. Waits until there is
+  /// something, but not longer than told.
   std::vector<Message> after(std::uint64_t number, std::chrono::milliseconds patience);
-  // Ends all waiting for good.
+  /// Ends all waiting for good.
   void close();
   bool isClosed() const;
 

@@ -18,7 +18,7 @@ constexpr std::chrono::seconds patience{5};
 }  // namespace
 
 Inbox::Inbox() : wake_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {
-  if (!wake_.isOpen()) throw std::system_error{errno, std::generic_category(), "--web: eventfd"};
+  if (!wake_.isOpen()) throw std::system_error(errno, std::generic_category(), "--web: eventfd");
 }
 
 std::optional<std::string> Inbox::ask(Job job) {

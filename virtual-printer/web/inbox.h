@@ -16,17 +16,17 @@ class Inbox {
  public:
   using Job = std::function<std::string()>;
 
-  // Throws std::system_error when the system has no descriptor to give.
+  /// Throws std::system_error when the system has no descriptor to give.
   Inbox();
 
-  // For the web threads: the result of the job, when the loop has done it; nothing when it is
-  // ending or busy for too long.
+  /// For the web threads: the result of the job, when the loop has done it; nothing when it is
+  /// ending or busy for too long.
   std::optional<std::string> ask(Job job);
 
-  // For the loop: readable when there are jobs.
+  /// For the loop: readable when there are jobs.
   int descriptor() const { return wake_.get(); }
   void work();
-  // Whoever waits gets nothing, and so does everybody after.
+  /// Whoever waits gets nothing, and so does everybody after.
   void close();
 
  private:

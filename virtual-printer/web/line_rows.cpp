@@ -30,19 +30,19 @@ void addStatus(Json& json, const Event& answer) {
 }  // namespace
 
 void LineRows::happened(const Moment& moment, const Event& event) {
-  if (event.kind == EventKind::unsaved) return;  // the refusal says it
+  if (event.kind == EventKind::Unsaved) return;  // the refusal says it
   const bool isOfExchange =
-      event.kind == EventKind::command || event.kind == EventKind::fault || event.kind == EventKind::answer;
+      event.kind == EventKind::Command || event.kind == EventKind::Fault || event.kind == EventKind::Answer;
   if (!isOfExchange) {
     Row row{0, moment, event, event.bytes};
     list(row, moment);
-    const bool isPower = event.kind == EventKind::power;
-    return show(row, isPower ? "power" : event.kind == EventKind::reset ? "reset" : "noise", nullptr);
+    const bool isPower = event.kind == EventKind::Power;
+    return show(row, isPower ? "power" : event.kind == EventKind::Reset ? "reset" : "noise", nullptr);
   }
   Exchange& exchange = exchanges_[event.exchange];
   switch (event.kind) {
-    case EventKind::fault: exchange.faults.push_back(event.name); break;
-    case EventKind::answer:
+    case EventKind::Fault: exchange.faults.push_back(event.name); break;
+    case EventKind::Answer:
       exchange.answer.event = event;
       exchange.hasAnswer = true;
       break;

@@ -16,7 +16,7 @@ class LineRows {
   explicit LineRows(Feed& feed) : feed_{feed} {}
 
   void happened(const Moment& moment, const Event& event);
-  // Bytes have gone out to the host.
+  /// Bytes have gone out to the host.
   void sent(const Moment& moment, const Output& output);
 
  private:

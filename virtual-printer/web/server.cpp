@@ -37,8 +37,8 @@ constexpr const char* contentPolicy =
 std::string newToken() {
   std::array<unsigned char, 16> bytes{};
   if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-    throw std::runtime_error{std::string{
-        say("--web: el sistema no da números al azar", "--web: the system gives no random numbers")}};
+    throw std::runtime_error(std::string{
+        say("--web: el sistema no da números al azar", "--web: the system gives no random numbers")});
   std::string token;
   for (const unsigned char byte : bytes) token += hexadecimal(byte, 2);
   return token;
@@ -139,9 +139,9 @@ void WebServer::Service::listen() {
     return;
   }
   const std::string reason = errno == 0 ? std::string{} : std::string{" ("} + std::strerror(errno) + ")";
-  throw std::runtime_error{say("--web {}: no se puede escuchar allí{}; indique otro puerto",
+  throw std::runtime_error(say("--web {}: no se puede escuchar allí{}; indique otro puerto",
                                "--web {}: cannot listen there{}; name another port",
-                               {authority(address_), reason})};
+                               {authority(address_), reason}));
 }
 
 WebServer::Service::Routing WebServer::Service::guard(const Request& request, Response& response) const {

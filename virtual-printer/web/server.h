@@ -13,14 +13,14 @@ namespace printer {
 
 class WebServer {
  public:
-  // Carries out a control line; nothing when the printer cannot. Called by web threads.
+  /// Carries out a control line; nothing when the printer cannot. Called by web threads.
   using Act = std::function<std::optional<std::string>(const std::string& line)>;
 
-  // Serves from now on, on threads of its own. Throws std::runtime_error when it cannot listen there.
+  /// Serves from now on, on threads of its own. Throws std::runtime_error when it cannot listen there.
   WebServer(Address address, Feed& feed, Act act);
   WebServer(const WebServer&) = delete;
   WebServer& operator=(const WebServer&) = delete;
-  // Closes the feed, so that no thread waits for it any more.
+  /// Closes the feed, so that no thread waits for it any more.
   ~WebServer();
 
   std::string url() const;

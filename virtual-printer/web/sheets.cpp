@@ -17,9 +17,9 @@ constexpr int shadow = 6;  // below the paper
 
 const char* kindName(SheetKind kind) {
   switch (kind) {
-    case SheetKind::chequeFace: return "cheque";
-    case SheetKind::chequeBack: return "endorsement";
-    case SheetKind::roll: break;
+    case SheetKind::ChequeFace: return "cheque";
+    case SheetKind::ChequeBack: return "endorsement";
+    case SheetKind::Roll: break;
   }
   return "roll";
 }
@@ -27,14 +27,14 @@ const char* kindName(SheetKind kind) {
 }  // namespace
 
 void Sheets::printed(const Sheet& sheet, const Line& line) {
-  if (sheet.kind != SheetKind::roll) return;
+  if (sheet.kind != SheetKind::Roll) return;
   current_.lines.push_back(line);
   isDrawn_ = false;
 }
 
 void Sheets::finished(const std::deque<Sheet>& sheets) {
   const Sheet& sheet = sheets.back();
-  if (sheet.kind != SheetKind::roll) return publish(++lastId_, sheet, true);
+  if (sheet.kind != SheetKind::Roll) return publish(++lastId_, sheet, true);
   publish(currentId_, sheet, true);
   current_ = {};
   currentId_ = ++lastId_;

@@ -15,7 +15,7 @@ class Sheets final : public PaperWatcher {
 
   void printed(const Sheet& sheet, const Line& line) override;
   void finished(const std::deque<Sheet>& sheets) override;
-  // Draws what has been printed since the last time.
+  /// Draws what has been printed since the last time.
   void draw(std::chrono::milliseconds now);
 
  private:

@@ -18,7 +18,7 @@ Json documentJson(const Works& works) {
   constexpr std::array phases{"none", "items", "paying", "partial"};
   Json json{{"status", documentStatus(works.machine)},
             {"phase", phases.at(static_cast<std::size_t>(works.machine.phase()))}};
-  if (works.machine.phase() == Phase::none) return json;
+  if (works.machine.phase() == Phase::None) return json;
   json["title"] = documentTitle(document.kind, document.number);
   json["name"] = document.buyer.name;
   json["rif"] = document.buyer.rif;
@@ -69,10 +69,10 @@ Json memoryJson(const Books& books) {
 
 const char* valueName(ValueKind kind) {
   switch (kind) {
-    case ValueKind::seconds: return "seconds";
-    case ValueKind::bytes: return "bytes";
-    case ValueKind::place: return "place";
-    case ValueKind::none: break;
+    case ValueKind::Seconds: return "seconds";
+    case ValueKind::Bytes: return "bytes";
+    case ValueKind::Place: return "place";
+    case ValueKind::None: break;
   }
   return "none";
 }

@@ -9,8 +9,8 @@ namespace printer {
 
 std::string stateJson(const Works& works);
 
-// What never changes while the printer runs: the owner, and the tables of effects and commands that fault
-// plans are made of.
+/// What never changes while the printer runs: the owner, and the tables of effects and commands that fault
+/// plans are made of.
 std::string aboutJson(const Identity& identity);
 
 }  // namespace printer

@@ -23,7 +23,7 @@ WebPage::WebPage(const Address& address, const Identity& identity, Control contr
 }
 
 void WebPage::happened(const Moment& moment, const Event& event) {
-  if (event.kind == EventKind::power) isPowered_ = event.name == "on";
+  if (event.kind == EventKind::Power) isPowered_ = event.name == "on";
   rows_.happened(moment, event);
 }
 

@@ -19,7 +19,7 @@ class WebPage final : public EventWatcher, public Served {
  public:
   using Control = std::function<std::string(const std::string& line)>;
 
-  // `control` carries out control lines, inside serve(). Throws what WebServer and Inbox throw.
+  /// `control` carries out control lines, inside serve(). Throws what WebServer and Inbox throw.
   WebPage(const Address& address, const Identity& identity, Control control);
   ~WebPage() override { inbox_.close(); }
 
@@ -29,14 +29,14 @@ class WebPage final : public EventWatcher, public Served {
   void watch(std::vector<pollfd>& watched) const override {
     watched.push_back({inbox_.descriptor(), POLLIN, 0});
   }
-  // Does what the page asked for.
+  /// Does what the page asked for.
   void serve(const std::vector<pollfd>&) override { inbox_.work(); }
 
   void happened(const Moment& moment, const Event& event) override;
   void sent(const Moment& moment, const Output& output) { rows_.sent(moment, output); }
-  // The name under which the host finds the line; empty while the line is gone.
+  /// The name under which the host finds the line; empty while the line is gone.
   void lineIs(const std::string& device);
-  // Once in each turn of the loop: the page is told what has changed.
+  /// Once in each turn of the loop: the page is told what has changed.
   void show(const Moment& moment, const Works& works, const FaultSet& faults);
 
  private:

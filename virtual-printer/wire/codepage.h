@@ -6,7 +6,7 @@
 
 namespace printer {
 
-// Control characters and unassigned bytes become "." so that they cannot disturb paper or files.
+/// Control characters and unassigned bytes become "." so that they cannot disturb paper or files.
 std::string utf8FromWire(std::string_view bytes);
 
 }  // namespace printer

@@ -33,16 +33,16 @@ struct Answer {
   bool operator==(const Answer&) const = default;
 };
 
-// An empty field would vanish at the receiver and move the fields behind it, so it goes out as DEL.
+/// An empty field would vanish at the receiver and move the fields behind it, so it goes out as DEL.
 std::string encodeAnswer(const Command& asked, const Answer& answer);
 
-// Takes the bytes between STX and ETX, both excluded; at least two.
+/// Takes the bytes between STX and ETX, both excluded; at least two.
 Command decodeCommand(std::string_view body);
 
-// Upper-case hexadecimal digits, padded with zeros to the width.
+/// Upper-case hexadecimal digits, padded with zeros to the width.
 std::string hexadecimal(unsigned value, int width);
 
-// Two digits a byte, a blank between them.
+/// Two digits a byte, a blank between them.
 std::string hexBytes(std::string_view bytes);
 
 unsigned byteSum(std::string_view bytes);

@@ -22,7 +22,7 @@ using Received = std::variant<Command, ResetSequence, Ignored>;
 
 class Receiver {
  public:
-  // What the bytes complete, in their order. Bytes of an unfinished command wait for the next call.
+  /// What the bytes complete, in their order. Bytes of an unfinished command wait for the next call.
   std::vector<Received> feed(std::string_view bytes);
 
  private:
