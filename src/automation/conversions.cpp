@@ -17,11 +17,9 @@ namespace {
 
 using Kind = Variant::Kind;
 
-[[noreturn]] void raise(ErrorNumber number) { throw AutomationError(number); }
-
 /// Null, and the kinds that no conversion accepts.
 [[noreturn]] void raiseUnconvertible(Kind kind) {
-  raise(kind == Kind::Null ? ErrorNumber::InvalidUseOfNull : ErrorNumber::TypeMismatch);
+  throw AutomationError(kind == Kind::Null ? ErrorNumber::InvalidUseOfNull : ErrorNumber::TypeMismatch);
 }
 
 Regional regional() { return services().regional->current(); }
@@ -29,8 +27,8 @@ Regional regional() { return services().regional->current(); }
 double textToNumber(const std::u16string& text) {
   const Regional settings = regional();
   const auto number = strictNumber(text, settings.decimalSeparator, settings.groupSeparator);
-  if (!number) raise(ErrorNumber::TypeMismatch);
-  if (std::isinf(*number)) raise(ErrorNumber::Overflow);
+  if (!number) throw AutomationError(ErrorNumber::TypeMismatch);
+  if (std::isinf(*number)) throw AutomationError(ErrorNumber::Overflow);
   return *number;
 }
 
@@ -49,7 +47,7 @@ std::u16string dateText(Date date) {
 }
 
 Date dateInRange(Date date) {
-  if (!isDateInRange(date)) raise(ErrorNumber::Overflow);
+  if (!isDateInRange(date)) throw AutomationError(ErrorNumber::Overflow);
   return date;
 }
 
@@ -117,7 +115,7 @@ Currency toCurrency(const Variant& value) {
 Date toDate(const Variant& value) {
   if (!value.is(Kind::Text)) return dateInRange(value.is(Kind::Date) ? value.date() : Date{toDouble(value)});
   const auto date = textToDate(value.text());
-  if (!date) raise(ErrorNumber::TypeMismatch);
+  if (!date) throw AutomationError(ErrorNumber::TypeMismatch);
   return *date;
 }
 

@@ -13,7 +13,7 @@
 namespace zentaro {
 namespace {
 
-constexpr int decimals = 4;
+constexpr int currencyDecimals = 4;
 constexpr double scale = 10'000;
 
 /// `digits` may carry a minus sign.
@@ -36,7 +36,7 @@ Currency Currency::fromDouble(double value) {
 Currency Currency::fromDecimal(const DecimalDigits& value) {
   constexpr int tooLarge = 20;
   if (value.exponent > tooLarge) throw AutomationError(ErrorNumber::Overflow);
-  const std::string digits = scaledDigits(value, decimals, Ties::ToEven);
+  const std::string digits = scaledDigits(value, currencyDecimals, Ties::ToEven);
   return fromScaled(wholeNumber(value.negative ? "-" + digits : digits));
 }
 
@@ -65,7 +65,7 @@ double Currency::toDouble() const { return static_cast<double>(scaled_) / scale;
 DecimalDigits Currency::toDecimal() const {
   std::string digits = std::to_string(scaled_);
   if (scaled_ < 0) digits.erase(0, 1);
-  const int exponent = static_cast<int>(digits.size()) - decimals;
+  const int exponent = static_cast<int>(digits.size()) - currencyDecimals;
   return decimalDigits(scaled_ < 0, std::move(digits), exponent);
 }
 
@@ -79,7 +79,7 @@ std::u16string currencyText(Currency value, char16_t decimalSeparator) {
 }
 
 std::string currencyText4(Currency value) {
-  const FixedDigits digits = fixedDigits(value.toDecimal(), decimals);
+  const FixedDigits digits = fixedDigits(value.toDecimal(), currencyDecimals);
   return (digits.negative ? "-" : "") + digits.integer + "." + digits.fraction;
 }
 
@@ -90,12 +90,12 @@ Currency currencyFromText4(std::string_view text) {
   const std::string_view integer = text.substr(0, point);
   const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
   const bool hasPoint = point < text.size();
-  const bool isWrong = integer.empty() || hasPoint == fraction.empty() || fraction.size() > decimals ||
-                       !std::ranges::all_of(integer, isAsciiDigit<char>) ||
-                       !std::ranges::all_of(fraction, isAsciiDigit<char>);
+  const bool isWrong =
+      integer.empty() || hasPoint == fraction.empty() || fraction.size() > currencyDecimals ||
+      !std::ranges::all_of(integer, isAsciiDigit<char>) || !std::ranges::all_of(fraction, isAsciiDigit<char>);
   if (isWrong) throw AutomationError(ErrorNumber::TypeMismatch);
   std::string digits = isNegative ? "-" : "";
-  digits.append(integer).append(fraction).append(decimals - fraction.size(), '0');
+  digits.append(integer).append(fraction).append(currencyDecimals - fraction.size(), '0');
   return Currency::fromScaled(wholeNumber(digits));
 }
 

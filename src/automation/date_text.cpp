@@ -20,9 +20,9 @@ struct Number {
   int digits = 0;
 };
 
-class Reader {
+class DateReader {
  public:
-  explicit Reader(std::u16string_view text) : rest_(text) {}
+  explicit DateReader(std::u16string_view text) : rest_(text) {}
 
   bool atEnd() const { return rest_.empty(); }
   std::u16string_view rest() const { return rest_; }
@@ -87,7 +87,7 @@ bool assign(const std::array<Number, 3>& numbers, std::u16string_view order, Cal
   return true;
 }
 
-bool readDay(Reader& reader, CalendarTime& parts) {
+bool readDay(DateReader& reader, CalendarTime& parts) {
   std::array<Number, 3> numbers;
   char16_t separator = 0;
   for (std::size_t index = 0; index < numbers.size(); ++index) {
@@ -100,7 +100,7 @@ bool readDay(Reader& reader, CalendarTime& parts) {
   return assign(numbers, numbers[0].digits == 4 ? std::u16string(yearFirst) : regionalOrder(), parts);
 }
 
-bool readTime(Reader& reader, CalendarTime& parts) {
+bool readTime(DateReader& reader, CalendarTime& parts) {
   const auto hour = reader.takeNumber(2);
   if (!hour || !reader.take(u':')) return false;
   const auto minute = reader.takeNumber(2);
@@ -114,7 +114,7 @@ bool readTime(Reader& reader, CalendarTime& parts) {
 }
 
 /// The time behind the day, which may be left out.
-bool readRest(Reader& reader, CalendarTime& parts) {
+bool readRest(DateReader& reader, CalendarTime& parts) {
   if (reader.atEnd()) return true;
   if (reader.take(u'T')) return readTime(reader, parts);
   if (!reader.take(u' ')) return false;
@@ -128,7 +128,7 @@ bool readRest(Reader& reader, CalendarTime& parts) {
 std::optional<Date> textToDate(std::u16string_view text) {
   const std::u16string_view content = trimmed(text);
   CalendarTime parts;
-  Reader time(content), day(content);
+  DateReader time(content), day(content);
   if (!readTime(time, parts)) {
     parts = {};
     if (!readDay(day, parts) || !readRest(day, parts)) return std::nullopt;

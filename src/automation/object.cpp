@@ -13,13 +13,12 @@
 namespace zentaro {
 namespace {
 
-[[noreturn]] void raise(ErrorNumber number) { throw AutomationError(number); }
-
 bool takesNewValue(Access access) { return access == Access::Let || access == Access::Set; }
 
 /// The accessors of one property stand one behind the other.
 std::span<const Member> accessorsFrom(std::span<const Member> members, int memberId) {
-  if (memberId < 0 || static_cast<std::size_t>(memberId) >= members.size()) raise(ErrorNumber::NoSuchMember);
+  if (memberId < 0 || static_cast<std::size_t>(memberId) >= members.size())
+    throw AutomationError(ErrorNumber::NoSuchMember);
   const auto rest = members.subspan(static_cast<std::size_t>(memberId));
   const auto isOther = [&](const Member& member) { return member.name != rest.front().name; };
   return rest.first(static_cast<std::size_t>(std::ranges::find_if(rest, isOther) - rest.begin()));
@@ -29,7 +28,7 @@ const Member& accessorFor(std::span<const Member> accessors, Access access) {
   const auto exact = std::ranges::find(accessors, access, &Member::access);
   if (exact != accessors.end()) return *exact;
   const auto other = std::ranges::find_if(accessors, takesNewValue, &Member::access);
-  if (!takesNewValue(access) || other == accessors.end()) raise(ErrorNumber::NoSuchMember);
+  if (!takesNewValue(access) || other == accessors.end()) throw AutomationError(ErrorNumber::NoSuchMember);
   return *other;
 }
 
@@ -40,9 +39,9 @@ class Call {
  public:
   Call(const Member& member, std::span<Variant> given) : parameters_(member.parameters), given_(given) {
     const bool hasNewValue = takesNewValue(member.access);
-    if (hasNewValue && given.empty()) raise(ErrorNumber::WrongArguments);
+    if (hasNewValue && given.empty()) throw AutomationError(ErrorNumber::WrongArguments);
     if (hasNewValue) given_ = given.first(given.size() - 1);
-    if (given_.size() > parameters_.size()) raise(ErrorNumber::WrongArguments);
+    if (given_.size() > parameters_.size()) throw AutomationError(ErrorNumber::WrongArguments);
     for (std::size_t index = 0; index < parameters_.size(); ++index) values_.push_back(valueOf(index));
     if (hasNewValue) values_.push_back(given.back());
   }
@@ -67,7 +66,7 @@ class Call {
   }
   Variant valueOf(std::size_t index) const {
     if (isGiven(index)) return given_[index];
-    if (!parameters_[index].isOptional()) raise(ErrorNumber::WrongArguments);
+    if (!parameters_[index].isOptional()) throw AutomationError(ErrorNumber::WrongArguments);
     return parameters_[index].fallback.value();
   }
 
@@ -79,16 +78,16 @@ class Call {
 }  // namespace
 
 int Object::memberId(std::string_view name) const {
-  if (isNothing()) raise(ErrorNumber::ObjectNotSet);
+  if (isNothing()) throw AutomationError(ErrorNumber::ObjectNotSet);
   const auto members = description().members;
   const auto hasName = [name](const Member& member) { return equalIgnoringCase(member.name, name); };
   const auto found = std::ranges::find_if(members, hasName);
-  if (found == members.end()) raise(ErrorNumber::NoSuchMember);
+  if (found == members.end()) throw AutomationError(ErrorNumber::NoSuchMember);
   return static_cast<int>(found - members.begin());
 }
 
 Variant Object::invoke(int memberId, Access access, std::span<Variant> arguments) const {
-  if (isNothing()) raise(ErrorNumber::ObjectNotSet);
+  if (isNothing()) throw AutomationError(ErrorNumber::ObjectNotSet);
   const Member& member = accessorFor(accessorsFrom(description().members, memberId), access);
   Call call(member, arguments);
   return member.thunk(instance(), call.values());

@@ -17,9 +17,9 @@ namespace {
 // Larger exponents make no difference to any number that fits into memory.
 constexpr int exponentLimit = 1'000'000;
 
-class Reader {
+class NumberReader {
  public:
-  explicit Reader(std::u16string_view text) : rest_(text) {}
+  explicit NumberReader(std::u16string_view text) : rest_(text) {}
 
   bool atEnd() const { return rest_.empty(); }
   bool atDigit() const { return !rest_.empty() && isAsciiDigit(rest_.front()); }
@@ -49,7 +49,7 @@ class Reader {
   std::u16string_view rest_;
 };
 
-std::string integerDigits(Reader& reader, char16_t decimalSeparator, char16_t groupSeparator) {
+std::string integerDigits(NumberReader& reader, char16_t decimalSeparator, char16_t groupSeparator) {
   std::string digits = reader.takeDigits();
   if (groupSeparator == decimalSeparator) return digits;
   while (!digits.empty() && reader.takeBeforeGroup(groupSeparator)) digits += reader.takeDigits();
@@ -57,7 +57,7 @@ std::string integerDigits(Reader& reader, char16_t decimalSeparator, char16_t gr
 }
 
 /// Nothing when an exponent is begun but has no digits.
-std::optional<int> exponentOf(Reader& reader) {
+std::optional<int> exponentOf(NumberReader& reader) {
   if (!reader.take(u'e') && !reader.take(u'd')) return 0;
   const bool isNegative = reader.takeSign();
   const std::string digits = reader.takeDigits();
@@ -83,7 +83,7 @@ std::optional<double> wholeNumber(std::u16string_view text, int base) {
 
 std::optional<DecimalDigits> strictDecimal(std::u16string_view text, char16_t decimalSeparator,
                                            char16_t groupSeparator) {
-  Reader reader(withoutWhiteSpace(text));
+  NumberReader reader(withoutWhiteSpace(text));
   const bool isNegative = reader.takeSign();
   std::string digits = integerDigits(reader, decimalSeparator, groupSeparator);
   const auto integerCount = static_cast<int>(digits.size());

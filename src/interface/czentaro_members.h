@@ -7,6 +7,18 @@
 #include "reports/status_hasar.h"
 #include "reports/status_n.h"
 
+namespace zentaro {
+
+// Of the records that operations return.
+template <>
+const ClassDescription& describe<statusN>();
+template <>
+const ClassDescription& describe<statusHASAR>();
+template <>
+const ClassDescription& describe<ResultadoCierre>();
+
+}  // namespace zentaro
+
 namespace zentaro::table {
 using Z = CZentaro;
 

@@ -35,7 +35,7 @@ void lastNumber(ResultadoCierre& record, const Variant& entry) {
   record.numeroUltimaFactura = toInt32(entry);
 }
 
-constexpr int firstElement = 3;
+constexpr int firstFigure = 3;
 constexpr std::array<Loader, 19> loaders{
     amount<&ResultadoCierre::VentasExentas>,
     amount<&ResultadoCierre::BaseGravable1>,
@@ -62,7 +62,7 @@ constexpr std::array<Loader, 19> loaders{
 
 void ResultadoCierre::LoadFromParams(const Variant& v) {
   const Array& entries = v.array();
-  int element = firstElement;
+  int element = firstFigure;
   for (const Loader load : loaders) load(*this, entries.at(element++));
 }
 

@@ -10,13 +10,13 @@ namespace zentaro::tools {
 
 namespace {
 
-struct Text {
+struct Wording {
   std::string_view given;  // as the library has it
   std::string_view spanish;
   std::string_view english = {};  // where the library has it in Spanish
 };
 
-constexpr auto texts = std::to_array<Text>({
+constexpr auto texts = std::to_array<Wording>({
     // Classes.
     {"A fiscal printer on a serial port.", "Una impresora fiscal en un puerto serial."},
     {"The normal status of the printer.", "El estado normal de la impresora."},
@@ -266,7 +266,7 @@ constexpr auto texts = std::to_array<Text>({
 }  // namespace
 
 std::string_view inLanguage(std::string_view given) {
-  const auto* const text = std::ranges::find(texts, given, &Text::given);
+  const auto* const text = std::ranges::find(texts, given, &Wording::given);
   if (text == texts.end()) return given;
   return terminal::say(text->spanish, text->english.empty() ? given : text->english);
 }

@@ -1,4 +1,4 @@
-// The two names of each member.
+// The two memberNames of each member.
 #include "sale/member_names.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace zentaro::tools {
 namespace {
 
 // "serial", "rif" and "igtf" are the same in both.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 19> names{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 19> memberNames{{
     {"document", "documento"},
     {"customer", "cliente"},
     {"name", "nombre"},
@@ -37,12 +37,12 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 19> names{{
 std::string_view memberName(std::string_view english, FileLanguage language) {
   if (language == FileLanguage::English) return english;
   const auto* found =
-      std::ranges::find(names, english, &std::pair<std::string_view, std::string_view>::first);
-  return found == names.end() ? english : found->second;
+      std::ranges::find(memberNames, english, &std::pair<std::string_view, std::string_view>::first);
+  return found == memberNames.end() ? english : found->second;
 }
 
 std::string_view translatedName(std::string_view other, FileLanguage language) {
-  for (const auto& [english, spanish] : names) {
+  for (const auto& [english, spanish] : memberNames) {
     if (language == FileLanguage::Spanish && other == english) return spanish;
     if (language == FileLanguage::English && other == spanish) return english;
   }

@@ -2,8 +2,8 @@
 #include "sale/node.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
+#include "common/json.h"
 #include "terminal/language.h"
 
 namespace zentaro::tools {
@@ -11,8 +11,6 @@ namespace zentaro::tools {
 using terminal::say;
 
 namespace {
-
-using Json = nlohmann::json;
 
 constexpr std::size_t deepest = 16;
 

@@ -17,7 +17,7 @@ namespace {
 
 constexpr Rate usualIgtfRate = 300;
 
-std::string quoted(std::u16string_view text) { return "\"" + utf8(text) + "\""; }
+std::string inQuotes(std::u16string_view text) { return "\"" + utf8(text) + "\""; }
 
 std::u16string withoutBlanks(std::u16string_view text) {
   const std::size_t first = text.find_first_not_of(u' ');
@@ -34,9 +34,9 @@ class PaperCheck {
     const auto kept = static_cast<std::size_t>(longest);
     if (withoutBlanks(whole).size() > kept)
       warn(path, say("se corta a {} caracteres: {}", "is cut to {} characters: {}",
-                     {std::to_string(longest), quoted(printed)}));
+                     {std::to_string(longest), inQuotes(printed)}));
     else if (isMaimed(withoutBlanks(whole), printed))
-      warn(path, say("sale como {}", "prints as {}", {quoted(printed)}));
+      warn(path, say("sale como {}", "prints as {}", {inQuotes(printed)}));
   }
 
   void warn(std::string path, std::string text) { warnings_.push_back({std::move(path), std::move(text)}); }

@@ -35,16 +35,17 @@ constexpr auto wordings = std::to_array<Wording>({
     {"{} was given a disallowed flag override", "{} no lleva valor"},
 });
 
-constexpr std::string_view gap = "{}";
+constexpr std::string_view placeholder = "{}";
 
 /// What stands in the gaps of the pattern; nothing when the text is another one.
 std::optional<std::vector<std::string>> valuesIn(std::string_view text, std::string_view pattern) {
   std::vector<std::string> values;
-  for (std::size_t at = pattern.find(gap); at != std::string_view::npos; at = pattern.find(gap)) {
+  for (std::size_t at = pattern.find(placeholder); at != std::string_view::npos;
+       at = pattern.find(placeholder)) {
     if (!text.starts_with(pattern.substr(0, at))) return std::nullopt;
     text.remove_prefix(at);
-    pattern.remove_prefix(at + gap.size());
-    const std::string_view behind = pattern.substr(0, pattern.find(gap));
+    pattern.remove_prefix(at + placeholder.size());
+    const std::string_view behind = pattern.substr(0, pattern.find(placeholder));
     const std::size_t end = behind.empty() ? text.size() : text.find(behind);
     if (end == std::string_view::npos) return std::nullopt;
     values.emplace_back(text.substr(0, end));
@@ -57,8 +58,8 @@ std::string filled(std::string_view pattern, const std::vector<std::string>& val
   std::string text{pattern};
   std::size_t at = 0;
   for (const std::string& value : values) {
-    at = text.find(gap, at);
-    text.replace(at, gap.size(), value);
+    at = text.find(placeholder, at);
+    text.replace(at, placeholder.size(), value);
     at += value.size();
   }
   return text;
