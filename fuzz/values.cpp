@@ -12,6 +12,7 @@
 #include "automation/numbers.h"
 #include "check.h"
 #include "common/iso_date.h"
+#include "common/json.h"
 #include "util/general.h"
 #include "util/lm_string_lib.h"
 

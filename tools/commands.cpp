@@ -1,6 +1,7 @@
-// The list of subcommands.
+// The list of subcommands, in the order in which the help shows them.
 #include "commands.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <iostream>
@@ -22,6 +23,7 @@
 #include "terminal/command_line.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
+#include "terminal/screen.h"
 #include "trace/trace_command.h"
 
 namespace zentaro::tools {
@@ -30,7 +32,10 @@ using terminal::say;
 
 namespace {
 
-constexpr std::array commands{
+/// Adds a subcommand. When it is the one that was asked for, its callback stores the exit status.
+using AddCommand = void (*)(CLI::App& app, int& status);
+
+constexpr std::array<AddCommand, 11> commands{
     addDemoCommand,      //
     addPrinterCommand,   //
     addCallCommand,      //
@@ -113,8 +118,6 @@ void addHelp(CLI::App& app, int& status) {
   });
 }
 
-}  // namespace
-
 void addCommands(CLI::App& app, int& status) {
   app.require_subcommand(1);
   app.fallthrough();
@@ -128,6 +131,21 @@ void addCommands(CLI::App& app, int& status) {
     CLI::Option* help = command->get_help_ptr();  // printer hands its own over
     if (help != nullptr) help->group(std::string(say("Opciones", "Options")));
   }
+}
+
+}  // namespace
+
+int runCommandLine(int argc, char** argv) {
+  const terminal::FittedOutput fitted;
+  terminal::chooseLanguage(argc, argv);
+  CLI::App app{std::string(say("Maneja una impresora fiscal por una línea serial.",
+                               "Drives a fiscal printer over a serial line.")),
+               "zentaro"};
+  terminal::speakTheLanguage(app);
+  int status = 0;
+  addCommands(app, status);
+  CLI11_PARSE(app, argc, argv);
+  return status;
 }
 
 }  // namespace zentaro::tools

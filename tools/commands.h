@@ -1,15 +1,10 @@
-// The subcommands of `zentaro`.
+// The command line of `zentaro`.
 #pragma once
-
-#include <CLI/CLI.hpp>
 
 namespace zentaro::tools {
 
-/// Adds a subcommand to `app`. When it is the one that was asked for, its callback stores the exit
-/// status in `status`.
-using AddCommand = void (*)(CLI::App& app, int& status);
-
-/// Adds all of them, in the order in which the help lists them.
-void addCommands(CLI::App& app, int& status);
+/// Runs the subcommand that the words ask for; returns the exit status. What the parser refuses, help and
+/// version are dealt with here, too.
+int runCommandLine(int argc, char** argv);
 
 }  // namespace zentaro::tools

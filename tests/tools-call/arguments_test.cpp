@@ -3,6 +3,7 @@
 
 #include "automation/conversions.h"
 #include "call/call_arguments.h"
+#include "common/json.h"
 #include "common/show.h"
 #include "interface/library.h"
 #include "support/bytes.h"

@@ -1,6 +1,7 @@
 // Dialogues over the line protocol: requests, and the responses word for word, on a scripted line.
 #include <gtest/gtest.h>
 
+#include "common/json.h"
 #include "host/session.h"
 #include "support/line.h"
 

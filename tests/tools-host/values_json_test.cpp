@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "common/json.h"
 #include "host/rpc_error.h"
 #include "host/values.h"
 #include "interface/library.h"

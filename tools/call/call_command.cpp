@@ -1,6 +1,7 @@
 // Opens the port, calls, shows what came of it, and closes.
 #include "call/call_command.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -9,6 +10,7 @@
 #include "call/call_arguments.h"
 #include "common/connection.h"
 #include "common/guarded.h"
+#include "common/json.h"
 #include "common/show.h"
 #include "interface/library.h"
 #include "terminal/language.h"
@@ -20,7 +22,7 @@ using terminal::say;
 
 namespace {
 
-struct Options {
+struct CallOptions {
   PortOptions port;
   bool isJson = false;
   std::vector<std::string> words;
@@ -103,7 +105,7 @@ void showJson(Connection& connection, const CallRequest& request, const Outcome&
   std::cout << jsonPage(json);
 }
 
-int run(const Options& options) {
+int runCall(const CallOptions& options) {
   CallRequest request = callRequest(*findClass("CZentaro"), options.words);
   Connection connection(options.port);
   const Outcome outcome = call(connection, request);
@@ -115,7 +117,7 @@ int run(const Options& options) {
 }  // namespace
 
 void addCallCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<CallOptions>();
   const auto text = [](std::string_view spanish, std::string_view english) {
     return std::string(say(spanish, english));
   };
@@ -144,7 +146,7 @@ void addCallCommand(CLI::App& app, int& status) {
            "Without --port and --device, where no port is configured, a virtual printer is used.\n"
            "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"
            "Example: zentaro call --device /dev/ttyUSB0 StatusIF N"));
-  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
+  command->callback([options, &status] { status = guarded([&] { return runCall(*options); }); });
 }
 
 }  // namespace zentaro::tools

@@ -1,7 +1,9 @@
 // `zentaro call`: one member of a printer object, from the command line.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

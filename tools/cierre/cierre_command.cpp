@@ -2,6 +2,7 @@
 // last Z, because a second one would close an empty day and cannot be taken back.
 #include "cierre/cierre_command.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -22,7 +23,7 @@ namespace {
 
 constexpr int exitNotPrinted = 3, exitUnknown = 4;
 
-struct Options {
+struct CierreOptions {
   ReportOptions report;
   std::string closing;
 };
@@ -39,7 +40,8 @@ std::optional<int> lastZ(Connection& connection) {
   }
 }
 
-int tell(int status, std::string_view spanish, std::string_view english, const std::string& number = "") {
+int tellVerdict(int status, std::string_view spanish, std::string_view english,
+                const std::string& number = "") {
   std::cerr << say(spanish, english, {number}) << '\n';
   return status;
 }
@@ -52,18 +54,19 @@ int judgeLostZ(const std::optional<int>& before, Connection& connection) {
     std::cerr << "zentaro: " << error.what() << '\n';
   }
   if (before && now && *now == *before + 1) {
-    return tell(exitDone,
-                "El cierre Z se imprimió con el número {}; sus montos no llegaron. No cierre otra vez.",
-                "The Z closing was printed as number {}; its figures did not arrive. Do not close again.",
-                std::to_string(*now));
+    return tellVerdict(
+        exitDone, "El cierre Z se imprimió con el número {}; sus montos no llegaron. No cierre otra vez.",
+        "The Z closing was printed as number {}; its figures did not arrive. Do not close again.",
+        std::to_string(*now));
   }
   if (before && now == before)
-    return tell(exitNotPrinted, "El cierre Z no se imprimió.", "The Z closing was not printed.");
-  return tell(exitUnknown,
-              "No se sabe si el día ya está cerrado. Mire el papel, y UltimoCierreZ de \"zentaro status\", "
-              "antes de cerrar otra vez.",
-              "The day may be closed already. Look at the paper, and at UltimoCierreZ of \"zentaro status\", "
-              "before you close again.");
+    return tellVerdict(exitNotPrinted, "El cierre Z no se imprimió.", "The Z closing was not printed.");
+  return tellVerdict(
+      exitUnknown,
+      "No se sabe si el día ya está cerrado. Mire el papel, y UltimoCierreZ de \"zentaro status\", "
+      "antes de cerrar otra vez.",
+      "The day may be closed already. Look at the paper, and at UltimoCierreZ of \"zentaro status\", "
+      "before you close again.");
 }
 
 /// The record, or nothing when the printer refuses, or the answer is lost or cannot be loaded.
@@ -87,7 +90,7 @@ Object close(Connection& connection, int closing, bool& isLost) {
   }
 }
 
-int run(const Options& options) {
+int runCierre(const CierreOptions& options) {
   Connection connection(options.report.port);
   connection.printer().verifyCheckSum = true;
   connection.line().startAnywhere();
@@ -98,9 +101,10 @@ int run(const Options& options) {
   const Object record = close(connection, isZ ? CIERRE_Z : CIERRE_X, isLost);
   if (isLost && isZ) return judgeLostZ(before, connection);
   if (isLost)
-    return tell(exitRefused,
-                "El cierre X puede estar impreso; sus montos no llegaron. Pedirlo otra vez no cambia nada.",
-                "The X closing may be printed; its figures did not arrive. Asking again changes nothing.");
+    return tellVerdict(
+        exitRefused,
+        "El cierre X puede estar impreso; sus montos no llegaron. Pedirlo otra vez no cambia nada.",
+        "The X closing may be printed; its figures did not arrive. Asking again changes nothing.");
   if (record.isNothing()) return exitRefused;
   showRecords({record}, options.report, connection);
   return exitDone;
@@ -109,7 +113,7 @@ int run(const Options& options) {
 }  // namespace
 
 void addCierreCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<CierreOptions>();
   CLI::App* command = addReport(app, options->report, "cierre",
                                 std::string(say("Imprime el cierre X o Z y muestra sus montos",
                                                 "Print the X or Z closing and show its figures")));
@@ -125,7 +129,7 @@ void addCierreCommand(CLI::App& app, int& status) {
                       "4 no se sabe.",
                       "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 the Z was not printed, "
                       "4 unknown.")));
-  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
+  command->callback([options, &status] { status = guarded([&] { return runCierre(*options); }); });
 }
 
 }  // namespace zentaro::tools

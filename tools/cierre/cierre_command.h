@@ -1,7 +1,9 @@
 // `zentaro cierre`: the X or Z closing.
 #pragma once
 
-#include "commands.h"
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

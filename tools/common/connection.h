@@ -1,10 +1,9 @@
-// A printer object on an open port, and the options by which a user says which port.
+// A printer object on an open port.
 //
 // A real port is used only when it is named, by its number or by its device. Otherwise a virtual printer is
 // started; where a port is configured, only when the user asks for it.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,25 +11,13 @@
 #include "automation/object.h"
 #include "common/interruption.h"
 #include "common/overlay_settings.h"
+#include "common/port_options.h"
 #include "common/printer_line.h"
 #include "common/virtual_printer.h"
 #include "platform/services.h"
 #include "printer/czentaro.h"
 
 namespace zentaro::tools {
-
-struct PortOptions {
-  std::optional<int> port = {};     // --port: 1 to 8, with the device that the user's settings give it
-  std::string device = {};          // --device: a path, whatever the settings say
-  bool isVirtual = false;           // --virtual: a virtual printer, although a port is configured
-  std::optional<int> timeout = {};  // --timeout: whole seconds, instead of the setting TimeOutZT
-  std::optional<int> giveUp = {};   // --give-up: how many seconds a lost answer is waited for
-  std::string traceFile = {};       // --trace: what is sent and read, by the object and by the driver
-};
-
-/// Adds --port, --device, --virtual, --timeout, --give-up and --trace; `options` must live until
-/// the command line is parsed.
-void addPortOptions(CLI::App& command, PortOptions& options);
 
 class Connection {
  public:

@@ -4,9 +4,9 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-namespace zentaro::tools {
+#include "common/json_fwd.h"
 
-using Json = nlohmann::ordered_json;
+namespace zentaro::tools {
 
 /// One line, without the line end.
 inline std::string jsonLine(const Json& json) {

@@ -1,10 +1,12 @@
 // Asks for records and shows each as a table or as JSON.
 #include "common/report.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 
 #include "automation/description.h"
 #include "common/guarded.h"
+#include "common/json.h"
 #include "common/record_words.h"
 #include "common/show.h"
 #include "terminal/language.h"

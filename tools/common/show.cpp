@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "automation/conversions.h"
+#include "common/json.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
 #include "util/lm_hex_str.h"

@@ -7,7 +7,7 @@
 
 #include "automation/description.h"
 #include "automation/variant.h"
-#include "common/json.h"
+#include "common/json_fwd.h"
 #include "printer/czentaro.h"
 
 namespace zentaro::tools {

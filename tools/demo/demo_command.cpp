@@ -4,12 +4,14 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <limits>
 #include <memory>
 
 #include "common/connection.h"
 #include "common/guarded.h"
+#include "common/json.h"
 #include "common/record_words.h"
 #include "common/show.h"
 #include "demo/chapters.h"
@@ -25,7 +27,7 @@ using terminal::say;
 
 namespace {
 
-struct Options {
+struct DemoOptions {
   std::string paper;  // a file for the pictures
   std::string web;    // where the page is, or empty for the printer's usual place
   bool hasPage = false;
@@ -88,7 +90,7 @@ void waitForEnter(std::string_view spanish, std::string_view english) {
   }
 }
 
-void sayWhatNext(const Options& options) {
+void sayWhatNext(const DemoOptions& options) {
   std::cout << '\n' << virtualNotice() << '\n';
   if (!options.paper.empty())
     std::cout << say("El papel está en {}\n", "The paper is in {}\n", {terminal::harmless(options.paper)});
@@ -122,7 +124,7 @@ With the fiscal printer on the line: zentaro doctor
 }
 
 // On the page one watches it print, so the printer takes the time of a real one.
-std::vector<std::string> printerWords(const Options& options) {
+std::vector<std::string> printerWords(const DemoOptions& options) {
   std::vector<std::string> words;
   if (!options.paper.empty()) words = {"--paper", options.paper};
   if (!options.hasPage) return words;
@@ -131,7 +133,7 @@ std::vector<std::string> printerWords(const Options& options) {
   return words;
 }
 
-int run(const Options& options) {
+int runDemo(const DemoOptions& options) {
   PortOptions port;
   port.isVirtual = true;
   Connection connection(port, printerWords(options));
@@ -152,7 +154,7 @@ int run(const Options& options) {
 }  // namespace
 
 void addDemoCommand(CLI::App& app, int& status) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<DemoOptions>();
   const auto text = [](std::string_view spanish, std::string_view english) {
     return std::string(say(spanish, english));
   };
@@ -171,7 +173,7 @@ void addDemoCommand(CLI::App& app, int& status) {
                          ->expected(0, 1);
   command->callback([options, web, &status] {
     options->hasPage = web->count() > 0;
-    status = guarded([&] { return run(*options); });
+    status = guarded([&] { return runDemo(*options); });
   });
 }
 

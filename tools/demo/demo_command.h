@@ -1,7 +1,9 @@
 // `zentaro demo`: a sale and the end of the day on a virtual printer.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

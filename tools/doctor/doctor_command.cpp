@@ -3,6 +3,7 @@
 
 #include <sys/utsname.h>
 
+#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -12,6 +13,7 @@
 #include "automation/automation_error.h"
 #include "common/connection.h"
 #include "common/guarded.h"
+#include "common/json.h"
 #include "common/known_settings.h"
 #include "common/read_input.h"
 #include "common/temporary_folder.h"
@@ -31,7 +33,7 @@ namespace {
 
 constexpr int shortTimeout = 2, shortPatience = 10;  // seconds; a printer that is there answers at once
 
-struct Options {
+struct DoctorOptions {
   PortOptions port;
   bool isJson = false;
   std::string reportFile;
@@ -133,7 +135,7 @@ void writeReport(const std::string& path, const std::string& page, const std::st
     throw std::runtime_error(say("no se puede escribir \"{}\"", "\"{}\" cannot be written", {path}));
 }
 
-int run(const Options& options) {
+int runDoctor(const DoctorOptions& options) {
   PortOptions port = options.port;
   TemporaryFolder folder;
   const std::string trace = (folder.path() / "trace").string();
@@ -170,7 +172,7 @@ int run(const Options& options) {
 }  // namespace
 
 void addDoctorCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<DoctorOptions>();
   CLI::App* command = app.add_subcommand(
       "doctor", std::string(say("Revisa configuración, puertos e impresoras, y dice qué hacer",
                                 "Check settings, ports and printers, and say what to do")));
@@ -186,7 +188,7 @@ void addDoctorCommand(CLI::App& app, int& status) {
       "configuración, o en el que se dé. Estado de salida: 0 nada anda mal, 1 hay hallazgos, 2 no se pudo mirar.",
       "A printer is asked for its status, which prints nothing, on the ports that the settings name, "
       "or on the one that is given. Exit status: 0 nothing is wrong, 1 with findings, 2 it could not look.")));
-  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
+  command->callback([options, &status] { status = guarded([&] { return runDoctor(*options); }); });
 }
 
 }  // namespace zentaro::tools

@@ -1,7 +1,9 @@
 // `zentaro doctor`: why the printer does not print.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "common/json.h"
 #include "terminal/harmless.h"
 
 namespace zentaro::tools {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "common/json.h"
+#include "common/json_fwd.h"
 
 namespace zentaro::tools {
 

@@ -1,6 +1,7 @@
 // The loop over standard input and output.
 #include "host/host_command.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <string>
 

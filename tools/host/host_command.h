@@ -1,7 +1,9 @@
 // `zentaro host`: the library for a program in any language, one JSON-RPC request and response per line.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

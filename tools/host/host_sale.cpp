@@ -7,6 +7,7 @@
 
 #include "automation/conversions.h"
 #include "common/connection.h"
+#include "common/json.h"
 #include "host/rpc_error.h"
 #include "sale/sale_file.h"
 #include "sale/sale_job.h"

@@ -8,6 +8,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/description.h"
+#include "common/json.h"
 #include "host/host_sale.h"
 #include "host/rpc_error.h"
 #include "host/values.h"

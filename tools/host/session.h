@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "common/json.h"
+#include "common/json_fwd.h"
 #include "host/object_table.h"
 
 namespace zentaro::tools {

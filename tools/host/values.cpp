@@ -8,6 +8,7 @@
 #include "automation/automation_error.h"
 #include "automation/description.h"
 #include "common/iso_date.h"
+#include "common/json.h"
 #include "common/show.h"
 #include "host/rpc_error.h"
 #include "interface/type_names.h"

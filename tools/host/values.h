@@ -12,7 +12,7 @@
 #pragma once
 
 #include "automation/variant.h"
-#include "common/json.h"
+#include "common/json_fwd.h"
 #include "host/object_table.h"
 
 namespace zentaro::tools {

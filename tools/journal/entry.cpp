@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "common/json.h"
+
 namespace zentaro::tools {
 
 namespace {

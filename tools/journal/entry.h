@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "common/json.h"
+#include "common/json_fwd.h"
 #include "sale/sale_machine.h"
 
 namespace zentaro::tools {

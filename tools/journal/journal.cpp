@@ -15,6 +15,8 @@
 #include <sstream>
 #include <system_error>
 
+#include "common/json.h"
+
 namespace zentaro::tools {
 
 namespace {

@@ -1,6 +1,7 @@
 // Lists of members, for people and as JSON.
 #include "members/members_command.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -26,7 +27,7 @@ using terminal::say;
 
 namespace {
 
-struct Options {
+struct MembersOptions {
   std::string name;
   bool isJson = false, isMarkdown = false;
 };
@@ -136,7 +137,7 @@ bool showEnumerations(const std::string& name) {
   return found;
 }
 
-int run(const Options& options) {
+int runMembers(const MembersOptions& options) {
   if (options.isMarkdown) {
     std::cout << referencePage();
     return exitDone;
@@ -162,7 +163,7 @@ int run(const Options& options) {
 }  // namespace
 
 void addMembersCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<MembersOptions>();
   const auto text = [](std::string_view spanish, std::string_view english) {
     return std::string(say(spanish, english));
   };
@@ -180,7 +181,7 @@ void addMembersCommand(CLI::App& app, int& status) {
       ->add_flag("--markdown", options->isMarkdown,
                  text("Todo el manual de referencia", "The whole reference manual"))
       ->excludes(json);
-  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
+  command->callback([options, &status] { status = guarded([&] { return runMembers(*options); }); });
 }
 
 }  // namespace zentaro::tools

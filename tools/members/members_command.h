@@ -1,7 +1,9 @@
 // `zentaro members`: what a host can call.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

@@ -1,7 +1,9 @@
 // `zentaro printer`: the virtual printer.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

@@ -1,6 +1,7 @@
 // The options of `zentaro sale`.
 #include "sale/sale_command.h"
 
+#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "common/guarded.h"

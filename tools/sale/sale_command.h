@@ -1,7 +1,9 @@
 // `zentaro sale`: prints a whole document.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

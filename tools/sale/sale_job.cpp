@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "common/guarded.h"
+#include "common/json.h"
 #include "sale/content.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"

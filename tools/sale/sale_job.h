@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "common/json.h"
+#include "common/json_fwd.h"
 #include "journal/bookkeeper.h"
 #include "journal/recorder.h"
 #include "sale/sale.h"

@@ -5,6 +5,7 @@
 
 #include "automation/conversions.h"
 #include "common/guarded.h"
+#include "common/json.h"
 #include "common/read_input.h"
 #include "platform/setting_keys.h"
 #include "sale/paper_check.h"

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "common/connection.h"
+#include "common/json.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "common/json.h"
+#include "common/json_fwd.h"
 #include "sale/print_sale.h"
 #include "sale/totals.h"
 

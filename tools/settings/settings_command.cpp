@@ -1,6 +1,7 @@
 // The user's settings on the command line.
 #include "settings/settings_command.h"
 
+#include <CLI/CLI.hpp>
 #include <array>
 #include <iostream>
 #include <memory>
@@ -24,7 +25,7 @@ using terminal::say;
 
 namespace {
 
-struct Options {
+struct SettingsOptions {
   bool isJson = false;
   std::string key, value;
 };
@@ -91,33 +92,33 @@ void listJson(const SettingsFile& file) {
   std::cout << jsonPage({{"file", file.path()}, {"exists", file.exists()}, {"settings", settings}});
 }
 
-int list(const Options& options) {
+int list(const SettingsOptions& options) {
   const SettingsFile file(settingsPath());
   (options.isJson ? listJson : listText)(file);
   return exitDone;
 }
 
-int get(const Options& options) {
+int get(const SettingsOptions& options) {
   std::cout << valueIn(SettingsFile(settingsPath()), settingNamed(options.key)) << '\n';
   return exitDone;
 }
 
-int set(const Options& options) {
+int set(const SettingsOptions& options) {
   const KnownSetting setting = settingNamed(options.key);
   checkValue(setting, options.value);
   SettingsFile(settingsPath()).set(setting.section, setting.key, options.value);
   return exitDone;
 }
 
-void addAction(CLI::App& action, const std::shared_ptr<Options>& options, int& status,
-               int (*run)(const Options&)) {
+void addAction(CLI::App& action, const std::shared_ptr<SettingsOptions>& options, int& status,
+               int (*run)(const SettingsOptions&)) {
   action.callback([options, run, &status] { status = guarded([&] { return run(*options); }); });
 }
 
 }  // namespace
 
 void addSettingsCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<SettingsOptions>();
   const auto text = [](std::string_view spanish, std::string_view english) {
     return std::string(say(spanish, english));
   };

@@ -1,7 +1,9 @@
 // `zentaro settings`: list, get and set.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

@@ -1,6 +1,7 @@
 // Shows the records of two status requests.
 #include "status/status_command.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 
@@ -20,7 +21,7 @@ std::string deviceOf(const PortOptions& port) {
   return port.device.empty() && port.port ? devicePath(portKey(*port.port)) : port.device;
 }
 
-int run(const ReportOptions& options) {
+int runStatus(const ReportOptions& options) {
   Connection connection(options.port);
   connection.printer().verifyCheckSum = true;
   connection.line().startAnywhere();
@@ -47,7 +48,7 @@ void addStatusCommand(CLI::App& app, int& status) {
       addReport(app, *options, "status",
                 std::string(terminal::say("Muestra estado, contadores y reloj de la impresora",
                                           "Show the printer's status, counters and clock")));
-  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
+  command->callback([options, &status] { status = guarded([&] { return runStatus(*options); }); });
 }
 
 }  // namespace zentaro::tools

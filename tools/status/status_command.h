@@ -1,7 +1,9 @@
 // `zentaro status`: the printer's status, counters and clock.
 #pragma once
 
-#include "commands.h"
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

@@ -1,6 +1,7 @@
 // Reads a trace file and shows it, or answers from it.
 #include "trace/trace_command.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 
@@ -14,12 +15,12 @@ namespace zentaro::tools {
 
 namespace {
 
-struct Options {
+struct TraceOptions {
   std::string file;
   bool isReplay = false;
 };
 
-int run(const Options& options) {
+int runTrace(const TraceOptions& options) {
   const Trace trace = parseTrace(readInput(options.file));
   if (options.isReplay) replay(Script(exchangesOf(trace.records)));
   std::cout << traceText(trace);
@@ -29,7 +30,7 @@ int run(const Options& options) {
 }  // namespace
 
 void addTraceCommand(CLI::App& app, int& status) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<TraceOptions>();
   const auto text = [](std::string_view spanish, std::string_view english) {
     return std::string(terminal::say(spanish, english));
   };
@@ -47,7 +48,7 @@ void addTraceCommand(CLI::App& app, int& status) {
       text("Estado de salida: 0 mostrada, 1 mostrada, pero hay líneas que no se entienden,\n"
            "2 no se pudo leer el archivo.",
            "Exit status: 0 shown, 1 shown, but lines could not be read, 2 the file could not be read."));
-  command->callback([options, &status] { status = guarded([&] { return run(*options); }); });
+  command->callback([options, &status] { status = guarded([&] { return runTrace(*options); }); });
 }
 
 }  // namespace zentaro::tools

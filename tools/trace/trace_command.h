@@ -1,7 +1,9 @@
 // `zentaro trace`.
 #pragma once
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace zentaro::tools {
 

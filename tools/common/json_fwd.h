@@ -1,0 +1,10 @@
+// JSON by name only, for headers.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+namespace zentaro::tools {
+
+using Json = nlohmann::ordered_json;
+
+}  // namespace zentaro::tools
