@@ -1,0 +1,12 @@
+# by_folder(TARGET): in a unity build (the presets dev, asan and demo) the files of one folder are compiled as one.
+# Names of unnamed namespaces are therefore to be unique in a folder. Call it behind the last source of the target.
+function(by_folder target)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source ${sources})
+    cmake_path(GET source PARENT_PATH folder)
+    string(REPLACE "${PROJECT_SOURCE_DIR}/" "" folder "${folder}")
+    string(MAKE_C_IDENTIFIER "${folder}" group)
+    set_source_files_properties(${source} TARGET_DIRECTORY ${target} PROPERTIES UNITY_GROUP "${group}")
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+endfunction()
