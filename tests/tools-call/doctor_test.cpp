@@ -17,7 +17,11 @@ TEST(Ports, AreJudgedByTheFirstThingThatIsWrong) {
   PortFacts port{.name = "COM1"};
   EXPECT_EQ(judgePort(port).code, "absent") << "a port that nobody named need not be there";
   port.isConfigured = true;
+  port.device = "/dev/ttyUSB0 ";
+  EXPECT_TRUE(contains(judgePort(port).advice, "is the path \"/dev/ttyUSB0 \" as it should be?"));
+  port.device = "/dev/ttyUSB0";
   EXPECT_EQ(judgePort(port).code, "device-missing");
+  EXPECT_TRUE(contains(judgePort(port).advice, "connect the adapter")) << judgePort(port).advice;
   EXPECT_TRUE(contains(judgePort(port).advice, "zentaro settings set COM1 PATH"));
   port.exists = true;
   EXPECT_EQ(judgePort(port).code, "no-serial-device");
@@ -94,7 +98,7 @@ TEST_F(Doctor, TellsSilenceFromAPortThatCannotBeOpened) {
 
 TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
   write("settings.ini",
-        "[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\nLenDescripcionZT=0\nrubbish\n"
+        "\xEF\xBB\xBF[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\nLenDescripcionZT=0\nrubbish\n[Config] ; x\n"
         "[Config\\ModComm]\nCOM1=/dev/none\nCOM2=/dev/../dev/none\n");
   const Ran ran = run("zentaro doctor");
   EXPECT_EQ(ran.status, 1);
@@ -103,6 +107,8 @@ TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
   EXPECT_TRUE(contains(ran.output, "! [Config\\EPSONZT] LenDescripcionZT: \"0\" is no whole number from 1"))
       << ran.output;
   EXPECT_TRUE(contains(ran.output, "! line 5: \"rubbish\"")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "! line 6: \"[Config] ; x\" is neither")) << ran.output;
+  EXPECT_FALSE(contains(ran.output, "line 1:")) << "a byte order mark is read over";
   EXPECT_TRUE(contains(ran.output, "! COM2: has the same device as COM1")) << ran.output;
 }
 

@@ -26,7 +26,8 @@ TEST_F(Reports, ShowTheFiguresOfTheDayAsTableAndAsJson) {
       contains(table.output, "\n  Taxable base, rate 1                             10.00  BaseGravable1\n"))
       << table.output;
   const testing::Ran words = on("status", "");
-  EXPECT_TRUE(contains(words.output, "Document     none open\nFiscal day   open: 1 invoices, 0 non-fiscal"))
+  EXPECT_TRUE(
+      contains(words.output, "Document     none open\nFiscal day   open; since Z 0: invoices 1, non-fiscal"))
       << words.output;
   EXPECT_TRUE(contains(words.output, "Paper        there is some\n"))
       << "bits of a virtual printer are known";

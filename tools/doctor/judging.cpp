@@ -19,10 +19,16 @@ std::string otherPath(const PortFacts& facts) {
 }
 
 Finding missing(const PortFacts& facts) {
+  // A path is taken as it stands: no blank is taken off, no "~" replaced.
+  const bool isOdd = !facts.device.starts_with('/') || facts.device.ends_with(' ');
+  const std::string advice =
+      isOdd ? say("¿está bien escrita la ruta \"{}\"? Comienza con / y no termina en un blanco\n",
+                  "is the path \"{}\" as it should be? It begins with / and ends with no blank\n",
+                  {facts.device})
+            : std::string(say("conecte el adaptador; abajo está la lista de los que hay\n",
+                              "connect the adapter; those that are there are listed below\n"));
   return {"device-missing", true, std::string(say("el dispositivo no está", "the device is missing")),
-          std::string(say("conecte el adaptador; abajo está la lista de los que hay\n",
-                          "connect the adapter; those that are there are listed below\n")) +
-              otherPath(facts)};
+          advice + otherPath(facts)};
 }
 
 Finding noSerialDevice(const PortFacts& facts) {

@@ -9,6 +9,7 @@
 #include "common/known_settings.h"
 #include "terminal/language.h"
 #include "text/ascii.h"
+#include "text/trimming.h"
 
 namespace zentaro::tools {
 
@@ -42,14 +43,18 @@ void judgeLines(const SettingsText& settings, Findings& findings) {
   int number = 0;
   for (std::string line; std::getline(text, line);) {
     ++number;
-    const std::size_t first = line.find_first_not_of(" \t\r");
-    const bool isPassedOver = first == std::string::npos || line[first] == ';' || line[first] == '#';
-    const bool isSection = !isPassedOver && line[first] == '[' && line.find(']') != std::string::npos;
-    if (isPassedOver || isSection || line.find('=') != std::string::npos) continue;
-    findings.add(
-        say("línea {}", "line {}", {std::to_string(number)}),
-        {"unreadable-line", true,
-         say("\"{}\" no es clave=valor; no se lee", "\"{}\" is no key=value; it is skipped", {line})});
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";  // as some editors begin a file
+    std::string_view content = line;
+    if (content.starts_with(byteOrderMark)) content.remove_prefix(byteOrderMark.size());
+    content = withoutWhiteSpace(content);
+    const bool isPassedOver = content.empty() || content[0] == ';' || content[0] == '#';
+    const bool isSection = content.starts_with('[') && content.ends_with(']');
+    const bool isEntry = !content.starts_with('[') && content.find('=') != std::string_view::npos;
+    if (isPassedOver || isSection || isEntry) continue;
+    findings.add(say("línea {}", "line {}", {std::to_string(number)}),
+                 {"unreadable-line", true,
+                  say("\"{}\" no es [sección] ni clave=valor; no se lee",
+                      "\"{}\" is neither [section] nor key=value; it is skipped", {content})});
   }
 }
 

@@ -34,9 +34,9 @@ std::string dayText(const statusN& status, std::int32_t fiscalWord, Bits bits) {
       invoices + others > 0 || (bits == Bits::Known && (fiscalWord & printer::fiscal_bit::dayOpen) != 0);
   const std::string last = std::to_string(status.UltimoCierreZ());
   if (isOpen)
-    return say("abierto: {} facturas, {} documentos no fiscales desde el Z {}",
-               "open: {} invoices, {} non-fiscal documents since Z {}",
-               {std::to_string(invoices), std::to_string(others), last});
+    return say("abierto; desde el Z {}: facturas {}, documentos no fiscales {}",
+               "open; since Z {}: invoices {}, non-fiscal documents {}",
+               {last, std::to_string(invoices), std::to_string(others)});
   if (bits == Bits::Known) return say("cerrado; último Z: {}", "closed; last Z: {}", {last});
   return say("sin facturas desde el Z {}", "no invoices since Z {}", {last});
 }
