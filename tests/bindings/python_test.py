@@ -1,5 +1,6 @@
 """The Python package as it comes in the wheel, on the virtual printer of its own fixture."""
 import ast
+import copy
 import datetime
 import subprocess
 import sys
@@ -41,6 +42,7 @@ def test_values_come_back(value, back):
     (lambda printer: printer.call("Nope"), AutomationError(438, "Zentaro")),
     (lambda printer: CZentaro(PortOpen=True), AutomationError(40001, "CZentaro.Let PortOpen")),
     (lambda printer: setattr(printer, "nLastCommand", "x"), AutomationError(13, "Zentaro")),
+    (lambda printer: copy.copy(printer), TypeError),
 ])
 def test_what_does_not_fit_raises(attempt, error):
     with pytest.raises(error if isinstance(error, type) else type(error)) as raised:
@@ -50,7 +52,9 @@ def test_what_does_not_fit_raises(attempt, error):
 
 
 def test_a_sale_on_the_virtual_printer(virtual_printer):
-    with CZentaro(CommPort=1, PortOpen=True) as printer:
+    class Till(CZentaro):
+        """A program's own."""
+    with Till(CommPort=1, PortOpen=True) as printer:
         assert printer.IniciarFactura(sRIFCliente="V-12345678") is ENVERR_CODES.ENVERR_OK
         virtual_printer.fault("lose-answer on item")
         assert virtual_printer.faults == ["lose-answer on item once"]

@@ -35,7 +35,7 @@ class Automation:
 
     def __init__(self, **properties):
         """A new object, its properties set in the order given: CZentaro(CommPort=1, PortOpen=True)."""
-        self._handle = library.zentaro_create(type(self).__name__.encode())
+        self._handle = library.zentaro_create(_library_class(self).encode())
         if not self._handle:
             raise last_error()
         for name, value in properties.items():
@@ -53,6 +53,9 @@ class Automation:
         if hasattr(type(self), "PortOpen"):
             self.PortOpen = False
 
+    def __reduce_ex__(self, _protocol):
+        raise TypeError(f"a {type(self).__name__} cannot be copied or pickled")  # two would give back one handle
+
     def call(self, name, *arguments):
         """Calls a member by its name, and gives back also what it writes into its arguments: Returned(value, arguments)."""
         with Values(len(arguments) + 1) as row:
@@ -60,7 +63,7 @@ class Automation:
                 values.put(place, argument)
             check(library.zentaro_call(self._handle, name.encode(), row, len(arguments), row[len(arguments)]))
             taken = [values.take(value, wrapped) for value in row]
-            return Returned(_as_declared(taken[-1], _results[type(self).__name__].get(name)), tuple(taken[:-1]))
+            return Returned(_as_declared(taken[-1], _results[_library_class(self)].get(name.lower())), tuple(taken[:-1]))
 
     def _get(self, name, enumeration):
         with Values(1) as row:
@@ -71,6 +74,12 @@ class Automation:
         with Values(1) as row:
             values.put(row[0], value)
             check(library.zentaro_put(self._handle, name.encode(), row[0]))
+
+
+def _library_class(made):
+    """The library's name of an object's class, from which a program may have derived its own."""
+    own = (base.__name__ for base in type(made).__mro__ if classes.get(base.__name__) is base)
+    return next(own, type(made).__name__)
 
 
 def wrapped(handle):
@@ -162,7 +171,7 @@ enumerations: typing.Dict[str, type] = {
     described["name"]: enum.IntEnum(described["name"], described["values"], module="zentaro")
     for described in description["enumerations"]}
 classes = {made.__name__: made for made in map(_class, description["classes"])}
-_results = {described["class"].split(".")[1]: {accessor["name"]: _enumeration_of(accessor) for accessor in described["members"]}
+_results = {described["class"].split(".")[1]: {accessor["name"].lower(): _enumeration_of(accessor) for accessor in described["members"]}
             for described in description["classes"]}
 
 
