@@ -6,9 +6,9 @@
 
 namespace zentaro::com {
 
-/// Raises 13 (type mismatch) for what the library has no kind for. A foreign object counts as the value of
-/// its default member, an array of JScript's as an array, a whole number of another width as the next one that the library has, a Decimal as
-/// Currency where it fits.
+/// Raises 13 (type mismatch) for what the library has no kind for. A foreign object counts as the
+/// value of its default member, an array of JScript's as an array, a whole number of another width as
+/// the next one that the library has, a Decimal as Currency where it fits.
 Variant fromHost(const VARIANT& value);
 
 /// Fills an empty `result`, which then owns what it holds.

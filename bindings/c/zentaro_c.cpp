@@ -115,8 +115,8 @@ int32_t zentaro_put(const zentaro_object* object, const char* name, const zentar
 
 int32_t zentaro_call(const zentaro_object* object, const char* name, zentaro_value* arguments, int32_t count,
                      zentaro_value* result) {
-  std::vector<Variant>
-      values;  // stays empty when an argument cannot be read: then there is nothing to give back
+  // Stays empty when an argument cannot be read: then there is nothing to give back.
+  std::vector<Variant> values;
   Variant returned;
   const int32_t outcome = guarded([&] {
     values = variantsOf(arguments, count);

@@ -121,7 +121,7 @@ ZENTARO_C_API const char* zentaro_error_description(void);
 
 /* Called at least 100 times a second while an operation of this thread waits for the printer. Anything other
  * than 0 ends the operation with that number as its error; whether the printer carried it out is then
- * unknown. The object stays usable. NULL removes the callback. */
+ * unknown, whatever nEnvironmentError holds. The object stays usable. NULL removes the callback. */
 typedef int32_t (*zentaro_yield)(void* user);
 ZENTARO_C_API void zentaro_set_yield(zentaro_yield callback, void* user);
 

@@ -235,8 +235,7 @@ inline constexpr auto czentaroMembers = rows(
                              {byRef("vmMontoCheque", "amount"), byRef("strBeneficiario", "payee"),
                               byRef("dtFechaEmision", "date of issue")},
                              "Prints the face of a cheque. The outcome is that of the last exchange. A payee "
-                             "that does not convert leaves "
-                             "the slip station on.",
+                             "that does not convert leaves the slip station on.",
                              onSlip(command(Command::ChequeFace, {{Encoding::Amount, "vmMontoCheque"},
                                                                   cleaned("strBeneficiario", 40),
                                                                   {Encoding::ShortDate, "dtFechaEmision"}}))),
@@ -245,8 +244,7 @@ inline constexpr auto czentaroMembers = rows(
         {byRef("strNombre", "name"), byRef("strCedula", "identity number"),
          byRef("strTelefono", "telephone")},
         "Prints an endorsement on a cheque. The outcome is that of the last exchange. A text that does not "
-        "convert "
-        "leaves the slip station on.",
+        "convert leaves the slip station on.",
         onSlip(command(Command::ChequeEndorsement,
                        {cleaned("strNombre", 40), cleaned("strCedula", 20), cleaned("strTelefono", 20)}))),
 

@@ -22,7 +22,7 @@ class Host {
 
 /// Installs the calling thread's yield callback: it is called at least 100 times a second while an
 /// operation waits. An empty function removes it. What it throws ends the operation and reaches its
-/// caller; the printer object stays usable.
+/// caller; the printer object stays usable, but its outcome, 0 since the wait began, says nothing.
 ZENTARO_API void setYieldCallback(std::function<void()> callback);
 
 /// Installs the calling thread's message box (title, text). Without one, a box is one line on standard error.

@@ -19,8 +19,8 @@ struct LineSettings {
   std::uint8_t dataBits = 8;  // 5 to 8
   std::uint8_t stopBits = 1;  // 1 or 2
   bool flowControl = true;    // software or hardware flow control, either direction
-  alignas(
-      8) std::array<std::byte, 128> native{};  // the system's own record: all other settings, kept as read
+  // The system's own record: all other settings, kept as read.
+  alignas(8) std::array<std::byte, 128> native{};
 };
 
 struct CommTimeouts {

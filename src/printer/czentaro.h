@@ -61,11 +61,12 @@ class ZENTARO_API CZentaro {
   /// without bounds, 13 or 94 for an element without a text form. Control characters in the
   /// elements are left as they are.
   std::u16string BuildOMB(std::int16_t iCommandNumber, const Array& vaArgs);
-  /// Sends a frame built by BuildOMB. Does not look at PortOpen.
+  /// Sends a frame built by BuildOMB just before. Does not look at PortOpen.
   std::int16_t execute(const std::u16string& s);
-  /// Sends a command without fields.
+  /// Sends a command without fields, 0 to 255. Raises 5 for another one, which has then taken a
+  /// sequence number.
   std::int16_t ExecuteCMD(const Variant& nCmd);
-  /// Sends a frame built by BuildOMB just before.
+  /// Sends a frame built by BuildOMB just before: the answer must carry the last sequence number.
   std::int16_t ExecuteOMB(const Variant& sOMB);
 
   /// The object trace; ignored while the setting "DebugZT" has switched it on. Switching it on
@@ -87,8 +88,8 @@ class ZENTARO_API CZentaro {
   // What the last transaction left. None of these talks to the printer.
   /// Four lines joined by CR LF: outcome text, status words, `sLastError` with a full stop, command.
   std::u16string EnvironmentError() const;
-  Variant getResponse(
-      const Variant& cmd) const;  // a copy of all answer fields; Empty before the first transaction
+  /// A copy of all answer fields; Empty before the first transaction. The argument is ignored.
+  Variant getResponse(const Variant& cmd) const;
   Variant getVarParms(const Variant& n) const;  // the same
   /// The answer field at Index (fractions rounded, ties to even), or -1 outside. Raises 13 before
   /// the first transaction.
@@ -103,7 +104,7 @@ class ZENTARO_API CZentaro {
   /// nTipo CIERRE_X (0) prints the X closing, or only reads its figures when Imprimir is False;
   /// anything else is the Z.
   std::int16_t RealizarCierre(nTipoCierreFiscal nTipo, const Variant& Imprimir = true);
-  std::int16_t CierreZ();
+  std::int16_t CierreZ();  // the Z with totals
   /// Dates, or texts and numbers that are dates; anything else raises 13. The type goes unchanged.
   std::int16_t ReporteMemoriaPorFecha(const Variant& dtInicial, const Variant& dtFinal,
                                       const Variant& sTipoReporte = u"R");
@@ -112,6 +113,7 @@ class ZENTARO_API CZentaro {
   std::int16_t ReporteMemoriaPorNumero(const Variant& lngInicial, const Variant& lngFinal,
                                        const Variant& sTipoReporte = u"");
 
+  /// A name of up to 40 characters, a RIF of up to 14; so have credit notes.
   std::int16_t IniciarFactura(const Variant& sNombreCliente = u"", const Variant& sRIFCliente = u"");
   /// Up to LenDescripcionZT + 14 characters; raises 6 when that sum overflows 16 bits.
   std::int16_t PasarLineaExtra(const Variant& sTexto);
@@ -120,9 +122,10 @@ class ZENTARO_API CZentaro {
   std::int16_t IniciarDevolucion(const Variant& sNombreCliente = u"", const Variant& sRIFCliente = u"",
                                  const Variant& NumeroComprobante = 0, const Variant& sSerialEquipo = u"",
                                  const Variant& dtFechaComprobante = 0, const Variant& dtHoraComprobante = 0);
-  /// Price without tax, tax in per cent. With "SuprimirDecimalesEZT" a fractional quantity is
-  /// folded into the price; both are then written back before anything is encoded, whatever the
-  /// outcome. The second form is for values that nobody wants back.
+  /// A description of up to LenDescripcionZT characters (20 unless set), price without tax, tax in
+  /// per cent. With "SuprimirDecimalesEZT" a fractional quantity is folded into the price; both are
+  /// then written back before anything is encoded, whatever the outcome. The second form is for
+  /// values that nobody wants back.
   std::int16_t PasarLineaFactura(const Variant& istrDescripcion, Variant& ivmPrecioNeto,
                                  Variant& idblCantidad, const Variant& ivmPorcentajeImpuesto);
   std::int16_t PasarLineaFactura(const Variant& istrDescripcion, const Variant& ivmPrecioNeto,
@@ -161,7 +164,8 @@ class ZENTARO_API CZentaro {
   Date GetDateTime();
   /// A date, or a text that converts to one; anything else gives 6, also in `nEnvironmentError`.
   std::int16_t SetDateTime(const Variant& idtFechaActual);
-  /// bEncabezado True: header, False: footer; lines 1 to 5, outside 6, which is only returned.
+  /// bEncabezado True: header, False: footer; lines 1 to 5, outside 6, which is only returned; a
+  /// text of up to 40 characters.
   std::int16_t SetTextoFormato(const Variant& bEncabezado, const Variant& nLinea, const Variant& sTextoLinea);
   /// Drawer 1 or 2; anything else gives 6, which is only returned, also when the port is closed.
   std::int16_t AbrirGavetaN(const Variant& nGaveta);
@@ -181,7 +185,7 @@ class ZENTARO_API CZentaro {
   /// 40, 20 and 20 characters.
   std::int16_t EndosarCheque(const Variant& strNombre, const Variant& strCedula, const Variant& strTelefono);
 
-  /// The outcome as a 32-bit number. Does not look at PortOpen.
+  /// The selector goes unchanged; gives the outcome as a 32-bit number. Does not look at PortOpen.
   Variant StatusIF(const Variant& nCommand);
   /// A new record of the caller's, or null when the outcome is not 0. Raises 9 when the answer has
   /// too few fields.
