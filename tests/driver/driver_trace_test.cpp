@@ -62,6 +62,9 @@ TEST_F(DriverTrace, LastsFromAFailedOpeningToTheNextClosingOfAnyPort) {
   EXPECT_EQ(platform.files.openFiles, 0);
   write("d");
   EXPECT_EQ(platform.files.writes.size(), 4U);
+  startTrace(u"third.txt");
+  EXPECT_EQ(CommClose(9), 9);
+  EXPECT_EQ(platform.files.openFiles, 0) << "also of a port that there is not";
 }
 
 TEST_F(DriverTrace, NeedsASettingOtherThanZeroAndAPath) {

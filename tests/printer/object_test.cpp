@@ -49,9 +49,9 @@ TEST_F(ObjectTest, AFailedOpeningStaysOpenUntilItIsClosed) {
 
 TEST_F(ObjectTest, TheDriversTextReachesTheHost) {
   line.canOpen = false;
-  z->CommPort = u"2";
+  z->CommPort = u" 2";
   EXPECT_EQ(opening(), "40001 CZentaro.Let PortOpen: Error (2): CommOpen (CreateFile) - No such device");
-  EXPECT_EQ(line.opened, std::vector<std::string>{"COM2"});
+  EXPECT_EQ(line.opened, std::vector<std::string>{"COM 2"});
   EXPECT_EQ(z->ExecuteCMD(72), 1);  // it counts as open, so the exchange runs into the time-out
   z->PortOpen(false);
   line.canOpen = true;
@@ -62,7 +62,7 @@ TEST_F(ObjectTest, TheDriversTextReachesTheHost) {
   EXPECT_EQ(errorOf([&] { second.PortOpen(true); }), 40001);
   second.isPortOpen = false;  // not its port to close
 
-  z->CommPort = 9;
+  z->CommPort = 0.4;  // is not 0, as a number of a port it is
   z->isPortOpen = false;
   EXPECT_EQ(
       opening().find("40001 CZentaro.Let PortOpen: Error (9): CommOpen - Subscript out of range LINEA "), 0U);

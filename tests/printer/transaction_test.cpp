@@ -91,6 +91,8 @@ TEST_F(TransactionTest, AnswersAreJudged) {
        "0 0 3 VOID [ (number) zz 3g 0000 ]"},
       {"one status word only: the checksum is read as the other", "<STX>\"H<FS>0600<ETX>0012",
        "0 1536 18 VOID [ (number) 0600 0012 ]"},
+      {"whatever stands behind the command goes", "<STX>\"Hx0600<FS>3080<ETX>0000",
+       "0 1536 12416 VOID [ (number) 0600 3080 0000 ]"},
       {"an ETX in the junk does not end the wait", "x<ETX>ab<STX>\"", "1" + failed + " [ (empty) ]"},
       {"status words of five digits", "<STX>\"H<FS>10600<FS>18000<ETX>0000",
        "5 1536 32768 VOID [ (number) 10600 18000 0000 ]"},

@@ -30,6 +30,7 @@ TEST_F(ReportsTest, EachOperationSendsItsFieldsOrRefusesThem) {
     ReporteMemoriaPorNumero -0.4 -0.5 => :|00000000|-00000001|~
     ReporteMemoriaPorNumero 1 'x' => raises 13
     ReporteMemoriaPorNumero empty 2 => raises 13
+    ReporteMemoriaPorNumero true 2 => raises 13
     ReporteMemoriaPorNumero 1 2 null => raises 94 late
 
     StatusIF 'n' => 8|n
@@ -110,7 +111,8 @@ TEST_F(ReportsTest, AnswersAreHandedOut) {
   line.answer({{"<STX>)8<FS>0600<FS>8000<FS>0<ETX>0000"}});
   EXPECT_EQ(z->GetStatusN(), nullptr);
   EXPECT_EQ(element(2), "8000");
-  line.answer({{ok('*', '8', "<FS>1")}});
+  EXPECT_EQ(z->StatusIF(u"N").int32() + z->CerrarComprobanteIGTF(u"T").int32(), 2) << "of 32 bits";
+  line.answer({{ok(',', '8', "<FS>1")}});
   EXPECT_EQ(errorOf([&] { z->GetStatusHASAR(); }), 9);
 }
 
