@@ -1,5 +1,4 @@
-// Bytes as readable text, command frames built by hand rather than by the code under test, and lists of
-// texts.
+// Bytes as readable text, lists of texts, and command frames built by hand, not by the code under test.
 #pragma once
 
 #include <algorithm>
@@ -57,8 +56,8 @@ inline std::size_t occurrences(const std::string& text, const std::string& part)
   return count;
 }
 
-/// Rows of "left => right", with line ends or ";" between them; a left side with blanks around it stands in
-/// quotes.
+/// Rows of "left => right", with line ends or ";" between them. A left side that begins or ends with a blank
+/// stands in quotes.
 inline std::vector<std::pair<std::string, std::string>> table(std::string text) {
   std::vector<std::pair<std::string, std::string>> rows;
   std::replace(text.begin(), text.end(), '\n', ';');

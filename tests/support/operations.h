@@ -4,8 +4,8 @@
 //   AbrirGavetaN 3 => returns 6         nothing is sent; "stored": the outcome is kept in the object too
 //   RecibirPago 'x' => raises 13        nothing is sent; "late": the sequence number has advanced
 //
-// Arguments: numbers, dates such as 2024-03-15T14:05:09, 'texts', and the names below. Lines that begin with
-// "-" are remarks.
+// Arguments: numbers, dates such as 2024-03-15T14:05:09, 'texts', and the names below.
+// Lines that begin with "-" are remarks.
 #pragma once
 
 #include "automation/description.h"

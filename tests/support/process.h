@@ -58,8 +58,7 @@ class Process {
     ::close(input_);
   }
 
-  /// Sends the signal, unless it is 0, and waits: the exit status, or minus the number of the signal that
-  /// ended it.
+  /// Sends the signal, unless it is 0, and waits. Returns the exit status, or minus the signal that ended it.
   int end(int signal = 0) {
     if (signal != 0) ::kill(id_, signal);
     int status = 0;

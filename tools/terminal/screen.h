@@ -8,9 +8,9 @@
 
 namespace zentaro::terminal {
 
-/// Hands on what is written, its lines broken at blanks where they are wider than the columns. What follows of an
-/// indented line is indented further. Lines that are copied or read by programs stay whole: commands ("zentaro ...")
-/// and JSON.
+/// Hands on what is written, its lines broken at blanks where they are wider than the columns. What follows
+/// of an indented line is indented further. Lines that are copied or that programs read stay whole:
+/// commands ("zentaro ...") and JSON.
 class Paragraphs : public std::streambuf {
  public:
   Paragraphs(std::streambuf& under, std::size_t columns) : under_(under), columns_(columns) {}
@@ -34,8 +34,8 @@ class Paragraphs : public std::streambuf {
   bool isWhole_ = false, isInJson_ = false;       // the line is never broken, and all up to the last brace
 };
 
-/// While it lives, what goes to standard output and standard error is broken at the screen's width where a terminal
-/// shows it.
+/// While it lives, what goes to standard output and standard error is broken at the width of the screen,
+/// where a terminal shows it.
 class FittedOutput {
  public:
   FittedOutput();
