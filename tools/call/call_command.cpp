@@ -12,6 +12,7 @@
 #include "common/guarded.h"
 #include "common/json.h"
 #include "common/show.h"
+#include "common/signatures.h"
 #include "interface/library.h"
 #include "terminal/language.h"
 #include "text/unicode.h"
@@ -76,6 +77,9 @@ Outcome call(Connection& connection, CallRequest& request) {
       std::cerr << say(
           "zentaro: el error puede ser posterior al comando: mire el papel antes de repetirlo\n",
           "zentaro: the error may be raised behind the command: see the paper before you repeat it\n");
+    if (!mayBeRaisedBehindTheCommand(error.number()))
+      std::cerr << say("zentaro: algún argumento no se entiende: {}\n",
+                       "zentaro: an argument is not understood: {}\n", {signature(request.member)});
     throw;
   }
 }
