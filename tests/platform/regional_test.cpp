@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "support/bytes.h"
+#include "support/scratch.h"
 #include "text/unicode.h"
 
 namespace zentaro::testing::regional_test {
@@ -28,6 +29,29 @@ TEST(Regional, LocalesWithoutOwnFormatsGiveTheDefaults) {
     EXPECT_EQ(regional.groupSeparator, u',') << locale;
     EXPECT_EQ(regional.shortDate, u"dd/mm/yyyy") << locale;
   }
+  ::unsetenv("LC_ALL");
+}
+
+TEST(Regional, ALocalesOwnSeparatorsAndDateAreTaken) {
+  const Scratch folder;
+  ::setenv("LOCPATH", (folder / "").c_str(), 1);
+  ::setenv("LC_ALL", "made", 1);
+  for (const auto& [group, expected] : {std::pair{"", u'.'}, {".", u'.'}, {"<U00A0>", u'\u00A0'}}) {
+    folder.write("source",
+                 "LC_CTYPE\ncopy \"POSIX\"\nEND LC_CTYPE\nLC_TIME\ncopy \"es_VE\"\nEND LC_TIME\n"
+                 "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \"" +
+                     std::string(group) + "\"\ngrouping 3\nEND LC_NUMERIC\n");
+    const std::string make =
+        "cd " + (folder / "").string() +
+        " && localedef -c -f ISO-8859-1 -i ./source ./made >log 2>&1; test -e made/LC_TIME";
+    if (std::system(make.c_str()) != 0) GTEST_SKIP() << "no locale can be made (package locales is missing)";
+    const Regional regional = posix::regionalOfEnvironment();
+    EXPECT_EQ(regional.decimalSeparator, u',');
+    EXPECT_EQ(regional.groupSeparator, expected) << group;
+    EXPECT_EQ(regional.shortDate, u"dd/mm/yy");
+    std::filesystem::remove_all(folder / "made");
+  }
+  ::unsetenv("LOCPATH");
   ::unsetenv("LC_ALL");
 }
 
