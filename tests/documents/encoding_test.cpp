@@ -118,7 +118,11 @@ TEST_F(EncodingTest, TheWriteBackStandsAlsoWhenALaterConversionFails) {
   EXPECT_EQ(errorOf([&] { z->PasarLineaDevolucion(u"Queso", price, quantity, u"x"); }), 13);
   EXPECT_EQ(price.currency().scaled(), 250002) << "currency times currency stays currency, ties to even";
   EXPECT_EQ(quantity.int16(), 1);
+  price = Currency::fromScaled(-100001), quantity = Currency::fromScaled(26000);
+  z->PasarLineaDevolucion(u"Queso", price, quantity, 16);
+  EXPECT_EQ(price.currency().scaled(), -260003);
   z->PortOpen(false);
+  line.written.clear();
   quantity = 2.5;
   EXPECT_EQ(z->PasarLineaFactura(u"Queso", price, quantity, 16), -1);
   EXPECT_EQ(quantity.number(), 2.5);

@@ -58,7 +58,7 @@ TEST_F(DocumentsTest, EachOperationSendsItsFieldsOrRefusesThem) {
     CerrarDNF => J
 
     SetTextoFormato true 1 'Gracias por su compra' => ]|1|Gracias por su compra
-    SetTextoFormato 0 '5' 'é' => ^|5|e
+    SetTextoFormato 0 ' 5 ' 'é' => ^|5|e
     SetTextoFormato 'True' 2.5 'x' => ]|2.5|x
     SetTextoFormato true 0.5 null => returns 6
     SetTextoFormato 'x' 5.5 'x' => returns 6
