@@ -38,6 +38,7 @@ TEST_F(Replay, ReportsLinesThatCannotBeRead) {
   const Ran ran = run("zentaro trace " + file("trace.txt"));
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "line 2 is neither a line with a time nor a dump\n")) << ran.output;
+  EXPECT_EQ(run("echo broken | timeout 20 zentaro trace --replay -").status, 2) << "nothing to answer";
   EXPECT_EQ(run("zentaro trace " + file("none")).status, 2);
   EXPECT_EQ(run("printf '' | zentaro trace -").status, 0);
 }

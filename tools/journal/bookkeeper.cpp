@@ -11,6 +11,7 @@
 #include "sale/verdict.h"
 #include "terminal/harmless.h"
 #include "terminal/language.h"
+#include "terminal/layout.h"
 
 namespace zentaro::tools {
 
@@ -160,6 +161,9 @@ std::optional<JournalVerdict> Bookkeeper::resolve(Fact fact) {
 
 std::string listText(const std::vector<Entry>& entries) {
   if (entries.empty()) return std::string(say("El diario está vacío.\n", "The journal is empty.\n"));
+  const auto keyOf = [](const Entry& entry) { return harmless(entry.key.empty() ? "-" : entry.key); };
+  std::size_t width = 0;
+  for (const Entry& entry : entries) width = std::max(width, terminal::columnsOf(keyOf(entry)));
   std::ostringstream text;
   for (const Entry& entry : entries) {
     const std::string_view fact = !entry.fact                       ? say("inconclusa", "cut short")
@@ -168,7 +172,7 @@ std::string listText(const std::vector<Entry>& entries) {
                                                                     : say("no se sabe", "unknown");
     text << timeText(entry.at, "%F %H:%M") << "  " << std::left << std::setw(12) << fact << std::setw(9)
          << (entry.number ? numberText(entry.number) : "-") << std::right << std::setw(14)
-         << centsText(entry.total) << "  " << harmless(entry.key.empty() ? "-" : entry.key) << "  "
+         << centsText(entry.total) << "  " << terminal::padded(keyOf(entry), width) << "  "
          << harmless(entry.device) << '\n';
   }
   return text.str();

@@ -31,8 +31,10 @@ void addSaleCommand(CLI::App& app, int& status) {
   command->add_flag(
       "--check", options->isCheckOnly,
       text("Solo revisa el archivo y muestra sus totales", "Only check the file and show its totals"));
-  command->add_flag("--json", options->isJson,
-                    text("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"));
+  command
+      ->add_flag("--json", options->isJson,
+                 text("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"))
+      ->excludes(listing);
   addPortOptions(*command, options->port);
   command
       ->add_option("--id", options->key,

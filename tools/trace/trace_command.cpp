@@ -4,9 +4,11 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 
 #include "common/guarded.h"
 #include "common/read_input.h"
+#include "terminal/harmless.h"
 #include "terminal/language.h"
 #include "trace/replay.h"
 #include "trace/trace_text.h"
@@ -22,7 +24,12 @@ struct TraceOptions {
 
 int runTrace(const TraceOptions& options) {
   const Trace trace = parseTrace(readInput(options.file));
-  if (options.isReplay) replay(Script(exchangesOf(trace.records)));
+  const std::vector<Exchange> exchanges = exchangesOf(trace.records);
+  if (options.isReplay && exchanges.empty())
+    throw std::runtime_error(terminal::say("{}: no hay ninguna orden que responder en esta traza",
+                                           "{}: there is no command to be answered in this trace",
+                                           {terminal::harmless(options.file)}));
+  if (options.isReplay) replay(Script(exchanges));
   std::cout << traceText(trace);
   return trace.malformed.empty() ? exitDone : exitRefused;
 }
