@@ -6,4 +6,4 @@ trap 'rm -r "$folder"' EXIT
 python3 -m zipfile -e "$1" "$folder"
 chmod +x "$folder/zentaro/native/zentaro-printer"
 unset ZENTARO_LIBRARY
-PYTHONPATH=$folder pytest-3 -q -p no:cacheprovider "$2"
+PYTHONPATH=$folder pytest-3 -q -W error -p no:cacheprovider "$2"

@@ -33,12 +33,15 @@ class VirtualPrinter:
         self.device, self.settings = folder / "printer", folder / "settings.ini"
         self._paper, self._log, self._control, self._notices = (folder / name for name in ("paper.txt", "log", "control", "notices"))
         self.settings.write_text(f"[Config\\EPSONZT]\nTimeOutZT={time_out}\n[Config\\ModComm]\nCOM1={self.device}\n", "utf-8")
-        self._process = subprocess.Popen(
-            [_program(), "--quiet", "--link", self.device, "--paper", self._paper, "--log", self._log, "--control", self._control,
-             *options], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=self._notices.open("wb"))
+        with self._notices.open("wb") as notices:
+            self._process = subprocess.Popen(
+                [_program(), "--quiet", "--link", self.device, "--paper", self._paper, "--log", self._log, "--control",
+                 self._control, *options], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=notices)
         while not self.device.exists():
             if self._process.poll() is not None:
-                raise RuntimeError("zentaro-printer does not start: " + self._notices.read_text("utf-8", "replace"))
+                reason = self._notices.read_text("utf-8", "replace")
+                self.close()
+                raise RuntimeError("zentaro-printer does not start: " + reason)
             time.sleep(0.01)
 
     def close(self):
