@@ -83,7 +83,7 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
        "invoice.date: \"2023-02-29\" is no date"},
       {"\"invoice\"",
        "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2023-02-28\", \"time\": \"24:00\"}",
-       "invoice.time: \"24:00:00\" is no time"},
+       "invoice.time: \"24:00\" is no time"},
       {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"time\": \"12:00\"}",
        "invoice.time: stands without a date"},
       {"\"lines\"", "\"customer\": {\"rif\": \"J-123456789-012\"}, \"lines\"",
@@ -105,6 +105,8 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
     EXPECT_EQ(listed(problems).rfind(row.problem, 0), 0U) << row.problem << "\n" << listed(problems);
   }
   EXPECT_EQ(readSale(std::string(100000, '[')).problems[0].text, "groups and lists are nested too deeply");
+  for (const char* other : {"{\"caf\xE9\"}", "\xFF\xFE{"})
+    EXPECT_TRUE(readSale(other).problems[0].text.ends_with("; save it as UTF-8")) << other;
   EXPECT_EQ(readSale("[]").problems[0].text, "there is no group in braces");
 }
 

@@ -36,8 +36,11 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
   bool end_object() override { return close(); }
   bool start_array(std::size_t) override { return open(Node::Kind::List); }
   bool end_array() override { return close(); }
-  bool parse_error(std::size_t, const std::string&, const Json::exception& error) override {
-    return fail(withoutTag(error.what()));
+  bool parse_error(std::size_t, const std::string& last, const Json::exception& error) override {
+    const std::string text = withoutTag(error.what());
+    const bool isUtf16 = last.starts_with('\xFF') || last.starts_with('\xFE');
+    const bool isUtf8 = !isUtf16 && text.find("ill-formed UTF-8") == std::string::npos;
+    return fail(isUtf8 ? text : text + std::string(say("; guárdelo en UTF-8", "; save it as UTF-8")));
   }
 
   ParsedNode result() && {

@@ -102,10 +102,11 @@ class SaleReader {
       invoice.report("date", say("\"{}\" no es una fecha; escriba año-mes-día: 2024-03-15",
                                  "\"{}\" is no date; write year-month-day: 2024-03-15", {date}));
     if (time.empty()) return;
-    if (hasForm(time, "00:00")) time += ":00";
-    if (!hasForm(time, "00:00:00") || !isDate(time))
+    const std::string whole = hasForm(time, "00:00") ? time + ":00" : time;
+    if (!hasForm(whole, "00:00:00") || !isDate(whole))
       invoice.report("time", say("\"{}\" no es una hora; escriba horas y minutos: 14:05",
                                  "\"{}\" is no time; write hours and minutes: 14:05", {time}));
+    time = whole;
     if (date.empty())
       invoice.report("time", say("está sin fecha; escriba la fecha también",
                                  "stands without a date; write the date too", {}));
