@@ -100,6 +100,10 @@ TEST_F(SerialLine, IsHeldByOneOpeningOnly) {
   int status = 0;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
   EXPECT_EQ(WEXITSTATUS(status), EBUSY) << "in another process";
+  const pid_t tidy = ::fork();
+  if (tidy == 0) ::_exit(serial.CloseHandle(handle) ? 0 : 1);
+  ASSERT_EQ(::waitpid(tidy, &status, 0), tidy);
+  EXPECT_EQ(open(printer.device()), invalidSerialHandle) << "what a child closes stays the parent's";
 
   const pid_t heir = ::fork();  // has the descriptor too
   if (heir == 0) {

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <termios.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -43,12 +44,15 @@ std::optional<OpenDevice> OpenDevice::open(const std::string& path) {
 }
 
 OpenDevice::OpenDevice(Descriptor descriptor)
-    : descriptor_(std::move(descriptor)), counters_(lineCounters(descriptor_.number())) {}
+    : descriptor_(std::move(descriptor)),
+      opener_(::getpid()),
+      counters_(lineCounters(descriptor_.number())) {}
 
 OpenDevice::~OpenDevice() { giveUp(); }
 
 void OpenDevice::giveUp() {
-  if (isGone()) return;  // or moved from
+  if (isGone()) return;                                   // or moved from
+  if (opener_ != ::getpid()) return descriptor_.close();  // lock and output are still the parent's
   // Else the close waits, for up to half a minute, until a far side that is off has taken all of it,
   // and a command that was told as lost is carried out after all.
   ::tcflush(descriptor_.number(), TCOFLUSH);

@@ -1,6 +1,8 @@
 // A serial device that this process has open.
 #pragma once
 
+#include <sys/types.h>
+
 #include <optional>
 #include <string>
 
@@ -11,7 +13,8 @@
 namespace zentaro::posix {
 
 /// A device held exclusively: by an advisory lock against everybody who looks for one, and by the
-/// terminal's own exclusive mode against everybody else. Destroying it gives the device back.
+/// terminal's own exclusive mode against everybody else. Destroying it gives the device back, but not
+/// in a child of the process that opened it.
 class OpenDevice {
  public:
   /// Nothing, with errno set, when the device cannot be opened; EBUSY when somebody holds it, ENOTTY
@@ -36,6 +39,7 @@ class OpenDevice {
   explicit OpenDevice(Descriptor descriptor);
 
   Descriptor descriptor_;
+  pid_t opener_;
   std::optional<LineCounters> counters_;
 };
 
