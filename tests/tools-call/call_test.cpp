@@ -56,6 +56,7 @@ TEST_F(Call, TellsOutcomesApartByItsExitStatus) {
       {"--device /nowhere/printer Subtotal", 2,
        "No such file or directory (error 40001)\n\"zentaro doctor\" says"},
       {"--device '' --port 9 Subtotal", 105, "--port: a whole number from 1 to 8"},
+      {"--device '' Subtotal", 105, "--device: the value is empty"},
       {"--port 1 --device x Subtotal", 108, "excludes"},
       {"", 106, "MEMBER is required"},
   };

@@ -25,6 +25,7 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
                       std::string(say("Dispositivo serial, diga lo que diga la configuración",
                                       "Serial device, whatever the settings say")))
           ->excludes(port)
+          ->check(terminal::notEmpty())
           ->type_name(std::string(say("RUTA", "PATH")));
   command
       .add_flag("--virtual", options.isVirtual,

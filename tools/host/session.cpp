@@ -226,6 +226,8 @@ Json HostSession::sale(const Json& params) {
     throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
   const Json key = parameter(params, "id", "");
   if (!key.is_string()) throw invalidParameters("\"id\" must be a text");
+  if (params.contains("id") && key == "")
+    throw invalidParameters("\"id\" is empty: name the sale, or leave it out");
   const bool wantsProgress = flagParameter(params, "progress"), again = flagParameter(params, "again");
   const Node document = documentIn(line_);
   const auto progress = [&](std::string_view text) {

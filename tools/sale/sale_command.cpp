@@ -40,6 +40,7 @@ void addSaleCommand(CLI::App& app, int& status) {
       ->add_option("--id", options->key,
                    text("Clave de la venta, p. ej. su número de pedido: con ella nada se imprime dos veces",
                         "The sale's key, such as its order number: under it nothing is printed twice"))
+      ->check(terminal::notEmpty())
       ->type_name(text("CLAVE", "KEY"));
   command->add_flag("--again", options->again,
                     text("El mismo contenido para otro cliente", "The same content for a new customer"));

@@ -143,4 +143,11 @@ CLI::Validator oneOf(std::initializer_list<std::string> values) {
           ""};
 }
 
+CLI::Validator notEmpty() {
+  return {[](const std::string& given) {
+            return std::string(given.empty() ? say("el valor está vacío", "the value is empty") : "");
+          },
+          ""};
+}
+
 }  // namespace zentaro::terminal

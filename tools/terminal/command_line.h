@@ -20,5 +20,7 @@ std::string explain(const CLI::App* app, const CLI::Error& error);
 /// Checks of a value; what they say is in the program's language, and nothing of it stands in the help.
 CLI::Validator wholeNumber(int least, int most);
 CLI::Validator oneOf(std::initializer_list<std::string> values);
+/// A script's variable that is not set must not count as an option that was not given.
+CLI::Validator notEmpty();
 
 }  // namespace zentaro::terminal
