@@ -121,6 +121,11 @@ TEST_F(SaleProgram, EndsWellWhenItIsInterrupted) {
   EXPECT_TRUE(contains(unread.output, "PRINTED. The document is closed and counted.\n")) << unread.output;
   EXPECT_TRUE(contains(unread.output, "exit 0\n")) << unread.output;
   EXPECT_TRUE(std::filesystem::is_empty(file("tmp")));
+  const VirtualPrinter printer({"--fault", "delay=9 on closing", "--log", file("log")});
+  const Ran closing =
+      run("zentaro cierre z --device " + printer.device() + " & p=$!; until grep -qs closing " + file("log") +
+          "; do sleep 0.05; done; kill $p; sleep 0.1; kill $p; wait $p");
+  EXPECT_TRUE(closing.status == 4 && contains(closing.output, "may be printed: look")) << closing.output;
 }
 
 struct FaultRow {

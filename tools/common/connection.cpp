@@ -82,6 +82,9 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
       settings_(*services().settings),
       scope_(withSettings(settings_)),
       portWords_(wordsFor(options)) {
+  Interruption::setLastWords(
+      std::string(say("\nzentaro: interrumpido; si la orden imprime, puede estar impreso: mire el papel\n",
+                      "\nzentaro: ended; if the command prints, it may be printed: look at the paper\n")));
   const std::string device = virtualPrinter_ ? virtualPrinter_->device() : options.device;
   if (!device.empty()) {
     settings_.replace(portSection, portKey(ownPort), utf16(device));

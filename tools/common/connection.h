@@ -23,7 +23,8 @@ class Connection {
  public:
   /// Opens the port. Raises AutomationError 40001, or std::runtime_error when a virtual printer cannot be
   /// started, or is not asked for where a port is configured. Says on standard error when it starts one, with
-  /// these further options of zentaro-printer. A trace file that cannot be opened raises its file error.
+  /// these further options of zentaro-printer. Raises std::runtime_error, too, for a trace that the options name
+  /// and that cannot be opened.
   explicit Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions = {});
   /// Closes the port, and ends the virtual printer.
   ~Connection() = default;
