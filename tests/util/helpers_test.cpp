@@ -13,7 +13,9 @@
 namespace zentaro::testing::helpers_test {
 
 TEST(HexStr, IsUpperCaseOfAtLeastTheWidthAndNeverCut) {
+  using lmHexStr::HexDigit;
   using lmHexStr::HexStr;
+  EXPECT_EQ(HexDigit(9) + HexDigit(10) + HexDigit(15) + HexDigit(-1), u"9AF-1");
   EXPECT_EQ(HexStr(0, 0), u"0");
   EXPECT_EQ(HexStr(16, -1), u"10");
   EXPECT_EQ(HexStr(-1, 4), u"FFFFFFFF");
