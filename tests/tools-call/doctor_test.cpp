@@ -56,6 +56,7 @@ TEST_F(Doctor, AsksAPrinterThatIsThere) {
   const Ran ran = run("zentaro settings set COM3 " + printer.device() + " && zentaro doctor");
   EXPECT_TRUE(contains(ran.output, ": a printer answers; status words 0x0000, 0x0000\n")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "COM8 /dev/ttyS7: ")) << ran.output;
+  EXPECT_TRUE(contains(run("zentaro doctor --virtual").output, "\n    --virtual: a printer answers"));
   // Nothing is wrong with the only port that it looks at.
   EXPECT_EQ(run("zentaro doctor --device " + printer.device()).status, 0);
   EXPECT_EQ(printer.paper(), "") << "it prints nothing";

@@ -68,6 +68,10 @@ void examine(const std::string& name, const std::string& path, bool isConfigured
 
 Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
   Chapter chapter{"ports", std::string(say("Puertos", "Ports"))};
+  if (asked.isVirtual) {
+    askPrinter({}, "--virtual", asked, chapter.findings);
+    return chapter;
+  }
   if (!asked.device.empty()) {
     examine("--device", asked.device, true, asked, chapter.findings);
     return chapter;

@@ -34,7 +34,8 @@ void addSaleCommand(CLI::App& app, int& status) {
   command
       ->add_flag("--json", options->isJson,
                  text("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"))
-      ->excludes(listing);
+      ->excludes(listing)
+      ->excludes("--check");
   addPortOptions(*command, options->port);
   command
       ->add_option("--id", options->key,
