@@ -19,11 +19,13 @@ class Server {
 
   HMODULE module() const { return module_; }
   HRESULT call(const char* name) const { return entry<HRESULT(STDMETHODCALLTYPE*)()>(name)(); }
+  HRESULT factoryOf(REFCLSID classId, Reference<IClassFactory>& factory) const {
+    using GetClassObject = HRESULT(STDMETHODCALLTYPE*)(REFCLSID, REFIID, void**);
+    return entry<GetClassObject>("DllGetClassObject")(classId, IID_IClassFactory, factory.outAny());
+  }
   HRESULT create(REFCLSID classId, Reference<IDispatch>& object) const {
     Reference<IClassFactory> factory;
-    using GetClassObject = HRESULT(STDMETHODCALLTYPE*)(REFCLSID, REFIID, void**);
-    const HRESULT result =
-        entry<GetClassObject>("DllGetClassObject")(classId, IID_IClassFactory, factory.outAny());
+    const HRESULT result = factoryOf(classId, factory);
     return FAILED(result) ? result : factory->CreateInstance(nullptr, IID_IDispatch, object.outAny());
   }
   Reference<IDispatch> create(const char* className) const {

@@ -155,6 +155,18 @@ TEST_F(ServerTest, WritesBackIntoTheHostsOwnTypesAndPumpsWhileItWaits) {
   EXPECT_EQ(::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE), 1);
   EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT)) << "the host's own loop must still end";
   ::RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"TimeOutZT");
+
+  // An item line whose tax is no number raises, and has folded the quantity into the price all the same.
+  ::RegSetKeyValueW(HKEY_CURRENT_USER, key, L"SuprimirDecimalesEZT", REG_SZ, L"1", 4);
+  double price = 10, quantity = 2.5;
+  VARIANT inner = reference(VT_R8, price);
+  ASSERT_EQ(invoke(L"isPortOpen", DISPATCH_PROPERTYPUT, {number(-1)}), S_OK);
+  EXPECT_EQ(invoke(L"PasarLineaFactura", DISPATCH_METHOD,
+                   {number(0), reference(VT_VARIANT, inner), reference(VT_R8, quantity), text(L"x")}),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(price, 25);
+  EXPECT_EQ(quantity, 1);
+  ::RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"SuprimirDecimalesEZT");
 }
 
 TEST_F(ServerTest, FailuresReachEveryKindOfHost) {
@@ -222,6 +234,13 @@ TEST_F(ServerTest, StaysLoadedAsLongAsItIsNeeded) {
   EXPECT_EQ(server.call("DllCanUnloadNow"), S_FALSE);
   z = {};
   EXPECT_EQ(server.call("DllCanUnloadNow"), S_OK);
+  for (const BOOL lock : {TRUE, FALSE}) {
+    Reference<IClassFactory> factory;
+    ASSERT_EQ(server.factoryOf(identifiersOf("CZentaro").classId, factory), S_OK);
+    factory->LockServer(lock);
+    factory = {};
+    EXPECT_EQ(server.call("DllCanUnloadNow"), lock != FALSE ? S_FALSE : S_OK) << "also without any object";
+  }
   Reference<IDispatch> none;
   EXPECT_EQ(server.create(identifiersOf("statusN").classId, none), CLASS_E_CLASSNOTAVAILABLE);
 }
