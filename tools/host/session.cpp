@@ -224,9 +224,10 @@ Json HostSession::sale(const Json& params) {
   const Object& printer = object(params);
   if (&printer.description() != findClass("CZentaro"))
     throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
-  const Json key = parameter(params, "id", "");
-  if (!key.is_string()) throw invalidParameters("\"id\" must be a text");
-  if (params.contains("id") && key == "")
+  const Json id = parameter(params, "id", "");
+  if (!id.is_string()) throw invalidParameters("\"id\" must be a text");
+  const auto key = id.get<std::string>();
+  if (params.contains("id") && key.empty())
     throw invalidParameters("\"id\" is empty: name the sale, or leave it out");
   const bool wantsProgress = flagParameter(params, "progress"), again = flagParameter(params, "again");
   const Node document = documentIn(line_);
@@ -234,8 +235,7 @@ Json HostSession::sale(const Json& params) {
     const Json note{{"jsonrpc", "2.0"}, {"method", "progress"}, {"params", {{"text", text}}}};
     if (wantsProgress) notify_(jsonLine(note));
   };
-  HostVerdict verdict = sellOn(*static_cast<CZentaro*>(printer.instance()),
-                               {document, key.get<std::string>(), again}, progress);
+  HostVerdict verdict = sellOn(*static_cast<CZentaro*>(printer.instance()), {document, key, again}, progress);
   whenDelivered_ = std::move(verdict.delivered);
   return std::move(verdict.json);
 }
