@@ -1,4 +1,4 @@
-// The two memberNames of each member.
+// The two names of each member.
 #include "sale/member_names.h"
 
 #include <algorithm>
