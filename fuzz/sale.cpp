@@ -25,7 +25,7 @@ void print(const Sale& sale, const Totals& totals) {
   require(machine.document().net() == totals.net, "the net amount is the printer's");
   require(machine.document().tax() == totals.tax, "the tax is the printer's");
   for (const Payment& payment : sale.payments) machine.pay(payment.amount);
-  machine.close(sale.extraLines.empty() ? printer::Closing::total : printer::Closing::partial, sale.igtf.base,
+  machine.close(sale.extraLines.empty() ? printer::Closing::Total : printer::Closing::Partial, sale.igtf.base,
                 {});
   require(machine.document().igtf == totals.igtf, "the IGTF is the printer's");
   require(sale.isCreditNote || machine.document().change() == totals.change(), "the change is the printer's");

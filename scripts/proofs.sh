@@ -4,13 +4,21 @@ passed=0 failed=0
 
 # The release build is what is measured and disturbed; the fuzzing programs are built under ASan and UBSan, the threads also under
 # ThreadSanitizer.
+# quietly COMMAND...: what it says is shown when it fails.
+quietly() {
+  local log
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || { tail -n 40 "$log" >&2; return 1; }
+  rm "$log"
+}
+
 build_proofs() {
-  cmake --preset release -Wno-dev >/dev/null
-  cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs >/dev/null
-  cmake --preset fuzz -Wno-dev >/dev/null
-  cmake --build --preset fuzz >/dev/null
-  cmake --preset tsan -Wno-dev >/dev/null
-  cmake --build --preset tsan --target proof-threads >/dev/null
+  quietly cmake --preset release -Wno-dev
+  quietly cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs
+  quietly cmake --preset fuzz -Wno-dev
+  quietly cmake --build --preset fuzz
+  quietly cmake --preset tsan -Wno-dev
+  quietly cmake --build --preset tsan --target proof-threads
 }
 
 is_wanted() { [ "$wanted" = "  " ] || [[ $wanted == *" $1 "* ]]; }
