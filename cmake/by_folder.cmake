@@ -1,4 +1,4 @@
-# by_folder(TARGET): in a unity build (the presets dev, asan and demo) the files of one folder are compiled as one.
+# by_folder(TARGET): in a unity build (CMakePresets.json says which) the files of one folder are compiled as one.
 # Names of unnamed namespaces are therefore to be unique in a folder. Call it behind the last source of the target.
 function(by_folder target)
   get_target_property(sources ${target} SOURCES)

@@ -2,16 +2,14 @@
 wanted=" ${*:-} "
 passed=0 failed=0
 
-# The release build is what is measured and disturbed; the fuzzing programs are built under ASan and UBSan, the threads also under
-# ThreadSanitizer.
-# quietly COMMAND...: what it says is shown when it fails.
+# quietly COMMAND...: the end of what it says is shown only when it fails.
 quietly() {
-  local log
-  log=$(mktemp)
-  "$@" >"$log" 2>&1 || { tail -n 40 "$log" >&2; return 1; }
-  rm "$log"
+  local said
+  said=$("$@" 2>&1) || { tail -n 40 <<<"$said" >&2; return 1; }
 }
 
+# The release build is what is measured and disturbed; the fuzzing programs are built under ASan and UBSan, the threads also under
+# ThreadSanitizer.
 build_proofs() {
   quietly cmake --preset release -Wno-dev
   quietly cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs

@@ -34,8 +34,6 @@ TEST(Regional, LocalesWithoutOwnFormatsGiveTheDefaults) {
 
 TEST(Regional, ALocalesOwnSeparatorsAndDateAreTaken) {
   const Scratch folder;
-  ::setenv("LOCPATH", (folder / "").c_str(), 1);
-  ::setenv("LC_ALL", "made", 1);
   for (const auto& [group, expected] : {std::pair{"", u'.'}, {".", u'.'}, {"<U00A0>", u'\u00A0'}}) {
     folder.write("source",
                  "LC_CTYPE\ncopy \"POSIX\"\nEND LC_CTYPE\nLC_TIME\ncopy \"es_VE\"\nEND LC_TIME\n"
@@ -45,6 +43,8 @@ TEST(Regional, ALocalesOwnSeparatorsAndDateAreTaken) {
         "cd " + (folder / "").string() +
         " && localedef -c -f ISO-8859-1 -i ./source ./made >log 2>&1; test -e made/LC_TIME";
     if (std::system(make.c_str()) != 0) GTEST_SKIP() << "no locale can be made (package locales is missing)";
+    ::setenv("LOCPATH", (folder / "").c_str(), 1);
+    ::setenv("LC_ALL", "made", 1);
     const Regional regional = posix::regionalOfEnvironment();
     EXPECT_EQ(regional.decimalSeparator, u',');
     EXPECT_EQ(regional.groupSeparator, expected) << group;
