@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -91,8 +92,12 @@ void callbacks() {
   CZentaro& z = library.printer();
   check(exchangeWith(z, [] { throw std::runtime_error("the host stops"); }) == -100,
         "what a callback throws reaches the host");
-  // The answer that nobody waited for is still to come.
-  for (int tries = 0; tries < 2 && status(z) != 0; ++tries) {
+  // The answer that nobody waited for is still to come, and keeps later ones an answer behind until the line
+  // has been quiet and is opened anew.
+  for (int tries = 0; tries < 20 && status(z) != 0; ++tries) {
+    z.PortOpen(false);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    z.PortOpen(true);
   }
   check(status(z) == 0, "and the object goes on");
 
