@@ -5,6 +5,7 @@ set -uo pipefail
 
 port=${1:-1}
 if [ $# -eq 0 ]; then
+  command -v zentaro-printer >/dev/null || { echo "zentaro-printer is not in the PATH" >&2; exit 2; }
   folder=$(mktemp -d)
   export ZENTARO_SETTINGS=$folder/settings.ini
   printf '[Config\\ModComm]\nCOM1=%s/printer\n' "$folder" >"$ZENTARO_SETTINGS"
@@ -26,12 +27,16 @@ sold() {
        END { print sum + 0 }' <<<"$figures"
 }
 
-# The status of the document, as soon as the printer answers; empty when that takes longer than half a minute.
+# The status of the document, as soon as the printer answers; empty when that takes longer than half a minute. An adapter that
+# was pulled out during the sale may come back; before it, a port that does not open is given up at once.
 in_step() {
   local pause status
   for pause in 0.5 1 2 4 8 16; do
     sleep "$pause"
-    status=$(zentaro status --port "$port" --json 2>/dev/null) || continue
+    status=$(zentaro status --port "$port" --json 2>/dev/null) || {
+      [ $? -ne 2 ] || [ -n "$before" ] || return
+      continue
+    }
     grep -oE '"statusDocumento": [0-9]+' <<<"$status" | grep -oE '[0-9]+$'
     return
   done
@@ -56,7 +61,7 @@ settle() {
 
 step() {
   echo "$1"
-  call "$@" | sed -nE 's/^  "(outcomeText|error)": "(.*)",?$/  \2/p'
+  call "$@" | sed -nE '/"error": "VOID"/d; s/^  "(outcomeText|error)": "(.*)",?$/  \2/p'
   [ "${PIPESTATUS[0]}" -eq 0 ] || settle
 }
 
