@@ -1,9 +1,13 @@
 // Exchanges with the printer at COM5, one behind the other until one is not answered within 10 s; "queue": from a
-// thread with a message queue to serve; "bare": with the calls that any program needs, and without the library.
+// thread with a message queue to serve; "bare": without the library, by the few calls that any program needs.
 // Whoever is at the other end of the line measures.
 #include <objbase.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "library.h"
@@ -19,18 +23,17 @@ void byLibrary() {
   }
 }
 
+/// A read waits for its first byte only: 9 ms at most where there is a queue to serve, else 250 ms.
 HANDLE openBare(bool hasQueue) {
   HANDLE const port =
       ::CreateFileW(L"COM5", GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   DCB line{};
   line.DCBlength = sizeof line;
-  ::GetCommState(port, &line);
-  ::BuildCommDCBW(L"9600,N,8,1", &line);
-  ::SetCommState(port, &line);
-  COMMTIMEOUTS timeOuts{MAXDWORD, MAXDWORD, hasQueue ? 9U : 250U, 1000,
-                        0};  // of a read: until the first byte
-  ::SetCommTimeouts(port, &timeOuts);
-  return port;
+  COMMTIMEOUTS timeOuts{MAXDWORD, MAXDWORD, hasQueue ? 9U : 250U, 1000, 0};
+  const bool done = port != INVALID_HANDLE_VALUE && ::GetCommState(port, &line) != 0 &&
+                    ::BuildCommDCBW(L"9600,N,8,1", &line) != 0 && ::SetCommState(port, &line) != 0 &&
+                    ::SetCommTimeouts(port, &timeOuts) != 0;
+  return done ? port : INVALID_HANDLE_VALUE;
 }
 
 /// Reads until the checksum behind an ETX is there; false when nothing came for too long.
@@ -53,22 +56,28 @@ bool readAnswer(HANDLE port, bool hasQueue) {
   return false;
 }
 
-void bare(bool hasQueue) {
+int bare(bool hasQueue) {
   HANDLE const port = openBare(hasQueue);
+  if (port == INVALID_HANDLE_VALUE) {
+    std::fprintf(stderr, "COM5 does not open: error %lu\n", ::GetLastError());
+    return 1;
+  }
+  constexpr std::string_view command = bench::itemCommand;
   do {
     DWORD written = 0;
-    ::WriteFile(port, bench::itemCommand.data(), static_cast<DWORD>(bench::itemCommand.size()), &written,
-                nullptr);
+    ::WriteFile(port, command.data(), static_cast<DWORD>(command.size()), &written, nullptr);
   } while (readAnswer(port, hasQueue));
   ::CloseHandle(port);
+  return 0;
 }
 
 }  // namespace
 
-int main(int count, char** arguments) {
-  bool hasQueue = false, isBare = false;
-  for (const std::string_view argument : std::vector<std::string_view>(arguments + 1, arguments + count))
-    (argument == "queue" ? hasQueue : isBare) = true;
+int main(int count, char** values) {
+  const std::span arguments(values, static_cast<std::size_t>(count));
+  const auto isGiven = [&](std::string_view name) { return std::ranges::count(arguments, name) > 0; };
+  const bool hasQueue = isGiven("queue");
   if (hasQueue) ::CoInitialize(nullptr);
-  isBare ? bare(hasQueue) : byLibrary();
+  if (isGiven("bare")) return bare(hasQueue);
+  byLibrary();
 }
