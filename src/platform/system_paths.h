@@ -1,8 +1,11 @@
-// Where the system keeps what the library reads: the settings file in force and the device behind a
+// Where the system keeps what the library reads: the settings files in force and the device behind a
 // port's name.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include "zentaro_api.h"
 
@@ -13,8 +16,24 @@ namespace zentaro {
 /// `~/.config/TRV/settings.ini`; empty when the user has no home directory.
 ZENTARO_API std::string settingsPath();
 
+/// The path of the settings file for all users of the machine: /etc/xdg/TRV/settings.ini on POSIX.
+ZENTARO_API std::string systemSettingsPath();
+
+/// The settings files in force, whether they exist or not. A key has its value from the first one
+/// that has the key: the user's file, then the machine's; `$ZENTARO_SETTINGS` stands alone.
+ZENTARO_API std::vector<std::string> settingsPaths();
+
+struct UnreadableFile {
+  std::string path;
+  std::error_code reason;
+};
+/// The first of the settings files that is there and cannot be read, as for want of a right. The
+/// settings store takes it for absent.
+ZENTARO_API std::optional<UnreadableFile> unreadableSettings();
+
 /// The calling user's folder for what programs leave behind, such as traces: `$XDG_STATE_HOME/zentaro`,
-/// else `~/.local/state/zentaro`; empty when there is no home directory.
+/// else `~/.local/state/zentaro`; empty when there is no home directory. A variable that holds no
+/// absolute path counts as not set.
 ZENTARO_API std::string stateFolder();
 
 /// The path of the device that "COM3" stands for: the setting "COM3" of the section

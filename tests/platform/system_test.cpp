@@ -1,9 +1,12 @@
 // Settings file, device names, files opened for appending, and the host's callbacks.
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 
+#include "platform/posix/settings_file.h"
 #include "platform/services.h"
 #include "platform/system_paths.h"
 #include "support/scratch.h"
@@ -31,27 +34,80 @@ TEST_F(SystemTest, SettingsAreReadAfreshAndNeverFail) {
   EXPECT_EQ(store.read("Other", "Config\\ModComm", "DEBUG", u"default"), u"default");
   writeSettings("[Config\\ModComm]\nDEBUG=1\n");
   EXPECT_EQ(debug(), u"1");
-
-  writeSettings("[Config\\ModComm]\nDEBUG=1\n" + std::string(1 << 20, '\n'));
-  EXPECT_EQ(debug(), u"default") << "more than a settings file holds";
-
-  useSettings(".");
-  EXPECT_EQ(debug(), u"default") << "a folder";
-  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-  useSettings("pipe");
-  EXPECT_EQ(debug(), u"default") << "a pipe that nobody writes";
 }
 
-TEST_F(SystemTest, SettingsPathFollowsTheEnvironment) {
-  EXPECT_EQ(settingsPath(), folder / "settings.ini");
-  ::unsetenv("ZENTARO_SETTINGS");
-  ::setenv("XDG_CONFIG_HOME", "/config", 1);
-  EXPECT_EQ(settingsPath(), "/config/TRV/settings.ini");
-  ::setenv("XDG_CONFIG_HOME", "", 1);
+TEST_F(SystemTest, FilesBelongWhereTheEnvironmentSays) {
+  struct Row {
+    const char *variable, *value, *settings, *state;
+  };
+  const std::string machine = systemSettingsPath();
+  EXPECT_EQ(machine, "/etc/xdg/TRV/settings.ini");
+  EXPECT_EQ(settingsPaths(), std::vector<std::string>{folder / "settings.ini"}) << "stands alone";
   ::setenv("HOME", "/home/caja", 1);
-  EXPECT_EQ(settingsPath(), "/home/caja/.config/TRV/settings.ini");
-  ::unsetenv("HOME");
-  EXPECT_TRUE(settingsPath().ends_with("/.config/TRV/settings.ini")) << "the home of the user database";
+  for (const char* name : {"ZENTARO_SETTINGS", "XDG_CONFIG_HOME", "XDG_STATE_HOME"}) ::unsetenv(name);
+  const std::string atHome = "/home/caja/.config", stateAtHome = "/home/caja/.local/state";
+  for (const Row& row : {Row{"XDG_CONFIG_HOME", "/config", "/config", stateAtHome.c_str()},
+                         {"XDG_CONFIG_HOME", "", atHome.c_str(), stateAtHome.c_str()},
+                         {"XDG_CONFIG_HOME", "config", atHome.c_str(), stateAtHome.c_str()},
+                         {"XDG_STATE_HOME", "/state", atHome.c_str(), "/state"},
+                         {"XDG_STATE_HOME", "state", atHome.c_str(), stateAtHome.c_str()}}) {
+    ::setenv(row.variable, row.value, 1);
+    const std::string settings = std::string(row.settings) + "/TRV/settings.ini";
+    EXPECT_EQ(settingsPath(), settings) << row.value;
+    EXPECT_EQ(settingsPaths(), (std::vector{settings, machine})) << row.value;
+    EXPECT_EQ(stateFolder(), std::string(row.state) + "/zentaro") << row.value;
+    ::unsetenv(row.variable);
+  }
+  const std::string homeOfUser = ::getpwuid(::getuid())->pw_dir;
+  for (const char* home : {"", "caja"}) {
+    ::setenv("HOME", home, 1);
+    EXPECT_EQ(stateFolder(), homeOfUser + "/.local/state/zentaro") << "the home of the user database";
+  }
+}
+
+TEST_F(SystemTest, KeysOfTheUserWinAndTheMachinesFillIn) {
+  folder.write("user", "[Config\\ModComm]\nDEBUG=1\nCOM1=\n");
+  folder.write("machine", "[Config\\ModComm]\nDEBUG=2\nCOM1=/dev/a\nCOM2=/dev/b\n");
+  const std::vector<std::string> paths{folder / "user", folder / "machine"}, both{folder / "", paths[1]};
+  const auto value = [](const auto& files, const char* key) {
+    return posix::firstValue(files, "Config\\ModComm", key);
+  };
+  EXPECT_EQ(value(paths, "DEBUG"), "1");
+  EXPECT_EQ(value(paths, "COM1"), "");
+  EXPECT_EQ(value(paths, "COM2"), "/dev/b");
+  EXPECT_EQ(value(paths, "COM3"), std::nullopt);
+  EXPECT_EQ(value(both, "DEBUG"), "2") << "what cannot be read counts as absent";
+}
+
+TEST_F(SystemTest, SettingsThatCannotBeReadAreTold) {
+  writeSettings("[a]\nb=c\n");
+  folder.write("large", std::string((1 << 20) + 1, '\n'));
+  std::filesystem::create_symlink("loop", folder / "loop");
+  std::filesystem::create_symlink("gone", folder / "dangling");
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  struct Row {
+    const char* name;
+    std::errc reason;
+  };
+  for (const Row& row : {Row{"settings.ini", {}},
+                         {"none", {}},
+                         {"none/none", {}},
+                         {"settings.ini/none", {}},
+                         {"dangling", {}},
+                         {".", std::errc::is_a_directory},
+                         {"loop", std::errc::too_many_symbolic_link_levels},
+                         {"large", std::errc::file_too_large},
+                         {"pipe", std::errc::not_supported}}) {
+    useSettings(row.name);
+    const auto unreadable = unreadableSettings();
+    EXPECT_EQ(unreadable.has_value(), row.reason != std::errc{}) << row.name;
+    if (!unreadable) continue;
+    EXPECT_EQ(unreadable->reason, row.reason) << row.name;
+    EXPECT_EQ(unreadable->path, folder / row.name);
+    EXPECT_EQ(debug(), u"default") << row.name;
+  }
+  const auto second = posix::firstUnreadable({folder / "settings.ini", folder / "loop"});
+  EXPECT_TRUE(second && second->path == folder / "loop") << "the machine's, too";
 }
 
 TEST_F(SystemTest, DeviceOfAPortComesFromTheSettingsOrItsNumber) {

@@ -8,7 +8,7 @@
 namespace zentaro::posix {
 
 SerialServices& serialServices();
-SettingsStore& settingsFile();
+SettingsStore& settingsFiles();
 Clock& clock();
 Files& files();
 RegionalSettings& regionalSettings();

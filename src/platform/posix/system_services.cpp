@@ -5,7 +5,7 @@
 namespace zentaro {
 
 Services systemServices() {
-  return {&posix::serialServices(), &posix::settingsFile(),     &posix::clock(), &callbackHost(),
+  return {&posix::serialServices(), &posix::settingsFiles(),    &posix::clock(), &callbackHost(),
           &posix::files(),          &posix::regionalSettings(), &windows1252()};
 }
 
