@@ -2,10 +2,10 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "device/device.h"
 #include "measure.h"
 #include "sections.h"
-#include "shell/state_file.h"
+#include "virtual-printer/device/device.h"
+#include "virtual-printer/shell/state_file.h"
 
 namespace bench {
 namespace {

@@ -1,8 +1,8 @@
 // Control lines of the virtual printer, and the fault plans in them.
-#include "shell/control.h"
+#include "virtual-printer/shell/control.h"
 
 #include "check.h"
-#include "device/device.h"
+#include "virtual-printer/device/device.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // A host that says anything to the virtual printer. Each line is a command, "42 a|1000|250|1600|M", which is
 // sent as a good frame; "~" and raw bytes; "+" and milliseconds to wait; or "fault" and a plan.
 #include "check.h"
-#include "fiscal/books_json.h"
-#include "line/engine.h"
+#include "virtual-printer/fiscal/books_json.h"
+#include "virtual-printer/line/engine.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Lines of the host protocol, with printer objects on a scripted line. A line that begins with "!" is no
 // request but the fields of the printer's next answer.
+#include "base/files/json.h"
 #include "check.h"
-#include "common/json.h"
-#include "host/session.h"
 #include "scripted_system.h"
+#include "tools/host/session.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Sale files. One that is found in order must be taken by the virtual printer's own fiscal machine, line by
 // line, and come to the same amounts there: two programs that share no line of arithmetic.
 #include "check.h"
-#include "fiscal/machine.h"
-#include "sale/sale_file.h"
-#include "sale/totals.h"
+#include "till/document/sale_file.h"
+#include "till/document/totals.h"
+#include "virtual-printer/fiscal/machine.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <stdexcept>
 
 #include "check.h"
-#include "fiscal/books_json.h"
+#include "virtual-printer/fiscal/books_json.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   printer::Books books;

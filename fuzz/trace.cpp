@@ -2,8 +2,8 @@
 #include "check.h"
 #include "serial/trace_text.h"
 #include "text/code_page.h"
-#include "trace/script.h"
-#include "trace/trace_text.h"
+#include "tools/trace/script.h"
+#include "tools/trace/trace_text.h"
 
 namespace {
 

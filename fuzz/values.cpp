@@ -1,5 +1,5 @@
 // Values and their conversions: numbers, amounts, dates and texts, there and back.
-#include "host/values.h"
+#include "tools/host/values.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -10,9 +10,9 @@
 #include "automation/conversions.h"
 #include "automation/masks.h"
 #include "automation/numbers.h"
+#include "base/files/json.h"
 #include "check.h"
-#include "common/iso_date.h"
-#include "common/json.h"
+#include "tools/show/iso_date.h"
 #include "util/general.h"
 #include "util/lm_string_lib.h"
 

@@ -1,5 +1,5 @@
 // The list of subcommands, in the order in which the help shows them.
-#include "commands.h"
+#include "tools/commands.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -9,22 +9,22 @@
 #include <numeric>
 #include <utility>
 
-#include "call/call_command.h"
-#include "cierre/cierre_command.h"
-#include "common/guarded.h"
-#include "demo/demo_command.h"
-#include "doctor/doctor_command.h"
-#include "host/host_command.h"
-#include "members/members_command.h"
-#include "printer/printer_command.h"
-#include "sale/sale_command.h"
-#include "settings/settings_command.h"
-#include "status/status_command.h"
-#include "terminal/command_line.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
-#include "terminal/screen.h"
-#include "trace/trace_command.h"
+#include "base/terminal/command_line.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "base/terminal/screen.h"
+#include "tools/call/call_command.h"
+#include "tools/cierre/cierre_command.h"
+#include "tools/demo/demo_command.h"
+#include "tools/doctor/doctor_command.h"
+#include "tools/host/host_command.h"
+#include "tools/members/members_command.h"
+#include "tools/printer/printer_command.h"
+#include "tools/sale/sale_command.h"
+#include "tools/settings/settings_command.h"
+#include "tools/show/guarded.h"
+#include "tools/status/status_command.h"
+#include "tools/trace/trace_command.h"
 
 namespace zentaro::tools {
 

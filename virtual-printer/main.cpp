@@ -2,10 +2,10 @@
 #include <exception>
 #include <variant>
 
-#include "shell/notices.h"
-#include "shell/options.h"
-#include "shell/program.h"
-#include "terminal/screen.h"
+#include "base/terminal/screen.h"
+#include "virtual-printer/shell/notices.h"
+#include "virtual-printer/shell/options.h"
+#include "virtual-printer/shell/program.h"
 
 int main(int count, char** words) {
   const zentaro::terminal::FittedOutput fitted;

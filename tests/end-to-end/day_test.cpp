@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "automation/conversions.h"
-#include "common/connection.h"
 #include "reports/resultado_cierre.h"
 #include "reports/status_hasar.h"
 #include "reports/status_n.h"
+#include "tools/connection/connection.h"
 
 namespace zentaro::testing::day_test {
 

@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "automation/conversions.h"
-#include "common/connection.h"
 #include "reports/status_hasar.h"
+#include "tools/connection/connection.h"
 
 namespace zentaro::testing::fault_test {
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "automation/automation_error.h"
-#include "common/connection.h"
+#include "tools/connection/connection.h"
 
 namespace zentaro::testing::line_test {
 

@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "automation/conversions.h"
-#include "call/call_arguments.h"
-#include "common/json.h"
-#include "common/show.h"
+#include "base/files/json.h"
 #include "interface/library.h"
 #include "support/bytes.h"
+#include "tools/call/call_arguments.h"
+#include "tools/show/show.h"
 
 namespace zentaro::tools::arguments_test {
 

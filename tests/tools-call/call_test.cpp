@@ -1,8 +1,8 @@
 // `zentaro call`, `demo`, `members` and `printer` against the virtual printer on a real pseudo-terminal.
-#include "common/json.h"
-#include "common/virtual_printer.h"
+#include "base/files/json.h"
+#include "base/terminal/layout.h"
 #include "support/process.h"
-#include "terminal/layout.h"
+#include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::call_test {
 

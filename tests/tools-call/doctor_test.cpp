@@ -4,9 +4,9 @@
 
 #include <cerrno>
 
-#include "common/virtual_printer.h"
-#include "doctor/port_facts.h"
 #include "support/process.h"
+#include "tools/connection/virtual_printer.h"
+#include "tools/doctor/port_facts.h"
 
 namespace zentaro::tools::doctor_test {
 

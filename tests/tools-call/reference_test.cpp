@@ -1,5 +1,5 @@
 // What the descriptions say of each member is what it does, and the pages that repeat it are not stale.
-#include "members/reference.h"
+#include "tools/members/reference.h"
 
 #include <gtest/gtest.h>
 
@@ -8,14 +8,14 @@
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
-#include "common/show.h"
-#include "common/signatures.h"
-#include "common/wording.h"
+#include "base/terminal/language.h"
 #include "interface/library.h"
 #include "platform/setting_keys.h"
 #include "support/printer_fixture.h"
 #include "support/process.h"
-#include "terminal/language.h"
+#include "tools/show/show.h"
+#include "tools/show/signatures.h"
+#include "tools/show/wording.h"
 
 namespace zentaro::tools::reference_test {
 

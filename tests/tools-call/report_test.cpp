@@ -1,7 +1,7 @@
 // `zentaro status` and `zentaro cierre` against the virtual printer on a real pseudo-terminal.
-#include "common/json.h"
-#include "common/virtual_printer.h"
+#include "base/files/json.h"
 #include "support/process.h"
+#include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::report_test {
 

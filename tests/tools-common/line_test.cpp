@@ -2,10 +2,10 @@
 #include <atomic>
 #include <thread>
 
-#include "common/json.h"
-#include "common/virtual_printer.h"
+#include "base/files/json.h"
 #include "platform/pseudo_terminal.h"
 #include "support/process.h"
+#include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::line_test {
 

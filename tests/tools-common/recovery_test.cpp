@@ -1,9 +1,9 @@
 // The way back into step, over a line and a clock that the row tells.
-#include "common/recovery.h"
+#include "till/line/recovery.h"
 
 #include <gtest/gtest.h>
 
-#include "common/answer_check.h"
+#include "till/line/answer_check.h"
 
 namespace zentaro::tools::recovery_test {
 

@@ -1,9 +1,9 @@
 // Dialogues over the line protocol: requests, and the responses word for word, on a scripted line.
 #include <gtest/gtest.h>
 
-#include "common/json.h"
-#include "host/session.h"
+#include "base/files/json.h"
 #include "support/line.h"
+#include "tools/host/session.h"
 
 namespace zentaro::tools::dialogue_test {
 

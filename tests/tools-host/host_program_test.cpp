@@ -5,10 +5,10 @@
 
 #include <optional>
 
-#include "host/session.h"
 #include "support/fakes.h"
 #include "support/process.h"
 #include "text/unicode.h"
+#include "tools/host/session.h"
 
 namespace zentaro::tools::host_program_test {
 

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <limits>
 
-#include "common/json.h"
-#include "host/rpc_error.h"
-#include "host/values.h"
+#include "base/files/json.h"
 #include "interface/library.h"
+#include "tools/host/rpc_error.h"
+#include "tools/host/values.h"
 
 namespace zentaro::tools::values_json_test {
 

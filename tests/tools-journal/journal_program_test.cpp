@@ -1,9 +1,9 @@
 // `zentaro sale` killed at every step on a slow line, and what the journal says then.
 #include <future>
 
-#include "common/json.h"
-#include "common/virtual_printer.h"
+#include "base/files/json.h"
 #include "support/process.h"
+#include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::journal_program_test {
 

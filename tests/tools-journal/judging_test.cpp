@@ -1,5 +1,5 @@
 // What the journal says about a sale, by entries and counters that the row tells.
-#include "journal/judging.h"
+#include "till/books/judging.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // A printer that a command starts never waits for a reader, stands apart from the terminal, and
 // leaves nothing behind.
-#include "common/virtual_printer.h"
+#include "tools/connection/virtual_printer.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Decimal numbers from text, exactly.
-#include "sale/decimal.h"
+#include "till/document/decimal.h"
 
 #include <gtest/gtest.h>
 

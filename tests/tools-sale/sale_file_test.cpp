@@ -1,10 +1,10 @@
 // What a file may say, and what is said about a wrong one.
-#include "sale/sale_file.h"
+#include "till/document/sale_file.h"
 
 #include <gtest/gtest.h>
 
-#include "sale/content.h"
-#include "sale/paper_check.h"
+#include "till/document/content.h"
+#include "till/document/paper_check.h"
 
 namespace zentaro::tools::sale_file_test {
 

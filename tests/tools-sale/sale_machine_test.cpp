@@ -1,12 +1,12 @@
 // The course of a sale over a printer that says what the row tells it to say.
-#include "sale/sale_machine.h"
+#include "till/course/sale_machine.h"
 
 #include <gtest/gtest.h>
 
 #include <variant>
 #include <vector>
 
-#include "sale/verdict.h"
+#include "tools/sale/verdict.h"
 
 namespace zentaro::tools::sale_machine_test {
 

@@ -2,9 +2,9 @@
 #include <future>
 #include <regex>
 
-#include "common/json.h"
-#include "common/virtual_printer.h"
+#include "base/files/json.h"
 #include "support/process.h"
+#include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::sale_program_test {
 

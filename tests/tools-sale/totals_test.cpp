@@ -1,11 +1,11 @@
 // The arithmetic of a document. Expected amounts are worked out by hand.
-#include "sale/totals.h"
+#include "till/document/totals.h"
 
 #include <gtest/gtest.h>
 
 #include "printer/czentaro.h"
-#include "sale/steps.h"
 #include "support/line.h"
+#include "till/course/steps.h"
 
 namespace zentaro::tools::totals_test {
 

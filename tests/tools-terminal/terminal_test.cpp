@@ -3,9 +3,9 @@
 
 #include <sstream>
 
-#include "terminal/harmless.h"
-#include "terminal/language.h"
-#include "terminal/screen.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "base/terminal/screen.h"
 
 namespace zentaro::terminal {
 

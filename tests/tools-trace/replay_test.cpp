@@ -1,6 +1,6 @@
 // A trace of calls on the virtual printer answers the same calls again.
-#include "common/virtual_printer.h"
 #include "support/process.h"
+#include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::replay_test {
 

@@ -1,5 +1,5 @@
 // Recorded answers, moved to the sequence number of whoever asks. Sums are worked out by hand.
-#include "trace/script.h"
+#include "tools/trace/script.h"
 
 #include <gtest/gtest.h>
 

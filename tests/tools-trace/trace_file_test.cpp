@@ -1,5 +1,5 @@
 // What is a record of a trace file, and what is passed over.
-#include "trace/trace_file.h"
+#include "tools/trace/trace_file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Traces as people read them. The frames are those of the protocol's own examples, with their sums
 // worked out by hand.
-#include "trace/trace_text.h"
+#include "tools/trace/trace_text.h"
 
 #include <gtest/gtest.h>
 

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "line/engine.h"
-#include "paper/text.h"
 #include "support/bytes.h"
+#include "virtual-printer/line/engine.h"
+#include "virtual-printer/paper/text.h"
 
 namespace bench {
 

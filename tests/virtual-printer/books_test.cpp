@@ -1,7 +1,7 @@
 // The books as JSON: nothing is lost on the way, and a damaged file is refused with its fault named.
 #include <gtest/gtest.h>
 
-#include "fiscal/books_json.h"
+#include "virtual-printer/fiscal/books_json.h"
 
 namespace printer::books_test {
 

@@ -1,8 +1,8 @@
 // Control lines and log lines.
-#include "shell/control.h"
+#include "virtual-printer/shell/control.h"
 
 #include "bench.h"
-#include "shell/log.h"
+#include "virtual-printer/shell/log.h"
 
 namespace printer::control_test {
 

@@ -1,5 +1,5 @@
 // What faults and the speed of the line make of one answer.
-#include "faults/delivery.h"
+#include "virtual-printer/faults/delivery.h"
 
 #include <gtest/gtest.h>
 

@@ -6,13 +6,13 @@
 #include <memory>
 #include <optional>
 
-#include "line/link.h"
-#include "line/pty.h"
-#include "shell/control_socket.h"
-#include "shell/paper_watchers.h"
-#include "shell/state_file.h"
 #include "support/bytes.h"
 #include "support/scratch.h"
+#include "virtual-printer/line/link.h"
+#include "virtual-printer/line/pty.h"
+#include "virtual-printer/shell/control_socket.h"
+#include "virtual-printer/shell/paper_watchers.h"
+#include "virtual-printer/shell/state_file.h"
 
 namespace printer::files_test {
 

@@ -1,10 +1,10 @@
 // Frames: bytes worked out by hand against what the printer builds and reads.
-#include "wire/frame.h"
+#include "virtual-printer/wire/frame.h"
 
 #include <gtest/gtest.h>
 
 #include "support/bytes.h"
-#include "wire/codepage.h"
+#include "virtual-printer/wire/codepage.h"
 
 namespace printer::frame_test {
 

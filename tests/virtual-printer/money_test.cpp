@@ -1,9 +1,9 @@
 // Fiscal arithmetic, worked out by hand.
-#include "fiscal/money.h"
+#include "virtual-printer/fiscal/money.h"
 
 #include <gtest/gtest.h>
 
-#include "fiscal/document.h"
+#include "virtual-printer/fiscal/document.h"
 
 namespace printer::money_test {
 

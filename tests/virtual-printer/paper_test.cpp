@@ -1,6 +1,6 @@
 // What stands on paper, and the drawings of it.
 #include "bench.h"
-#include "paper/svg.h"
+#include "virtual-printer/paper/svg.h"
 
 namespace printer::paper_test {
 

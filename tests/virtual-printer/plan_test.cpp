@@ -1,11 +1,11 @@
 // The grammar of fault plans, and when faults begin and end.
-#include "faults/plan.h"
+#include "virtual-printer/faults/plan.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "faults/fault_set.h"
+#include "virtual-printer/faults/fault_set.h"
 
 namespace printer::plan_test {
 

@@ -9,9 +9,9 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 
-#include "line/descriptor.h"
-#include "printer/tell.h"
 #include "support/process.h"
+#include "tools/printer/tell.h"
+#include "virtual-printer/line/descriptor.h"
 
 namespace printer::program_test {
 

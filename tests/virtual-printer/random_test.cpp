@@ -2,8 +2,8 @@
 #include <random>
 
 #include "bench.h"
-#include "device/commands.h"
-#include "fiscal/books_json.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/fiscal/books_json.h"
 
 namespace printer::random_test {
 

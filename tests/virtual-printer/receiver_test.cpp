@@ -1,5 +1,5 @@
 // Commands on a noisy line: what is found, what is passed over, and that pieces make no difference.
-#include "wire/receiver.h"
+#include "virtual-printer/wire/receiver.h"
 
 #include <gtest/gtest.h>
 

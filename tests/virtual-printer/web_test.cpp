@@ -4,10 +4,10 @@
 
 #include <thread>
 
-#include "line/address.h"
-#include "web/feed.h"
-#include "web/guard.h"
-#include "web/inbox.h"
+#include "virtual-printer/line/address.h"
+#include "virtual-printer/web/feed.h"
+#include "virtual-printer/web/guard.h"
+#include "virtual-printer/web/inbox.h"
 
 namespace printer::web_test {
 

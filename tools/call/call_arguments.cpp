@@ -1,14 +1,14 @@
 // Words as values, and what is checked before a port is opened.
-#include "call/call_arguments.h"
+#include "tools/call/call_arguments.h"
 
 #include <charconv>
 #include <stdexcept>
 
-#include "common/iso_date.h"
-#include "common/signatures.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
 #include "text/ascii.h"
+#include "tools/show/iso_date.h"
+#include "tools/show/signatures.h"
 
 namespace zentaro::tools {
 

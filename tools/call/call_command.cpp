@@ -1,5 +1,5 @@
 // Opens the port, calls, shows what came of it, and closes.
-#include "call/call_command.h"
+#include "tools/call/call_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -7,15 +7,15 @@
 #include <optional>
 
 #include "automation/conversions.h"
-#include "call/call_arguments.h"
-#include "common/connection.h"
-#include "common/guarded.h"
-#include "common/json.h"
-#include "common/show.h"
-#include "common/signatures.h"
+#include "base/files/json.h"
+#include "base/terminal/language.h"
 #include "interface/library.h"
-#include "terminal/language.h"
 #include "text/unicode.h"
+#include "tools/call/call_arguments.h"
+#include "tools/connection/connection.h"
+#include "tools/show/guarded.h"
+#include "tools/show/show.h"
+#include "tools/show/signatures.h"
 
 namespace zentaro::tools {
 

@@ -1,6 +1,6 @@
 // Prints a closing and shows the record of its figures. A Z whose answer is lost is judged by the number of the
 // last Z, because a second one would close an empty day and cannot be taken back.
-#include "cierre/cierre_command.h"
+#include "tools/cierre/cierre_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -8,11 +8,11 @@
 #include <optional>
 
 #include "automation/automation_error.h"
-#include "common/guarded.h"
-#include "common/report.h"
-#include "terminal/command_line.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "base/terminal/command_line.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "tools/show/guarded.h"
+#include "tools/show/report.h"
 #include "zentaro.h"
 
 namespace zentaro::tools {

@@ -1,7 +1,7 @@
 // A short day: an invoice, a credit note, a cheque and the closings.
-#include "demo/chapters.h"
+#include "tools/demo/chapters.h"
 
-#include "terminal/language.h"
+#include "base/terminal/language.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Each call with its outcome, the paper, and what to try next.
-#include "demo/demo_command.h"
+#include "tools/demo/demo_command.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -9,16 +9,16 @@
 #include <limits>
 #include <memory>
 
-#include "common/connection.h"
-#include "common/guarded.h"
-#include "common/json.h"
-#include "common/record_words.h"
-#include "common/show.h"
-#include "demo/chapters.h"
-#include "demo/stage.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
-#include "terminal/layout.h"
+#include "base/files/json.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "base/terminal/layout.h"
+#include "tools/connection/connection.h"
+#include "tools/demo/chapters.h"
+#include "tools/demo/stage.h"
+#include "tools/show/guarded.h"
+#include "tools/show/record_words.h"
+#include "tools/show/show.h"
 
 namespace zentaro::tools {
 

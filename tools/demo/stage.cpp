@@ -1,12 +1,12 @@
 // Columns of the stage.
-#include "demo/stage.h"
+#include "tools/demo/stage.h"
 
 #include <algorithm>
 #include <iostream>
 #include <sstream>
 
-#include "terminal/harmless.h"
-#include "terminal/layout.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/layout.h"
 
 namespace zentaro::tools {
 

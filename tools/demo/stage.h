@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "terminal/colour.h"
+#include "base/terminal/colour.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Settings, ports and printers, with what to do about each finding.
-#include "doctor/doctor_command.h"
+#include "tools/doctor/doctor_command.h"
 
 #include <sys/utsname.h>
 
@@ -11,19 +11,19 @@
 #include <stdexcept>
 
 #include "automation/automation_error.h"
-#include "common/connection.h"
-#include "common/guarded.h"
-#include "common/json.h"
-#include "common/known_settings.h"
-#include "common/read_input.h"
-#include "common/temporary_folder.h"
-#include "doctor/port_facts.h"
-#include "doctor/printer_facts.h"
-#include "doctor/settings_facts.h"
+#include "base/files/json.h"
+#include "base/files/read_input.h"
+#include "base/files/temporary_folder.h"
+#include "base/terminal/language.h"
 #include "platform/system_paths.h"
 #include "serial/modCOMM.h"
-#include "terminal/language.h"
-#include "trace/trace_text.h"
+#include "tools/connection/connection.h"
+#include "tools/connection/known_settings.h"
+#include "tools/doctor/port_facts.h"
+#include "tools/doctor/printer_facts.h"
+#include "tools/doctor/settings_facts.h"
+#include "tools/show/guarded.h"
+#include "tools/trace/trace_text.h"
 
 namespace zentaro::tools {
 

@@ -1,11 +1,11 @@
 // Findings as text and as JSON.
-#include "doctor/finding.h"
+#include "tools/doctor/finding.h"
 
 #include <algorithm>
 #include <sstream>
 
-#include "common/json.h"
-#include "terminal/harmless.h"
+#include "base/files/json.h"
+#include "base/terminal/harmless.h"
 
 namespace zentaro::tools {
 

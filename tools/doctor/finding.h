@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "common/json_fwd.h"
+#include "base/files/json_fwd.h"
 
 namespace zentaro::tools {
 

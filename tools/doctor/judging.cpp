@@ -1,8 +1,8 @@
 // What facts about a port mean, and what to do.
 #include <cerrno>
 
-#include "doctor/port_facts.h"
-#include "terminal/language.h"
+#include "base/terminal/language.h"
+#include "tools/doctor/port_facts.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Looking at devices.
-#include "doctor/port_facts.h"
+#include "tools/doctor/port_facts.h"
 
 #include <grp.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "terminal/language.h"
+#include "base/terminal/language.h"
 #include "text/ascii.h"
 
 namespace zentaro::tools {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "doctor/finding.h"
+#include "tools/doctor/finding.h"
 
 namespace zentaro::tools {
 

@@ -1,13 +1,13 @@
 // Asking a printer, and judging its answers.
-#include "doctor/printer_facts.h"
+#include "tools/doctor/printer_facts.h"
 
 #include <cmath>
 
 #include "automation/automation_error.h"
 #include "automation/date.h"
-#include "common/show.h"
+#include "base/terminal/language.h"
 #include "platform/services.h"
-#include "terminal/language.h"
+#include "tools/show/show.h"
 #include "zentaro.h"
 
 namespace zentaro::tools {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "common/connection.h"
-#include "doctor/finding.h"
+#include "tools/connection/connection.h"
+#include "tools/doctor/finding.h"
 
 namespace zentaro::tools {
 

@@ -1,15 +1,15 @@
 // Settings against the list of those that are known.
-#include "doctor/settings_facts.h"
+#include "tools/doctor/settings_facts.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <sstream>
 
-#include "common/known_settings.h"
-#include "terminal/language.h"
+#include "base/terminal/language.h"
 #include "text/ascii.h"
 #include "text/trimming.h"
+#include "tools/connection/known_settings.h"
 
 namespace zentaro::tools {
 

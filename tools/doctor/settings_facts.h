@@ -1,8 +1,8 @@
 // What is wrong with a user's settings.
 #pragma once
 
-#include "doctor/finding.h"
-#include "settings/settings_file.h"
+#include "tools/doctor/finding.h"
+#include "tools/settings/settings_file.h"
 
 namespace zentaro::tools {
 

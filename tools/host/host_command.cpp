@@ -1,13 +1,13 @@
 // The loop over standard input and output.
-#include "host/host_command.h"
+#include "tools/host/host_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <string>
 
-#include "common/interruption.h"
-#include "host/session.h"
-#include "terminal/language.h"
+#include "base/system/interruption.h"
+#include "base/terminal/language.h"
+#include "tools/host/session.h"
 
 namespace zentaro::tools {
 

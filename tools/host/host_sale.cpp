@@ -1,16 +1,16 @@
 // A sale from a document in a request to its verdict.
-#include "host/host_sale.h"
+#include "tools/host/host_sale.h"
 
 #include <memory>
 #include <ostream>
 #include <streambuf>
 
 #include "automation/conversions.h"
-#include "common/connection.h"
-#include "common/json.h"
-#include "host/rpc_error.h"
-#include "sale/sale_file.h"
-#include "sale/sale_job.h"
+#include "base/files/json.h"
+#include "till/document/sale_file.h"
+#include "tools/connection/connection.h"
+#include "tools/host/rpc_error.h"
+#include "tools/sale/sale_job.h"
 
 namespace zentaro::tools {
 

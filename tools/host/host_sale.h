@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "common/json.h"
+#include "base/files/json.h"
 #include "printer/czentaro.h"
-#include "sale/node.h"
+#include "till/document/node.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Objects by number.
-#include "host/object_table.h"
+#include "tools/host/object_table.h"
 
 namespace zentaro::tools {
 

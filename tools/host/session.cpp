@@ -1,5 +1,5 @@
 // Requests and responses of the line protocol.
-#include "host/session.h"
+#include "tools/host/session.h"
 
 #include <algorithm>
 #include <array>
@@ -8,12 +8,12 @@
 
 #include "automation/automation_error.h"
 #include "automation/description.h"
-#include "common/json.h"
-#include "host/host_sale.h"
-#include "host/rpc_error.h"
-#include "host/values.h"
+#include "base/files/json.h"
 #include "interface/description_json.h"
 #include "interface/library.h"
+#include "tools/host/host_sale.h"
+#include "tools/host/rpc_error.h"
+#include "tools/host/values.h"
 
 namespace zentaro::tools {
 

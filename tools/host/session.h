@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "common/json_fwd.h"
-#include "host/object_table.h"
+#include "base/files/json_fwd.h"
+#include "tools/host/object_table.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Values as JSON and back.
-#include "host/values.h"
+#include "tools/host/values.h"
 
 #include <array>
 #include <cmath>
@@ -7,11 +7,11 @@
 
 #include "automation/automation_error.h"
 #include "automation/description.h"
-#include "common/iso_date.h"
-#include "common/json.h"
-#include "common/show.h"
-#include "host/rpc_error.h"
+#include "base/files/json.h"
 #include "interface/type_names.h"
+#include "tools/host/rpc_error.h"
+#include "tools/show/iso_date.h"
+#include "tools/show/show.h"
 
 namespace zentaro::tools {
 

@@ -12,8 +12,8 @@
 #pragma once
 
 #include "automation/variant.h"
-#include "common/json_fwd.h"
-#include "host/object_table.h"
+#include "base/files/json_fwd.h"
+#include "tools/host/object_table.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Lists of members, for people and as JSON.
-#include "members/members_command.h"
+#include "tools/members/members_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -7,19 +7,19 @@
 #include <stdexcept>
 #include <utility>
 
-#include "common/guarded.h"
-#include "common/json.h"
-#include "common/signatures.h"
-#include "common/wording.h"
+#include "base/files/json.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "interface/description_json.h"
 #include "interface/library.h"
 #include "interface/sent_text.h"
 #include "interface/type_names.h"
-#include "members/reference.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
-#include "terminal/layout.h"
 #include "text/ascii.h"
+#include "tools/members/reference.h"
+#include "tools/show/guarded.h"
+#include "tools/show/signatures.h"
+#include "tools/show/wording.h"
 
 namespace zentaro::tools {
 

@@ -1,17 +1,17 @@
 // The reference manual in Markdown.
-#include "members/reference.h"
+#include "tools/members/reference.h"
 
 #include <sstream>
 
-#include "common/signatures.h"
-#include "common/wording.h"
+#include "base/terminal/language.h"
 #include "interface/library.h"
 #include "interface/sent_text.h"
 #include "interface/type_names.h"
 #include "platform/setting_keys.h"
 #include "printer/outcome.h"
-#include "terminal/language.h"
 #include "text/unicode.h"
+#include "tools/show/signatures.h"
+#include "tools/show/wording.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Becomes the program zentaro-printer, or talks to one that runs.
-#include "printer/printer_command.h"
+#include "tools/printer/printer_command.h"
 
 #include <unistd.h>
 
@@ -11,11 +11,11 @@
 #include <memory>
 #include <stdexcept>
 
-#include "common/child_process.h"
-#include "common/guarded.h"
-#include "printer/tell.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "base/system/child_process.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "tools/printer/tell.h"
+#include "tools/show/guarded.h"
 
 namespace zentaro::tools {
 

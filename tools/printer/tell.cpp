@@ -1,5 +1,5 @@
 // One line to a local socket, and the reply to it.
-#include "printer/tell.h"
+#include "tools/printer/tell.h"
 
 #include <poll.h>
 #include <sys/socket.h>

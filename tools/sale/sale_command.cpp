@@ -1,13 +1,13 @@
 // The options of `zentaro sale`.
-#include "sale/sale_command.h"
+#include "tools/sale/sale_command.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "common/guarded.h"
-#include "sale/sale_run.h"
-#include "terminal/command_line.h"
-#include "terminal/language.h"
+#include "base/terminal/command_line.h"
+#include "base/terminal/language.h"
+#include "tools/sale/sale_run.h"
+#include "tools/show/guarded.h"
 
 namespace zentaro::tools {
 

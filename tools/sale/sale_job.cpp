@@ -1,5 +1,5 @@
 // The journal around the printing of a sale.
-#include "sale/sale_job.h"
+#include "tools/sale/sale_job.h"
 
 #include <unistd.h>
 
@@ -8,11 +8,11 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "common/guarded.h"
-#include "common/json.h"
-#include "sale/content.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "base/files/json.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "till/document/content.h"
+#include "tools/show/guarded.h"
 
 namespace zentaro::tools {
 

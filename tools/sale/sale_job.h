@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
-#include "common/json_fwd.h"
-#include "journal/bookkeeper.h"
-#include "journal/recorder.h"
-#include "sale/sale.h"
-#include "sale/verdict.h"
+#include "base/files/json_fwd.h"
+#include "till/books/recorder.h"
+#include "till/document/sale.h"
+#include "tools/sale/bookkeeper.h"
+#include "tools/sale/verdict.h"
 
 namespace zentaro::tools {
 

@@ -1,18 +1,18 @@
 // Reads the file, checks all of it, asks the journal, opens the port and prints.
-#include "sale/sale_run.h"
+#include "tools/sale/sale_run.h"
 
 #include <iostream>
 
 #include "automation/conversions.h"
-#include "common/guarded.h"
-#include "common/json.h"
-#include "common/read_input.h"
+#include "base/files/json.h"
+#include "base/files/read_input.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
 #include "platform/setting_keys.h"
-#include "sale/paper_check.h"
-#include "sale/sale_file.h"
-#include "sale/sale_job.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "till/document/paper_check.h"
+#include "till/document/sale_file.h"
+#include "tools/sale/sale_job.h"
+#include "tools/show/guarded.h"
 
 namespace zentaro::tools {
 

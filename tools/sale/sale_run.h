@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "common/connection.h"
+#include "tools/connection/connection.h"
 
 namespace zentaro::tools {
 

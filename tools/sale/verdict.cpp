@@ -1,13 +1,13 @@
 // The verdicts, one row each.
-#include "sale/verdict.h"
+#include "tools/sale/verdict.h"
 
 #include <algorithm>
 #include <array>
 
-#include "common/connection.h"
-#include "common/json.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "base/files/json.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "tools/connection/connection.h"
 
 namespace zentaro::tools {
 

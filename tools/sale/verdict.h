@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "common/json_fwd.h"
-#include "sale/print_sale.h"
-#include "sale/totals.h"
+#include "base/files/json_fwd.h"
+#include "till/course/print_sale.h"
+#include "till/document/totals.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // The user's settings on the command line.
-#include "settings/settings_command.h"
+#include "tools/settings/settings_command.h"
 
 #include <CLI/CLI.hpp>
 #include <array>
@@ -7,16 +7,16 @@
 #include <memory>
 #include <stdexcept>
 
-#include "common/guarded.h"
-#include "common/json.h"
-#include "common/known_settings.h"
-#include "common/wording.h"
+#include "base/files/json.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "platform/system_paths.h"
-#include "settings/settings_file.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
-#include "terminal/layout.h"
 #include "text/ascii.h"
+#include "tools/connection/known_settings.h"
+#include "tools/settings/settings_file.h"
+#include "tools/show/guarded.h"
+#include "tools/show/wording.h"
 
 namespace zentaro::tools {
 

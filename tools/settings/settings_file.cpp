@@ -1,5 +1,5 @@
 // Reading and replacing the settings file.
-#include "settings/settings_file.h"
+#include "tools/settings/settings_file.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "files/careful_file.h"
-#include "terminal/language.h"
+#include "base/files/careful_file.h"
+#include "base/terminal/language.h"
 
 namespace zentaro::tools {
 

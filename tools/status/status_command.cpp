@@ -1,17 +1,17 @@
 // Shows the records of two status requests.
-#include "status/status_command.h"
+#include "tools/status/status_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 
-#include "common/guarded.h"
-#include "common/known_settings.h"
-#include "common/report.h"
-#include "doctor/port_facts.h"
+#include "base/terminal/language.h"
 #include "platform/system_paths.h"
-#include "status/status_words.h"
-#include "terminal/language.h"
+#include "tools/connection/known_settings.h"
+#include "tools/doctor/port_facts.h"
+#include "tools/show/guarded.h"
+#include "tools/show/report.h"
+#include "tools/status/status_words.h"
 
 namespace zentaro::tools {
 

@@ -1,9 +1,9 @@
 // Sentences for statuses.
-#include "status/status_words.h"
+#include "tools/status/status_words.h"
 
-#include "device/status.h"
-#include "terminal/language.h"
-#include "terminal/layout.h"
+#include "base/terminal/language.h"
+#include "base/terminal/layout.h"
+#include "virtual-printer/device/status.h"
 #include "zentaro.h"
 
 namespace zentaro::tools {

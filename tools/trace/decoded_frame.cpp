@@ -1,5 +1,5 @@
 // Cutting a frame out of the bytes around it.
-#include "trace/decoded_frame.h"
+#include "tools/trace/decoded_frame.h"
 
 #include <charconv>
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "wire/frame.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace zentaro::tools {
 

@@ -1,5 +1,5 @@
 // Each command with what came before the next one.
-#include "trace/exchange.h"
+#include "tools/trace/exchange.h"
 
 #include <algorithm>
 

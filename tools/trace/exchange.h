@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "trace/decoded_frame.h"
-#include "trace/trace_file.h"
+#include "tools/trace/decoded_frame.h"
+#include "tools/trace/trace_file.h"
 
 namespace zentaro::tools {
 

@@ -1,14 +1,14 @@
 // The loop of the scripted printer.
-#include "trace/replay.h"
+#include "tools/trace/replay.h"
 
 #include <poll.h>
 
 #include <iostream>
 
-#include "device/commands.h"
-#include "line/pty.h"
-#include "terminal/language.h"
-#include "wire/receiver.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/line/pty.h"
+#include "virtual-printer/wire/receiver.h"
 
 namespace zentaro::tools {
 

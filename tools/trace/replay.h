@@ -1,7 +1,7 @@
 // A scripted printer on a pseudo-terminal.
 #pragma once
 
-#include "trace/script.h"
+#include "tools/trace/script.h"
 
 namespace zentaro::tools {
 

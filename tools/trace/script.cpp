@@ -1,5 +1,5 @@
 // Recorded answers, adapted to the request.
-#include "trace/script.h"
+#include "tools/trace/script.h"
 
 #include <charconv>
 

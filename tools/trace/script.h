@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "trace/exchange.h"
+#include "tools/trace/exchange.h"
 
 namespace zentaro::tools {
 

@@ -1,17 +1,17 @@
 // Reads a trace file and shows it, or answers from it.
-#include "trace/trace_command.h"
+#include "tools/trace/trace_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 
-#include "common/guarded.h"
-#include "common/read_input.h"
-#include "terminal/harmless.h"
-#include "terminal/language.h"
-#include "trace/replay.h"
-#include "trace/trace_text.h"
+#include "base/files/read_input.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "tools/show/guarded.h"
+#include "tools/trace/replay.h"
+#include "tools/trace/trace_text.h"
 
 namespace zentaro::tools {
 

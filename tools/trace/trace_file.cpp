@@ -1,11 +1,11 @@
 // Lines of a trace file, told apart by their form.
-#include "trace/trace_file.h"
+#include "tools/trace/trace_file.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
 
-#include "terminal/language.h"
+#include "base/terminal/language.h"
 
 namespace zentaro::tools {
 

@@ -1,12 +1,12 @@
 // Columns for what every frame has, a line below it for the rest.
-#include "trace/trace_text.h"
+#include "tools/trace/trace_text.h"
 
 #include <array>
 #include <cstdio>
 
-#include "device/commands.h"
-#include "terminal/language.h"
-#include "wire/codepage.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/wire/codepage.h"
 
 namespace zentaro::tools {
 

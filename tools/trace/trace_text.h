@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "trace/exchange.h"
+#include "tools/trace/exchange.h"
 
 namespace zentaro::tools {
 

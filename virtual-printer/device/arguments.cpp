@@ -1,10 +1,10 @@
 // Field texts to values.
-#include "device/arguments.h"
+#include "virtual-printer/device/arguments.h"
 
 #include <algorithm>
 #include <array>
 
-#include "wire/codepage.h"
+#include "virtual-printer/wire/codepage.h"
 
 namespace printer {
 namespace {

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "fiscal/books.h"
-#include "fiscal/refusal.h"
-#include "wire/frame.h"
+#include "virtual-printer/fiscal/books.h"
+#include "virtual-printer/fiscal/refusal.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // The command table.
-#include "device/commands.h"
+#include "virtual-printer/device/commands.h"
 
 #include <algorithm>
 #include <array>

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "device/arguments.h"
-#include "device/works.h"
+#include "virtual-printer/device/arguments.h"
+#include "virtual-printer/device/works.h"
 
 namespace printer {
 

@@ -1,8 +1,8 @@
 // From a command to its answer.
-#include "device/device.h"
+#include "virtual-printer/device/device.h"
 
-#include "device/commands.h"
-#include "device/status.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/device/status.h"
 
 namespace printer {
 

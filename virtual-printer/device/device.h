@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "device/works.h"
-#include "wire/frame.h"
+#include "virtual-printer/device/works.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 

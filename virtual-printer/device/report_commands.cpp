@@ -1,10 +1,10 @@
 // Status requests, closings and fiscal memory reports.
 #include <algorithm>
 
-#include "device/commands.h"
-#include "device/status.h"
-#include "fiscal/calendar.h"
-#include "paper/report.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/device/status.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/paper/report.h"
 
 namespace printer {
 namespace {

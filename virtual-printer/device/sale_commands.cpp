@@ -1,5 +1,5 @@
 // Invoices and credit notes: opening, lines, payments and closing.
-#include "device/commands.h"
+#include "virtual-printer/device/commands.h"
 
 namespace printer {
 namespace {

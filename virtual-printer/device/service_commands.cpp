@@ -1,7 +1,7 @@
 // Clock, serial number, drawers, paper and slip station.
-#include "device/commands.h"
-#include "fiscal/calendar.h"
-#include "paper/cheque.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/paper/cheque.h"
 
 namespace printer {
 

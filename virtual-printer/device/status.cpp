@@ -1,8 +1,8 @@
 // Status words and status answers.
-#include "device/status.h"
+#include "virtual-printer/device/status.h"
 
-#include "fiscal/calendar.h"
-#include "wire/frame.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "device/works.h"
+#include "virtual-printer/device/works.h"
 
 namespace printer {
 

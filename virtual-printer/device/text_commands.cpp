@@ -1,5 +1,5 @@
 // Non-fiscal documents, and the header and footer lines of fiscal ones.
-#include "device/commands.h"
+#include "virtual-printer/device/commands.h"
 
 namespace printer {
 namespace {

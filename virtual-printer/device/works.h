@@ -1,9 +1,9 @@
 // The inside of the printer that commands work on: books, fiscal state machine, paper and stations.
 #pragma once
 
-#include "fiscal/machine.h"
-#include "paper/print_job.h"
-#include "paper/ticket.h"
+#include "virtual-printer/fiscal/machine.h"
+#include "virtual-printer/paper/print_job.h"
+#include "virtual-printer/paper/ticket.h"
 
 namespace printer {
 

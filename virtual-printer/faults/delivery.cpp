@@ -1,7 +1,7 @@
 // Wire effects, each a small change of the frame or of its schedule.
-#include "faults/delivery.h"
+#include "virtual-printer/faults/delivery.h"
 
-#include "wire/frame.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 namespace {

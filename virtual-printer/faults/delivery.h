@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "faults/plan.h"
+#include "virtual-printer/faults/plan.h"
 
 namespace printer {
 

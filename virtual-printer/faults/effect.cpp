@@ -1,5 +1,5 @@
 // The effects, in the order of the enumeration.
-#include "faults/effect.h"
+#include "virtual-printer/faults/effect.h"
 
 #include <algorithm>
 #include <array>

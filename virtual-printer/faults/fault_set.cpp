@@ -1,5 +1,5 @@
 // When faults begin and end.
-#include "faults/fault_set.h"
+#include "virtual-printer/faults/fault_set.h"
 
 #include <algorithm>
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "device/works.h"
-#include "faults/plan.h"
-#include "wire/frame.h"
+#include "virtual-printer/device/works.h"
+#include "virtual-printer/faults/plan.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Reading of plans word by word, and writing them back.
-#include "faults/plan.h"
+#include "virtual-printer/faults/plan.h"
 
 #include <algorithm>
 #include <array>
@@ -7,8 +7,8 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "device/commands.h"
-#include "terminal/language.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/device/commands.h"
 
 namespace printer {
 namespace {

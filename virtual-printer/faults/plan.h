@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "faults/effect.h"
+#include "virtual-printer/faults/effect.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Entries into the books.
-#include "fiscal/books.h"
+#include "virtual-printer/fiscal/books.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "fiscal/z_memory.h"
+#include "virtual-printer/fiscal/z_memory.h"
 
 namespace printer {
 

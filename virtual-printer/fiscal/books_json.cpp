@@ -1,13 +1,13 @@
 // Each record names its members once; the same list writes and reads them.
-#include "fiscal/books_json.h"
+#include "virtual-printer/fiscal/books_json.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "fiscal/calendar.h"
-#include "terminal/language.h"
-#include "wire/frame.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 namespace {

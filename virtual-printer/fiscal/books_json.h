@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "fiscal/books.h"
+#include "virtual-printer/fiscal/books.h"
 
 namespace printer {
 

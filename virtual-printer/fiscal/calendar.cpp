@@ -1,5 +1,5 @@
 // Between seconds and calendar fields.
-#include "fiscal/calendar.h"
+#include "virtual-printer/fiscal/calendar.h"
 
 #include <array>
 #include <ctime>

@@ -3,8 +3,8 @@
 
 #include <chrono>
 
-#include "fiscal/calendar.h"
-#include "fiscal/document.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/fiscal/document.h"
 
 namespace printer {
 

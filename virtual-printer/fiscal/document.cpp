@@ -1,5 +1,5 @@
 // Sums of a document and the places of its tax rates.
-#include "fiscal/document.h"
+#include "virtual-printer/fiscal/document.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "fiscal/money.h"
+#include "virtual-printer/fiscal/money.h"
 
 namespace printer {
 

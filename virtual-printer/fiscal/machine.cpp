@@ -1,5 +1,5 @@
 // Checks first, changes after: each operation refuses before it touches anything.
-#include "fiscal/machine.h"
+#include "virtual-printer/fiscal/machine.h"
 
 namespace printer {
 

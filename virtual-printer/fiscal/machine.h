@@ -6,8 +6,8 @@
 //   none --open non-fiscal--> items --close non-fiscal--> none
 #pragma once
 
-#include "fiscal/books.h"
-#include "fiscal/refusal.h"
+#include "virtual-printer/fiscal/books.h"
+#include "virtual-printer/fiscal/refusal.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Rounding and sharing of amounts, and how amounts are written.
-#include "fiscal/money.h"
+#include "virtual-printer/fiscal/money.h"
 
 #include <limits>
 #include <numeric>

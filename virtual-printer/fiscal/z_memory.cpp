@@ -1,5 +1,5 @@
 // Adding to records that copies share.
-#include "fiscal/z_memory.h"
+#include "virtual-printer/fiscal/z_memory.h"
 
 #include <algorithm>
 

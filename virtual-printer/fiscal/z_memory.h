@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "fiscal/day.h"
+#include "virtual-printer/fiscal/day.h"
 
 namespace printer {
 

@@ -1,10 +1,10 @@
 // Reading and writing of addresses.
-#include "line/address.h"
+#include "virtual-printer/line/address.h"
 
 #include <charconv>
 #include <stdexcept>
 
-#include "terminal/language.h"
+#include "base/terminal/language.h"
 
 namespace printer {
 namespace {

@@ -1,5 +1,5 @@
 // Ownership of a file descriptor.
-#include "line/descriptor.h"
+#include "virtual-printer/line/descriptor.h"
 
 #include <unistd.h>
 

@@ -1,9 +1,9 @@
 // Receiving, executing, answering, and what faults make of it.
-#include "line/engine.h"
+#include "virtual-printer/line/engine.h"
 
 #include <algorithm>
 
-#include "device/commands.h"
+#include "virtual-printer/device/commands.h"
 
 namespace printer {
 namespace {

@@ -5,11 +5,11 @@
 #include <deque>
 #include <optional>
 
-#include "device/device.h"
-#include "faults/delivery.h"
-#include "faults/fault_set.h"
-#include "line/event.h"
-#include "wire/receiver.h"
+#include "virtual-printer/device/device.h"
+#include "virtual-printer/faults/delivery.h"
+#include "virtual-printer/faults/fault_set.h"
+#include "virtual-printer/line/event.h"
+#include "virtual-printer/wire/receiver.h"
 
 namespace printer {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "device/works.h"
-#include "wire/frame.h"
+#include "virtual-printer/device/works.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 

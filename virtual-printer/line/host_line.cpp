@@ -1,5 +1,5 @@
 // Looking through what was polled.
-#include "line/host_line.h"
+#include "virtual-printer/line/host_line.h"
 
 #include <algorithm>
 

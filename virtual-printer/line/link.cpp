@@ -1,12 +1,12 @@
 // Placing and removing of the link.
-#include "line/link.h"
+#include "virtual-printer/line/link.h"
 
 #include <random>
 #include <stdexcept>
 #include <system_error>
 
-#include "line/served_mark.h"
-#include "terminal/language.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/line/served_mark.h"
 
 namespace printer {
 

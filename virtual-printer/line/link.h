@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "line/descriptor.h"
+#include "virtual-printer/line/descriptor.h"
 
 namespace printer {
 

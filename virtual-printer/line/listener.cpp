@@ -1,5 +1,5 @@
 // Listening and accepting over POSIX.
-#include "line/listener.h"
+#include "virtual-printer/line/listener.h"
 
 #include <netinet/in.h>
 #include <sys/resource.h>

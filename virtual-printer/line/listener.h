@@ -4,8 +4,8 @@
 
 #include <sys/socket.h>
 
-#include "line/descriptor.h"
-#include "line/host_line.h"
+#include "virtual-printer/line/descriptor.h"
+#include "virtual-printer/line/host_line.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Pseudo-terminal over POSIX.
-#include "line/pty.h"
+#include "virtual-printer/line/pty.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,8 +1,8 @@
 // The line as a pseudo-terminal, whose slave side a host opens like a serial port.
 #pragma once
 
-#include "line/descriptor.h"
-#include "line/host_line.h"
+#include "virtual-printer/line/descriptor.h"
+#include "virtual-printer/line/host_line.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // The mark as a record lock that belongs to the open file.
-#include "line/served_mark.h"
+#include "virtual-printer/line/served_mark.h"
 
 #include <fcntl.h>
 

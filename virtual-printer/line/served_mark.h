@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-#include "line/descriptor.h"
+#include "virtual-printer/line/descriptor.h"
 
 namespace printer {
 

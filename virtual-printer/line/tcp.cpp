@@ -1,5 +1,5 @@
 // A listening socket, and the one host that has the line.
-#include "line/tcp.h"
+#include "virtual-printer/line/tcp.h"
 
 #include <netdb.h>
 #include <netinet/in.h>

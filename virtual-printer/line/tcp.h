@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "line/address.h"
-#include "line/listener.h"
+#include "virtual-printer/line/address.h"
+#include "virtual-printer/line/listener.h"
 
 namespace printer {
 

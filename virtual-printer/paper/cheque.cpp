@@ -1,5 +1,5 @@
 // Where the fields stand on a cheque.
-#include "paper/cheque.h"
+#include "virtual-printer/paper/cheque.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Checking of UTF-8, a character at a time.
-#include "paper/clean_text.h"
+#include "virtual-printer/paper/clean_text.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Sheets together on one drawing or page.
 #include <algorithm>
 
-#include "paper/svg.h"
+#include "virtual-printer/paper/svg.h"
 
 namespace printer {
 namespace {

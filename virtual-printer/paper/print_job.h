@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "paper/roll.h"
+#include "virtual-printer/paper/roll.h"
 
 namespace printer {
 

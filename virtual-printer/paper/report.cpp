@@ -1,5 +1,5 @@
 // Setting of reports.
-#include "paper/report.h"
+#include "virtual-printer/paper/report.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "paper/ticket.h"
+#include "virtual-printer/paper/ticket.h"
 
 namespace printer {
 

@@ -1,9 +1,9 @@
 // Keeping and announcing what is printed.
-#include "paper/roll.h"
+#include "virtual-printer/paper/roll.h"
 
 #include <utility>
 
-#include "paper/clean_text.h"
+#include "virtual-printer/paper/clean_text.h"
 
 namespace printer {
 namespace {

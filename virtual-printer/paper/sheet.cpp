@@ -1,5 +1,5 @@
 // Breaking of texts into lines of the paper's width.
-#include "paper/sheet.h"
+#include "virtual-printer/paper/sheet.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // Drawing of one sheet. Every character stands in a column of its own, whatever font the viewer has.
-#include "paper/svg.h"
+#include "virtual-printer/paper/svg.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 #include <deque>
 #include <string>
 
-#include "paper/sheet.h"
+#include "virtual-printer/paper/sheet.h"
 
 namespace printer {
 

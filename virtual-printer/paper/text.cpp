@@ -1,5 +1,5 @@
 // Setting of lines in columns.
-#include "paper/text.h"
+#include "virtual-printer/paper/text.h"
 
 namespace printer {
 namespace {

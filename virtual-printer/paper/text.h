@@ -3,7 +3,7 @@
 
 #include <deque>
 
-#include "paper/sheet.h"
+#include "virtual-printer/paper/sheet.h"
 
 namespace printer {
 

@@ -1,7 +1,7 @@
 // The look of a Venezuelan fiscal ticket.
-#include "paper/ticket.h"
+#include "virtual-printer/paper/ticket.h"
 
-#include "fiscal/calendar.h"
+#include "virtual-printer/fiscal/calendar.h"
 
 namespace printer {
 namespace {

@@ -1,8 +1,8 @@
 // What stands on the paper of a fiscal or non-fiscal document, part by part, in the order of printing.
 #pragma once
 
-#include "fiscal/books.h"
-#include "paper/sheet.h"
+#include "virtual-printer/fiscal/books.h"
+#include "virtual-printer/paper/sheet.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // The system's clocks.
-#include "shell/clock.h"
+#include "virtual-printer/shell/clock.h"
 
 #include <ctime>
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "line/event.h"
+#include "virtual-printer/line/event.h"
 
 namespace printer {
 

@@ -1,11 +1,11 @@
 // The commands of the control language.
-#include "shell/control.h"
+#include "virtual-printer/shell/control.h"
 
 #include <stdexcept>
 
-#include "device/status.h"
-#include "terminal/language.h"
-#include "wire/frame.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/device/status.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 namespace {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "device/device.h"
-#include "faults/fault_set.h"
+#include "virtual-printer/device/device.h"
+#include "virtual-printer/faults/fault_set.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // The control socket over POSIX.
-#include "shell/control_socket.h"
+#include "virtual-printer/shell/control_socket.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "terminal/language.h"
+#include "base/terminal/language.h"
 
 namespace printer {
 namespace {

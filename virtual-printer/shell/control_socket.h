@@ -6,9 +6,9 @@
 #include <list>
 #include <string>
 
-#include "line/listener.h"
-#include "shell/control.h"
-#include "shell/served.h"
+#include "virtual-printer/line/listener.h"
+#include "virtual-printer/shell/control.h"
+#include "virtual-printer/shell/served.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Writing of events.
-#include "shell/log.h"
+#include "virtual-printer/shell/log.h"
 
 #include <unistd.h>
 
@@ -8,10 +8,10 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "files/careful_file.h"
-#include "fiscal/calendar.h"
-#include "terminal/language.h"
-#include "wire/codepage.h"
+#include "base/files/careful_file.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/wire/codepage.h"
 
 namespace printer {
 namespace {

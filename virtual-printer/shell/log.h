@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "line/descriptor.h"
-#include "line/event.h"
-#include "shell/notices.h"
+#include "virtual-printer/line/descriptor.h"
+#include "virtual-printer/line/event.h"
+#include "virtual-printer/shell/notices.h"
 
 namespace printer {
 

@@ -1,11 +1,11 @@
 // Writing to standard error.
-#include "shell/notices.h"
+#include "virtual-printer/shell/notices.h"
 
 #include <iostream>
 #include <utility>
 
-#include "terminal/harmless.h"
-#include "terminal/language.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
 
 namespace printer {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "line/event.h"
+#include "virtual-printer/line/event.h"
 
 namespace printer {
 

@@ -1,13 +1,13 @@
 // The command line, read with CLI11.
-#include "shell/options.h"
+#include "virtual-printer/shell/options.h"
 
 #include <CLI/CLI.hpp>
 #include <cmath>
 
-#include "device/commands.h"
-#include "fiscal/calendar.h"
-#include "terminal/command_line.h"
-#include "terminal/language.h"
+#include "base/terminal/command_line.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/fiscal/calendar.h"
 
 namespace printer {
 namespace {

@@ -6,9 +6,9 @@
 #include <variant>
 #include <vector>
 
-#include "faults/plan.h"
-#include "line/address.h"
-#include "line/engine.h"
+#include "virtual-printer/faults/plan.h"
+#include "virtual-printer/line/address.h"
+#include "virtual-printer/line/engine.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Paper to the screen and to files.
-#include "shell/paper_watchers.h"
+#include "virtual-printer/shell/paper_watchers.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -7,10 +7,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "files/careful_file.h"
-#include "paper/svg.h"
-#include "paper/text.h"
-#include "terminal/language.h"
+#include "base/files/careful_file.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/paper/svg.h"
+#include "virtual-printer/paper/text.h"
 
 namespace printer {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "paper/roll.h"
-#include "shell/notices.h"
+#include "virtual-printer/paper/roll.h"
+#include "virtual-printer/shell/notices.h"
 
 namespace printer {
 

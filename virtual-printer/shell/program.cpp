@@ -1,5 +1,5 @@
 // The main loop.
-#include "shell/program.h"
+#include "virtual-printer/shell/program.h"
 
 #include <poll.h>
 #include <sys/signalfd.h>
@@ -11,20 +11,20 @@
 #include <memory>
 #include <optional>
 
-#include "common/temporary_folder.h"
-#include "line/link.h"
-#include "line/pty.h"
-#include "line/tcp.h"
-#include "shell/clock.h"
-#include "shell/control_socket.h"
-#include "shell/log.h"
-#include "shell/notices.h"
-#include "shell/paper_watchers.h"
-#include "shell/standard_input.h"
-#include "shell/state_file.h"
-#include "terminal/language.h"
-#include "web/browser.h"
-#include "web/web_page.h"
+#include "base/files/temporary_folder.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/line/link.h"
+#include "virtual-printer/line/pty.h"
+#include "virtual-printer/line/tcp.h"
+#include "virtual-printer/shell/clock.h"
+#include "virtual-printer/shell/control_socket.h"
+#include "virtual-printer/shell/log.h"
+#include "virtual-printer/shell/notices.h"
+#include "virtual-printer/shell/paper_watchers.h"
+#include "virtual-printer/shell/standard_input.h"
+#include "virtual-printer/shell/state_file.h"
+#include "virtual-printer/web/browser.h"
+#include "virtual-printer/web/web_page.h"
 
 namespace printer {
 namespace {

@@ -1,7 +1,7 @@
 // The running printer: line, paper and signals in one loop.
 #pragma once
 
-#include "shell/options.h"
+#include "virtual-printer/shell/options.h"
 
 namespace printer {
 

@@ -1,13 +1,13 @@
 // Reading of standard input.
-#include "shell/standard_input.h"
+#include "virtual-printer/shell/standard_input.h"
 
 #include <unistd.h>
 
 #include <array>
 #include <iostream>
 
-#include "line/host_line.h"
-#include "terminal/harmless.h"
+#include "base/terminal/harmless.h"
+#include "virtual-printer/line/host_line.h"
 
 namespace printer {
 

@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "shell/control.h"
-#include "shell/served.h"
+#include "virtual-printer/shell/control.h"
+#include "virtual-printer/shell/served.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // Loading and saving of the books.
-#include "shell/state_file.h"
+#include "virtual-printer/shell/state_file.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -8,8 +8,8 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "files/careful_file.h"
-#include "terminal/language.h"
+#include "base/files/careful_file.h"
+#include "base/terminal/language.h"
 
 namespace printer {
 

@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "fiscal/books_json.h"
-#include "line/descriptor.h"
+#include "virtual-printer/fiscal/books_json.h"
+#include "virtual-printer/line/descriptor.h"
 
 namespace printer {
 

@@ -1,5 +1,5 @@
 // The desktop's own way to open a page.
-#include "web/browser.h"
+#include "virtual-printer/web/browser.h"
 
 #include <fcntl.h>
 #include <spawn.h>

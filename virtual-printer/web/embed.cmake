@@ -1,5 +1,5 @@
 # Writes OUTPUT, the C++ file with the contents of the page's FILES, which stand in FOLDER.
-set(text "// The files of the page, written by web/embed.cmake.\n#include \"web/page_files.h\"\n\n#include <array>\n\n")
+set(text "// The files of the page, written by web/embed.cmake.\n#include \"virtual-printer/web/page_files.h\"\n\n#include <array>\n\n")
 string(APPEND text "namespace printer {\nnamespace {\n\nconstexpr auto files = std::to_array<PageFile>({\n")
 foreach(name ${FILES})
   file(READ ${FOLDER}/${name} content)

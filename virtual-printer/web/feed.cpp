@@ -1,5 +1,5 @@
 // Keeping and handing out of messages.
-#include "web/feed.h"
+#include "virtual-printer/web/feed.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,5 +1,5 @@
 // Checks of request headers.
-#include "web/guard.h"
+#include "virtual-printer/web/guard.h"
 
 #include <arpa/inet.h>
 

@@ -1,5 +1,5 @@
 // The way of a job: queue, wake-up, result.
-#include "web/inbox.h"
+#include "virtual-printer/web/inbox.h"
 
 #include <sys/eventfd.h>
 #include <unistd.h>

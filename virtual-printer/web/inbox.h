@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "line/descriptor.h"
+#include "virtual-printer/line/descriptor.h"
 
 namespace printer {
 

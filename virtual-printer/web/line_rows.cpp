@@ -1,11 +1,11 @@
 // Rows as JSON. The page is given what it shows; it decodes nothing.
-#include "web/line_rows.h"
+#include "virtual-printer/web/line_rows.h"
 
 #include <nlohmann/json.hpp>
 
-#include "device/status.h"
-#include "fiscal/calendar.h"
-#include "wire/codepage.h"
+#include "virtual-printer/device/status.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/wire/codepage.h"
 
 namespace printer {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "line/engine.h"
-#include "web/feed.h"
+#include "virtual-printer/line/engine.h"
+#include "virtual-printer/web/feed.h"
 
 namespace printer {
 

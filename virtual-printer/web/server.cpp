@@ -1,5 +1,5 @@
 // HTTP with cpp-httplib; the only file that includes it.
-#include "web/server.h"
+#include "virtual-printer/web/server.h"
 
 #include <httplib.h>
 #include <sys/random.h>
@@ -12,10 +12,10 @@
 #include <stdexcept>
 #include <thread>
 
-#include "terminal/language.h"
-#include "web/guard.h"
-#include "web/page_files.h"
-#include "wire/frame.h"
+#include "base/terminal/language.h"
+#include "virtual-printer/web/guard.h"
+#include "virtual-printer/web/page_files.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 namespace {

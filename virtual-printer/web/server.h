@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "line/address.h"
-#include "web/feed.h"
+#include "virtual-printer/line/address.h"
+#include "virtual-printer/web/feed.h"
 
 namespace printer {
 

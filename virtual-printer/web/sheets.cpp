@@ -1,9 +1,9 @@
 // Sheets as SVG documents in JSON.
-#include "web/sheets.h"
+#include "virtual-printer/web/sheets.h"
 
 #include <nlohmann/json.hpp>
 
-#include "paper/svg.h"
+#include "virtual-printer/paper/svg.h"
 
 namespace printer {
 namespace {

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <deque>
 
-#include "paper/roll.h"
-#include "web/feed.h"
+#include "virtual-printer/paper/roll.h"
+#include "virtual-printer/web/feed.h"
 
 namespace printer {
 

@@ -1,12 +1,12 @@
 // The printer's inside as JSON.
-#include "web/state_json.h"
+#include "virtual-printer/web/state_json.h"
 
 #include <nlohmann/json.hpp>
 
-#include "device/commands.h"
-#include "device/status.h"
-#include "faults/effect.h"
-#include "fiscal/calendar.h"
+#include "virtual-printer/device/commands.h"
+#include "virtual-printer/device/status.h"
+#include "virtual-printer/faults/effect.h"
+#include "virtual-printer/fiscal/calendar.h"
 
 namespace printer {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "device/works.h"
+#include "virtual-printer/device/works.h"
 
 namespace printer {
 

@@ -1,10 +1,10 @@
 // What the loop tells, as messages for the page.
-#include "web/web_page.h"
+#include "virtual-printer/web/web_page.h"
 
 #include <nlohmann/json.hpp>
 
-#include "fiscal/calendar.h"
-#include "web/state_json.h"
+#include "virtual-printer/fiscal/calendar.h"
+#include "virtual-printer/web/state_json.h"
 
 namespace printer {
 namespace {

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "faults/fault_set.h"
-#include "line/engine.h"
-#include "shell/served.h"
-#include "web/inbox.h"
-#include "web/line_rows.h"
-#include "web/server.h"
-#include "web/sheets.h"
+#include "virtual-printer/faults/fault_set.h"
+#include "virtual-printer/line/engine.h"
+#include "virtual-printer/shell/served.h"
+#include "virtual-printer/web/inbox.h"
+#include "virtual-printer/web/line_rows.h"
+#include "virtual-printer/web/server.h"
+#include "virtual-printer/web/sheets.h"
 
 namespace printer {
 

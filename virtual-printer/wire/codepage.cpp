@@ -1,5 +1,5 @@
 // Windows-1252 to UTF-8.
-#include "wire/codepage.h"
+#include "virtual-printer/wire/codepage.h"
 
 #include <array>
 

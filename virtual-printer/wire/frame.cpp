@@ -1,5 +1,5 @@
 // Encoding of answers and decoding of commands whose checksum has been found right.
-#include "wire/frame.h"
+#include "virtual-printer/wire/frame.h"
 
 #include <algorithm>
 #include <array>

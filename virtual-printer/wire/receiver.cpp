@@ -1,5 +1,5 @@
 // Search for commands and for the reset sequence, byte by byte.
-#include "wire/receiver.h"
+#include "virtual-printer/wire/receiver.h"
 
 namespace printer {
 namespace {

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "wire/frame.h"
+#include "virtual-printer/wire/frame.h"
 
 namespace printer {
 

@@ -1,0 +1,137 @@
+// Opening the port that the options name.
+#include "tools/connection/connection.h"
+
+#include <filesystem>
+#include <iostream>
+#include <stdexcept>
+
+#include "automation/automation_error.h"
+#include "automation/conversions.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "interface/library.h"
+#include "tools/connection/known_settings.h"
+
+namespace zentaro::tools {
+
+using terminal::harmless;
+using terminal::say;
+
+namespace {
+
+constexpr int ownPort = 1;  // the number under which a device that was named by its path is opened
+
+// Where a shop has its printer, nobody should sell on another one by mistake.
+void demandChoice() {
+  for (int port = 1; port <= portCount; ++port) {
+    const std::string device =
+        utf8(services().settings->read(settingsApplication, portSection, portKey(port), u""));
+    if (device.empty()) continue;
+    throw std::runtime_error(say(
+        "hay una impresora configurada ({} = {}): diga --port {} o --device RUTA para usarla, o --virtual "
+        "para la virtual",
+        "a printer is configured ({} = {}): say --port {} or --device PATH to use it, or --virtual for the "
+        "virtual one",
+        {portKey(port), harmless(device), std::to_string(port)}));
+  }
+}
+
+std::unique_ptr<VirtualPrinter> printerFor(const PortOptions& options,
+                                           const std::vector<std::string>& words) {
+  if (options.port || !options.device.empty()) return nullptr;
+  if (!options.isVirtual && words.empty()) demandChoice();
+  auto printer = std::make_unique<VirtualPrinter>(words);
+  std::cerr << "zentaro: " << virtualNotice() << " (" << printer->device() << ")\n";
+  return printer;
+}
+
+Services withSettings(SettingsStore& settings) {
+  Services changed = services();
+  changed.settings = &settings;
+  return changed;
+}
+
+std::string quoted(const std::string& word) {
+  const bool isPlain = word.find_first_not_of(
+                           "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
+                           "/._-:+@=,") == std::string::npos;
+  if (isPlain) return word;
+  std::string text = "'";
+  for (const char character : word) text += character == '\'' ? "'\\''" : std::string(1, character);
+  return text + "'";
+}
+
+std::string wordsFor(const PortOptions& options) {
+  if (options.port) return "--port " + std::to_string(*options.port);
+  return options.device.empty() ? "--virtual" : "--device " + quoted(options.device);
+}
+
+}  // namespace
+
+int timeOutSeconds() {
+  constexpr int fallback = 12;
+  try {
+    return toInt16(readSetting(settingTimeOut));
+  } catch (const AutomationError&) {
+    return fallback;
+  }
+}
+
+Connection::Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions)
+    : virtualPrinter_(printerFor(options, virtualPrinterOptions)),
+      settings_(*services().settings),
+      scope_(withSettings(settings_)),
+      portWords_(wordsFor(options)) {
+  Interruption::setLastWords(
+      std::string(say("\nzentaro: interrumpido; si la orden imprime, puede estar impreso: mire el papel\n",
+                      "\nzentaro: ended; if the command prints, it may be printed: look at the paper\n")));
+  const std::string device = virtualPrinter_ ? virtualPrinter_->device() : options.device;
+  if (!device.empty()) {
+    settings_.replace(portSection, portKey(ownPort), utf16(device));
+  }
+  if (options.timeout) {
+    settings_.replace(settingTimeOut.section, settingTimeOut.key, utf16(std::to_string(*options.timeout)));
+  }
+  if (!options.traceFile.empty()) traceTo(options.traceFile);
+  // Switched on by the setting itself, the trace could not be switched off where it cannot be written.
+  const bool isTraced = readSetting(settingObjectTrace) != u"0";
+  settings_.replace(settingObjectTrace.section, settingObjectTrace.key, u"0");
+  object_ = createObject("CZentaro");
+  if (isTraced) traceObject(options.traceFile.empty());
+  printer().CommPort = options.port.value_or(ownPort);
+  printer().PortOpen(true);
+  line_.emplace(printer(), patienceOf(options.giveUp, timeOutSeconds()));
+  if (!options.traceFile.empty()) line_->traceDriver();
+}
+
+// A trace that this run was asked for is needed; one that the settings want on for good stops no sale.
+void Connection::traceObject(bool goesOnWithout) {
+  try {
+    printer().DebugMode(true);
+  } catch (const AutomationError& error) {
+    const std::string path = harmless(utf8(readSetting(settingObjectTraceFile)));
+    if (!goesOnWithout)
+      throw std::runtime_error(say("la traza {} no se puede abrir ({}); ¿está la carpeta, y deja escribir?",
+                                   "the trace {} cannot be opened ({}); is its folder there, and writable?",
+                                   {path, error.what()}));
+    std::cerr << say("zentaro: aviso: la traza {} (DumpZT) no se puede abrir ({}); se sigue sin ella\n",
+                     "zentaro: warning: the trace {} (DumpZT) cannot be opened ({}); going on without it\n",
+                     {path, error.what()});
+  }
+}
+
+// Both traces go into one file: each line is one write to its end.
+void Connection::traceTo(const std::string& path) {
+  const std::u16string file = utf16(std::filesystem::absolute(path).string());
+  for (const SettingKey& onOff : {settingObjectTrace, settingDriverTrace})
+    settings_.replace(onOff.section, onOff.key, u"1");
+  for (const SettingKey& name : {settingObjectTraceFile, settingDriverTraceFile})
+    settings_.replace(name.section, name.key, file);
+}
+
+std::string virtualNotice() {
+  return std::string(say("EN LA IMPRESORA VIRTUAL: no es un documento fiscal",
+                         "ON THE VIRTUAL PRINTER: not a fiscal document"));
+}
+
+}  // namespace zentaro::tools

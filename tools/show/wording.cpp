@@ -1,0 +1,274 @@
+// The texts, in the order in which the tables of the library have them.
+#include "tools/show/wording.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/terminal/language.h"
+
+namespace zentaro::tools {
+
+namespace {
+
+struct Wording {
+  std::string_view given;  // as the library has it
+  std::string_view spanish;
+  std::string_view english = {};  // where the library has it in Spanish
+};
+
+constexpr auto texts = std::to_array<Wording>({
+    // Classes.
+    {"A fiscal printer on a serial port.", "Una impresora fiscal en un puerto serial."},
+    {"The normal status of the printer.", "El estado normal de la impresora."},
+    {"Status words and document counters of the printer.",
+     "Palabras de estado y contadores de documentos de la impresora."},
+    {"The figures of a fiscal closing.", "Los montos de un cierre fiscal."},
+
+    // Variables of CZentaro, frames and the port.
+    {"Serial port, 1 to 8.", "Puerto serial, 1 a 8."},
+    {"The port is open.", "El puerto está abierto."},
+    {"Printer status word of the last answer.", "Palabra de estado de la impresora en la última respuesta."},
+    {"Fiscal status word of the last answer.", "Palabra de estado fiscal de la última respuesta."},
+    {"Error text of the last answer.", "Texto de error de la última respuesta."},
+    {"Command of the last frame built.", "Comando de la última trama armada."},
+    {"Outcome of the last transaction.", "Resultado de la última transacción."},
+    {"Builds a command frame.", "Arma la trama de un comando."},
+    {"command code, 0 to 255", "código del comando, 0 a 255"},
+    {"the fields, each as its text", "los campos, cada uno como su texto"},
+    {"Sends a frame without looking at the port.", "Envía una trama sin fijarse en el puerto."},
+    {"a frame built by BuildOMB just before", "una trama recién armada con BuildOMB"},
+    {"the frame as given", "la trama tal como se dio"},
+    {"Sends a command without fields.", "Envía un comando sin campos."},
+    {"the command, without fields", "el comando, sin campos"},
+    {"Sends a frame.", "Envía una trama."},
+    {"The object trace is on.", "La traza del objeto está encendida."},
+    {"True switches it on", "True la enciende"},
+    {"value", "valor"},
+    {"Type of the printer.", "Tipo de la impresora."},
+    {"Line settings; an assignment is ignored.", "Parámetros de la línea; lo que se asigne se ignora."},
+    {"ignored", "se ignora"},
+    {"Opens and closes the port.", "Abre y cierra el puerto."},
+    {"True opens, False closes", "True abre, False cierra"},
+
+    // Answers.
+    {"Text of the last outcome.", "Texto del último resultado."},
+    {"All answer fields.", "Todos los campos de la respuesta."},
+    {"The answer field at an index, or -1.", "El campo de la respuesta en ese índice, o -1."},
+    {"0 command code, 1 and 2 status words, 3 onward data, the last one checksum",
+     "0 el código del comando, 1 y 2 las palabras de estado, desde 3 los datos, el último la suma"},
+    {"-1 when answer fields are stored, 0 after a failure.",
+     "-1 si hay campos de respuesta guardados, 0 después de una falla."},
+    {"A bit of the printer status word by its value, or -1.",
+     "Un bit de la palabra de estado de la impresora, con su valor, o -1."},
+    {"A bit of the fiscal status word by its value, or -1.",
+     "Un bit de la palabra de estado fiscal, con su valor, o -1."},
+    {"0 to 15", "0 a 15"},
+
+    // Closings and reports.
+    {"Runs the X or Z closing.", "Hace el cierre X o el Z."},
+    {"CIERRE_X (0); anything else is the Z", "CIERRE_X (0); cualquier otro es el Z"},
+    {"False: an X closing is not printed, only its figures are read",
+     "False: el cierre X no se imprime, solo se leen sus montos"},
+    {"an X closing", "un cierre X"},
+    {"an X closing, Imprimir False", "un cierre X, Imprimir en False"},
+    {"a Z closing", "un cierre Z"},
+    {"Runs the Z closing with totals.", "Hace el cierre Z con totales."},
+    {"Reports the fiscal memory between two dates.", "Reporte de la memoria fiscal entre dos fechas."},
+    {"first day", "primer día"},
+    {"last day", "último día"},
+    {"type of report", "tipo de reporte"},
+    {"Reports the fiscal memory between two closing numbers.",
+     "Reporte de la memoria fiscal entre dos números de cierre."},
+    {"first closing number", "primer número de cierre"},
+    {"last closing number", "último número de cierre"},
+
+    // Documents.
+    {"Opens an invoice.", "Abre una factura."},
+    {"customer's name", "nombre del cliente"},
+    {"customer's RIF", "RIF del cliente"},
+    {"Prints an extra text line.", "Imprime una línea de texto adicional."},
+    {"text", "texto"},
+    {"Opens a credit note.", "Abre una nota de crédito."},
+    {"number of the invoice", "número de la factura"},
+    {"serial number of the machine that printed it", "serial de la máquina que la imprimió"},
+    {"its date; 0 is sent empty", "su fecha; 0 se envía vacío"},
+    {"its time; 0 is sent empty", "su hora; 0 se envía vacío"},
+    {"Prints an item line of an invoice.", "Imprime un renglón de una factura."},
+    {"Prints an item line of a credit note.", "Imprime un renglón de una nota de crédito."},
+    {"description", "descripción"},
+    {"price of one without tax; a fractional quantity folded into it (setting SuprimirDecimalesEZT) is written "
+     "back",
+     "precio de una unidad sin impuesto; si la cantidad fraccionaria se multiplica en él (clave "
+     "SuprimirDecimalesEZT), queda cambiado"},
+    {"quantity; 1 is written back when it was folded", "cantidad; queda en 1 si se multiplicó en el precio"},
+    {"tax in per cent", "impuesto en por ciento"},
+    {"Registers a payment.", "Registra un pago."},
+    {"amount", "monto"},
+    {"Registers a payment by a medium.", "Registra un pago con un medio."},
+    {"medium of payment, a number or a text", "medio de pago, un número o un texto"},
+    {"Registers a discount.", "Registra un descuento."},
+    {"Registers a discount with a description.", "Registra un descuento con su descripción."},
+    {"Cancels the open document.", "Anula el documento abierto."},
+    {R"("T" close, "A" partial close, "E" final close)",
+     R"("T" cierre, "A" cierre parcial, "E" cierre definitivo)"},
+    {"Si se pasa \"A\" se hace un cierre \"parcial\", que permite lineas adicionales. \"E\" causa un cierre "
+     "definitivo.",
+     "Cierra el documento. Con \"A\" el cierre es parcial y admite líneas adicionales; \"E\" es el cierre "
+     "definitivo.",
+     "Closes the document. With \"A\" the close is partial and allows for extra lines; \"E\" is the final close."},
+    {"a type", "un tipo"},
+    {"an empty type", "un tipo vacío"},
+    {"Prints the subtotal.", "Imprime el subtotal."},
+    {"Closes the document with a base for the IGTF tax.", "Cierra el documento con una base para el IGTF."},
+    {R"("T" or "A", with a base "U" or "B"; adjusted to that and written back)",
+     R"("T" o "A", con base "U" o "B"; se ajusta a eso y queda cambiado)"},
+    {"base of the IGTF tax", "base del IGTF"},
+    {"Opens a non-fiscal document.", "Abre un documento no fiscal."},
+    {"Prints a line of a non-fiscal document.", "Imprime una línea de un documento no fiscal."},
+    {"Closes a non-fiscal document.", "Cierra un documento no fiscal."},
+
+    // The device.
+    {"Asks for a status by its letter.", "Pide un estado por su letra."},
+    {"one of the letters N E A B C D R F J in either case, or an empty text; else 6, also in nEnvironmentError",
+     "una de las letras N E A B C D R F J, mayúscula o minúscula, o un texto vacío; si no, 6, también en "
+     "nEnvironmentError"},
+    {"Sends the reset sequence and waits five seconds.",
+     "Envía la secuencia de reinicio y espera cinco segundos."},
+    {"the bytes 0x07 to 0x11 without a frame; no answer is read",
+     "los bytes 0x07 a 0x11 sin trama; no se lee respuesta"},
+    {"The printer's serial number, empty when the outcome is not 0.",
+     "El serial de la impresora, vacío si el resultado no es 0."},
+    {"The printer's date and time, the zero date when the outcome is not 0.",
+     "La fecha y hora de la impresora, la fecha cero si el resultado no es 0."},
+    {"Sets the printer's date and time.", "Ajusta la fecha y hora de la impresora."},
+    {"a date with time, or a text that is one; else 6, also in nEnvironmentError",
+     "una fecha con hora, o un texto que lo sea; si no, 6, también en nEnvironmentError"},
+    {"Establece el texto del encabezado (bENcabezado = True) o pie de página (bEncabezado = False) para los "
+     "comprobantes fiscales.",
+     "Establece el texto del encabezado (bEncabezado = True) o del pie de página (bEncabezado = False) de los "
+     "comprobantes fiscales.",
+     "Sets the text of the header (bEncabezado = True) or footer (bEncabezado = False) of fiscal documents."},
+    {"True: header, False: footer", "True: encabezado, False: pie"},
+    {"line 1 to 5; else 6", "línea 1 a 5; si no, 6"},
+    {"a header line", "una línea de encabezado"},
+    {"a footer line", "una línea de pie"},
+    {"Opens cash drawer 1 or 2.", "Abre la gaveta 1 o la 2."},
+    {"1 or 2; else 6, also while the port is closed", "1 o 2; si no, 6, también con el puerto cerrado"},
+    {"drawer 1", "gaveta 1"},
+    {"drawer 2", "gaveta 2"},
+    {"Cuts the paper.", "Corta el papel."},
+    {"Feeds the paper.", "Avanza el papel."},
+    {"Switches the slip station on.", "Activa la estación de cheques."},
+    {"Switches the slip station off.", "Desactiva la estación de cheques."},
+    {"Prints the face of a cheque. The outcome is that of the last exchange. A payee that does not convert leaves "
+     "the slip station on.",
+     "Imprime el frente de un cheque. El resultado es el del último intercambio. Un beneficiario que no se puede "
+     "convertir deja activa la estación de cheques."},
+    {"payee", "beneficiario"},
+    {"date of issue", "fecha de emisión"},
+    {"Prints an endorsement on a cheque. The outcome is that of the last exchange. A text that does not convert "
+     "leaves the slip station on.",
+     "Imprime el endoso de un cheque. El resultado es el del último intercambio. Un texto que no se puede convertir "
+     "deja activa la estación de cheques."},
+    {"name", "nombre"},
+    {"identity number", "cédula"},
+    {"telephone", "teléfono"},
+    {"Asks for a status by a selector.", "Pide un estado por un selector."},
+    {R"(selector such as "N" or "*")", R"(selector, como "N" o "*")"},
+    {"The normal status as a record, or nothing.", "El estado normal como registro, o nada."},
+    {"Status words and counters as a record, or nothing.",
+     "Palabras de estado y contadores como registro, o nada."},
+    {"Runs a closing; its figures as a record, or nothing.",
+     "Hace un cierre; sus montos como registro, o nada."},
+    {"The figures in the last answer as a record, or nothing.",
+     "Los montos de la última respuesta como registro, o nada."},
+    {"Reject answers with a wrong checksum.", "Rechazar respuestas con la suma errada."},
+
+    // Records.
+    {"array of Variant, lower bound 0", "arreglo de Variant, desde 0"},
+    {"Status code of the answer.", "Código de estado de la respuesta."},
+    {"Last command that the printer carried out.", "Último comando que la impresora ejecutó."},
+    {"Loads the record from the elements 4 to 12 of an array of answer fields.",
+     "Carga el registro de los elementos 4 a 12 de un arreglo de campos de respuesta."},
+    {"The printer's date and time, to the minute.", "La fecha y hora de la impresora, al minuto."},
+    {"Invoices of the period.", "Facturas del período."},
+    {"Non-fiscal documents of the period.", "Documentos no fiscales del período."},
+    {"Number of the last invoice.", "Número de la última factura."},
+    {"Number of the last non-fiscal document.", "Número del último documento no fiscal."},
+    {"Number of the last Z closing.", "Número del último cierre Z."},
+    {"Printer status word, 16 bits signed.", "Palabra de estado de la impresora, 16 bits con signo."},
+    {"Fiscal status word, 16 bits signed.", "Palabra de estado fiscal, 16 bits con signo."},
+    {"Auxiliary status.", "Estado auxiliar."},
+    {"Status of the current document.", "Estado del documento en curso."},
+    {"Number of the last debit note.", "Número de la última nota de débito."},
+    {"Number of the last credit note.", "Número de la última nota de crédito."},
+    {"Loads the record from the elements 0 to 7 of an array.",
+     "Carga el registro de los elementos 0 a 7 de un arreglo."},
+    {"Exempt sales.", "Ventas exentas."},
+    {"Taxable base, rate 1.", "Base imponible, alícuota 1."},
+    {"Taxable base, rate 2.", "Base imponible, alícuota 2."},
+    {"Taxable base, rate 3.", "Base imponible, alícuota 3."},
+    {"Tax, rate 1.", "Impuesto, alícuota 1."},
+    {"Tax, rate 2.", "Impuesto, alícuota 2."},
+    {"Tax, rate 3.", "Impuesto, alícuota 3."},
+    {"Amount of discounts.", "Monto de los descuentos."},
+    {"Tax of discounts.", "Impuesto de los descuentos."},
+    {"Exempt amount of credit notes.", "Monto exento de las notas de crédito."},
+    {"Credit notes, base of rate 1.", "Notas de crédito, base de la alícuota 1."},
+    {"Credit notes, base of rate 2.", "Notas de crédito, base de la alícuota 2."},
+    {"Credit notes, base of rate 3.", "Notas de crédito, base de la alícuota 3."},
+    {"Credit notes, tax of rate 1.", "Notas de crédito, impuesto de la alícuota 1."},
+    {"Credit notes, tax of rate 2.", "Notas de crédito, impuesto de la alícuota 2."},
+    {"Credit notes, tax of rate 3.", "Notas de crédito, impuesto de la alícuota 3."},
+    {"Date of the report.", "Fecha del reporte."},
+    {"Date and time of the last invoice.", "Fecha y hora de la última factura."},
+    {"Loads the record from the elements 3 to 21 of an array of answer fields.",
+     "Carga el registro de los elementos 3 a 21 de un arreglo de campos de respuesta."},
+
+    // Settings.
+    {"time-out of an answer in whole seconds", "cuánto se espera por una respuesta, en segundos enteros"},
+    {"longest item description in characters", "largo máximo de la descripción de un renglón, en caracteres"},
+    {"other than 0: an item with a fractional quantity is sent as one piece at price x quantity",
+     "distinto de 0: un renglón con cantidad fraccionaria va como una unidad a precio x cantidad"},
+    {"other than \"0\": every printer object traces all its life",
+     "distinto de \"0\": todo objeto impresora deja traza desde que nace"},
+    {"file of the object trace", "archivo de la traza del objeto"},
+    {"other than \"0\": the driver traces after a failed opening",
+     "distinto de \"0\": el driver deja traza tras una apertura fallida"},
+    {"file of the driver trace", "archivo de la traza del driver"},
+
+    // What is said of commands, fields and outcomes.
+    {"empty", "vacío"},
+    {"# empty", "# vacíos"},
+    {"no fields", "sin campos"},
+    {"; or ", "; o "},
+    {"sent as given", "se envía tal cual"},
+    {"# characters", "# caracteres"},
+    {"as many characters as the setting LenDescripcionZT says",
+     "los caracteres que diga la clave LenDescripcionZT"},
+    {"as many characters as the setting LenDescripcionZT says and # more",
+     "los caracteres que diga la clave LenDescripcionZT y # más"},
+    {"the first # characters as they are", "los primeros # caracteres como están"},
+    {"# implied decimals", "# decimales implícitos"},
+    {"as yymmdd", "como aammdd"},
+    {"as hhnnss", "como hhmmss"},
+    {"with eight digits", "con ocho cifras"},
+    {"with two decimals and the regional separators", "con dos decimales y los separadores regionales"},
+    {"as the regional short date", "como la fecha corta regional"},
+    {"in upper case", "en mayúscula"},
+    {" by reference", " por referencia"},
+    {"0 to 5", "0 a 5"},
+    {"the result: ", "lo que devuelve: "},
+    {"in nEnvironmentError: ", "en nEnvironmentError: "},
+    {"; unchanged while the port is closed", "; sin cambio con el puerto cerrado"},
+});
+
+}  // namespace
+
+std::string_view inLanguage(std::string_view given) {
+  const auto* const text = std::ranges::find(texts, given, &Wording::given);
+  if (text == texts.end()) return given;
+  return terminal::say(text->spanish, text->english.empty() ? given : text->english);
+}
+
+}  // namespace zentaro::tools
