@@ -1,0 +1,29 @@
+// Why the books cannot be used.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace zentaro::till {
+
+class BooksError : public std::runtime_error {
+ public:
+  enum class Cause {
+    Unusable,  // not there, not ours to write, or the disk failed
+    Full,      // no room on the disk
+    Locked,    // by another program for too long
+    Damaged,   // the content makes no sense
+    Gone,      // removed or replaced while they were open
+    Settled    // the job that was to be changed was settled by somebody else
+  };
+
+  /// `detail` is the system's own text. what() says what is wrong, where, and what to do.
+  BooksError(Cause cause, const std::string& path, const std::string& detail);
+
+  Cause cause() const { return cause_; }
+
+ private:
+  Cause cause_;
+};
+
+}  // namespace zentaro::till
