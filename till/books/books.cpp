@@ -70,8 +70,8 @@ std::optional<Job> Books::enter(const Order& order, State state, const Evidence&
     }
     std::string places = "?";
     for (const char c : jobColumns) places += c == ',' ? ",?" : "";
-    Statement insertion = database_.prepare("INSERT INTO job(" + std::string(jobColumns) + ") VALUES(" + places +
-                                            ") RETURNING seq");
+    Statement insertion = database_.prepare("INSERT INTO job(" + std::string(jobColumns) + ") VALUES(" +
+                                            places + ") RETURNING seq");
     bindJob(insertion, job);
     if (insertion.next()) job.key = insertion.number(0);
     insertion.run();
@@ -85,8 +85,8 @@ bool Books::change(std::string_view assignments, const Job& job, std::string_vie
                    const std::function<void(Statement&)>& bind) {
   bool isChanged = false;
   together([&] {
-    Statement update = database_.prepare("UPDATE job SET " + std::string(assignments) +
-                                         " WHERE (" + std::string(condition) + ") AND seq = ? AND attempt = ?");
+    Statement update = database_.prepare("UPDATE job SET " + std::string(assignments) + " WHERE (" +
+                                         std::string(condition) + ") AND seq = ? AND attempt = ?");
     bind(update);
     update.with(job.key).with(job.attempt).run();
     isChanged = database_.changes() == 1;
@@ -108,9 +108,8 @@ void Books::requeue(const Job& job, std::string_view cause) {
   const std::string assignments =
       "revision = iif(cause = ?, revision, (SELECT max(revision) + 1 FROM job)), state = 'queued', turn = '', "
       "reached_close = 0, machine = '', before_number = 0, before_day = NULL, last_z = NULL, begun = 0, cause = ?";
-  const bool isDone =
-      change(assignments, job, "state = 'printing' AND (turn = 'open' OR kind IN ('X', 'Z'))",
-             [&](Statement& update) { update.with(cause).with(cause); });
+  const bool isDone = change(assignments, job, "state = 'printing' AND (turn = 'open' OR kind IN ('X', 'Z'))",
+                             [&](Statement& update) { update.with(cause).with(cause); });
   if (!isDone) throw BooksError(BooksError::Cause::Settled, path(), "requeue");
 }
 
@@ -158,22 +157,23 @@ void Books::told(const Job& job) {
 bool Books::withdraw(std::string_view id, std::string_view verdict, std::string_view cause) {
   const std::optional<Job> job = find(id);
   if (!job) return false;
-  return change(std::string(nextRevision) + ", state = 'not-printed', verdict = ?, cause = ?, told = 1, ended = ?",
-                *job, isQueuedNow,
-                [&](Statement& update) { update.with(verdict).with(cause).with(now()); });
+  return change(
+      std::string(nextRevision) + ", state = 'not-printed', verdict = ?, cause = ?, told = 1, ended = ?",
+      *job, isQueuedNow, [&](Statement& update) { update.with(verdict).with(cause).with(now()); });
 }
 
 bool Books::finding(const Job& job, bool isPrinted) {
   const std::string_view state = nameOf(isPrinted ? State::Printed : State::NotPrinted);
-  return change(std::string(nextRevision) + ", state = ?, verdict = ?, told = 1, ended = ?", job, isUnsettledNow,
-                [&](Statement& update) { update.with(state).with(state).with(now()); });
+  return change(std::string(nextRevision) + ", state = ?, verdict = ?, told = 1, ended = ?", job,
+                isUnsettledNow, [&](Statement& update) { update.with(state).with(state).with(now()); });
 }
 
 void Books::blankBodies(Moment endedBefore, int most) {
   together([&] {
     database_
-        .prepare("UPDATE job SET body = '' WHERE seq IN (SELECT seq FROM job WHERE body <> '' AND "
-                 "state IN ('printed', 'not-printed') AND ended < ? LIMIT ?)")
+        .prepare(
+            "UPDATE job SET body = '' WHERE seq IN (SELECT seq FROM job WHERE body <> '' AND "
+            "state IN ('printed', 'not-printed') AND ended < ? LIMIT ?)")
         .with(endedBefore)
         .with(most)
         .run();

@@ -19,11 +19,12 @@ std::string textOf(BooksError::Cause cause, const std::string& path, const std::
                  "another program keeps the books {} locked ({}): wait until it ends, or end it",
                  {path, detail});
     case BooksError::Cause::Damaged:
-      return say("los libros {} están dañados ({}): guárdelos aparte y devuelva la última copia; sin copia, mire "
-                 "el papel antes de repetir una venta",
-                 "the books {} are damaged ({}): set them aside and put the last copy back; without one, look at "
-                 "the paper before a sale is repeated",
-                 {path, detail});
+      return say(
+          "los libros {} están dañados ({}): guárdelos aparte y devuelva la última copia; sin copia, mire "
+          "el papel antes de repetir una venta",
+          "the books {} are damaged ({}): set them aside and put the last copy back; without one, look at "
+          "the paper before a sale is repeated",
+          {path, detail});
     case BooksError::Cause::Gone:
       return say("los libros {} ya no están ({}): devuélvalos a su sitio y empiece el programa otra vez",
                  "the books {} are gone ({}): put them back and start the program again", {path, detail});
@@ -32,11 +33,12 @@ std::string textOf(BooksError::Cause cause, const std::string& path, const std::
                  "another program has settled this sale in the books {} ({})", {path, detail});
     case BooksError::Cause::Unusable: break;
   }
-  return say("no se pueden usar los libros {} ({}): la cuenta debe poder escribir en su carpeta (los de la "
-             "máquina son del grupo dialout); otros libros se nombran con ZENTARO_BOOKS",
-             "the books {} cannot be used ({}): the account must be able to write in their folder (those of the "
-             "machine belong to the group dialout); ZENTARO_BOOKS names other books",
-             {path, detail});
+  return say(
+      "no se pueden usar los libros {} ({}): la cuenta debe poder escribir en su carpeta (los de la "
+      "máquina son del grupo dialout); otros libros se nombran con ZENTARO_BOOKS",
+      "the books {} cannot be used ({}): the account must be able to write in their folder (those of the "
+      "machine belong to the group dialout); ZENTARO_BOOKS names other books",
+      {path, detail});
 }
 
 }  // namespace

@@ -39,8 +39,8 @@ std::vector<Job> Books::changedAfter(std::int64_t revision, const Filter& filter
 }
 
 std::vector<Job> Books::queued(std::string_view owner, std::string_view printer) const {
-  Statement query =
-      database_.prepare(selection("WHERE state = 'queued' AND owner = ? AND printer = ? ORDER BY accepted, seq"));
+  Statement query = database_.prepare(
+      selection("WHERE state = 'queued' AND owner = ? AND printer = ? ORDER BY accepted, seq"));
   return all(std::move(query.with(owner).with(printer)), path());
 }
 
@@ -51,8 +51,8 @@ std::vector<Job> Books::latest(int most) const {
 }
 
 std::vector<Job> Books::unsettled(std::string_view machine) const {
-  Statement query = database_.prepare(
-      selection("WHERE state IN ('printing', 'unknown') AND machine = ? ORDER BY seq"));
+  Statement query =
+      database_.prepare(selection("WHERE state IN ('printing', 'unknown') AND machine = ? ORDER BY seq"));
   return all(std::move(query.with(machine)), path());
 }
 
@@ -63,9 +63,9 @@ std::vector<Job> Books::judgeable(std::string_view machine) const {
 }
 
 std::vector<Job> Books::openWithDigest(std::string_view digest, std::string_view oldDigest) const {
-  Statement query = database_.prepare(
-      selection("WHERE state IN ('printing', 'unknown') AND digest IN (?, ?) UNION ALL ") +
-      selection("WHERE told = 0 AND state = 'printed' AND digest IN (?, ?) ORDER BY seq"));
+  Statement query =
+      database_.prepare(selection("WHERE state IN ('printing', 'unknown') AND digest IN (?, ?) UNION ALL ") +
+                        selection("WHERE told = 0 AND state = 'printed' AND digest IN (?, ?) ORDER BY seq"));
   query.with(digest).with(oldDigest).with(digest).with(oldDigest);
   return all(std::move(query), path());
 }
@@ -82,8 +82,8 @@ std::optional<State> Books::otherHolder(const Job& job, std::int64_t number) con
 }
 
 std::optional<std::int64_t> Books::highestNumber(std::string_view machine, Kind kind) const {
-  Statement query = database_.prepare(
-      "SELECT max(number) FROM job WHERE machine = ? AND kind = ? AND number IS NOT NULL");
+  Statement query =
+      database_.prepare("SELECT max(number) FROM job WHERE machine = ? AND kind = ? AND number IS NOT NULL");
   query.with(machine).with(nameOf(kind));
   return query.next() && !query.isNull(0) ? std::optional(query.number(0)) : std::nullopt;
 }

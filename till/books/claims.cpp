@@ -18,7 +18,8 @@ std::string fileName(std::string_view name) {
   constexpr std::size_t longest = 180;
   std::string made;
   for (const char c : name) {
-    const bool isPlain = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
+    const bool isPlain =
+        (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
     const auto byte = static_cast<unsigned char>(c);
     if (isPlain)
       made += c;

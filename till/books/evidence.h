@@ -18,7 +18,7 @@ struct Standing {
 };
 
 enum class Judgement {
-  Printed,     // as the last number; a Z as its last
+  Printed,  // as the last number; a Z as its last
   NotPrinted,
   BeyondCounters,  // a person has to look at the paper, whatever the counters say later
   ItsOwnIsOpen,    // its document is to be ended first, then it is judged again

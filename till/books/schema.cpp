@@ -154,14 +154,15 @@ Job jobFrom(const Statement& row, const std::string& path) {
   job.boot = text();
   job.uptime = number();
   job.state = named(
-      text(), std::array{State::Queued, State::Printing, State::Printed, State::NotPrinted, State::Unknown}, path);
+      text(), std::array{State::Queued, State::Printing, State::Printed, State::NotPrinted, State::Unknown},
+      path);
   job.verdict = text();
   job.before.machine = text();
   job.before.lastNumber = number();
   job.before.dayAmount = optionalNumber();
   job.before.lastZ = optionalNumber();
-  job.turn = named(text(),
-                   std::array{Turn::None, Turn::Open, Turn::Lines, Turn::Close, Turn::Finish, Turn::Cancel}, path);
+  job.turn = named(
+      text(), std::array{Turn::None, Turn::Open, Turn::Lines, Turn::Close, Turn::Finish, Turn::Cancel}, path);
   job.reachedClose = number() != 0;
   job.number = optionalNumber();
   job.result = text();
