@@ -1,5 +1,4 @@
 // The host's values as the library's.
-#include <charconv>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,15 +13,6 @@ namespace {
 
 [[noreturn]] void raise(ErrorNumber number) { throw AutomationError(number); }
 
-/// A float as the host wrote it: 0.1 and not 0.100000001490116.
-double byShortestText(float value) {
-  char text[32];
-  const auto written = std::to_chars(text, text + sizeof text, value);
-  double result = value;
-  if (written.ec == std::errc()) std::from_chars(text, written.ptr, result);
-  return result;
-}
-
 Variant ofDecimal(DECIMAL value) {
   CY currency;
   if (SUCCEEDED(::VarCyFromDec(&value, &currency))) return Currency::fromScaled(currency.int64);
@@ -32,7 +22,7 @@ Variant ofDecimal(DECIMAL value) {
 }
 
 Variant ofArray(SAFEARRAY* array) {
-  if (array == nullptr) return Array();
+  if (array == nullptr) return Array::withoutBounds();
   VARTYPE type = VT_EMPTY;
   LONG low = 0, high = -1;
   const bool isReadable = ::SafeArrayGetDim(array) == 1 && SUCCEEDED(::SafeArrayGetVartype(array, &type)) &&
@@ -166,7 +156,7 @@ Variant fromHost(const VARIANT& value) {
     case VT_UINT: return std::int64_t{value.ulVal};
     case VT_I8: return std::int64_t{value.llVal};
     case VT_UI8: return std::uint64_t{value.ullVal};
-    case VT_R4: return byShortestText(value.fltVal);
+    case VT_R4: return value.fltVal;
     case VT_R8: return value.dblVal;
     case VT_CY: return Currency::fromScaled(value.cyVal.int64);
     case VT_DATE: return Date{value.date};

@@ -74,6 +74,10 @@ void toHost(const Variant& value, VARIANT& result) {
       result.dblVal = value.number();
       result.vt = VT_R8;
       return;
+    case Kind::Single:
+      result.fltVal = value.single();
+      result.vt = VT_R4;
+      return;
     case Kind::Currency:
       result.cyVal.int64 = value.currency().scaled();
       result.vt = VT_CY;
@@ -127,6 +131,7 @@ bool isSame(const Variant& left, const Variant& right) {
     case Kind::Int16: return left.int16() == right.int16();
     case Kind::Int32: return left.int32() == right.int32();
     case Kind::Double: return left.number() == right.number();
+    case Kind::Single: return left.single() == right.single();
     case Kind::Currency: return left.currency() == right.currency();
     case Kind::Date: return left.date() == right.date();
     case Kind::Text: return left.text() == right.text();

@@ -40,7 +40,7 @@ zentaro_value made(int32_t kind, size_t count = 0) {
 }
 
 Variant arrayOf(const zentaro_value& value) {
-  return value.count == noBounds ? Array() : Array(variantsOf(value.as.items, value.count));
+  return value.count == noBounds ? Array::withoutBounds() : Array(variantsOf(value.as.items, value.count));
 }
 
 zentaro_value arrayValueOf(const Array& array) {
@@ -116,6 +116,10 @@ zentaro_value valueOf(const Variant& variant) {
     case Variant::Kind::Int16: value.as.int16 = variant.int16(); break;
     case Variant::Kind::Int32: value.as.int32 = variant.int32(); break;
     case Variant::Kind::Double: value.as.number = variant.number(); break;
+    case Variant::Kind::Single:
+      value.kind = ZENTARO_DOUBLE;
+      value.as.number = variant.single();
+      break;
     case Variant::Kind::Currency: value.as.currency = variant.currency().scaled(); break;
     case Variant::Kind::Date: value.as.number = variant.date().days; break;
     case Variant::Kind::Text: return textValue(utf8(variant.text()));

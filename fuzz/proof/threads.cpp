@@ -111,11 +111,9 @@ void callbacks() {
   check(exchangeWith(z, [&] { doomed.reset(); }) == 0, "a callback may destroy another object");
 
   std::u16string frame;
-  check(
-      exchangeWith(other.printer(), [&] { frame = z.BuildOMB(0x48, Array(std::vector<Variant>())); }) == 0 &&
-          frame.size() == 8,
-      "a callback may build frames with another object");
-  const int outcome = exchangeWith(z, [&] { z.BuildOMB(0x48, Array(std::vector<Variant>())); });
+  check(exchangeWith(other.printer(), [&] { frame = z.BuildOMB(0x48, {}); }) == 0 && frame.size() == 8,
+        "a callback may build frames with another object");
+  const int outcome = exchangeWith(z, [&] { z.BuildOMB(0x48, {}); });
   check(outcome == 0 || outcome == 4, "a frame built with the object itself moves its sequence at most");
   check(status(z) == 0, "and the next exchange is good");
 }

@@ -60,6 +60,7 @@ std::u16string toText(const Variant& value) {
     case Kind::Int16: return utf16(std::to_string(value.int16()));
     case Kind::Int32: return utf16(std::to_string(value.int32()));
     case Kind::Double: return numberText(value.number(), regional().decimalSeparator);
+    case Kind::Single: return numberText(value.single(), regional().decimalSeparator);
     case Kind::Currency: return currencyText(value.currency(), regional().decimalSeparator);
     case Kind::Date: return dateText(value.date());
     case Kind::Text: return value.text();
@@ -78,6 +79,7 @@ double toDouble(const Variant& value) {
     case Kind::Int16: return value.int16();
     case Kind::Int32: return value.int32();
     case Kind::Double: return value.number();
+    case Kind::Single: return value.single();
     case Kind::Currency: return value.currency().toDouble();
     case Kind::Date: return value.date().days;
     case Kind::Text: return textToNumber(value.text());

@@ -18,9 +18,11 @@
 
 namespace zentaro {
 
-/// Numbers in decimal with 15 significant digits; "True" and "False"; a date as short date, with
+/// Numbers in decimal with 15 significant digits, a Single by the fewest that tell it from its
+/// neighbours; "True" and "False"; a date as short date, with
 /// the time behind it when it has one, or the time alone ("14:05:00") on day 0.
 ZENTARO_API std::u16string toText(const Variant& value);
+/// A Single exactly, with all its binary digits.
 ZENTARO_API double toDouble(const Variant& value);
 /// Fractions are rounded, ties to even.
 ZENTARO_API std::int16_t toInt16(const Variant& value);

@@ -34,8 +34,8 @@ void increment(std::string& digits) {
 }
 
 /// `form` is what to_chars is told: the scientific notation, and perhaps how many decimals.
-template <class... Form>
-DecimalDigits digitsOf(double value, Form... form) {
+template <class Float, class... Form>
+DecimalDigits digitsOf(Float value, Form... form) {
   std::array<char, 32> buffer;
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value), form...);
   // "d.dddddde[+-]xx", and "de[+-]xx" for a single digit
@@ -56,6 +56,7 @@ DecimalDigits decimalDigits(double value) {
 }
 
 DecimalDigits ownDigits(double value) { return digitsOf(value, std::chars_format::scientific); }
+DecimalDigits ownDigits(float value) { return digitsOf(value, std::chars_format::scientific); }
 
 DecimalDigits decimalDigits(bool negative, std::string digits, int exponent) {
   const auto first = std::min(digits.find_first_not_of('0'), digits.size());

@@ -15,8 +15,9 @@ struct DecimalDigits {
 
 /// A finite number to 15 significant digits.
 DecimalDigits decimalDigits(double value);
-/// A finite number by the fewest digits that no other double has.
+/// A finite number by the fewest digits that no other number of its type has.
 DecimalDigits ownDigits(double value);
+DecimalDigits ownDigits(float value);
 /// Any digits, leading and trailing zeros included.
 DecimalDigits decimalDigits(bool negative, std::string digits, int exponent);
 

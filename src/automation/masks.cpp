@@ -29,8 +29,8 @@ DecimalDigits decimalOf(const Variant& value) {
   return ownDigits(number);
 }
 
-/// What the code page lacks, as the narrow blanks that some countries group by, would be printed as
-/// a question mark.
+/// What the code page lacks, as the narrow blanks that some countries group by or the words between
+/// the parts of a date, would be printed as a question mark.
 char16_t printable(char16_t separator) {
   constexpr char16_t noBreakSpace = 0x00A0;
   const CodePage& codePage = *services().codePage;
@@ -52,7 +52,7 @@ std::u16string datePart(char16_t letter, std::size_t length, const CalendarTime&
     case u'd': return decimalText(parts.day, length);
     case u'm': return decimalText(parts.month, length);
     case u'y': return length > 2 ? decimalText(parts.year, 4) : twoDigits(parts.year % 100);
-    default: return std::u16string(length, letter);
+    default: return std::u16string(length, printable(letter));
   }
 }
 

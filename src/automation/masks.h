@@ -20,7 +20,7 @@ std::u16string maskWholeNumber8(const Variant& value);
 /// Mask "###,###,##0.00": two decimals, the integer digits grouped in threes, with the regional
 /// separators; a group separator that the code page lacks becomes a no-break space.
 std::u16string maskAmount(const Variant& value);
-/// The regional short date, "15/03/2024".
+/// The regional short date, "15/03/2024"; a separator that the code page lacks becomes a no-break space.
 std::u16string maskShortDate(Date date);
 
 }  // namespace zentaro

@@ -56,6 +56,17 @@ bool isShownFixed(const DecimalDigits& number) {
   return static_cast<int>(number.digits.size()) - number.exponent <= mostDigits;
 }
 
+template <class Float>
+std::u16string textOf(Float value, DecimalDigits (*digitsOf)(Float), char16_t decimalSeparator) {
+  if (std::isnan(value)) return u"1.#QNAN";
+  if (std::isinf(value)) return value < 0 ? u"-1.#INF" : u"1.#INF";
+  const DecimalDigits number = digitsOf(value);
+  if (number.digits.empty()) return u"0";
+  const std::u16string text =
+      isShownFixed(number) ? fixedText(number, decimalSeparator) : scientificText(number, decimalSeparator);
+  return number.negative ? u"-" + text : text;
+}
+
 }  // namespace
 
 std::int16_t roundToInt16(double value) { return rounded<std::int16_t>(value); }
@@ -104,13 +115,11 @@ std::int32_t leadingSignedHex(std::u16string_view text) {
 }
 
 std::u16string numberText(double value, char16_t decimalSeparator) {
-  if (std::isnan(value)) return u"1.#QNAN";
-  if (std::isinf(value)) return value < 0 ? u"-1.#INF" : u"1.#INF";
-  const DecimalDigits number = decimalDigits(value);
-  if (number.digits.empty()) return u"0";
-  const std::u16string text =
-      isShownFixed(number) ? fixedText(number, decimalSeparator) : scientificText(number, decimalSeparator);
-  return number.negative ? u"-" + text : text;
+  return textOf(value, decimalDigits, decimalSeparator);
+}
+
+std::u16string numberText(float value, char16_t decimalSeparator) {
+  return textOf(value, ownDigits, decimalSeparator);
 }
 
 }  // namespace zentaro

@@ -17,8 +17,8 @@ std::int32_t roundToInt32(double value);
 
 /// The whole text as a number, in the form that a user writes under the regional settings: blanks
 /// around it, a sign, digits with group separators before exactly three of them, the decimal
-/// separator, an exponent (E or D); or &H and &O with hexadecimal or octal digits, where four
-/// hexadecimal digits or fewer are a signed 16-bit number and up to eight a signed 32-bit number.
+/// separator, an exponent (E or D); or &H and &O with hexadecimal or octal digits, a signed number
+/// of 16 bits where its value fits into them, else of 32; zeros in front do not count.
 /// Nothing when the text is anything else or empty; an infinity when the number is too large for a
 /// double.
 std::optional<double> strictNumber(std::u16string_view text, char16_t decimalSeparator,
@@ -46,5 +46,7 @@ std::int32_t leadingSignedHex(std::u16string_view text);
 /// Fixed notation as long as the text needs no more than 15 digits on either side of the separator.
 /// Minus zero is "0"; an infinity is "1.#INF" or "-1.#INF", a NaN "1.#QNAN".
 std::u16string numberText(double value, char16_t decimalSeparator);
+/// The same with the fewest digits that no other float has.
+std::u16string numberText(float value, char16_t decimalSeparator);
 
 }  // namespace zentaro

@@ -68,15 +68,14 @@ std::optional<int> exponentOf(NumberReader& reader) {
   return isNegative ? -exponent : exponent;
 }
 
-/// Digits of the base 8 or 16 as a signed number of 16 or 32 bits, as many as it needs.
+/// Digits of the base 8 or 16 as a signed number of 16 or 32 bits, as many as its value needs.
 std::optional<double> wholeNumber(std::u16string_view text, int base) {
   const std::string digits = utf8(text);
   std::uint32_t value = 0;
   const char* const end = digits.data() + digits.size();
   const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
-  if (error != std::errc{} || stop != end || digits.size() > (base == 16 ? 8U : 11U)) return std::nullopt;
-  const bool isShort = base == 16 ? digits.size() <= 4 : value <= 0xFFFF;
-  return isShort ? static_cast<std::int16_t>(value) : static_cast<std::int32_t>(value);
+  if (error != std::errc{} || stop != end) return std::nullopt;
+  return value <= 0xFFFF ? static_cast<std::int16_t>(value) : static_cast<std::int32_t>(value);
 }
 
 }  // namespace

@@ -5,10 +5,22 @@
 
 namespace zentaro {
 
+Array::Array() : items_(std::make_shared<const std::vector<Variant>>()) {}
+
 Array::Array(std::initializer_list<Variant> items) : Array(std::vector<Variant>(items)) {}
+
+Array::Array(std::initializer_list<Array> arrays)
+    : Array(arrays.size() == 1 ? *arrays.begin()
+                               : Array(std::vector<Variant>(arrays.begin(), arrays.end()))) {}
 
 Array::Array(std::vector<Variant> items)
     : items_(std::make_shared<const std::vector<Variant>>(std::move(items))) {}
+
+Array Array::withoutBounds() {
+  Array array;
+  array.items_ = nullptr;
+  return array;
+}
 
 const std::vector<Variant>& Array::items() const {
   if (!hasBounds()) throw AutomationError(ErrorNumber::SubscriptOutOfRange);

@@ -1,4 +1,4 @@
-// The value that crosses the automation interface: one of twelve kinds.
+// The value that crosses the automation interface: one of thirteen kinds.
 #pragma once
 
 #include <concepts>
@@ -20,13 +20,16 @@ namespace zentaro {
 
 class Variant;
 
-/// A one-dimensional array of Variant with lower bound 0. A default Array was never given bounds:
-/// asking for its bounds is a subscript error (9), other than for an array without elements.
+/// A one-dimensional array of Variant with lower bound 0; a default Array has no elements.
 class ZENTARO_API Array {
  public:
-  Array() = default;
+  Array();
   Array(std::initializer_list<Variant> items);
+  /// Of arrays alone: one is a copy of it, several are the elements of a new one.
+  Array(std::initializer_list<Array> arrays);
   explicit Array(std::vector<Variant> items);
+  /// An array that was never given bounds: asking for them, or for an element, is a subscript error (9).
+  static Array withoutBounds();
 
   bool hasBounds() const { return items_ != nullptr; }
   /// The elements; raises 9 when the array has no bounds.
@@ -41,9 +44,10 @@ class ZENTARO_API Array {
   std::shared_ptr<const std::vector<Variant>> items_;
 };
 
+template <class T, class... Others>
+concept OneOf = (std::same_as<T, Others> || ...);
 template <class T>
-concept WholeNumber =
-    std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, char16_t>;
+concept WholeNumber = std::integral<T> && !OneOf<T, bool, char, wchar_t, char8_t, char16_t, char32_t>;
 
 class ZENTARO_API Variant {
  public:
@@ -59,7 +63,8 @@ class ZENTARO_API Variant {
     Date,
     Text,
     Array,
-    Object
+    Object,
+    Single
   };
   struct NullValue {};
   struct MissingValue {};
@@ -67,14 +72,19 @@ class ZENTARO_API Variant {
   Variant() = default;
   Variant(NullValue value) : value_(value) {}
   Variant(MissingValue value) : value_(value) {}
-  Variant(bool value) : value_(value) {}
+  /// Only from a bool itself: a pointer, such as the address of a text, is no truth value.
+  template <std::same_as<bool> T>
+  Variant(T value) : value_(value) {}
   Variant(double value) : value_(value) {}
+  Variant(float value) : value_(value) {}
   /// A whole number: Int16 up to 16 bits wide, else Int32, else (outside 32 bits) Double.
   template <WholeNumber T>
   Variant(T value) : value_(wholeNumber(value)) {}
   Variant(zentaro::Currency value) : value_(value) {}
   Variant(zentaro::Date value) : value_(value) {}
   Variant(const char* utf8) : value_(utf16(utf8)) {}
+  Variant(const char8_t* utf8) : Variant(std::u8string(utf8)) {}
+  Variant(const std::u8string& utf8) : Variant(std::string(utf8.begin(), utf8.end())) {}
   Variant(const std::string& utf8) : value_(utf16(utf8)) {}
   Variant(const char16_t* text) : value_(std::u16string(text)) {}
   Variant(std::u16string text) : value_(std::move(text)) {}
@@ -94,6 +104,7 @@ class ZENTARO_API Variant {
   std::int16_t int16() const { return get<std::int16_t>(); }
   std::int32_t int32() const { return get<std::int32_t>(); }
   double number() const { return get<double>(); }
+  float single() const { return get<float>(); }
   zentaro::Currency currency() const { return get<zentaro::Currency>(); }
   zentaro::Date date() const { return get<zentaro::Date>(); }
   const std::u16string& text() const { return get<std::u16string>(); }
@@ -103,7 +114,7 @@ class ZENTARO_API Variant {
  private:
   using Value =
       std::variant<std::monostate, NullValue, MissingValue, bool, std::int16_t, std::int32_t, double,
-                   zentaro::Currency, zentaro::Date, std::u16string, zentaro::Array, zentaro::Object>;
+                   zentaro::Currency, zentaro::Date, std::u16string, zentaro::Array, zentaro::Object, float>;
 
   template <class T>
   static Value wholeNumber(T value) {

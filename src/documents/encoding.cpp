@@ -69,6 +69,7 @@ std::optional<double> asNumber(const Variant& value) {
     case Variant::Kind::Int16:
     case Variant::Kind::Int32:
     case Variant::Kind::Double:
+    case Variant::Kind::Single:
     case Variant::Kind::Currency: number = toDouble(value); break;
     case Variant::Kind::Text: {
       const Regional regional = services().regional->current();

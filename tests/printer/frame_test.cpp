@@ -19,18 +19,22 @@ TEST_F(FrameTest, FramesAreBuiltByteForByte) {
     const char* expected;
   };
   const Row rows[] = {
-      {"no fields", 0x48, Array(std::vector<Variant>()), "<STX>\"H<ETX>006F"},
+      {"no fields", 0x48, {}, "<STX>\"H<ETX>006F"},
       {"one field", 0x49, {u"HOLA"}, "<STX>#I<FS>HOLA<ETX>01B1"},
       {"an empty field, a number and a letter",
        0x44,
        {u"", 1250, u"T"},
        "<STX>$D<FS><DEL><FS>1250<FS>T<ETX>025C"},
       {"an Empty and a negative number", 0x49, {Variant(), -5}, "<STX>%I<FS><DEL><FS>-5<ETX>018C"},
-      {"a command above 127", 0x80, Array(std::vector<Variant>()), "<STX>&<80><ETX>00AB"},
+      {"a command above 127", 0x80, {}, "<STX>&<80><ETX>00AB"},
       {"a byte above 127 and one outside the code page",
        0x49,
        {u"\u00F1\u4E00"},
        "<STX>'I<FS><F1>?<ETX>01C1"},
+      {"the highest command, and control characters as they are",
+       0xFF,
+       {u"\u007F", u"a\u0002\u0003\u001Cb"},
+       "<STX>(<FF><FS><DEL><FS>a<STX><ETX><FS>b<ETX>02C7"},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(frameBytes(z->BuildOMB(row.command, row.fields)), bytes(row.expected)) << row.name;
@@ -51,9 +55,8 @@ TEST_F(FrameTest, ASumAbove65535IsWrittenInFull) {
 }
 
 TEST_F(FrameTest, TheSequenceRunsFrom22To7FAndBackTo21) {
-  const Array none{std::vector<Variant>()};
   std::string sequence;
-  for (int frames = 0; frames < 96; ++frames) sequence += frameBytes(z->BuildOMB(0x48, none))[1];
+  for (int frames = 0; frames < 96; ++frames) sequence += frameBytes(z->BuildOMB(0x48, {}))[1];
   EXPECT_EQ(sequence.front(), '\x22');
   EXPECT_EQ(sequence[93], '\x7F');
   EXPECT_EQ(sequence.substr(94), "\x21\x22");
@@ -67,9 +70,9 @@ TEST_F(FrameTest, AFailingFrameHasStillTakenItsSequenceNumber) {
     int error;
   };
   const Row rows[] = {
-      {"a command below 0", -1, Array(std::vector<Variant>()), 5},
-      {"a command above 255", 256, Array(std::vector<Variant>()), 5},
-      {"an array without bounds", 0x41, Array(), 9},
+      {"a command below 0", -1, {}, 5},
+      {"a command above 255", 256, {}, 5},
+      {"an array without bounds", 0x41, Array::withoutBounds(), 9},
       {"Null", 0x41, {u"x", Variant::null()}, 94},
       {"an array", 0x41, {Variant(Array{1})}, 13},
       {"an omitted argument", 0x41, {Variant::missing()}, 13},
@@ -83,7 +86,7 @@ TEST_F(FrameTest, AFailingFrameHasStillTakenItsSequenceNumber) {
     EXPECT_EQ(errorOf([&] { z->BuildOMB(row.command, row.fields); }), row.error) << row.name;
     EXPECT_EQ(z->nLastCommand, row.command) << row.name;
     ++expected;
-    EXPECT_EQ(frameBytes(z->BuildOMB(0x48, Array(std::vector<Variant>())))[1], expected) << row.name;
+    EXPECT_EQ(frameBytes(z->BuildOMB(0x48, {}))[1], expected) << row.name;
     ++expected;
   }
 }

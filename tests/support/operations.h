@@ -77,7 +77,7 @@ class OperationTest : public PrinterTest {
            (z->nEnvironmentError == ENVERR_BADARG ? " stored" : "");
   }
   /// That of a frame built now.
-  char16_t sequence() { return z->BuildOMB(0x48, Array(std::vector<Variant>()))[1]; }
+  char16_t sequence() { return z->BuildOMB(0x48, {})[1]; }
 };
 
 }  // namespace zentaro::testing

@@ -34,7 +34,7 @@ TEST(Numbers, AreReadWhole) {
   for (const auto& [text, value] : testing::table(R"(
     12.5 => 12.5; +7 => 7; .5 => 0.5; 5. => 5; 1,234,567.5 => 1234567.5; 1E3 => 1000; 1.5d-2 => 0.015
     123456789012345678 => 123456789012345678; 1E-400 => 0; 1E-326 => 0; 1E400 => inf; -1E99999999999 => -inf
-    0E99999999999 => 0; &h8000 => -32768; &HFFFF => -1; &H08000 => 32768; &HFFFFFFFF => -1; &O17 => 15
+    0E99999999999 => 0; &h8000 => -32768; &HFFFF => -1; &H08000 => -32768; &H00010000 => 65536; &H0000000001 => 1; &HFFFFFFFF => -1; &O17 => 15
     &O177777 => -1; &O200000 => 65536)"))
     EXPECT_EQ(strictNumber(utf16(text), u'.', u','), std::stod(value)) << text;
   EXPECT_EQ(strictNumber(u" \t-12.5 \r\n", u'.', u','), -12.5);
@@ -44,7 +44,8 @@ TEST(Numbers, AreReadWhole) {
     EXPECT_EQ(strictNumber(utf16(text), u'.', u','), std::nullopt) << text;
   EXPECT_EQ(strictNumber(u"1.234,5", u',', u'.'), 1234.5);
   EXPECT_EQ(strictNumber(u"1,234.5", u',', u'.'), std::nullopt);
-  EXPECT_EQ(strictNumber(u"1.5", u'.', u'.'), 1.5) << "the decimal separator comes first";
+  EXPECT_EQ(strictNumber(u"1.500", u'.', u'.'), 1.5) << "the decimal separator comes first";
+  EXPECT_EQ(strictNumber(u"12,500", u',', u','), 12.5);
 }
 
 TEST(Numbers, AreReadFromTheBeginningOfAText) {

@@ -22,18 +22,45 @@ TEST(Variants, HaveTheKindOfTheirLiteral) {
                                            {std::uint16_t{65535}, Kind::Int32},
                                            {1L, Kind::Int32},
                                            {4000000000U, Kind::Double},
-                                           {1.5F, Kind::Double},
+                                           {1.5, Kind::Double},
+                                           {1.5F, Kind::Single},
                                            {Currency(), Kind::Currency},
                                            {Date(), Kind::Date},
                                            {"x", Kind::Text},
                                            {u"x", Kind::Text},
                                            {Array{1, "two"}, Kind::Array},
+                                           {u8"x", Kind::Text},
+                                           {std::u8string(u8"x"), Kind::Text},
                                            {Object(), Kind::Object}};
   for (const auto& [value, kind] : rows) EXPECT_EQ(value.kind(), kind);
   EXPECT_EQ(Variant(std::uint8_t{200}).int16(), 200);
   EXPECT_EQ(Variant(-3000000000LL).number(), -3e9);
-  EXPECT_EQ(Variant("Caf\u00E9").text(), u"Caf\u00E9");
+  for (const Variant& text :
+       {Variant("Caf\u00E9"), Variant(u8"Caf\u00E9"), Variant(std::u8string(u8"Caf\u00E9"))})
+    EXPECT_EQ(text.text(), u"Caf\u00E9");
+  EXPECT_EQ(Variant(1234567.875F).single(), 1234567.875F);
   EXPECT_EQ(errorOf([] { Variant(1).text(); }), 13) << "an accessor never converts";
+}
+
+template <class... Types>
+constexpr bool noneConverts = !(std::is_constructible_v<Variant, Types> || ...);
+// A pointer or a character must not become True, or a number, without a word.
+static_assert(noneConverts<const wchar_t*, wchar_t, char16_t, char32_t, char8_t, char, std::wstring,
+                           std::u16string*, void*, const int*, std::nullptr_t, std::vector<bool>::reference>);
+
+TEST(Arrays, AreWhatTheirBracesSay) {
+  const auto shape = [](const Array& array) { return array.hasBounds() ? array.upperBound() : -2; };
+  EXPECT_EQ(shape({}), -1);
+  EXPECT_EQ(shape(Array()), -1);
+  EXPECT_EQ(shape(Array{}), -1);
+  EXPECT_EQ(shape({1}), 0);
+  EXPECT_EQ(shape({u"a", u"b"}), 1);
+  EXPECT_EQ(shape({Variant(Array{1, 2})}), 0) << "an array in an array";
+  const Array two{1, "two"}, copy{two}, nested{two, two}, unbounded{Array::withoutBounds()};
+  EXPECT_EQ(shape(copy), 1);
+  EXPECT_EQ(copy.at(1).text(), u"two");
+  EXPECT_EQ(nested.at(1).array().at(1).text(), u"two");
+  EXPECT_EQ(shape(unbounded), -2);
 }
 
 TEST(Arrays, CheckTheirBounds) {
@@ -43,8 +70,7 @@ TEST(Arrays, CheckTheirBounds) {
   EXPECT_EQ(errorOf([&two] { two.at(2); }), 9);
   EXPECT_EQ(errorOf([&two] { two.at(-1); }), 9);
 
-  EXPECT_EQ(Array(std::vector<Variant>{}).upperBound(), -1);
-  const Array unbounded;
+  const Array unbounded = Array::withoutBounds();
   EXPECT_EQ(errorOf([&unbounded] { unbounded.upperBound(); }), 9);
   EXPECT_EQ(errorOf([&unbounded] { unbounded.items(); }), 9);
   EXPECT_EQ(errorOf([&unbounded] { unbounded.at(0); }), 9);

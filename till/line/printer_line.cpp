@@ -59,8 +59,7 @@ void PrinterLine::startAnywhere() {
   constexpr int numbers = 95;
   std::random_device random;
   const int steps = std::uniform_int_distribution(0, numbers - 1)(random);
-  for (int step = 0; step < steps; ++step)
-    printer_.BuildOMB(static_cast<std::int16_t>(Command::Status), Array(std::vector<Variant>{}));
+  for (int step = 0; step < steps; ++step) printer_.BuildOMB(static_cast<std::int16_t>(Command::Status), {});
 }
 
 void PrinterLine::traceDriver() {
