@@ -60,7 +60,7 @@ std::int16_t CZentaro::IniciarDevolucion(const Variant& sNombreCliente, const Va
 }
 
 std::u16string CZentaro::description(const Variant& text, std::int16_t extraLength) {
-  const std::int32_t length = settings_.descriptionLength() + extraLength;
+  const std::int32_t length = settings_.LenDescripcion() + extraLength;
   return CleanText(text, toInt16(length));  // required: the sum is one of 16 bits
 }
 

@@ -84,7 +84,7 @@ inline constexpr auto czentaroMembers = rows(
     method<&Z::ExecuteOMB>("ExecuteOMB", {byRef("sOMB", aFrame)}, "Sends a frame.",
                            sendsOther("the frame as given", checksPort | exchanges)),
     letGet<static_cast<VariantLet>(&Z::DebugMode), static_cast<VariantGet>(&Z::DebugMode)>(
-        "DebugMode", byValue("value", "True switches it on"), "The object trace is on."),
+        "DebugMode", byRef("value", "True switches it on"), "The object trace is on."),
     readOnly<&Z::PrinterType>("PrinterType", "Type of the printer."),
     letGet<static_cast<VariantLet>(&Z::Settings), static_cast<VariantGet>(&Z::Settings)>(
         "Settings", byRef("sNewSettings", "ignored"), "Line settings; an assignment is ignored."),

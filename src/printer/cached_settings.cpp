@@ -28,21 +28,28 @@ std::int16_t leadingInt16(const SettingKey& key, std::int16_t fallback) {
 
 }  // namespace
 
-std::int16_t CachedSettings::timeOut() {
-  if (timeOut_ == 0) timeOut_ = convertOr(12, [] { return toInt16(readSetting(settingTimeOut)); });
-  return timeOut_;
+std::int16_t readTimeOut() {
+  return convertOr(12, [] { return toInt16(readSetting(settingTimeOut)); });
 }
 
-std::int16_t CachedSettings::descriptionLength() {
-  if (descriptionLength_ == 0) descriptionLength_ = leadingInt16(settingDescriptionLength, 20);
-  return descriptionLength_;
+std::int16_t readLenDescripcion() { return leadingInt16(settingDescriptionLength, 20); }
+
+std::int16_t CachedSettings::TimeOut() {
+  if (nTimeOutCache == 0) nTimeOutCache = readTimeOut();
+  return nTimeOutCache;
+}
+
+std::int16_t CachedSettings::LenDescripcion() {
+  if (nLenDescripcionCache == 0) nLenDescripcionCache = readLenDescripcion();
+  return nLenDescripcionCache;
 }
 
 bool CachedSettings::suppressesDecimals() {
-  if (suppression_ == Suppression::Unknown) {
-    suppression_ = leadingInt16(settingSuppressDecimals, 0) != 0 ? Suppression::On : Suppression::Off;
+  if (nSuprimirDecimalesCache == Suppression::Unknown) {
+    const bool isOn = leadingInt16(settingSuppressDecimals, 0) != 0;
+    nSuprimirDecimalesCache = isOn ? Suppression::On : Suppression::Off;
   }
-  return suppression_ == Suppression::On;
+  return nSuprimirDecimalesCache == Suppression::On;
 }
 
 }  // namespace zentaro

@@ -5,22 +5,24 @@
 
 namespace zentaro {
 
+/// "TimeOutZT" as it is now: the answer time-out in seconds; 12 when the text is no number of 16 bits.
+std::int16_t readTimeOut();
+/// "LenDescripcionZT" as it is now: the longest item description in characters; 20 for a number
+/// outside 16 bits, 0 for a text that does not begin with a number.
+std::int16_t readLenDescripcion();
+
 class CachedSettings {
  public:
-  /// "TimeOutZT": the answer time-out in seconds; 12 when the text is no number of 16 bits.
-  std::int16_t timeOut();
-  /// "LenDescripcionZT": the longest item description in characters; 20 for a number outside 16
-  /// bits, 0 (not kept) for a text that does not begin with a number. A negative length is kept as
-  /// it is and fails where it is used.
-  std::int16_t descriptionLength();
+  std::int16_t TimeOut();
+  /// A negative length is kept as it is and fails where it is used.
+  std::int16_t LenDescripcion();
   /// "SuprimirDecimalesEZT": fold a fractional quantity into the price. Decided at the first call.
   bool suppressesDecimals();
 
  private:
-  enum class Suppression : std::int16_t { Unknown, On, Off };
-  std::int16_t timeOut_ = 0;
-  std::int16_t descriptionLength_ = 0;
-  Suppression suppression_ = Suppression::Unknown;
+  std::int16_t nTimeOutCache = 0;
+  std::int16_t nLenDescripcionCache = 0;
+  enum class Suppression : std::int16_t { Unknown, On, Off } nSuprimirDecimalesCache = Suppression::Unknown;
 };
 
 }  // namespace zentaro

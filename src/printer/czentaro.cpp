@@ -74,11 +74,11 @@ std::u16string CZentaro::BuildOMB(std::int16_t iCommandNumber, const Array& vaAr
 }
 
 void CZentaro::SendOMB(const Variant& frame) {
-  trace_.send();
+  trace_.TraceSend();
   std::u16string converted;
   // A frame of this object's is a text and need not be copied.
   const std::u16string& text = frame.is(Variant::Kind::Text) ? frame.text() : (converted = toText(frame));
-  trace_.dump(text);
+  trace_.TraceDump(text);
   // A frame that did not leave shows up as an answer that never comes.
   modCOMM::CommWrite(toInt16(CommPort), text);
 }
@@ -87,7 +87,7 @@ Variant CZentaro::ReadResponse() {
   dwordStatusFiscal = 0;
   dwordPrinterStatus = 0;
   nEnvironmentError = ENVERR_OK;
-  trace_.readStatus();
+  trace_.TraceReadStatus();
   Receiver receiver;
   const bool complete = receiveAnswer(CommPort, settings_, receiver);
   // The sequence number as it stands now: a host that was yielded to may have built a frame.
@@ -96,11 +96,11 @@ Variant CZentaro::ReadResponse() {
                : timedOut(receiver.text());
   if (answer.errorText) sLastError = *answer.errorText;
   // required: an answer that passed is dumped before its status words are stored, any other one after.
-  if (!answer.failed()) trace_.dump(answer.traced);
+  if (!answer.failed()) trace_.TraceDump(answer.traced);
   dwordPrinterStatus = answer.printerStatus;
   dwordStatusFiscal = answer.fiscalStatus;
   nEnvironmentError = answer.outcome;
-  if (answer.failed()) trace_.dump(answer.traced);
+  if (answer.failed()) trace_.TraceDump(answer.traced);
   return std::move(answer.fields);
 }
 
@@ -129,7 +129,7 @@ std::int16_t CZentaro::execute(const std::u16string& s) { return keep(exchangeFr
 
 std::int16_t CZentaro::ExecuteCMD(const Variant& nCmd) {
   if (!isPortOpen) return ENVERR_DEVICE;
-  return keep(exchangeFrame(BuildOMB(toInt16(nCmd), Array(std::vector<Variant>{}))));
+  return keep(exchangeFrame(BuildOMB(toInt16(nCmd), {})));
 }
 
 std::int16_t CZentaro::ExecuteOMB(const Variant& sOMB) {

@@ -7,7 +7,7 @@
 
 namespace zentaro {
 
-std::int32_t checkSum(std::u16string_view text, const CodePage& codePage) {
+std::int32_t CheckSum(std::u16string_view text, const CodePage& codePage) {
   constexpr std::size_t longest = 32767;
   if (text.size() > longest) throw AutomationError(ErrorNumber::Overflow);
   std::int32_t sum = 0;
@@ -35,7 +35,7 @@ std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Arr
     if (frame.size() == before) frame += DEL;
   }
   frame += ETX;
-  frame += lmHexStr::HexStr(checkSum(frame, codePage), 4);
+  frame += lmHexStr::HexStr(CheckSum(frame, codePage), 4);
   return frame;
 }
 

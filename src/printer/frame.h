@@ -34,7 +34,7 @@ class SequenceNumber {
 };
 
 /// The sum of the bytes that the characters stand for. Raises 6 (overflow) for more than 32,767 characters.
-std::int32_t checkSum(std::u16string_view text, const CodePage& codePage);
+std::int32_t CheckSum(std::u16string_view text, const CodePage& codePage);
 
 /// A complete command frame. Raises 5 for a command outside 0 to 255, 9 for an array without
 /// bounds, and what the conversion of a field to text raises.

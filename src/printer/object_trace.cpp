@@ -8,7 +8,7 @@
 namespace zentaro {
 
 void ObjectTrace::assign(const Variant& value) {
-  if (forced_) return;
+  if (bDebugForced) return;
   file_.reset();
   if (!toBoolean(value)) return;
   TraceFile file;
@@ -18,23 +18,23 @@ void ObjectTrace::assign(const Variant& value) {
 
 void ObjectTrace::force() {
   assign(true);
-  forced_ = true;
+  bDebugForced = true;
 }
 
 void ObjectTrace::release() {
-  forced_ = false;
+  bDebugForced = false;
   file_.reset();
 }
 
-void ObjectTrace::send() {
+void ObjectTrace::TraceSend() {
   if (file_) file_->line(stampLine(u"Send", services().clock->localTime()));
 }
 
-void ObjectTrace::readStatus() {
+void ObjectTrace::TraceReadStatus() {
   if (file_) file_->line(stampLine(u"ReadStatus", services().clock->localTime()));
 }
 
-void ObjectTrace::dump(std::u16string_view text) {
+void ObjectTrace::TraceDump(std::u16string_view text) {
   if (!file_) return;
   for (const std::u16string& line : dumpLines(text, *services().codePage)) file_->line(line);
 }

@@ -23,12 +23,12 @@ class ObjectTrace {
   void release();
 
   // The writers; each raises when its line cannot be written.
-  void send();
-  void readStatus();
-  void dump(std::u16string_view text);
+  void TraceSend();
+  void TraceReadStatus();
+  void TraceDump(std::u16string_view text);
 
  private:
-  bool forced_ = false;
+  bool bDebugForced = false;
   std::optional<TraceFile> file_;
 };
 

@@ -19,7 +19,8 @@ Value valueOrMismatch(std::optional<Value> value) {
 
 std::u16string reportDate(const Variant& value) { return maskDate(valueOrMismatch(asDate(value))); }
 std::u16string reportNumber(const Variant& value) {
-  return maskWholeNumber8(valueOrMismatch(asNumber(value)));
+  valueOrMismatch(asNumber(value));
+  return maskWholeNumber8(value);  // of the value itself: a double does not have all digits of a currency
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Loading the figures of a closing from its answer.
 #include "reports/resultado_cierre.h"
 
+#include <algorithm>
 #include <array>
 
 #include "automation/conversions.h"
@@ -19,14 +20,20 @@ void amount(ResultadoCierre& record, const Variant& entry) {
   record.*property = Currency::fromDecimal(leadingDecimal(toText(entry)));
 }
 
+/// Filled up with blanks: what is too short is no date, even where its last two characters are a day.
+std::u16string atLeast(std::size_t length, const Variant& entry) {
+  std::u16string text = toText(entry);
+  text.resize(std::max(text.size(), length), u' ');
+  return text;
+}
+
 void reportDate(ResultadoCierre& record, const Variant& entry) {
-  record.FechaReporte = General::MakeDateTime(toText(entry), u"0000");
+  record.FechaReporte = General::MakeDateTime(atLeast(6, entry), u"0000");
 }
 
 /// Two characters each: minutes, hours, day, month, year.
 void lastInvoice(ResultadoCierre& record, const Variant& entry) {
-  std::u16string text = toText(entry);
-  text.resize(10, u' ');
+  const std::u16string text = atLeast(10, entry);
   const auto pair = [&](std::size_t position) { return text.substr(position, 2); };
   record.FechaUltimaFactura = General::MakeDateTime(pair(8) + pair(6) + pair(4), pair(2) + pair(0));
 }

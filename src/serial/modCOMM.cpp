@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string_view>
 
 #include "automation/automation_error.h"
@@ -31,7 +32,7 @@ struct Fault {
 
 SerialServices& serial() { return *services().serial; }
 
-void yieldToHost(int times) {
+void YieldToHost(int times) {
   Host& host = *services().host;
   for (; times > 0; --times) host.yield();
 }
@@ -77,16 +78,12 @@ std::int32_t closePort(PortEntry& entry) {
   return 0;
 }
 
-/// The code of a transfer call: 0 when it succeeded.
-std::uint32_t codeOf(bool succeeded) { return succeeded ? 0 : serial().GetLastError(); }
-
-/// Waits until a pending transfer is over; its code, 0 when it succeeded.
-std::uint32_t waitForTransfer(const PortEntry& entry, std::uint32_t& count) {
-  std::uint32_t code;
-  do {
-    code = codeOf(serial().GetOverlappedResult(entry.handle, driverState().overlapped, count, true));
-  } while (code == notYetComplete);
-  return code;
+/// Waits until a pending transfer is over; the code of a wait that failed.
+std::optional<std::uint32_t> waitForTransfer(const PortEntry& entry, std::uint32_t& count) {
+  while (!serial().GetOverlappedResult(entry.handle, driverState().overlapped, count, true)) {
+    if (const std::uint32_t code = serial().GetLastError(); code != notYetComplete) return code;
+  }
+  return std::nullopt;
 }
 
 std::int32_t readPort(const PortEntry& entry, std::u16string& data, std::int32_t wanted) {
@@ -106,8 +103,8 @@ std::int32_t readPort(const PortEntry& entry, std::u16string& data, std::int32_t
       CommRecordLineError(code, u"CommRead (ReadFile)", entry);
       return -1;
     }
-    if (const std::uint32_t waitCode = waitForTransfer(entry, count); waitCode != 0) {
-      CommRecordLineError(waitCode, u"CommRead (GetOverlappedResult)", entry);
+    if (const auto failure = waitForTransfer(entry, count)) {
+      CommRecordLineError(*failure, u"CommRead (GetOverlappedResult)", entry);
       return -1;
     }
   }
@@ -120,20 +117,21 @@ void writePort(const PortEntry& entry, const std::string& bytes, std::int32_t& w
   const auto size = static_cast<std::uint32_t>(bytes.size());
   std::uint32_t count = 0;
   const bool done = serial().WriteFile(entry.handle, bytes.data(), size, count, driverState().overlapped);
-  const std::uint32_t code = codeOf(done);  // taken before the host's code can make calls of its own
-  yieldToHost(1);
+  const std::uint32_t code =
+      done ? 0 : serial().GetLastError();  // before the host's code can make calls of its own
+  YieldToHost(1);
   written = static_cast<std::int32_t>(count);
-  if (done) return yieldToHost(yieldsAfterWrite);
+  if (done) return YieldToHost(yieldsAfterWrite);
   if (code == 0) return;
   if (code != stillPending) {
     CommRecordLineError(code, u"CommWrite (WriteFile)", entry);
     written = -1;
     return;
   }
-  const std::uint32_t waitCode = waitForTransfer(entry, count);
+  const auto failure = waitForTransfer(entry, count);
   written = static_cast<std::int32_t>(count);
-  if (waitCode == 0) return yieldToHost(yieldsAfterWrite);
-  CommRecordLineError(waitCode, u"CommWrite (GetOverlappedResult)", entry);
+  if (!failure) return YieldToHost(yieldsAfterWrite);
+  CommRecordLineError(*failure, u"CommWrite (GetOverlappedResult)", entry);
 }
 
 /// A line that cannot be written is a fault of the operation, whose bytes have moved all the same;
@@ -176,7 +174,7 @@ std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t want
   data.clear();
   std::int32_t count = -1;
   try {
-    yieldToHost(1);  // required: also for a port that there is not, so that the host never freezes
+    YieldToHost(1);  // required: also for a port that there is not, so that the host never freezes
     count = readPort(portAt(port), data, wanted);
   } catch (const Fault& fault) {
     keepError(fault.number, u"CommRead", fault.description);
@@ -185,7 +183,7 @@ std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t want
   return count;
 }
 
-std::int32_t CommWrite(std::int16_t port, const std::u16string& data) {
+std::int32_t CommWrite(std::int16_t port, std::u16string data) {
   std::int32_t written = 0;
   try {
     writePort(portAt(port), services().codePage->bytes(data), written);

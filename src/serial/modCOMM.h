@@ -27,8 +27,9 @@ std::int32_t CommClose(std::int16_t port);
 std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t wanted);
 
 /// Sends the characters of `data` as bytes of the code page and returns how many left; -1 when the
-/// write call fails.
-std::int32_t CommWrite(std::int16_t port, const std::u16string& data);
+/// write call fails. `data` is the driver's own: the host, which runs meanwhile, may change the variable
+/// that it came from.
+std::int32_t CommWrite(std::int16_t port, std::u16string data);
 
 /// The code in the last-error record; `text` becomes "Error (code): function - message".
 std::int32_t CommErrorText(std::u16string& text);
