@@ -41,19 +41,28 @@ TEST_F(EncodingTest, AmountsHaveImpliedDecimalsRoundedHalfUp) {
     std::int16_t decimals;
     const char16_t* expected;
   };
-  const Row rows[] = {{12.34, 2, u"1234"}, {16, 2, u"1600"},
-                      {0, 2, u"0"},        {1.005, 2, u"100"},
-                      {1.5, 3, u"1500"},   {0.3333, 3, u"333"},
-                      {0.0005, 3, u"1"},   {12.5, 0, u"13"},
-                      {13.5, 0, u"14"},    {-1.25, 1, u"-12"},
-                      {-1.26, 1, u"-13"},  {-0.4, 0, u"0"},
-                      {-0.0, 2, u"0"},     {1e15, 2, u"100000000000000000"}};
+  const Row rows[] = {{12.34, 2, u"1234"},
+                      {16, 2, u"1600"},
+                      {0, 2, u"0"},
+                      {1.005, 2, u"100"},
+                      {1.5, 3, u"1500"},
+                      {0.3333, 3, u"333"},
+                      {0.0005, 3, u"1"},
+                      {12.5, 0, u"13"},
+                      {13.5, 0, u"14"},
+                      {-1.25, 1, u"-12"},
+                      {-1.26, 1, u"-13"},
+                      {-0.4, 0, u"0"},
+                      {-0.0, 2, u"0"},
+                      {1e15, 2, u"100000000000000000"},
+                      {92233720368547758.08, 2, u"9223372036854775808"}};
   for (const Row& row : rows) EXPECT_EQ(FormatImplied(row.value, row.decimals), row.expected) << row.value;
   constexpr double infinity = std::numeric_limits<double>::infinity();
   for (const double value : {infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), 1e308}) {
     EXPECT_EQ(errorOf([=] { FormatImplied(value, 2); }), 6) << value;
   }
   EXPECT_EQ(implied(Currency::fromScaled(123456), 2), u"1235");
+  EXPECT_EQ(implied(1234567.875F, 2), u"123456788") << "a Single counts with all its digits";
 }
 
 TEST_F(EncodingTest, DescriptionsAreCutAsTheSettingSays) {
@@ -85,15 +94,18 @@ TEST_F(EncodingTest, DescriptionsAreCutAsTheSettingSays) {
 }
 
 TEST_F(EncodingTest, AFractionalQuantityIsFoldedIntoThePriceWhenTheSettingSays) {
+  const Currency ten = Currency::fromScaled(100000), half = Currency::fromScaled(25000);
   const struct {
     const char16_t* setting;
-    double price, quantity;
+    Variant price, quantity;
     const char* sent;
     double priceAfter, quantityAfter;
   } rows[] = {{u"1", 10, 2.5, "2500|1000", 25, 1},    {u"0.5", 10, 2.5, "1000|2500", 10, 2.5},
               {u"0.6", 10, 2.5, "2500|1000", 25, 1},  {u"99999", 10, 2.5, "1000|2500", 10, 2.5},
               {u"1", 10, -2.5, "-2500|1000", -25, 1}, {u"x", 10, 2.5, "1000|2500", 10, 2.5},
-              {u"1", 10, 2, "1000|2000", 10, 2}};
+              {u"1", 10, 2, "1000|2000", 10, 2},      {u"-1", ten, 2.5, "2500|1000", 25, 1},
+              {u"1", 10.0, half, "2500|1000", 25, 1}, {u"1", ten, half, "2500|1000", 25, 1},
+              {u"1", 10.0F, 2.5F, "2500|1000", 25, 1}};
   for (const auto& row : rows) {
     setting("SuprimirDecimalesEZT", row.setting);
     renew();
@@ -118,6 +130,9 @@ TEST_F(EncodingTest, TheWriteBackStandsAlsoWhenALaterConversionFails) {
   EXPECT_EQ(errorOf([&] { z->PasarLineaDevolucion(u"Queso", price, quantity, u"x"); }), 13);
   EXPECT_EQ(price.currency().scaled(), 250002) << "currency times currency stays currency, ties to even";
   EXPECT_EQ(quantity.int16(), 1);
+  price = 10, quantity = 2.5;
+  EXPECT_EQ(errorOf([&] { z->PasarLineaDevolucion(Variant::null(), price, quantity, 16); }), 94);
+  EXPECT_EQ(toDouble(price), 25) << "folded before the description is looked at";
   price = Currency::fromScaled(-100001), quantity = Currency::fromScaled(26000);
   z->PasarLineaDevolucion(u"Queso", price, quantity, 16);
   EXPECT_EQ(price.currency().scaled(), -260003);
@@ -132,6 +147,8 @@ TEST_F(EncodingTest, TheWriteBackStandsAlsoWhenALaterConversionFails) {
 TEST_F(EncodingTest, AHostsTextForgesNeitherFieldNorFrame) {
   z->IniciarFactura(u"A\u0002B\u0003C\u001CD", u"J-1");
   EXPECT_EQ(sent(), "@|A.B.C.D|J-1|~|~|~|~|~|~|~");
+  z->IniciarFactura(u"A\tB\r\n\u001B\u000C\u007F", u"\u0007");
+  EXPECT_EQ(sent(), "@|A\tB\r\n\x1B\x0C~|\x07|~|~|~|~|~|~|~") << "all others pass";
   z->PagoConMedio(u"1\u001C9999", 2);
   EXPECT_EQ(sent(), "D|1.9999|200|T");
 }

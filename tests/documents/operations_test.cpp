@@ -14,6 +14,7 @@ TEST_F(DocumentsTest, EachOperationSendsItsFieldsOrRefusesThem) {
 
     IniciarDevolucion 'Juan' 'J123456789' 1234 'Z1A2' 2023-05-17 1899-12-30T14:30:05 => @|Juan|J123456789|1234|Z1A2|230517|143005|D|~|~
     IniciarDevolucion => @|~|~|0|~|~|~|D|~|~
+    IniciarDevolucion '' '' 1 ' 12345678901234567890123456789012345678901234567890 ' 1999-12-31 => @|~|~|1| 12345678901234567890123456789012345678901234567890 |991231|~|D|~|~
     IniciarDevolucion '' '' 'ñ 7' 5 '2023-05-17 14:30' '14:30:05' => @|~|~|ñ 7|5|230517|143005|D|~|~
     IniciarDevolucion '' '' 1 '' empty 1899-12-30 => @|~|~|1|~|~|~|D|~|~
     IniciarDevolucion '' '' 1 '' '0' '0' => @|~|~|1|~|~|~|D|~|~
@@ -36,6 +37,7 @@ TEST_F(DocumentsTest, EachOperationSendsItsFieldsOrRefusesThem) {
     RecibirPago missing => raises 13
     PagoConMedio 3 25.5 => D|3|2550|T
     PagoConMedio ' Pago Móvil ' 150.75 => D| Pago Móvil |15075|T
+    PagoConMedio '12345678901234567890123456789012345678901234567890' 1 => D|12345678901234567890123456789012345678901234567890|100|T
     PagoConMedio null 1 => raises 94 late
     PagoConMedio null 'x' => raises 13
     RegistrarDescuento 5 => D|~|500|D
@@ -70,13 +72,14 @@ TEST_F(DocumentsTest, EachOperationSendsItsFieldsOrRefusesThem) {
 TEST_F(DocumentsTest, TheBaseDecidesTheCloseType) {
   const struct {
     const char *type, *base, *sent, *after;
-  } rows[] = {{"'T'", "0", "E|T|0", "T"},       {"'T'", "12.5", "E|U|1250", "U"},
-              {"'A'", "12.5", "E|B|1250", "B"}, {"'U'", "0", "E|T|0", "T"},
-              {"'B'", "0", "E|A|0", "A"},       {"'U'", "12.5", "E|U|1250", "U"},
-              {"'E'", "12.5", "E|E|1250", "E"}, {"'t'", "12.5", "E|t|1250", "t"},
-              {"''", "12.5", "E|~|1250", ""},   {"'U'", "missing", "E|T|0", "T"},
-              {"'T'", "-0.001", "E|U|0", "U"},  {"'B'", "'7,500.5'", "E|B|750050", "B"},
-              {"'T'", "'x'", "raises 13", "T"}, {"missing", "1", "E|U|100", "(number)"}};
+  } rows[] = {{"'T'", "0", "E|T|0", "T"},        {"'T'", "12.5", "E|U|1250", "U"},
+              {"'A'", "12.5", "E|B|1250", "B"},  {"'U'", "0", "E|T|0", "T"},
+              {"'B'", "0", "E|A|0", "A"},        {"'U'", "12.5", "E|U|1250", "U"},
+              {"'E'", "12.5", "E|E|1250", "E"},  {"'t'", "12.5", "E|t|1250", "t"},
+              {"''", "12.5", "E|~|1250", ""},    {"'U'", "missing", "E|T|0", "T"},
+              {"'T'", "-0.001", "E|U|0", "U"},   {"'B'", "'7,500.5'", "E|B|750050", "B"},
+              {"'T'", "'x'", "raises 13", "T"},  {"'T'", "null", "raises 94", "T"},
+              {"'T'", "1e308", "raises 6", "U"}, {"missing", "1", "E|U|100", "(number)"}};
   for (const auto& row : rows) {
     std::array<Variant, 2> arguments{argument(row.type), argument(row.base)};
     line.written.clear();

@@ -44,6 +44,9 @@ TEST_F(DriverTrace, RecordsEveryWriteAndEveryChunkByteForByte) {
                 "41 42 43 44 45 46 47 20 48 49 4A 4B 4C 4D 4E 0A ABCDEFG HIJKLMN.\r\n" + "Read" + stamp +
                 "C8                                              \xC8\r\n" + "Send" + stamp);
   EXPECT_EQ(platform.files.writes.size(), 7U) << "each line is one write";
+  CommWrite(9, u"x");
+  EXPECT_EQ(platform.files.writes.size(), 9U) << "also for a port that there is not";
+  EXPECT_EQ(platform.files.writes[7], "Send" + stamp);
 }
 
 TEST_F(DriverTrace, LastsFromAFailedOpeningToTheNextClosingOfAnyPort) {

@@ -41,6 +41,8 @@ TEST_F(DriverOpening, MakesItsCallsInOrderAndIsRefusedWhileOpen) {
   serial.expect("CloseHandle 7");
   EXPECT_EQ(CommClose(1), 0);
   EXPECT_EQ(CommClose(1), 0);
+  serial.expect("ClearCommError 7", {.error = 31});
+  EXPECT_EQ(CommRead(1, data, 1), -1) << "the entry keeps its handle";
 }
 
 TEST_F(DriverOpening, EndsWithTheStepThatFailsAndLeavesADeviceToClose) {
@@ -79,13 +81,15 @@ TEST_F(DriverOpening, PortNumberOutsideTheTableIsAFaultOfEveryOperation) {
   }
 }
 
-TEST_F(DriverOpening, EachThreadHasItsOwnPortsAndRecord) {
+TEST_F(DriverOpening, EachThreadHasItsOwnPortsRecordAndTrace) {
   openPort();
   EXPECT_EQ(CommOpen(1, u"COM1", lineText), -1);
+  startTrace(u"t");
   std::thread([] {
     EXPECT_EQ(errorText(), "Error (0):  - ");
     EXPECT_EQ(CommClose(1), 0);
   }).join();
+  EXPECT_EQ(platform.files.openFiles, 1) << "the other thread must not have ended the trace";
   EXPECT_EQ(CommOpen(1, u"COM1", lineText), -1) << "the other thread must not have closed it";
 }
 

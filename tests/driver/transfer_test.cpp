@@ -60,6 +60,13 @@ TEST_F(DriverTransfer, PendingReadIsWaitedForUntilItIsComplete) {
   EXPECT_EQ(CommRead(1, data, 3), -1);
   EXPECT_TRUE(data.empty());
   EXPECT_EQ(errorText(), "Error (31): CommRead (GetOverlappedResult) - Broken  COMM Error Flags = 0");
+
+  serial.expect("ClearCommError 7", {.count = 3})
+      .expect("ReadFile 7 3", {.error = 997})
+      .expect("GetOverlappedResult 7 1", {.count = 2, .fails = true})
+      .expect("ClearCommError 7");
+  EXPECT_EQ(CommRead(1, data, 3), -1) << "a failure whose code is 0 is one";
+  EXPECT_EQ(errorText(), "Error (0): CommRead (GetOverlappedResult) -   COMM Error Flags = 0");
 }
 
 TEST_F(DriverTransfer, AWriteEndsAsItsCallsSay) {
@@ -82,6 +89,12 @@ TEST_F(DriverTransfer, AWriteEndsAsItsCallsSay) {
        1,
        1,
        "Error (31): CommWrite (GetOverlappedResult) - Broken"},
+      {"pending, fails without a code",
+       {.error = 997},
+       {{.count = 2, .fails = true}},
+       2,
+       1,
+       "Error (0): CommWrite (GetOverlappedResult) - "},
   };
   for (const auto& row : rows) {
     const std::string before = errorText();

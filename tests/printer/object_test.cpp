@@ -69,6 +69,47 @@ TEST_F(ObjectTest, TheDriversTextReachesTheHost) {
   z->CommPort = 2;
 }
 
+TEST_F(ObjectTest, AnotherPortNumberLeadsAwayFromTheOpenPort) {
+  z->PortOpen(true);
+  z->CommPort = 7;
+  EXPECT_EQ(z->ExecuteCMD(72), 1);
+  EXPECT_TRUE(line.written.empty());
+  z->PortOpen(false);
+  EXPECT_EQ(line.closed, 0) << "the port that was opened stays with the driver";
+  z->CommPort = 1;
+  EXPECT_EQ(errorOf([&] { z->PortOpen(true); }), 40001);
+  z->PortOpen(false);
+  EXPECT_EQ(line.closed, 1);
+}
+
+TEST_F(ObjectTest, ClosingWhatIsClosedLeavesTheDriversTraceOn) {
+  platform.settings.values[{R"(Config\ModComm)", "DEBUG"}] = u"1";
+  platform.settings.values[{R"(Config\ModComm)", "DumpFile"}] = u"driver.txt";
+  CZentaro second;
+  second.CommPort = 9;
+  EXPECT_EQ(errorOf([&] { second.PortOpen(true); }), 40001);
+  EXPECT_EQ(platform.files.openFiles, 1);
+  z->PortOpen(false);
+  EXPECT_EQ(platform.files.openFiles, 1);
+  second.PortOpen(false);
+  EXPECT_EQ(platform.files.openFiles, 0);
+}
+
+TEST_F(ObjectTest, WhatIsWrittenAndTracedIsTheDriversOwn) {
+  platform.settings.values[{R"(Config\ModComm)", "DEBUG"}] = u"1";
+  platform.settings.values[{R"(Config\ModComm)", "DumpFile"}] = u"driver.txt";
+  CZentaro second;
+  second.CommPort = 9;
+  EXPECT_EQ(errorOf([&] { second.PortOpen(true); }), 40001);
+  second.isPortOpen = false;
+  z->PortOpen(true);
+  Variant frame = std::u16string(40, u'a');
+  platform.host.onYield = [&] { frame = 7; };  // the host's variable changes while the frame leaves
+  z->ExecuteOMB(frame);
+  EXPECT_EQ(line.written.back(), std::string(40, 'a'));
+  EXPECT_TRUE(platform.files.contents["driver.txt"].ends_with("aaaaaaaa\r\n"));
+}
+
 TEST_F(ObjectTest, DestructionClosesWhatIsOpen) {
   z->CommPort = 3;
   z->PortOpen(true);

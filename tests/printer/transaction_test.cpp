@@ -44,6 +44,10 @@ TEST_F(TransactionTest, AnAnswerIsTheSameInWhateverPiecesItComes) {
     single.push_back({std::string(1, byte), 1.0 * static_cast<double>(single.size())});
   EXPECT_EQ(afterAnswer(single), good);
   EXPECT_EQ(afterAnswer({{"x<ETX>abc"}, {golden, 1}}), good) << "noise with an ETX in front";
+  for (std::size_t cut = 1; cut < whole.size(); ++cut) {
+    EXPECT_EQ(afterAnswer({{"x<ETX>abc"}, {whole.substr(0, cut), 1}, {whole.substr(cut), 2}}), good) << cut;
+    EXPECT_EQ(afterAnswer({{"x<ETX>abc" + whole.substr(0, cut)}, {whole.substr(cut), 1}}), good) << cut;
+  }
   EXPECT_EQ(afterAnswer({{"<STX>\"H<FS>0600<FS>3080<FS>a"}, {"<WAIT>b<ETX>0000"}}),
             "0 1536 12416 VOID [ (number) 0600 3080 a\fb 0000 ]")
       << "only in front a wait byte is none of the answer";
@@ -91,6 +95,11 @@ TEST_F(TransactionTest, AnswersAreJudged) {
        "0 0 3 VOID [ (number) zz 3g 0000 ]"},
       {"one status word only: the checksum is read as the other", "<STX>\"H<FS>0600<ETX>0012",
        "0 1536 18 VOID [ (number) 0600 0012 ]"},
+      {"one token only", "<STX>\"H<ETX>006F", "0 111 0 VOID [ (number) 006F  ]"},
+      {"no token at all", "<STX>\"H<ETX><ETX><ETX><ETX><ETX>", "0 0 0 VOID [ (number)   ]"},
+      {"an STX as the very last character", "ab<ETX>0000<STX>", "1" + failed + " [ (empty) ]"},
+      {"ERROR behind the ETX is none", "<STX>\"H<FS>0600<FS>3080<ETX>ERROR",
+       "0 1536 12416 VOID [ (number) 0600 3080 ERROR ]"},
       {"whatever stands behind the command goes", "<STX>\"Hx0600<FS>3080<ETX>0000",
        "0 1536 12416 VOID [ (number) 0600 3080 0000 ]"},
       {"an ETX in the junk does not end the wait", "x<ETX>ab<STX>\"", "1" + failed + " [ (empty) ]"},
@@ -112,6 +121,8 @@ TEST_F(TransactionTest, TheChecksumIsVerifiedWhenAskedFor) {
   const Row rows[] = {
       {"right", golden, 0},
       {"a fifth digit is none of it", golden + "A", 0},
+      {"bytes that are other characters than their number", "<STX>\"H<FS>0600<FS>3080<FS><80><9F><ETX>0373",
+       0},
       {"wrong", "<STX>\"H<FS>0600<FS>3080<ETX>0239", 3},
       {"wrong, its error text is taken", "<STX>\"H<FS>0600<FS>3080<FS>ERROR 03 X<ETX>0239", 3, u"ERROR 03 X"},
       {"wrong comes before another sequence", "<STX>!H<FS>0600<FS>3080<ETX>0000", 3},
@@ -149,14 +160,27 @@ TEST_F(TransactionTest, SilenceEndsTheExchange) {
        {{"<STX>\"H<FS>0600<FS>3080<ETX>"}, {"0", 4}, {"2", 4.5}, {"38", 5.5}},
        1,
        4.75},
+      {"nor does one that comes soon behind the ETX",
+       u"2",
+       {{"<STX>\"H<FS>0600<FS>3080<ETX>", 0.2}, {"0", 0.4}, {"238", 2.2}},
+       1,
+       1.75},
+      {"a chunk of the answer moves it, also the one with the ETX",
+       u"2",
+       {{"<STX>", 0.4}, {"\"H<FS>0600<FS>3080<ETX>", 1.4}, {"0238", 3.4}},
+       0,
+       3.4},
   };
   for (const Row& row : rows) {
     setting("TimeOutZT", row.timeOut);
-    platform.clock.now = 36000.25;
-    renew();
-    line.answer(row.chunks);
-    EXPECT_EQ(z->ExecuteCMD(72), row.outcome) << row.name;
-    EXPECT_DOUBLE_EQ(platform.clock.now - 36000.25, row.until) << row.name;
+    for (const double start : {36000.25, 86395.25}) {  // the other one goes beyond midnight
+      platform.clock.now = start;
+      line.fallSilent();
+      renew();
+      line.answer(row.chunks);
+      EXPECT_EQ(z->ExecuteCMD(72), row.outcome) << row.name << " at " << start;
+      EXPECT_NEAR(platform.clock.now - start, row.until, 0.002) << row.name << " at " << start;
+    }
   }
   // The setting is read until it is other than 0; half a second is rounded to the even second.
   renew();
@@ -198,7 +222,7 @@ TEST_F(TransactionTest, TheHostRunsWhileTheObjectWaitsAndMayEndIt) {
   EXPECT_GE(yields, 1100);
   z->CommPort = 1;
   platform.host.onYield = [&] {
-    z->BuildOMB(72, Array(std::vector<Variant>()));
+    z->BuildOMB(72, {});
     platform.host.onYield = [] {};
   };
   line.answer({{ok('%', 'H')}});
@@ -222,13 +246,14 @@ TEST_F(TransactionTest, AClosedPortIsSeenBeforeAnythingElse) {
   EXPECT_EQ(left(), before);
   // execute does not look: its frame goes nowhere, and no answer comes.
   EXPECT_EQ(z->execute(u"frame"), 1);
+  EXPECT_EQ(z->nLastCommand, 72) << "that of the last frame built";
   EXPECT_TRUE(line.written.empty());
   EXPECT_EQ(left(), "1" + failed + "VOID [ (empty) ]");
 }
 
 TEST_F(TransactionTest, AFrameOfBuildOMBIsSentAsItIs) {
   line.answer({{golden}});
-  EXPECT_EQ(z->ExecuteOMB(z->BuildOMB(72, Array(std::vector<Variant>()))), 0);
+  EXPECT_EQ(z->ExecuteOMB(z->BuildOMB(72, {})), 0);
   EXPECT_EQ(line.written.back(), bytes("<STX>\"H<ETX>006F"));
   EXPECT_EQ(errorOf([&] { z->ExecuteOMB(Variant::null()); }), 94);
   EXPECT_EQ(errorOf([&] { z->ExecuteCMD(u"x"); }), 13);

@@ -41,6 +41,9 @@ TEST_F(ChequeTest, AStationThatStaysOffEndsIt) {
   line.answer({{"<STX>\"x<FS>0000<FS>8000<ETX>0000"}});
   EXPECT_EQ(fill(), 5);
   EXPECT_EQ(allSent(), "<A0> / ");
+  line.answer({{"<STX>#x<FS>0000<FS>8000<ETX>0000"}});
+  EXPECT_EQ(z->EndosarCheque(u"A", u"1", u"2"), 5);
+  EXPECT_EQ(allSent(), "<A0> / <A0> / ");
 }
 
 TEST_F(ChequeTest, BadAmountsAndDatesAreRejectedBeforeTheStationIsOn) {
@@ -52,7 +55,9 @@ TEST_F(ChequeTest, BadAmountsAndDatesAreRejectedBeforeTheStationIsOn) {
   EXPECT_EQ(allSent(), "");
   line.answer({{ok('"', ' ')}});
   EXPECT_EQ(errorOf([&] { z->LlenarCheque(1, Variant::null(), day); }), 94);
-  EXPECT_EQ(allSent(), "<A0> / ");  // the station stays on
+  line.answer({{ok('#', ' ')}});
+  EXPECT_EQ(errorOf([&] { z->EndosarCheque(u"A", u"1", Array{1}); }), 13);
+  EXPECT_EQ(allSent(), "<A0> / <A0> / ") << "the station stays on";
 }
 
 TEST_F(ChequeTest, AmountsAndDatesAreReadAndWrittenInTheRegionalForm) {
@@ -66,11 +71,21 @@ TEST_F(ChequeTest, AmountsAndDatesAreReadAndWrittenInTheRegionalForm) {
   EXPECT_EQ(sent(), ":|240301|240315|R");
   z->IniciarDevolucion(u"", u"", 1, u"", u"1.3.2024");
   EXPECT_EQ(sent(), "@|~|~|1|~|240301|~|D|~|~");
-  platform.regional.settings.groupSeparator = u'\u202F';
-  renew();
-  line.answer({{ok('"', ' ')}});
-  z->LlenarCheque(1500, u"A", u"2024-03-05");
-  EXPECT_EQ(shown(line.written[1]), "<AA>|1\u00A0500,00|A|5-3-24") << "the code page has no narrow blank";
+  struct Row {
+    Regional settings;
+    const char* sent;
+  };
+  for (const Row& row :
+       {Row{{u',', u'\u202F', u"d-m-yy"}, "<AA>|922\u00A0337\u00A0203\u00A0685\u00A0477,58|A|5-3-24"},
+        {{u'.', u'\u2019', u"dd/mm/yyyy"}, "<AA>|922\u2019337\u2019203\u2019685\u2019477.58|A|05/03/2024"},
+        {{u'.', u',', u"yyyy\u5E74mm\u6708dd\u65E5"},
+         "<AA>|922,337,203,685,477.58|A|2024\u00A003\u00A005\u00A0"}}) {
+    platform.regional.settings = row.settings;
+    renew();
+    line.answer({{ok('"', ' ')}});
+    z->LlenarCheque(Currency::fromScaled(9223372036854775807), u"A", u"2024-03-05");
+    EXPECT_EQ(shown(line.written[1]), row.sent) << "what the code page lacks is a blank";
+  }
 }
 
 }  // namespace zentaro::testing::cheque_test

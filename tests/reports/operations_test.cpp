@@ -22,11 +22,13 @@ TEST_F(ReportsTest, EachOperationSendsItsFieldsOrRefusesThem) {
 
     ReporteMemoriaPorFecha 2024-03-15T14:05:09 '2024-03-31' => :|240315|240331|R
     ReporteMemoriaPorFecha 2024-03-15 2024-03-15 ' ñ' => :|240315|240315| ñ
+    ReporteMemoriaPorFecha 1999-12-31 1900-01-01 '' => :|991231|000101|~
     ReporteMemoriaPorFecha 2024-03-15 null => raises 13
     ReporteMemoriaPorFecha empty 2024-03-15 => raises 13
     ReporteMemoriaPorFecha 'x' 2024-03-15 => raises 13
     ReporteMemoriaPorNumero 1 '250' => :|00000001|00000250|~
     ReporteMemoriaPorNumero 2.5 1234567890123.0 'T' => :|00000003|1234567890123|T
+    ReporteMemoriaPorNumero '9007199254740993' '12,345.6' => :|9007199254740993|00012346|~
     ReporteMemoriaPorNumero -0.4 -0.5 => :|00000000|-00000001|~
     ReporteMemoriaPorNumero 1 'x' => raises 13
     ReporteMemoriaPorNumero empty 2 => raises 13
@@ -38,6 +40,14 @@ TEST_F(ReportsTest, EachOperationSendsItsFieldsOrRefusesThem) {
     GetStatusN => 8|N
     GetStatusHASAR => 8|*
     GetDeviceStatus 'n' => 8|N
+    GetDeviceStatus 'e' => 8|E
+    GetDeviceStatus 'a' => 8|A
+    GetDeviceStatus 'b' => 8|B
+    GetDeviceStatus 'C' => 8|C
+    GetDeviceStatus 'D' => 8|D
+    GetDeviceStatus 'R' => 8|R
+    GetDeviceStatus 'F' => 8|F
+    GetDeviceStatus 'J' => 8|J
     GetDeviceStatus '' => 8|~
     GetDeviceStatus 'NE' => returns 6 stored
     GetDeviceStatus 'X' => returns 6 stored
@@ -63,20 +73,25 @@ TEST_F(ReportsTest, EachOperationSendsItsFieldsOrRefusesThem) {
     ActivarSlip => <A0>
     DesactivarSlip => <A1>)");
   EXPECT_EQ(z->SetDateTime(Date{1e9}), 6) << "outside the calendar";
+  z->ReporteMemoriaPorNumero(Currency::fromScaled(9'223'372'036'854'765'001), 1);
+  EXPECT_EQ(sent(), ":|922337203685477|00000001|~") << "with all digits of a currency";
   z->PortOpen(false);
   check("AbrirGavetaN 3 => returns 6\nAbrirGavetaN 1 => returns -1\nSerialImpresora => returns ");
 }
 
 TEST_F(ReportsTest, ResetIsElevenBareBytesAndFiveSeconds) {
-  z->PortOpen(false);
-  z->PortOpen(true);
-  z->nEnvironmentError = ENVERR_STATUS;
+  line.answer({{"<STX>\"K<FS>0600<FS>8001<FS>ERROR 1<ETX>0000"}});
+  z->CortarPapel();
   z->Reset();
   EXPECT_EQ(line.written.back(), "\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11");
   EXPECT_EQ(platform.clock.sleeps, std::vector{std::chrono::milliseconds(5000)});
-  EXPECT_EQ(z->nEnvironmentError, ENVERR_STATUS);
+  EXPECT_EQ(z->EnvironmentError(), u"PRINTER STATUS\r\n(PS:0600H, EF:8001H) \r\nERROR 1.\r\nComando = 4BH");
+  EXPECT_EQ(element(3), "ERROR 1") << "what the last exchange left stays";
   z->CortarPapel();
-  EXPECT_EQ(line.written.back()[1], '\x22');
+  EXPECT_EQ(line.written.back()[1], '\x23');
+  z->PortOpen(false);
+  z->Reset();
+  EXPECT_EQ(platform.clock.sleeps.size(), 2U) << "whether the port is open or not";
 }
 
 TEST_F(ReportsTest, AnswersAreHandedOut) {
@@ -93,7 +108,7 @@ TEST_F(ReportsTest, AnswersAreHandedOut) {
 
   line.answer({{ok('\'', '8', "<FS>z<FS>00<FS>45<FS>240315<FS>1405<FS>7<FS> 2 <FS>12.5<FS>x<FS>3")}});
   const auto normal = z->GetStatusN();
-  EXPECT_EQ(normal->CodigoStatus, u"00");
+  EXPECT_EQ(normal->CodigoStatus + normal->UltimoComando, u"0045");
   EXPECT_EQ(calendarTime(normal->FechaImpresora()), (CalendarTime{2024, 3, 15, 14, 5, 0}));
   EXPECT_EQ(normal->FacturasPeriodo(), 7);
   EXPECT_EQ(normal->DNFPeriodo(), 2);
@@ -108,11 +123,16 @@ TEST_F(ReportsTest, AnswersAreHandedOut) {
   EXPECT_EQ(numeric->numeroUltimaFactura, 123);
   EXPECT_EQ(numeric->numeroUltimoDNF, 45);
 
-  line.answer({{"<STX>)8<FS>0600<FS>8000<FS>0<ETX>0000"}});
+  for (int call = 0; call < 4; ++call)
+    line.answer(
+        {{"<STX><SEQ>8<FS>0600<FS>8000<FS>240315<FS>1405<FS>2<FS>3<FS>4<FS>5<FS>6<FS>7<FS>8<ETX>0000"}});
   EXPECT_EQ(z->GetStatusN(), nullptr);
+  EXPECT_EQ(z->GetStatusHASAR(), nullptr);
+  EXPECT_EQ(z->SerialImpresora(), u"");
+  EXPECT_EQ(z->GetDateTime(), Date());
   EXPECT_EQ(element(2), "8000");
   EXPECT_EQ(z->StatusIF(u"N").int32() + z->CerrarComprobanteIGTF(u"T").int32(), 2) << "of 32 bits";
-  line.answer({{ok(',', '8', "<FS>1")}});
+  line.answer({{"<STX><SEQ>8<FS>0600<FS>3080<FS>1<ETX>0000"}});
   EXPECT_EQ(errorOf([&] { z->GetStatusHASAR(); }), 9);
 }
 

@@ -53,15 +53,12 @@ TEST_F(RecordTest, AFailingElementLeavesWhatWasLoadedBefore) {
     int error;
     double lastAmount;  // of element 19
   };
-  const Row rows[] = {{"no date", 10, u"24", 13, 0},
-                      {"month 13", 10, u"241301", 13, 0},
-                      {"no time", 20, u"30143112", 13, 19},
-                      {"short of two", 20, u"301431", 13, 19},
-                      {"hour 25", 20, u"3025311224", 13, 19},
-                      {"no number", 21, u"01B0", 13, 19},
-                      {"number too large", 21, u"2147483648", 6, 19},
-                      {"Null", 3, Variant::null(), 94, 0},
-                      {"amount too large", 4, u"1000000000000000", 6, 0}};
+  const Row rows[] = {
+      {"no date", 10, u"24", 13, 0},           {"a day too short", 10, u"2411", 13, 0},
+      {"month 13", 10, u"241301", 13, 0},      {"no time", 20, u"30143112", 13, 19},
+      {"short of two", 20, u"301431", 13, 19}, {"hour 25", 20, u"3025311224", 13, 19},
+      {"no number", 21, u"01B0", 13, 19},      {"number too large", 21, u"2147483648", 6, 19},
+      {"Null", 3, Variant::null(), 94, 0},     {"amount too large", 4, u"1000000000000000", 6, 0}};
   for (const Row& row : rows) {
     std::vector<Variant> entries = closing();
     entries[row.element] = row.value;

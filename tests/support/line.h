@@ -30,6 +30,8 @@ class FakeLine : public SerialServices {
 
   /// The answer to the next write that has none yet; a write without an answer is met with silence.
   void answer(std::vector<Chunk> chunks) { answers_.push_back(std::move(chunks)); }
+  /// What is still to come never comes.
+  void fallSilent() { coming_.clear(); }
 
   SerialHandle CreateFileA(const std::string& name, std::uint32_t /*access*/, std::uint32_t /*shareMode*/,
                            std::uint32_t /*creation*/, std::uint32_t /*attributes*/) override {

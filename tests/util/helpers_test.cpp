@@ -22,6 +22,11 @@ TEST(HexStr, IsUpperCaseOfAtLeastTheWidthAndNeverCut) {
   EXPECT_EQ(HexStr(INT32_MIN, 1), u"80000000");
 }
 
+TEST(FixLen, CutsAndPads) {
+  EXPECT_EQ(lmStringLib::FixLen(u"abc", 5) + lmStringLib::FixLen(u"", 2) + u"|", u"abc    |");
+  EXPECT_EQ(lmStringLib::FixLen(u"abcdef", 4), u"abcd");
+}
+
 TEST(Tokens, AreNeverEmptyAndRememberedForEachThread) {
   EXPECT_EQ(lmstrtok(u".a,,b;c", u",."), u"a");
   std::thread([] {
