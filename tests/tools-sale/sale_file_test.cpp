@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "till/document/content.h"
 #include "till/document/paper_check.h"
 
@@ -132,6 +134,28 @@ TEST(SaleFile, TakesSpanishNamesAsWellButNeverBoth) {
   EXPECT_EQ(listed(readSale(mixed).problems),
             "renglones[0].precio: is missing; write a number\n"
             "renglones[0].price: is in another language than the rest of the file; write precio\n");
+}
+
+TEST(SaleFile, HasAnotherDigestForEachOtherContent) {
+  const char* const files[] = {
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10}], "payments": [{"amount": 30, "medium": "300"}]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10}], "igtf": {"base": 30, "rate": 3},
+          "extraLines": ["0", "300"]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10}], "payments": [{"amount": 30}]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10}], "discounts": [{"amount": 1}]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10, "tax": 8}]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10, "quantity": 2}]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10}, {"text": "a"}, {"text": "b"}]})",
+      R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10}, {"text": "ab"}]})",
+      R"({"document": "invoice", "customer": {"name": "Ana"}, "lines": [{"description": "Pan", "price": 10}]})",
+      R"({"document": "invoice", "customer": {"rif": "Ana"}, "lines": [{"description": "Pan", "price": 10}]})",
+  };
+  std::set<std::string> digests;
+  for (const char* file : files) digests.insert(contentDigest(readSale(file).sale));
+  EXPECT_EQ(digests.size(), std::size(files));
+  const Sale paid = readSale(files[0]).sale, taxed = readSale(files[1]).sale;
+  EXPECT_EQ(oldContentDigest(paid), "1:e309e2f5f02c514c") << "as old journals have it";
+  EXPECT_EQ(oldContentDigest(taxed), oldContentDigest(paid)) << "these two were one";
 }
 
 TEST(SaleFile, WarnsOfWhatPaperLoses) {

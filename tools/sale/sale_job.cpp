@@ -35,7 +35,7 @@ std::optional<int> lastZOf(const CZentaro& printer) {
 }  // namespace
 
 SaleJob::SaleJob(SaleOrder order)
-    : order_(std::move(order)), wish_{order_.key, contentDigest(order_.sale), order_.again} {}
+    : order_(std::move(order)), wish_{order_.key, oldContentDigest(order_.sale).substr(2), order_.again} {}
 
 void SaleJob::openJournal() {
   try {
