@@ -1,7 +1,7 @@
 """Sales by `zentaro sale --id KEY`, killed, interrupted and unplugged at random, and repeated under the same key
 until a verdict is there. In the end the journal and the printer's books must agree: every key printed once.
 
-    kill_sale.py FOLDER_OF_PROGRAMS SALES [SEED] [realtime]
+    kill_sale.py FOLDER_OF_PROGRAMS SALES [SEED] [realtime] [tcp]
 """
 import json
 import os
@@ -17,12 +17,25 @@ import time
 BIN, SALES = sys.argv[1], int(sys.argv[2])
 SEED = int(sys.argv[3]) if len(sys.argv) > 3 else 1
 REAL_TIME = "realtime" in sys.argv
+TCP = "tcp" in sys.argv
 PRINTED, NOT_PRINTED, UNKNOWN, OPEN_BEFORE, PERHAPS = 0, 3, 4, 5, 6
 dice = random.Random(SEED)
 folder = tempfile.mkdtemp(prefix="zentaro-kill-")
 state, link, control = (f"{folder}/{name}" for name in ("state.json", "printer", "control"))
 os.environ.update(XDG_STATE_HOME=f"{folder}/home", ZENTARO_SETTINGS=f"{folder}/settings.ini")
 problems = []
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return f"127.0.0.1:{probe.getsockname()[1]}"
+
+
+line, device = ("--link", link), link
+if TCP:
+    line = ("--tcp", free_port())
+    device = f"tcp://{line[1]}"
 
 
 def say(line):
@@ -44,7 +57,7 @@ def sale_file(number):
 def attempt(number, misfortune):
     """One run of the command under a misfortune; its exit status, or none when it was killed."""
     process = subprocess.Popen(
-        [f"{BIN}/zentaro", "sale", sale_file(number), "--id", f"sale-{number}", "--device", link, "--timeout", "1"],
+        [f"{BIN}/zentaro", "sale", sale_file(number), "--id", f"sale-{number}", "--device", device, "--timeout", "1"],
         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
     if misfortune:
         time.sleep(dice.random() * (2.5 if REAL_TIME else 0.25))
@@ -67,12 +80,12 @@ def attempt(number, misfortune):
 
 def main():
     printer = subprocess.Popen(
-        [f"{BIN}/zentaro-printer", "--quiet", "--link", link, "--state", state, "--control", control]
+        [f"{BIN}/zentaro-printer", "--quiet", *line, "--state", state, "--control", control]
         + (["--realtime"] if REAL_TIME else []), stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     counts = {"killed": 0, "interrupted": 0, "unplugged": 0}
     names = {signal.SIGKILL: "killed", signal.SIGINT: "interrupted", signal.SIGTERM: "interrupted", "unplug": "unplugged"}
     try:
-        while not (os.path.exists(link) and os.path.exists(control)):
+        while not (os.path.exists(control) and (TCP or os.path.exists(link))):
             time.sleep(0.05)
         for number in range(1, SALES + 1):
             verdict, attempts = None, 0

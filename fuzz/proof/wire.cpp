@@ -1,17 +1,22 @@
-// What a line can do to an answer, over real pseudo-terminals: cut, flipped, inserted and lost bytes, answers
+// What a line can do to an answer, over real pseudo-terminals or, asked for "tcp", real connections: cut, flipped, inserted and lost bytes, answers
 // that are glued together or late, wait bytes without end, garbage. Each case is tried without and with the
 // verification of checksums. After each, the port is closed and opened, and the next exchange must be good.
 #include <fcntl.h>
+#include <netinet/in.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <random>
 #include <thread>
@@ -46,23 +51,81 @@ std::string answerTo(char sequence) {
 }
 const std::size_t answerSize = answerTo('!').size();
 
-/// The side of the printer: for one command, what a case makes of its answer.
-class FarSide {
+/// The line as the side of the printer has it.
+class FarLine {
  public:
-  FarSide() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+  virtual ~FarLine() = default;
+  virtual std::string device() const = 0;
+  /// Of the host that has the line at the moment; waits for one where lines come and go.
+  virtual int descriptor() = 0;
+  /// The host was seen to go.
+  virtual void gone() {}
+};
+
+class TerminalLine : public FarLine {
+ public:
+  TerminalLine() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
     if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) std::abort();
     termios line{};
     ::tcgetattr(master_, &line);
     ::cfmakeraw(&line);
     ::tcsetattr(master_, TCSANOW, &line);
-    device_ = ::ptsname(master_);
-    slave_ = ::open(device_.c_str(), O_RDWR | O_NOCTTY);  // the line must outlive a close
+    slave_ = ::open(device().c_str(), O_RDWR | O_NOCTTY);  // the line must outlive a close
   }
-  ~FarSide() {
+  ~TerminalLine() override {
     ::close(slave_);
     ::close(master_);
   }
-  const std::string& device() const { return device_; }
+  std::string device() const override { return ::ptsname(master_); }
+  int descriptor() override { return master_; }
+
+ private:
+  int master_, slave_ = -1;
+};
+
+class TcpLine : public FarLine {
+ public:
+  TcpLine() : listener_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+    if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+        ::listen(listener_, 8) != 0)
+      std::abort();
+  }
+  ~TcpLine() override {
+    gone();
+    ::close(listener_);
+  }
+  std::string device() const override {
+    sockaddr_in address{};
+    socklen_t size = sizeof address;
+    ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+    return "tcp://127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+  }
+  int descriptor() override {
+    pollfd next{listener_, POLLIN, 0};
+    if (host_ < 0 && ::poll(&next, 1, 20'000) == 1)
+      host_ = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    return host_;
+  }
+  void gone() override {
+    if (host_ >= 0) ::close(host_);
+    host_ = -1;
+  }
+
+ private:
+  int listener_, host_ = -1;
+};
+
+/// The side of the printer: for one command, what a case makes of its answer.
+class FarSide {
+ public:
+  explicit FarSide(bool overTcp) {
+    if (overTcp)
+      line_ = std::make_unique<TcpLine>();
+    else
+      line_ = std::make_unique<TerminalLine>();
+  }
+  std::string device() const { return line_->device(); }
 
   void answer(const std::function<std::vector<Piece>(char sequence)>& pieces, const std::atomic<bool>& stop) {
     const std::string command = receive();
@@ -77,25 +140,25 @@ class FarSide {
   std::string receive() {
     std::string command;
     while (command.find('\x03') == std::string::npos || command.size() < command.find('\x03') + 5) {
-      pollfd ready{master_, POLLIN, 0};
+      pollfd ready{line_->descriptor(), POLLIN, 0};
       if (::poll(&ready, 1, 20'000) <= 0) return {};
       std::array<char, 4096> buffer;
-      const ssize_t got = ::read(master_, buffer.data(), buffer.size());
+      const ssize_t got = ::read(ready.fd, buffer.data(), buffer.size());
       if (got > 0) command.append(buffer.data(), static_cast<std::size_t>(got));
+      if (got == 0 || (got < 0 && errno == ECONNRESET)) line_->gone();
     }
     return command;
   }
   void send(std::string_view bytes, const std::atomic<bool>& stop) {
     while (!bytes.empty() && !stop) {
-      pollfd ready{master_, POLLOUT, 0};
+      pollfd ready{line_->descriptor(), POLLOUT, 0};
       ::poll(&ready, 1, 50);
-      const ssize_t sent = ::write(master_, bytes.data(), bytes.size());
+      const ssize_t sent = ::write(ready.fd, bytes.data(), bytes.size());
       if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
     }
   }
 
-  int master_, slave_ = -1;
-  std::string device_;
+  std::unique_ptr<FarLine> line_;
 };
 
 struct Case {
@@ -203,7 +266,7 @@ struct Tally {
 
 class Runner {
  public:
-  explicit Runner(std::vector<Case> cases) : cases_(std::move(cases)) {}
+  Runner(std::vector<Case> cases, bool overTcp) : cases_(std::move(cases)), overTcp_(overTcp) {}
 
   int run() {
     std::array<std::thread, 8> threads;
@@ -219,7 +282,7 @@ class Runner {
 
  private:
   void work() {
-    FarSide farSide;
+    FarSide farSide(overTcp_);
     bench::Library library(farSide.device(), 1);
     for (std::size_t i = next_++; i < cases_.size() * 2; i = next_++)
       one(farSide, library, cases_[i / 2], i % 2 == 1);
@@ -269,6 +332,7 @@ class Runner {
   }
 
   std::vector<Case> cases_;
+  bool overTcp_;
   std::atomic<std::size_t> next_ = 0;
   std::mutex mutex_;
   std::map<std::string, Tally> tallies_;
@@ -277,12 +341,13 @@ class Runner {
 
 }  // namespace
 
-int main() {
+int main(int count, char** words) {
+  std::signal(SIGPIPE, SIG_IGN);
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const long before = proof::residentKilobytes();
   std::vector<Case> cases = singleBytes();
   for (Case& which : wholeAnswers()) cases.push_back(std::move(which));
-  Runner runner(std::move(cases));
+  Runner runner(std::move(cases), count > 1 && words[1] == std::string_view("tcp"));
   const int failed = runner.run();
   std::printf("  memory %ld KiB at the start, %ld KiB at the end\n", before, proof::residentKilobytes());
   std::printf("%d passed, %d failed\n", runner.tried() - failed, failed);

@@ -36,9 +36,9 @@ ZENTARO_API std::optional<UnreadableFile> unreadableSettings();
 /// absolute path counts as not set.
 ZENTARO_API std::string stateFolder();
 
-/// The path of the device that "COM3" stands for: the setting "COM3" of the section
-/// "Config\ModComm", else the system's own third serial port. Any other name is taken as a path
-/// when it holds a "/"; empty for one that does not.
+/// The device that "COM3" stands for: the setting "COM3" of the section "Config\ModComm", else the system's own
+/// third serial port. Any other name is a device itself: on POSIX when it holds a "/", and empty for one that
+/// does not. A device "tcp://host:port" is a line over TCP.
 ZENTARO_API std::string devicePath(const std::string& deviceName);
 
 }  // namespace zentaro

@@ -4,7 +4,7 @@
 
 #include "base/files/json.h"
 #include "platform/pseudo_terminal.h"
-#include "support/process.h"
+#include "support/tcp_printer.h"
 #include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::line_test {
@@ -16,14 +16,18 @@ class RealLine : public testing::Shell {};
 
 // Without getting in step the close takes the late answer to the line, and says OK for what was refused.
 TEST_F(RealLine, NeverTakesALateAnswerForItsOwn) {
-  const VirtualPrinter printer({"--realtime", "--fault", "delay=1.6 on text; delay=1.6 on closing"});
-  const std::string device = " --timeout 1 --device " + printer.device();
-  EXPECT_EQ(run("zentaro call" + device + " PasarLineaExtra x").status, 1);
-  const Ran close = run("zentaro call" + device + " CerrarComprobante T");
-  EXPECT_TRUE(contains(close.output, "ERROR 03 NO HAY DOCUMENTO ABIERTO")) << close.output;
-  const Ran day = run("zentaro cierre z" + device);
-  EXPECT_EQ(day.status, 0) << day.output;
-  EXPECT_TRUE(contains(day.output, "The Z closing was printed as number 1")) << day.output;
+  const std::vector<std::string> options{"--realtime", "--fault", "delay=1.6 on text; delay=1.6 on closing"};
+  const VirtualPrinter printer(options);
+  const testing::TcpPrinter distant(options);
+  for (const std::string& name : {printer.device(), distant.device()}) {
+    const std::string device = " --timeout 1 --device " + name;
+    EXPECT_EQ(run("zentaro call" + device + " PasarLineaExtra x").status, 1);
+    const Ran close = run("zentaro call" + device + " CerrarComprobante T");
+    EXPECT_TRUE(contains(close.output, "ERROR 03 NO HAY DOCUMENTO ABIERTO")) << close.output;
+    const Ran day = run("zentaro cierre z" + device);
+    EXPECT_EQ(day.status, 0) << day.output;
+    EXPECT_TRUE(contains(day.output, "The Z closing was printed as number 1")) << day.output;
+  }
 }
 
 TEST_F(RealLine, TellsALineThatReturnsWhatIsSentFromAPrinter) {

@@ -3,7 +3,7 @@
 #include <regex>
 
 #include "base/files/json.h"
-#include "support/process.h"
+#include "support/tcp_printer.h"
 #include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::sale_program_test {
@@ -150,14 +150,26 @@ std::vector<FaultRow> faultRows() {
   return rows;
 }
 
+std::vector<std::string> with(std::vector<std::string> options, const std::string& option) {
+  options.push_back(option);
+  return options;
+}
+
 class SaleFault : public testing::Shell {
  protected:
   // The verdict is compared with the books of the printer.
   void check(const FaultRow& row, const std::string& printerOption, const std::string& name) const {
     write(name + ".sale", row.sale);
-    const VirtualPrinter printer({"--fault", row.plan, "--state", file(name), printerOption});
-    const Ran ran = run("XDG_STATE_HOME=" + file(name) + ".d zentaro sale --timeout 2 --give-up 10 " +
-                        file(name + ".sale") + " --device " + printer.device());
+    std::optional<VirtualPrinter> printer;
+    std::optional<testing::TcpPrinter> distant;
+    const std::vector<std::string> options{"--fault", row.plan, "--state", file(name)};
+    if (printerOption == "--tcp")
+      distant.emplace(options);
+    else
+      printer.emplace(with(options, printerOption));
+    const Ran ran =
+        run("XDG_STATE_HOME=" + file(name) + ".d zentaro sale --timeout 2 --give-up 10 " +
+            file(name + ".sale") + " --device " + (printer ? printer->device() : distant->device()));
     const bool isPrinted = row.end == "printed", isUnknown = contains(row.end, "unknown");
     const int status = isPrinted ? 0 : contains(row.end, "not printed") ? 3 : 4;
     EXPECT_EQ(ran.status, status) << row.plan << printerOption << ran.output;
@@ -177,13 +189,14 @@ class SaleFault : public testing::Shell {
   }
 };
 
-// All at once, because they do little but wait; on a printer that answers at once and on one that takes its time.
+// All at once, because they do little but wait; on a printer that answers at once, on one that takes its time, and
+// over TCP.
 TEST_F(SaleFault, EndsAsTheGuideSaysAndAsThePrinterCountedIt) {
   const std::vector<FaultRow> rows = faultRows();
   EXPECT_GT(rows.size(), 15U) << "the table of the guide was not found";
   std::vector<std::future<void>> running;
   for (const FaultRow& row : rows) {
-    for (const char* option : {"--quiet", "--realtime"}) {
+    for (const char* option : {"--quiet", "--realtime", "--tcp"}) {
       const std::string name = "state" + std::to_string(running.size()) + ".json";
       running.push_back(std::async(std::launch::async, [=, this, &row] { check(row, option, name); }));
     }

@@ -29,6 +29,8 @@ class Descriptor {
 
   bool isOpen() const { return number_ >= 0; }
   int number() const { return number_; }
+  /// The number, which is the caller's to close from now on.
+  int release() { return std::exchange(number_, -1); }
 
  private:
   int number_ = -1;

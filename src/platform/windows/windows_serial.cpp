@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "platform/handle_table.h"
+#include "platform/system_paths.h"
 #include "platform/windows/open_port.h"
 #include "platform/windows/windows_services.h"
 #include "text/unicode.h"
@@ -42,8 +43,8 @@ class WindowsSerial : public SerialServices {
  public:
   SerialHandle CreateFileA(const std::string& name, std::uint32_t access, std::uint32_t shareMode,
                            std::uint32_t creation, std::uint32_t attributes) override {
-    HANDLE const handle =
-        ::CreateFileW(wide(utf16(name)).c_str(), access, shareMode, nullptr, creation, attributes, nullptr);
+    HANDLE const handle = ::CreateFileW(wide(utf16(devicePath(name))).c_str(), access, shareMode, nullptr,
+                                        creation, attributes, nullptr);
     return handle == INVALID_HANDLE_VALUE ? invalidSerialHandle : ports_.add(OpenPort(handle));
   }
 
