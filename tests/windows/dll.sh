@@ -9,7 +9,7 @@ DllGetClassObject
 DllRegisterServer
 DllUnregisterServer
 NAMES
-strangers=$(sed -n 's/.*DLL Name: //p' <<<"$dump" | grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|user32)\.dll$' || true)
+strangers=$(sed -n 's/.*DLL Name: //p' <<<"$dump" | grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|user32|ws2_32)\.dll$' || true)
 [ -z "$strangers" ] || { echo "imports $strangers"; exit 1; }
 python3 - "$1" "$2" <<'PYTHON'
 import pathlib, sys

@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cwchar>
 #include <filesystem>
 #include <fstream>
 
 #include "automation/automation_error.h"
 #include "platform/services.h"
+#include "platform/system_paths.h"
 
 namespace zentaro::windows {
 namespace {
@@ -27,6 +29,31 @@ TEST(WindowsSystem, SettingsAreTextsOfTheRegistryReadAfresh) {
   ::RegSetKeyValueW(HKEY_CURRENT_USER, key, L"Value", REG_DWORD, &number, sizeof number);
   EXPECT_EQ(read(), u"default") << "no text";
   ::RegDeleteTreeW(HKEY_CURRENT_USER, key);
+}
+
+TEST(WindowsSystem, APortLeadsWhereItsSettingSays) {
+  const wchar_t key[] = LR"(Software\VB and VBA Program Settings\TRV\Config\ModComm)";
+  SerialServices& serial = *systemServices().serial;
+  struct {
+    const wchar_t* device;
+    const char* path;
+    DWORD error;  // of opening it
+  } const rows[] = {
+      {L"", "COM7", ERROR_FILE_NOT_FOUND},
+      {L"COM12", R"(\\.\COM12)", ERROR_FILE_NOT_FOUND},
+      {L"tcp://127.0.0.1:1", "tcp://127.0.0.1:1", 10061},
+      {L"tcp://no..host:4001", "tcp://no..host:4001", 11001},
+      {L"tcp://127.0.0.1", "tcp://127.0.0.1", ERROR_INVALID_NAME},
+  };
+  for (const auto& row : rows) {
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, key, L"COM7", REG_SZ, row.device,
+                      static_cast<DWORD>((std::wcslen(row.device) + 1) * sizeof(wchar_t)));
+    EXPECT_EQ(devicePath("COM7"), row.path);
+    EXPECT_EQ(serial.CreateFileA("COM7", 0xC0000000, 0, 3, 0x80), invalidSerialHandle);
+    EXPECT_EQ(serial.GetLastError(), row.error) << row.path;
+    EXPECT_NE(serial.FormatMessageA(row.error), "");
+  }
+  ::RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"COM7");
 }
 
 TEST(WindowsSystem, FilesAreAppendedToByAllWritersAndRefusedByReason) {

@@ -21,9 +21,10 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
           ->type_name("N");
   CLI::Option* device =
       command
-          .add_option("--device", options.device,
-                      std::string(say("Dispositivo serial, diga lo que diga la configuración",
-                                      "Serial device, whatever the settings say")))
+          .add_option(
+              "--device", options.device,
+              std::string(say("Dispositivo serial, o tcp://EQUIPO:PUERTO, diga lo que diga la configuración",
+                              "Serial device, or tcp://HOST:PORT, whatever the settings say")))
           ->excludes(port)
           ->check(terminal::notEmpty())
           ->type_name(std::string(say("RUTA", "PATH")));
