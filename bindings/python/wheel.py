@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Writes the wheel with the library and the virtual printer in it, with nothing but Python.
 
-wheel.py --name VERSION: how it is called here. wheel.py FILE VERSION LIBRARY PRINTER STUBS: writes it.
+wheel.py --name VERSION: how it is called here. wheel.py --info FOLDER VERSION: writes what a distribution's own package says of
+itself. wheel.py FILE VERSION LIBRARY PRINTER STUBS: writes the wheel.
 """
 import base64
 import hashlib
@@ -22,12 +23,18 @@ def contents(version, library, printer, stubs):
     yield "zentaro/__init__.pyi", pathlib.Path(stubs).read_bytes(), False
     yield f"zentaro/native/{'libzentaro.so.0' if os.name != 'nt' else 'zentaro.dll'}", pathlib.Path(library).read_bytes(), False
     yield "zentaro/native/zentaro-printer", pathlib.Path(printer).read_bytes(), True
-    info = f"zentaro-{version}.dist-info"
-    metadata = (f"Metadata-Version: 2.1\nName: zentaro\nVersion: {version}\nLicense: MIT\nRequires-Python: >=3.9\n"
-                "Summary: Drives a fiscal printer over a serial line, with a virtual printer to test against\n")
-    yield f"{info}/METADATA", metadata.encode(), False
-    yield f"{info}/WHEEL", f"Wheel-Version: 1.0\nGenerator: zentaro\nRoot-Is-Purelib: false\nTag: {tag}\n".encode(), False
-    yield f"{info}/entry_points.txt", b"[pytest11]\nzentaro = zentaro.pytest_plugin\n", False
+    for name, text in information(version).items():
+        yield f"zentaro-{version}.dist-info/{name}", text.encode(), False
+    yield f"zentaro-{version}.dist-info/WHEEL", f"Wheel-Version: 1.0\nGenerator: zentaro\nRoot-Is-Purelib: false\nTag: {tag}\n".encode(), False
+
+
+def information(version):
+    return {
+        "METADATA": f"Metadata-Version: 2.1\nName: zentaro\nVersion: {version}\nLicense: MIT\nRequires-Python: >=3.9\n"
+                    "Summary: Drives a fiscal printer over a serial line, with a virtual printer to test against\n",
+        # Under the module's own name, so that pytest knows it again where a conftest.py names it, too.
+        "entry_points.txt": "[pytest11]\nzentaro.pytest_plugin = zentaro.pytest_plugin\n",
+    }
 
 
 def main(path, version, *parts):
@@ -46,5 +53,10 @@ def main(path, version, *parts):
 
 if sys.argv[1] == "--name":
     print(f"zentaro-{sys.argv[2]}-{tag}.whl")
+elif sys.argv[1] == "--info":
+    folder = pathlib.Path(sys.argv[2])
+    folder.mkdir(parents=True, exist_ok=True)
+    for name, text in information(sys.argv[3]).items():
+        (folder / name).write_text(text, "utf-8")
 else:
     main(*sys.argv[1:])

@@ -15,6 +15,6 @@ int main() {
     outcome = printer.PasarLineaFactura("Café molido", 12.5, 2, 16);  // price, quantity, tax in %
   if (outcome == 0) outcome = printer.RecibirPago(30);
   if (outcome == 0) outcome = printer.CerrarComprobante();
-  std::cout << zentaro::utf8(printer.EnvironmentError()) << "\n";
+  std::cout << (outcome == 0 ? "printed" : zentaro::utf8(printer.EnvironmentError())) << "\n";
   return outcome;
 }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # install.sh BUILD EXAMPLE COMPILER: installs the build into a folder of its own, builds the example against it with CMake and with
-# pkg-config, and runs both.
+# pkg-config, and runs both; a C program gets no flag of another language; the pages find each other.
 set -euo pipefail
 build=$1 example=$2 compiler=$3
 folder=$(mktemp -d)
@@ -14,7 +14,11 @@ cmake --build "$folder/build" >>"$folder/log" || { cat "$folder/log"; exit 1; }
 libraries=$(dirname "$(find "$prefix" -name libzentaro.so)")
 flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs zentaro)
 # shellcheck disable=SC2086
-"$compiler" "$example/sale.cpp" -o "$folder/sale" $flags -Wl,-rpath,"$libraries"
+"$compiler" -std=c++20 "$example/sale.cpp" -o "$folder/sale" $flags -Wl,-rpath,"$libraries"
+cc -std=c99 -Wall -Werror -fsyntax-only "$example/../c/sale.c" $flags
+"$compiler" -std=c++17 -fsyntax-only "$example/sale.cpp" $flags 2>"$folder/old" || true
+grep -q "add -std=c++20" "$folder/old"
+python3 "$(dirname "$0")/links.py" "$(dirname "$(find "$prefix" -name LEEME.md)")"
 
 export PATH=$prefix/bin:$PATH
 for sale in "$folder/build/sale" "$folder/sale"; do
