@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdio>
 
+#include "limits.h"
 #include "measure.h"
 #include "printer/answer.h"
 #include "printer/frame.h"
@@ -59,7 +60,8 @@ Cost costOf(const Work& work, int times) {
 }
 
 template <class Work, class Reference>
-void compare(const char* name, const Work& work, const Reference& reference, bool isShort) {
+void compare(const char* name, const Work& work, const Reference& reference, double allocatedAtMost,
+             bool isShort) {
   std::vector<double> ratio, time;
   Cost cost, least;
   for (int round = 0; round < 21; ++round) {
@@ -71,6 +73,8 @@ void compare(const char* name, const Work& work, const Reference& reference, boo
   std::printf("  %-40s %7.0f ns, %4.1f allocations (by hand %4.1f), ratio %5.2f (%.2f to %.2f)\n", name,
               median(time), cost.allocations, least.allocations, median(ratio), percentile(ratio, 0.05),
               percentile(ratio, 0.95));
+  expectAtMost(name, median(ratio), 2);
+  expectAtMost("its allocations", cost.allocations, allocatedAtMost);
 }
 
 }  // namespace
@@ -89,11 +93,11 @@ void measureFrames(bool isShort) {
   compare(
       "a frame of 5 fields",
       [&] { return zentaro::buildFrame(33, 0x42, fields, zentaro::windows1252()).size(); },
-      [&] { return builtByHand(texts).size(); }, isShort);
+      [&] { return builtByHand(texts).size(); }, 1, isShort);
   compare(
       "an answer of 25 fields",
       [&] { return zentaro::checkAnswer(answer, u'!', true, zentaro::windows1252()).fields.items().size(); },
-      [&] { return splitByHand(answer).size() + appendSum(answer).size(); }, isShort);
+      [&] { return splitByHand(answer).size() + appendSum(answer).size(); }, 2, isShort);
 }
 
 }  // namespace bench

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "limits.h"
 #include "measure.h"
 #include "sections.h"
 #include "virtual-printer/device/device.h"
@@ -64,7 +65,7 @@ class SavingPrinter {
 
 void measureGrowth(bool isShort) {
   std::printf("the virtual printer, microseconds a line    and of payment and close\n");
-  double closing = 0;
+  double closing = 0, least = 0;
   for (const int lines : {10, 100, 1000, 5000}) {
     if (isShort && lines > 1000) break;
     std::vector<double> times, closings;
@@ -73,12 +74,15 @@ void measureGrowth(bool isShort) {
       times.push_back(printer.lineTime(lines, closing) * 1e6);
       closings.push_back(closing * 1e6);
     }
+    if (least == 0) least = median(times);
+    expectAtMost("a line of a longer document, of one of ten", median(times) / least, 4);
     std::printf("  document of %6d lines %18.1f %18.0f\n", lines, median(times), median(closings));
   }
   for (const std::size_t records : {10U, 1000U, 100000U}) {
     if (isShort && records > 1000) break;
     SavingPrinter printer(records);
     const double time = printer.lineTime(100, closing);
+    expectAtMost("a line beside a longer memory, of one beside none", time * 1e6 / least, 4);
     std::printf("  memory of %6zu Z records %16.1f %18.0f\n", records, time * 1e6, closing * 1e6);
   }
 }

@@ -1,8 +1,12 @@
-// All measurements, or those that are named; "short" takes a tenth of the repetitions.
+// All measurements, or those that are named; "short" takes a tenth of the repetitions. Fails when a figure is above its limit.
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <span>
 #include <string_view>
+#include <vector>
 
+#include "limits.h"
 #include "sections.h"
 
 int main(int count, char** words) {
@@ -14,12 +18,25 @@ int main(int count, char** words) {
       Section{"exchange", bench::measureExchange}, Section{"waiting", bench::measureWaiting},
       Section{"frames", bench::measureFrames},     Section{"sale", bench::measurePacedSale},
       Section{"programs", bench::measurePrograms}, Section{"growth", bench::measureGrowth}};
-  bool isShort = false, isAll = true;
-  for (int i = 1; i < count; ++i) (words[i] == std::string_view("short") ? isShort = true : isAll = false);
-  std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  for (const Section& section : sections) {
-    bool isWanted = isAll;
-    for (int i = 1; i < count; ++i) isWanted = isWanted || words[i] == section.name;
-    if (isWanted) section.measure(isShort);
+  bool isShort = false;
+  std::vector<const Section*> wanted;
+  for (const std::string_view word : std::span(words + 1, words + count)) {
+    const auto named =
+        std::find_if(sections.begin(), sections.end(), [&](const Section& s) { return s.name == word; });
+    if (named != sections.end()) {
+      wanted.push_back(&*named);
+    } else if (word == "short") {
+      isShort = true;
+    } else {
+      std::fprintf(stderr, "there is no measurement \"%s\"\n", word.data());
+      return 2;
+    }
   }
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  for (const Section& section : sections)
+    if (wanted.empty() || std::find(wanted.begin(), wanted.end(), &section) != wanted.end())
+      section.measure(isShort);
+  const bench::Verdict verdict = bench::verdict();
+  std::printf("%d passed, %d failed\n", verdict.passed, verdict.failed);
+  return verdict.failed == 0 ? 0 : 1;
 }

@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "library.h"
+#include "limits.h"
 #include "line.h"
 #include "measure.h"
 #include "sections.h"
@@ -58,8 +59,9 @@ void showMemory() {
     printers[i].emplace(lines[i].device(), 2, static_cast<int>(i) + 1);
     if (i == 0) before = ::mallinfo2().uordblks;
   }
-  std::printf("memory of an open printer object: %zu bytes\n",
-              (::mallinfo2().uordblks - before) / (lines.size() - 1));
+  const std::size_t bytes = (::mallinfo2().uordblks - before) / (lines.size() - 1);
+  std::printf("memory of an open printer object: %zu bytes\n", bytes);
+  expectAtMost("bytes of a printer object", static_cast<double>(bytes), 400);
 }
 
 }  // namespace
@@ -79,6 +81,7 @@ void measurePrograms(bool isShort) {
   const auto show = [&](const char* name, const std::vector<double>& times) {
     std::printf("  %-40s %6.2f (%.2f), %5.2f times /bin/true\n", name, median(times) * 1e3,
                 percentile(times, 0.99) * 1e3, median(times) / median(least));
+    expectAtMost(name, median(times) / median(least), 6);
   };
   show("/bin/true", least);
   show("zentaro host, to its first answer", host);

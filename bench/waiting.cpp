@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "library.h"
+#include "limits.h"
 #include "line.h"
 #include "measure.h"
 #include "platform/host.h"
@@ -27,6 +28,8 @@ void measureWaiting(bool isShort) {
   std::printf("processor time of a time-out, share of its duration\n");
   std::printf("  without a callback %29.3f %%\n  with a callback    %29.3f %%\n", median(alone),
               median(withCallback));
+  expectAtMost("waiting, % of a processor", median(alone), 0.5);
+  expectAtMost("waiting with a callback, % of a processor", median(withCallback), 2);
 }
 
 }  // namespace bench

@@ -277,6 +277,9 @@ CHECKS = [doctor_sees_the_ports, a_sale_on_a_16550, a_sale_on_a_usb_adapter, a_t
 
 
 def main():
+    unknown = set(WANTED) - {check.__name__ for check in CHECKS}
+    if unknown:
+        sys.exit(f"there is no check {', '.join(sorted(unknown))}; there are: {', '.join(check.__name__ for check in CHECKS)}")
     printers = [Printer("first"), Printer("adapter")]
     guest = None
     failed, wanted = 0, [check for check in CHECKS if not WANTED or check.__name__ in WANTED]
