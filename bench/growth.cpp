@@ -42,7 +42,8 @@ class SavingPrinter {
   }
   static Books books(std::size_t zRecords) {
     Books books;
-    for (std::size_t i = 0; i < zRecords; ++i) books.zRecords.add({static_cast<int>(i) + 1, {}, {}, {}});
+    for (std::size_t i = 0; i < zRecords; ++i)
+      books.zRecords.push_back({static_cast<int>(i) + 1, {}, {}, {}});
     books.counters.z = static_cast<int>(zRecords);
     return books;
   }
@@ -78,7 +79,7 @@ void measureGrowth(bool isShort) {
     expectAtMost("a line of a longer document, of one of ten", median(times) / least, 4);
     std::printf("  document of %6d lines %18.1f %18.0f\n", lines, median(times), median(closings));
   }
-  for (const std::size_t records : {10U, 1000U, 100000U}) {
+  for (const std::size_t records : {10U, 1000U, 4000U}) {
     if (isShort && records > 1000) break;
     SavingPrinter printer(records);
     const double time = printer.lineTime(100, closing);

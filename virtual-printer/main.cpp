@@ -12,7 +12,8 @@ int main(int count, char** words) {
   try {
     auto parsed = printer::parseOptions(count, words);
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
-    return printer::runProgram(std::get<printer::Options>(std::move(parsed)));
+    printer::runProgram(std::get<printer::Options>(std::move(parsed)));
+    return 0;
   } catch (const std::exception& error) {
     printer::complain(error.what());
     return 1;

@@ -1,16 +1,15 @@
-// Write beside under a name that nobody can foresee, flush to the disk, rename over.
+// Write beside, flush to the disk, rename over.
 #include "base/files/careful_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <random>
 #include <stdexcept>
-#include <utility>
 
 #include "base/terminal/language.h"
 
@@ -35,43 +34,23 @@ constexpr mode_t newFileMode = 0644;
   throw std::runtime_error(say("{} no es un archivo", "{} is no file", {path.string()}));
 }
 
-class Opened {
- public:
-  explicit Opened(int number) : number_(number) {}
-  ~Opened() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Opened(const Opened&) = delete;
-  Opened& operator=(const Opened&) = delete;
-  int get() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-  bool isFile() const {
-    struct stat found {};
-    return ::fstat(number_, &found) == 0 && S_ISREG(found.st_mode);
-  }
-  int release() { return std::exchange(number_, -1); }
-
- private:
-  int number_;
-};
-
-std::string randomName(const fs::path& path) {
-  constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
-  std::random_device dice;
-  std::string name = path.string() + ".";
-  for (int letter = 0; letter < 12; ++letter) name += letters[dice() % letters.size()];
-  return name;
+struct stat statusOf(const files::Descriptor& file) {
+  struct stat found {};
+  ::fstat(file.get(), &found);
+  return found;
 }
 
-// A new file beside the real one, gone unless it took its place.
+bool isFile(const files::Descriptor& file) { return S_ISREG(statusOf(file).st_mode); }
+
+// A new file beside the real one, gone unless it took its place. Its name is always the same, so that processes that
+// are killed leave no more than one, which the next replacement takes over.
 class Replacement {
  public:
-  explicit Replacement(const fs::path& path) : path_(path), fresh_(randomName(path)) {
-    file_ = ::open(fresh_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, newFileMode);
-    if (file_ < 0) failToWrite(path_);
+  explicit Replacement(const fs::path& path) : path_(path), fresh_(path.string() + ".new") {
+    while (!open()) continue;
+    if (::ftruncate(file_.get(), 0) != 0) failToWrite(fresh_);
   }
   ~Replacement() {
-    ::close(file_);
     if (!isDone_) ::unlink(fresh_.c_str());
   }
   Replacement(const Replacement&) = delete;
@@ -79,7 +58,7 @@ class Replacement {
 
   void write(std::string_view rest) const {
     while (!rest.empty()) {
-      const ssize_t count = ::write(file_, rest.data(), rest.size());
+      const ssize_t count = ::write(file_.get(), rest.data(), rest.size());
       if (count < 0 && errno == EINTR) continue;
       if (count < 0) failToWrite(path_);
       rest.remove_prefix(static_cast<std::size_t>(count));
@@ -89,22 +68,38 @@ class Replacement {
     struct stat old {};
     const bool isThere = ::stat(path_.c_str(), &old) == 0;
     if (isThere && !S_ISREG(old.st_mode)) refuseKind(path_);
-    if (isThere && ::fchmod(file_, old.st_mode & 07777U) != 0) failToWrite(path_);
-    if (::fsync(file_) != 0 || ::rename(fresh_.c_str(), path_.c_str()) != 0) failToWrite(path_);
+    if (isThere && ::fchmod(file_.get(), old.st_mode & 07777U) != 0) failToWrite(path_);
+    if (::fsync(file_.get()) != 0 || ::rename(fresh_.c_str(), path_.c_str()) != 0) failToWrite(path_);
     isDone_ = true;
   }
 
  private:
-  fs::path path_;
-  std::string fresh_;
-  int file_ = -1;
+  // False: to be tried again. Whoever else may write to the file, or to one that shares its content, must not be
+  // let into the real one; two processes that replace it at once take turns.
+  bool open() {
+    constexpr int flags = O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    file_ = files::Descriptor(::open(fresh_.c_str(), flags, newFileMode));
+    if (!file_.isOpen()) failToWrite(fresh_);
+    if (!isFile(file_)) refuseKind(fresh_);
+    const struct stat found = statusOf(file_);
+    if (found.st_uid != ::geteuid() || found.st_nlink > 1) {
+      if (::unlink(fresh_.c_str()) != 0) failToWrite(fresh_);
+      return false;
+    }
+    ::flock(file_.get(), LOCK_EX);
+    struct stat now {};
+    return ::stat(fresh_.c_str(), &now) == 0 && now.st_ino == found.st_ino && now.st_dev == found.st_dev;
+  }
+
+  fs::path path_, fresh_;
+  files::Descriptor file_;
   bool isDone_ = false;
 };
 
 // The new name is on the disk, too. The content already stands: a failure here is none of the replacing.
 void flushFolder(const fs::path& path) {
   const fs::path parent = path.has_parent_path() ? path.parent_path() : ".";
-  const Opened folder(::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const files::Descriptor folder(::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder.isOpen()) ::fsync(folder.get());
 }
 
@@ -122,10 +117,10 @@ fs::path behindLinks(fs::path path) {
 }
 
 std::optional<std::string> contentOf(const fs::path& path) {
-  const Opened file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const files::Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file.isOpen() && errno == ENOENT) return std::nullopt;
   if (!file.isOpen()) failToRead(path);
-  if (!file.isFile()) refuseKind(path);
+  if (!isFile(file)) refuseKind(path);
   std::string content;
   std::array<char, 65536> buffer;
   for (;;) {
@@ -137,13 +132,13 @@ std::optional<std::string> contentOf(const fs::path& path) {
   }
 }
 
-int openToAppend(const fs::path& path) {
+files::Descriptor openToAppend(const fs::path& path) {
   constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-  Opened file(::open(path.c_str(), flags, newFileMode));
+  files::Descriptor file(::open(path.c_str(), flags, newFileMode));
   // A fifo without a reader cannot be opened to write, a folder never.
   if (!file.isOpen() && errno != ENXIO && errno != EISDIR) failToWrite(path);
-  if (!file.isOpen() || !file.isFile()) refuseKind(path);
-  return file.release();
+  if (!file.isOpen() || !isFile(file)) refuseKind(path);
+  return file;
 }
 
 void replaceFile(const fs::path& path, std::string_view content) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/files/descriptor.h"
+
 namespace zentaro::tools {
 
 /// What a chain of links leads to, whether it is there or not: it is what is locked and replaced, not a link.
@@ -16,10 +18,11 @@ std::filesystem::path behindLinks(std::filesystem::path path);
 std::optional<std::string> contentOf(const std::filesystem::path& path);
 
 /// A descriptor that appends to the file, which is made if there is none.
-int openToAppend(const std::filesystem::path& path);
+files::Descriptor openToAppend(const std::filesystem::path& path);
 
 /// Replaces the content, keeping the permissions: a reader, or a restart after a kill, sees the old content or
-/// the new, never a part. After a failure the old content stands, and nothing is left beside it.
+/// the new, never a part. After a failure the old content stands, and nothing is left beside it; after a kill there
+/// may be one file with ".new" behind its name, which the next replacement takes over.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
 }  // namespace zentaro::tools

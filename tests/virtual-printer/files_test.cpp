@@ -3,13 +3,14 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
 #include "support/bytes.h"
 #include "support/scratch.h"
-#include "virtual-printer/line/link.h"
-#include "virtual-printer/line/pty.h"
+#include "virtual-printer/line/posix/link.h"
+#include "virtual-printer/line/posix/pty.h"
 #include "virtual-printer/shell/control_socket.h"
 #include "virtual-printer/shell/paper_watchers.h"
 #include "virtual-printer/shell/state_file.h"
@@ -57,22 +58,53 @@ TEST(StateFile, ASaveThatFailsKeepsTheOldBooksAndLeavesNothingBeside) {
   const Scratch scratch;
   StateFile file{scratch / "state.json"};
   Books books;
-  books.zRecords.add({1});
+  books.zRecords.push_back({1});
   file.save(books);
   files::rename(scratch / "state.json", scratch / "kept");
   files::create_directory(scratch / "state.json");
   Books refused = books;
-  refused.zRecords.add({2});
+  refused.zRecords.push_back({2});
   EXPECT_TRUE(contains(complaint([&] { file.save(refused); }), "state.json is no file"));
   files::remove(scratch / "state.json");
   EXPECT_EQ(std::distance(files::directory_iterator{scratch / ""}, {}), 2) << "what was kept, and the lock";
-  books.zRecords.add({3});
+  books.zRecords.push_back({3});
   {
     const zentaro::testing::SizeLimit limit(8);  // the disk is full
     EXPECT_NE(complaint([&] { file.save(books); }), "no complaint");
   }
   file.save(books);
   EXPECT_TRUE(file.load() == books);
+}
+
+// What stands where the new content is written first must not get into the file, nor be harmed.
+TEST(StateFile, TakesOverWhatAKillLeftBesideAndNothingElse) {
+  const Scratch scratch;
+  scratch.write("precious", "precious and longer than the books are, so that an end of it would show: " +
+                                std::string(5000, 'x'));
+  const struct {
+    const char* what;
+    std::function<void(const files::path&)> place;
+  } rows[] = {
+      {"a killed printer's",
+       [&](const files::path& fresh) { files::copy_file(scratch / "precious", fresh); }},
+      {"another name of a file",
+       [&](const files::path& fresh) { files::create_hard_link(scratch / "precious", fresh); }},
+      {"a link", [&](const files::path& fresh) { files::create_symlink(scratch / "precious", fresh); }},
+      {"a folder", [&](const files::path& fresh) { files::create_directory(fresh); }},
+  };
+  const std::string before = scratch.read("precious");
+  for (const auto& row : rows) {
+    const Scratch own;
+    row.place(own / "state.json.new");
+    const StateFile file{own / "state.json"};
+    Books books;
+    books.counters.invoice = 7;
+    if (complaint([&] { file.save(books); }) == "no complaint")
+      EXPECT_TRUE(file.load() == books) << row.what;
+    else
+      EXPECT_FALSE(files::exists(own / "state.json")) << row.what;
+    EXPECT_EQ(scratch.read("precious"), before) << row.what;
+  }
 }
 
 TEST(StateFile, IsWhatALinkLeadsTo) {
@@ -91,7 +123,7 @@ TEST(StateFile, BelongsToOnePrinter) {
   const StateFile first{scratch / "state.json"};
   EXPECT_TRUE(
       contains(complaint([&] { StateFile{scratch / "state.json"}; }), "another printer is using this file"));
-  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "no" / "state.json"}; }), "--state: cannot open"));
+  EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "no" / "state.json"}; }), "--state: "));
 }
 
 TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {

@@ -9,15 +9,15 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 
+#include "base/files/descriptor.h"
 #include "support/process.h"
 #include "tools/printer/tell.h"
-#include "virtual-printer/line/descriptor.h"
 
 namespace printer::program_test {
 
 using namespace std::chrono_literals;
 using namespace zentaro::testing;
-using printer::Descriptor;
+using zentaro::files::Descriptor;
 using zentaro::tools::tell;
 
 std::string readFor(int descriptor, const std::function<bool(const std::string&)>& isEnough) {
@@ -202,6 +202,22 @@ TEST(Program, ControlClientsCannotUseUpTheDescriptors) {
   EXPECT_TRUE(eventually([&] { return tellOn(connected(scratch / "control")).starts_with("ok"); }));
 }
 
+TEST(Program, NobodyNeedsToReadWhatItSays) {
+  const Scratch scratch;
+  const std::string pipe = scratch / "pipe", port = scratch / "port";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const Descriptor reader{::open(pipe.c_str(), O_RDWR | O_CLOEXEC)};
+  Process printer{
+      {"sh", "-c", "exec zentaro-printer --link " + port + " --fault 'delay=0 always' >" + pipe + " 2>&1"}};
+  ASSERT_TRUE(eventually([&] { return std::filesystem::is_symlink(port); }));
+  Port host{port};
+  EXPECT_EQ(host.say("48"), "00000001");
+  for (int line = 0; line < 1500; ++line) ASSERT_EQ(host.say("49 " + std::string(40, 'x')), "") << line;
+  printer.type("status\n");
+  EXPECT_EQ(host.say("4A"), "00000001") << "far more has been said than a pipe holds";
+  EXPECT_EQ(printer.end(SIGTERM), 0);
+}
+
 TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
   const Scratch scratch;
   int last = 0;
@@ -220,6 +236,12 @@ TEST(Program, AKillAtAnyMomentLeavesAStateFileThatCanBeRead) {
     readFor(port.get(),
             [&](const std::string& text) { return text.size() >= static_cast<std::size_t>(round) * 20 + 1; });
     EXPECT_EQ(printer.end(SIGKILL), -SIGKILL);
+  }
+  for (const auto& entry : std::filesystem::directory_iterator{scratch / ""}) {
+    const std::string name = entry.path().filename();
+    EXPECT_TRUE(name == "port" || name.starts_with("state.json")) << name;
+    EXPECT_TRUE(name == "port" || contains("state.json.lock state.json.new", name))
+        << "one is left at most: " << name;
   }
 }
 
@@ -242,10 +264,11 @@ TEST(Program, TheLineOutlivesItsHosts) {
 
 TEST(Program, TheLineOverTcpServesOneHostAtATime) {
   const Scratch scratch;
-  Printer printer{{"--tcp", "0", "--clock", "2026-01-31T10:00"}};
+  Printer printer{{"--tcp", "0", "--temporary", "--clock", "2026-01-31T10:00"}};
   ASSERT_TRUE(printer.isReady()) << printer.errors();
-  ASSERT_TRUE(printer.errors().starts_with("ready: 127.0.0.1:")) << printer.errors();
-  const int number = std::stoi(printer.errors().substr(17));
+  const std::string said = printer.errors(), paper = said.substr(7, said.find('\n') - 7);
+  ASSERT_TRUE(contains(said, "\nready: 127.0.0.1:") && std::filesystem::exists(paper)) << said;
+  const int number = std::stoi(said.substr(said.find("0.1:") + 4));
   {
     Port first{number};
     EXPECT_EQ(first.say("59"), "260131|100000");
@@ -256,6 +279,8 @@ TEST(Program, TheLineOverTcpServesOneHostAtATime) {
   }
   EXPECT_TRUE(contains(printer.errors(), "refused: 127.0.0.1:"));
   EXPECT_EQ(Port{number}.say("59"), "260131|100000") << "the clock stands still";
+  EXPECT_EQ(printer.end(SIGTERM), 0);
+  EXPECT_FALSE(std::filesystem::exists(paper));
 }
 
 TEST(Program, AHostThatHoldsTheLockKeepsThePort) {

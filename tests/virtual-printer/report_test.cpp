@@ -74,8 +74,8 @@ TEST(Closing, AZKeepsTheDayAndBeginsANewOne) {
   till.say("39 Z");
   EXPECT_EQ(till.lastSaved.day, printer::DayTotals{});
   ASSERT_EQ(till.lastSaved.zRecords.size(), 1U);
-  EXPECT_EQ(till.lastSaved.zRecords.records()[0].totals, day);
-  EXPECT_EQ(till.lastSaved.zRecords.records()[0].number, 1);
+  EXPECT_EQ(till.lastSaved.zRecords[0].totals, day);
+  EXPECT_EQ(till.lastSaved.zRecords[0].number, 1);
   EXPECT_EQ(till.say("40 ||||||||"), "00000003") << "numbers of documents go on";
 }
 

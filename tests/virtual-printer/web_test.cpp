@@ -1,13 +1,12 @@
 // What the web page is built from, without a browser: addresses, who may ask, and what a late page is told.
 #include <gtest/gtest.h>
-#include <poll.h>
 
 #include <thread>
 
 #include "virtual-printer/line/address.h"
+#include "virtual-printer/line/inbox.h"
 #include "virtual-printer/web/feed.h"
 #include "virtual-printer/web/guard.h"
-#include "virtual-printer/web/inbox.h"
 
 namespace printer::web_test {
 
@@ -55,8 +54,8 @@ TEST(Web, JobsAreDoneByTheLoopOrGivenUpAtItsEnd) {
     EXPECT_EQ(inbox.ask([] { return std::string{"done"}; }), "done");
     EXPECT_EQ(inbox.ask([] { return std::string{"too late"}; }), std::nullopt);
   }};
-  pollfd waiting{inbox.descriptor(), POLLIN, 0};
-  ASSERT_EQ(::poll(&waiting, 1, 10'000), 1);
+  WatchList waiting{{inbox.wake().handle()}};
+  ASSERT_TRUE(waitFor(waiting, 10s));
   inbox.work();
   inbox.close();
   page.join();

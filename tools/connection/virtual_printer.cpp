@@ -28,15 +28,20 @@ VirtualPrinter::VirtualPrinter(const std::vector<std::string>& options) : proces
 }
 
 void VirtualPrinter::waitUntilReady() {
-  constexpr std::string_view ready = "ready: ", page = "page: ", program = "zentaro-printer: ";
+  constexpr std::string_view ready = "ready: ", page = "page: ", paper = "paper: ",
+                             program = "zentaro-printer: ";
   std::string said, line;
   while (process_.readErrorLine(line, longestStart)) {
     if (line.starts_with(ready)) {
       device_ = line.substr(ready.size());
       return;
     }
-    if (line.starts_with(page)) page_ = line.substr(page.size());
-    said += line + "\n";
+    if (line.starts_with(page))
+      page_ = line.substr(page.size());
+    else if (line.starts_with(paper))
+      paper_ = line.substr(paper.size());
+    else
+      said += line + "\n";
   }
   // It did start, and has said what is wrong with its options.
   if (said.starts_with(program))
@@ -50,7 +55,7 @@ void VirtualPrinter::waitUntilReady() {
 
 std::string VirtualPrinter::paper() const {
   std::ostringstream text;
-  text << std::ifstream(device_.parent_path() / "paper.txt").rdbuf();
+  text << std::ifstream(paper_).rdbuf();
   return text.str();
 }
 

@@ -26,7 +26,7 @@ class VirtualPrinter {
   void waitUntilReady();
 
   ChildProcess process_;
-  std::filesystem::path device_;  // in a folder of the printer's own, which it removes at its end
+  std::filesystem::path device_, paper_;  // in a folder of the printer's own, which it removes at its end
   std::string page_;
 };
 

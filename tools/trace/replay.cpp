@@ -1,13 +1,11 @@
 // The loop of the scripted printer.
 #include "tools/trace/replay.h"
 
-#include <poll.h>
-
 #include <iostream>
 
 #include "base/terminal/language.h"
 #include "virtual-printer/device/commands.h"
-#include "virtual-printer/line/pty.h"
+#include "virtual-printer/line/terminal.h"
 #include "virtual-printer/wire/receiver.h"
 
 namespace zentaro::tools {
@@ -21,7 +19,7 @@ std::string nameOf(const printer::Command& command) {
   return printer::hexadecimal(command.code, 2) + (known == nullptr ? "" : " " + std::string(known->name));
 }
 
-void answer(const printer::Command& command, Script& script, printer::Pty& line) {
+void answer(const printer::Command& command, Script& script, printer::HostLine& line) {
   const Script::Reply reply = script.answer(command);
   line.write(reply.bytes);
   std::cerr << nameOf(command)
@@ -36,20 +34,20 @@ void answer(const printer::Command& command, Script& script, printer::Pty& line)
 }  // namespace
 
 void replay(Script script) {
-  printer::Pty line;
-  line.connect();
-  std::cout << line.name() << std::endl;
+  const std::unique_ptr<printer::HostLine> line = printer::makeTerminal({});
+  line->connect();
+  std::cout << line->name() << std::endl;
   printer::Receiver receiver;
   while (true) {
-    constexpr int idleCheck = 1000;  // milliseconds
-    std::vector<pollfd> watched;
-    line.watch(watched);
-    if (::poll(watched.data(), watched.size(), idleCheck) <= 0) {
-      line.rest();
+    constexpr std::chrono::seconds idleCheck{1};
+    printer::WatchList watched;
+    line->watch(watched);
+    if (!printer::waitFor(watched, idleCheck)) {
+      line->rest();
       continue;
     }
-    for (const printer::Received& received : receiver.feed(line.read(watched)))
-      if (const auto* command = std::get_if<printer::Command>(&received)) answer(*command, script, line);
+    for (const printer::Received& received : receiver.feed(line->read(watched)))
+      if (const auto* command = std::get_if<printer::Command>(&received)) answer(*command, script, *line);
   }
 }
 

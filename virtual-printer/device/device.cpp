@@ -58,7 +58,7 @@ void Device::start(LocalTime hostTime) {
 }
 
 bool Device::saveIfChanged() {
-  if (works_.books == saved_) return true;
+  if (static_cast<const Account&>(works_.books) == saved_) return true;
   if (!save_(works_.books)) return false;
   saved_ = works_.books;
   return true;

@@ -33,7 +33,7 @@ class Device {
 
   Works works_;
   Roll roll_;
-  Books saved_;
+  Account saved_;  // a Z closing changes its number here, too
   SaveBooks save_;
 };
 

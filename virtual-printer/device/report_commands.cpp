@@ -68,7 +68,7 @@ std::vector<ZRecord> recordsBetween(std::span<const ZRecord> all, Key first, Key
 
 // Six digits are a date, more are the number of a Z closing.
 MemoryRange readRange(const Works& works, const Arguments& arguments) {
-  const std::span<const ZRecord> all = works.books.zRecords.records();
+  const std::span<const ZRecord> all = works.books.zRecords;
   if (arguments.raw(0).size() == 6) {
     const auto first = arguments.date(0);
     const auto last = arguments.date(1);

@@ -50,14 +50,16 @@ struct Works {
 
   /// All that a command may change, to go back to when it is refused.
   struct Memory {
-    Books books;
+    Account account;
+    std::size_t zRecords;
     Progress progress;
     Conditions conditions;
     bool slipOn;
   };
-  Memory memory() const { return {books, machine.progress(), conditions, slipOn}; }
+  Memory memory() const { return {books, books.zRecords.size(), machine.progress(), conditions, slipOn}; }
   void goBack(const Memory& before) {
-    books = before.books;
+    static_cast<Account&>(books) = before.account;
+    books.zRecords.resize(before.zRecords);
     machine.goBack(before.progress);
     conditions = before.conditions;
     slipOn = before.slipOn;

@@ -24,8 +24,9 @@ std::string withOtherSequence(std::string frame) {
   return withChecksum(std::move(frame), 0);
 }
 
-std::string withNoise(std::string frame, bool isInside) {
-  return isInside ? frame.insert(frame.size() - checksumDigits - 1, junk) : std::string{junk} + frame;
+std::string withNoise(std::string frame, Place place) {
+  return place == Place::Inside ? frame.insert(frame.size() - checksumDigits - 1, junk)
+                                : std::string{junk} + frame;
 }
 
 }  // namespace
@@ -41,10 +42,9 @@ std::string corrupted(std::string frame, const std::vector<Fault>& strikes,
     if (fault.effect == Effect::BadChecksum) frame = withChecksum(std::move(frame), 1);
   }
   for (const Fault& fault : strikes)
-    if (fault.effect == Effect::Noise) frame = withNoise(std::move(frame), fault.value == 1);
+    if (fault.effect == Effect::Noise) frame = withNoise(std::move(frame), fault.place);
   for (const Fault& fault : strikes)
-    if (fault.effect == Effect::Truncate)
-      frame.resize(std::min(frame.size(), static_cast<std::size_t>(fault.value)));
+    if (fault.effect == Effect::Truncate) frame.resize(std::min(frame.size(), fault.bytes));
   return frame;
 }
 
@@ -54,10 +54,10 @@ std::vector<Chunk> schedule(const std::string& frame, const std::vector<Fault>& 
   std::size_t pieceSize = pace.isRealtime ? 1 : frame.size();
   milliseconds interval{0};
   for (const Fault& fault : strikes) {
-    if (fault.effect == Effect::Delay) start += milliseconds{fault.value};
-    if (fault.effect == Effect::Wait) working += milliseconds{fault.value};
+    if (fault.effect == Effect::Delay) start += fault.time;
+    if (fault.effect == Effect::Wait) working += fault.time;
     if (fault.effect != Effect::Pieces) continue;
-    pieceSize = static_cast<std::size_t>(fault.value);
+    pieceSize = fault.bytes;
     interval = pieceInterval;
   }
   std::vector<Chunk> chunks;

@@ -33,9 +33,9 @@ struct EffectEntry {
   Effect effect;
   const char* name;
   ValueKind value;
-  int standard;       // milliseconds, bytes, or 0 before and 1 inside the frame
-  bool isCondition;   // lasts on the device, rather than striking one frame
-  const char* ayuda;  // the help, in Spanish and in English
+  const char* standard;  // the value where a plan gives none, in the words of plans
+  bool isCondition;      // lasts on the device, rather than striking one frame
+  const char* ayuda;     // the help, in Spanish and in English
   const char* help;
 };
 

@@ -77,29 +77,31 @@ class FaultReader {
       fail(
           say("se espera un solo valor detrás de \"{}\"", "one value is expected behind \"{}\"", {parts[0]}));
     fault_.effect = entry->effect;
-    fault_.value = parts.size() == 2 ? readValue(*entry, parts[1]) : entry->standard;
+    if (parts.size() == 2 && entry->value == ValueKind::None)
+      fail(say("\"{}\" no lleva valor", "\"{}\" takes no value", {entry->name}));
+    readValue(*entry, parts.size() == 2 ? parts[1] : entry->standard);
     if (!entry->isCondition) fault_.times = 1;
   }
 
-  int readValue(const EffectEntry& entry, const std::string& word) const {
+  void readValue(const EffectEntry& entry, const std::string& word) {
     switch (entry.value) {
-      case ValueKind::None: fail(say("\"{}\" no lleva valor", "\"{}\" takes no value", {entry.name}));
-      case ValueKind::Bytes: return count(word, 1, mostCount);
-      case ValueKind::Seconds: return milliseconds(word);
+      case ValueKind::None: return;
+      case ValueKind::Bytes: fault_.bytes = static_cast<std::size_t>(count(word, 1, mostCount)); return;
+      case ValueKind::Seconds: fault_.time = seconds(word); return;
       case ValueKind::Place: break;
     }
     if (word != "before" && word != "inside")
       fail(say("\"{}\" no es ni before ni inside", "\"{}\" is neither before nor inside", {word}));
-    return word == "inside" ? 1 : 0;
+    fault_.place = word == "inside" ? Place::Inside : Place::Before;
   }
 
-  int milliseconds(const std::string& word) const {
-    double seconds = 0;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), seconds);
-    if (error != std::errc{} || end != word.data() + word.size() || !(seconds >= 0 && seconds <= mostSeconds))
+  std::chrono::milliseconds seconds(const std::string& word) const {
+    double given = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), given);
+    if (error != std::errc{} || end != word.data() + word.size() || !(given >= 0 && given <= mostSeconds))
       fail(say("\"{}\" no es un número de segundos de 0 a {}", "\"{}\" is no number of seconds from 0 to {}",
                {word, std::to_string(mostSeconds)}));
-    return static_cast<int>(std::lround(seconds * 1000));
+    return std::chrono::milliseconds{std::lround(given * 1000)};
   }
 
   void readClause(const std::string& word) {
@@ -141,13 +143,14 @@ class FaultReader {
   Fault fault_;
 };
 
-std::string valueText(const EffectEntry& entry, int value) {
-  switch (entry.value) {
+std::string valueText(const Fault& fault) {
+  switch (entryOf(fault.effect).value) {
     case ValueKind::None: return {};
-    case ValueKind::Bytes: return "=" + std::to_string(value);
-    case ValueKind::Place: return value == 0 ? "=before" : "=inside";
+    case ValueKind::Bytes: return "=" + std::to_string(fault.bytes);
+    case ValueKind::Place: return fault.place == Place::Before ? "=before" : "=inside";
     case ValueKind::Seconds: break;
   }
+  const auto value = fault.time.count();
   std::string text = "=" + std::to_string(value / 1000);
   if (value % 1000 == 0) return text;
   text += "." + std::to_string(1000 + value % 1000).substr(1);
@@ -163,8 +166,7 @@ std::vector<Fault> parsePlan(std::string_view text) {
 }
 
 std::string describe(const Fault& fault) {
-  const EffectEntry& entry = entryOf(fault.effect);
-  std::string text = entry.name + valueText(entry, fault.value);
+  std::string text = entryOf(fault.effect).name + valueText(fault);
   for (std::size_t at = 0; at < fault.commands.size(); ++at)
     text += std::string{at == 0 ? " on " : ","} + findCommand(fault.commands[at])->name;
   if (fault.after > 0) text += " after " + std::to_string(fault.after);

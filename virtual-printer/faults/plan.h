@@ -11,6 +11,7 @@
 //   lose-answer on close          delay=13 on payment after 1          noise=inside chance 5% always
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,9 +22,14 @@
 
 namespace printer {
 
+enum class Place { Before, Inside };
+
 struct Fault {
   Effect effect = Effect::LoseAnswer;
-  int value = 0;
+  // The one that the effect takes is set.
+  std::chrono::milliseconds time{0};
+  std::size_t bytes = 0;
+  Place place = Place::Before;
   std::vector<std::uint8_t> commands;  // none: any command
   int after = 0;
   int chance = 100;          // percent

@@ -65,9 +65,9 @@ void Books::enterCancelled() {
 }
 
 const ZRecord& Books::closeDay(LocalTime now) {
-  const ZRecord& record = zRecords.add({++counters.z, now, day, lastInvoice});
+  zRecords.push_back({++counters.z, now, day, lastInvoice});
   day = {};
-  return record;
+  return zRecords.back();
 }
 
 }  // namespace printer

@@ -5,8 +5,9 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "virtual-printer/fiscal/z_memory.h"
+#include "virtual-printer/fiscal/day.h"
 
 namespace printer {
 
@@ -28,14 +29,20 @@ struct OpenMark {
 inline constexpr std::size_t textLines = 5;
 using TextLines = std::array<std::string, textLines>;
 
-struct Books {
+/// What a command may change. It is copied and compared with every command; the Z records, which may be many, are
+/// only ever added to.
+struct Account {
   Counters counters;
   DayTotals day;
   LastInvoice lastInvoice;
-  ZMemory zRecords;
   TextLines header, footer;
   std::chrono::seconds clockOffset{0};
   std::optional<OpenMark> open;
+  bool operator==(const Account&) const = default;
+};
+
+struct Books : Account {
+  std::vector<ZRecord> zRecords;
   bool operator==(const Books&) const = default;
 
   int& counterOf(DocumentKind kind);

@@ -69,7 +69,7 @@ void members(Visit&& visit, OpenMark& mark) {
 }
 
 template <class Visit>
-void members(Visit&& visit, Books& books) {
+void members(Visit&& visit, Account& books) {
   visit("counters", books.counters);
   visit("day", books.day);
   visit("lastInvoice", books.lastInvoice);
@@ -174,13 +174,9 @@ struct Reader {
       fail(say("se espera una lista de {}", "a list of {} is expected", {std::to_string(count)}));
     for (std::size_t index = 0; index < count; ++index) element(index).read(values[index]);
   }
-  void read(ZMemory& memory) const {
+  void read(std::vector<ZRecord>& records) const {
     if (!from.is_array()) fail(say("se espera una lista", "a list is expected"));
-    for (std::size_t index = 0; index < from.size(); ++index) {
-      ZRecord record;
-      element(index).read(record);
-      memory.add(record);
-    }
+    for (std::size_t index = 0; index < from.size(); ++index) element(index).read(records.emplace_back());
   }
   template <class Value>
   void read(std::optional<Value>& value) const {
@@ -194,6 +190,8 @@ struct Reader {
   Reader element(std::size_t index) const { return {from[index], this, nullptr, index}; }
 };
 
+constexpr std::uint64_t emptySum = 14695981039346656037U;
+
 // FNV-1a: it sees a change by hand, and is no protection against one who means to deceive.
 std::uint64_t addToSum(std::uint64_t sum, const std::string& text) {
   for (const char byte : text) sum = (sum ^ static_cast<unsigned char>(byte)) * 1099511628211U;
@@ -204,9 +202,18 @@ std::string digitsOf(std::uint64_t sum) {
   return hexadecimal(static_cast<unsigned>(sum >> 32), 8) + hexadecimal(static_cast<unsigned>(sum), 8);
 }
 
+// Nothing of the books is nested deeper; what is would use up the stack where it is looked through and where it
+// is destroyed.
+bool isShallow(int depth, Json::parse_event_t, Json&) {
+  constexpr int deepest = 8;
+  if (depth > deepest)
+    throw std::runtime_error(std::string{say("tiene demasiados niveles", "it is nested too deeply")});
+  return true;
+}
+
 Json parsed(const std::string& text) {
   try {
-    return Json::parse(text);
+    return Json::parse(text, isShallow);
   } catch (const Json::parse_error& error) {
     const std::size_t end = std::min(error.byte, text.size());
     const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), '\n');
@@ -220,7 +227,7 @@ Json parsed(const std::string& text) {
 
 // Over the records and then over the other members, each without the blanks between its parts.
 std::string sumOf(const Json& json) {
-  std::uint64_t sum = BooksText::emptySum;
+  std::uint64_t sum = emptySum;
   if (json.contains("zRecords"))
     for (const Json& record : json["zRecords"]) sum = addToSum(sum, record.dump());
   Json rest;
@@ -231,26 +238,24 @@ std::string sumOf(const Json& json) {
 
 }  // namespace
 
-std::string BooksText::of(const Books& books) {
-  const auto records = books.zRecords.records();
-  for (; count_ < records.size(); ++count_) {
+std::string toJson(const Books& books) {
+  std::uint64_t sum = emptySum;
+  std::string lines;
+  for (ZRecord record : books.zRecords) {
     Json json;
-    ZRecord record = records[count_];
     Writer{json}.write(record);
     const std::string line = json.dump();
-    sum_ = addToSum(sum_, line);
-    lines_ += (count_ == 0 ? "  " : ",\n  ") + line;
+    sum = addToSum(sum, line);
+    lines += (lines.empty() ? "  " : ",\n  ") + line;
   }
   Json rest{{"format", formatVersion}};
-  Books copy = books;
-  Writer{rest}.write(copy);
-  rest["checksum"] = digitsOf(addToSum(sum_, rest.dump()));
+  Account account = books;
+  Writer{rest}.write(account);
+  rest["checksum"] = digitsOf(addToSum(sum, rest.dump()));
   std::string text = rest.dump(1);
   text.resize(text.size() - 2);  // the end of the line and of the object
-  return text + ",\n \"zRecords\": [\n" + lines_ + "\n ]\n}\n";
+  return text + ",\n \"zRecords\": [\n" + lines + "\n ]\n}\n";
 }
-
-std::string toJson(const Books& books) { return BooksText{}.of(books); }
 
 Books booksFromJson(const std::string& text) {
   const Json json = parsed(text);

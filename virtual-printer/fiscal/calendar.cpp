@@ -3,6 +3,9 @@
 
 #include <array>
 #include <ctime>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 
 namespace printer {
 namespace {
@@ -21,6 +24,12 @@ std::tm fieldsOf(LocalTime time) {
   return fields;
 }
 
+std::chrono::year_month_day dateOf(const std::tm& fields) {
+  return {std::chrono::year{fields.tm_year + 1900},
+          std::chrono::month{static_cast<unsigned>(fields.tm_mon + 1)},
+          std::chrono::day{static_cast<unsigned>(fields.tm_mday)}};
+}
+
 }  // namespace
 
 std::string written(LocalTime time, const char* pattern) {
@@ -31,13 +40,16 @@ std::string written(LocalTime time, const char* pattern) {
 
 std::optional<LocalTime> fromStamp(const std::string& text) {
   std::tm fields{};
-  const char* end = ::strptime(text.c_str(), stampPattern, &fields);
-  if (end == nullptr || *end != '\0') return std::nullopt;
-  const std::chrono::year_month_day date{std::chrono::year{fields.tm_year + 1900},
-                                         std::chrono::month{static_cast<unsigned>(fields.tm_mon + 1)},
-                                         std::chrono::day{static_cast<unsigned>(fields.tm_mday)}};
-  if (!date.ok()) return std::nullopt;
-  return std::chrono::local_days{date} + std::chrono::hours{fields.tm_hour} +
+  std::istringstream stamp{text};
+  stamp.imbue(std::locale::classic());
+  stamp >> std::get_time(&fields, stampPattern);
+  if (stamp.fail() || stamp.peek() != std::istringstream::traits_type::eof() || !dateOf(fields).ok())
+    return std::nullopt;
+  return fromFields(fields);
+}
+
+LocalTime fromFields(const std::tm& fields) {
+  return std::chrono::local_days{dateOf(fields)} + std::chrono::hours{fields.tm_hour} +
          std::chrono::minutes{fields.tm_min} + std::chrono::seconds{fields.tm_sec};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <ctime>
 #include <optional>
 #include <string>
 
@@ -15,5 +16,8 @@ std::string written(LocalTime time, const char* pattern);
 // A time written with "%Y-%m-%dT%H:%M:%S"; nothing for any other text.
 inline constexpr const char* stampPattern = "%Y-%m-%dT%H:%M:%S";
 std::optional<LocalTime> fromStamp(const std::string& text);
+
+/// The date must be one that exists.
+LocalTime fromFields(const std::tm& fields);
 
 }  // namespace printer

@@ -1,4 +1,4 @@
-// The totals of a day, as the printer keeps them until the Z closing.
+// The totals of a day, as the printer keeps them until the Z closing, and the record that is left of it then.
 #pragma once
 
 #include <chrono>
@@ -27,6 +27,15 @@ struct LastInvoice {
   int number = 0;
   LocalTime closedAt{std::chrono::local_days{std::chrono::year{2000} / 1 / 1}};  // before the first invoice
   bool operator==(const LastInvoice&) const = default;
+};
+
+/// What a Z closing writes into the fiscal memory.
+struct ZRecord {
+  int number = 0;
+  LocalTime closedAt{};
+  DayTotals totals{};
+  LastInvoice lastInvoice{};
+  bool operator==(const ZRecord&) const = default;
 };
 
 }  // namespace printer

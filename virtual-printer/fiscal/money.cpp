@@ -7,7 +7,23 @@
 namespace printer {
 namespace {
 
-__extension__ using Wide = __int128;
+struct Division {
+  Cents quotient = 0, remainder = 0;
+};
+
+// one * other / divisor, bit by bit of the first: the product may leave 64 bits, and there is no wider number everywhere.
+Division scaled(Cents one, Cents other, Cents divisor) {
+  Division result;
+  for (Cents bit = Cents{1} << 62; bit > 0; bit >>= 1) {
+    const Cents sum = 2 * result.remainder + ((one & bit) != 0 ? other : 0);
+    result = {2 * result.quotient + sum / divisor, sum % divisor};
+  }
+  return result;
+}
+
+Cents roundedHalfUp(Division division, Cents divisor) {
+  return division.quotient + (2 * division.remainder >= divisor ? 1 : 0);
+}
 
 std::string padded(std::int64_t value, std::size_t width) {
   std::string digits = std::to_string(value);
@@ -23,10 +39,10 @@ std::string grouped(std::int64_t value) {
 }  // namespace
 
 Cents lineAmount(Thousandths quantity, Cents price) {
-  return static_cast<Cents>((Wide{quantity} * price + 500) / 1000);
+  return roundedHalfUp(scaled(quantity, price, 1000), 1000);
 }
 
-Cents percentage(Cents base, Rate rate) { return static_cast<Cents>((Wide{base} * rate + 5000) / 10'000); }
+Cents percentage(Cents base, Rate rate) { return roundedHalfUp(scaled(base, rate, 10'000), 10'000); }
 
 BySlot shareDiscount(const BySlot& bases, Cents discount) {
   BySlot shares{};
@@ -34,9 +50,9 @@ BySlot shareDiscount(const BySlot& bases, Cents discount) {
   const Cents total = sum(bases);
   if (total == 0) return shares;
   for (std::size_t slot = 0; slot < slots; ++slot) {
-    const Wide product = Wide{bases[slot]} * discount;
-    shares[slot] = static_cast<Cents>(product / total);
-    remainders[slot] = static_cast<Cents>(product % total);
+    const Division share = scaled(bases[slot], discount, total);
+    shares[slot] = share.quotient;
+    remainders[slot] = share.remainder;
   }
   for (Cents left = discount - sum(shares); left > 0; --left) {
     std::size_t largest = 0;

@@ -100,12 +100,12 @@ void Engine::cutPower(const Fault& fault, Moment now) {
   sink_(now, {EventKind::Power, "off"});
   isDark_ = true;
   previousFrame_.clear();
-  outbox_.assign(1, {now.steady + milliseconds{fault.value}, Output::Kind::PowerOn, {}});
+  outbox_.assign(1, {now.steady + fault.time, Output::Kind::PowerOn, {}});
 }
 
 void Engine::hangUp(const Fault& fault, Moment now) {
-  outbox_.assign({{now.steady, Output::Kind::HangUp, {}},
-                  {now.steady + milliseconds{fault.value}, Output::Kind::Reconnect, {}}});
+  outbox_.assign(
+      {{now.steady, Output::Kind::HangUp, {}}, {now.steady + fault.time, Output::Kind::Reconnect, {}}});
 }
 
 std::vector<Output> Engine::due(Moment now) {

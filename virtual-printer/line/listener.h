@@ -2,31 +2,24 @@
 // the printer from saving its books nor make it spin.
 #pragma once
 
-#include <sys/socket.h>
-
-#include "virtual-printer/line/descriptor.h"
-#include "virtual-printer/line/host_line.h"
+#include "virtual-printer/line/socket.h"
 
 namespace printer {
 
 class Listener {
  public:
-  Listener() = default;
-  /// Listens at the address. A failure leaves it closed and errno set.
-  Listener(const sockaddr* address, socklen_t length);
+  explicit Listener(Socket listening = Socket{}) : socket_{std::move(listening)} {}
 
-  bool isOpen() const { return socket_.isOpen(); }
-  int descriptor() const { return socket_.get(); }
   void close() { socket_.close(); }
 
-  void watch(std::vector<pollfd>& watched) const;
-  /// The client that the poll saw. Closed when there is none, and when there are too few descriptors left for
-  /// it; it has then been sent the refusal.
-  Descriptor accept(const std::vector<pollfd>& polled, std::string_view refusal);
+  void watch(WatchList& watched) const;
+  /// The client that was seen. Closed when there is none, and when there are too few descriptors left for it; it
+  /// has then been sent the refusal.
+  Socket accept(const WatchList& watched, std::string_view refusal);
 
  private:
-  Descriptor socket_;
-  bool isResting_ = false;  // nothing can be accepted just now: passed over by the next poll
+  Socket socket_;
+  bool isResting_ = false;  // nothing can be accepted just now: passed over by the next turn
 };
 
 }  // namespace printer

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "virtual-printer/line/address.h"
+#include "virtual-printer/line/host_line.h"
 #include "virtual-printer/line/listener.h"
 
 namespace printer {
@@ -20,18 +20,17 @@ class TcpLine final : public HostLine {
   void hangUp() override;
   std::string name() const override { return authority(address_); }
 
-  void watch(std::vector<pollfd>& watched) const override;
-  std::string read(const std::vector<pollfd>& polled) override;
+  void watch(WatchList& watched) const override;
+  std::string read(const WatchList& watched) override;
   void write(std::string_view bytes) override;
 
  private:
-  void take(Descriptor client);
-  std::string readHost();
+  void take(Socket client);
 
   Address address_;
   Notice refused_;
   Listener listener_;
-  Descriptor host_;
+  Socket host_;
 };
 
 }  // namespace printer

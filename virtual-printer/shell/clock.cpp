@@ -3,6 +3,8 @@
 
 #include <ctime>
 
+#include "virtual-printer/fiscal/calendar.h"
+
 namespace printer {
 
 std::chrono::milliseconds Clock::steady() const {
@@ -12,9 +14,7 @@ std::chrono::milliseconds Clock::steady() const {
 Moment Clock::now() const {
   if (fixed_) return {steady(), *fixed_};
   const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  ::localtime_r(&now, &local);
-  return {steady(), LocalTime{std::chrono::seconds{now + local.tm_gmtoff}}};
+  return {steady(), fromFields(*std::localtime(&now))};
 }
 
 }  // namespace printer

@@ -1,38 +1,30 @@
-// A local socket for control lines. Several programs may be connected at once.
+// Control lines on a local socket. Several programs may be connected at once.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <list>
-#include <string>
 
-#include "virtual-printer/line/listener.h"
 #include "virtual-printer/shell/control.h"
-#include "virtual-printer/shell/served.h"
+#include "virtual-printer/shell/local_socket.h"
 
 namespace printer {
 
-class ControlSocket final : public Served {
+class ControlSocket {
  public:
-  /// Takes the place of a socket that nobody serves any more, never of another file; its owner alone may
-  /// connect. Throws std::runtime_error.
-  ControlSocket(std::string path, ReplyTo reply);
-  ~ControlSocket() override;
+  /// Throws what LocalSocket throws.
+  ControlSocket(std::string path, ReplyTo reply) : place_{std::move(path)}, reply_{std::move(reply)} {}
 
-  void watch(std::vector<pollfd>& watched) const override;
-  void serve(const std::vector<pollfd>& polled) override;
+  void watch(WatchList& watched) const;
+  void serve(const WatchList& watched);
 
  private:
   struct Client {
-    Descriptor descriptor;
+    Socket socket;
     LineReader lines;
   };
   bool serveClient(Client& client);
 
-  std::string path_;
+  LocalSocket place_;
   ReplyTo reply_;
-  struct stat made_ {};  // the file of the socket, the only one to be removed
-  Listener listener_;
   std::list<Client> clients_;
 };
 

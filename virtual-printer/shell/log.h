@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "virtual-printer/line/descriptor.h"
+#include "base/files/descriptor.h"
 #include "virtual-printer/line/event.h"
 #include "virtual-printer/shell/notices.h"
 
@@ -20,7 +20,7 @@ class LogFile final : public EventWatcher {
   void happened(const Moment& moment, const Event& event) override;
 
  private:
-  Descriptor file_;
+  zentaro::files::Descriptor file_;
   Trouble trouble_;
 };
 

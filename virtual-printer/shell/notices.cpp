@@ -1,17 +1,29 @@
 // Writing to standard error.
 #include "virtual-printer/shell/notices.h"
 
+#include <unistd.h>
+
 #include <iostream>
 #include <utility>
 
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "virtual-printer/shell/outlet.h"
 
 namespace printer {
 
 using zentaro::terminal::say;
 
-void notice(std::string_view text) { std::cerr << zentaro::terminal::harmless(text) + "\n"; }
+void notice(std::string_view text) { answerOnErrors(zentaro::terminal::harmless(text)); }
+
+void answerOnErrors(std::string text) {
+  static Outlet errors{2};
+  text += '\n';
+  if (::isatty(2) == 1)
+    std::cerr << text;  // fitted to its width
+  else
+    errors.write(std::move(text));
+}
 
 void complain(std::string_view text) { notice("zentaro-printer: " + std::string{text}); }
 

@@ -11,6 +11,9 @@ namespace printer {
 /// One line, harmless to a terminal.
 void notice(std::string_view text);
 
+/// A text of several lines that is harmless already, on standard error.
+void answerOnErrors(std::string text);
+
 /// The printer's own complaint, under its name.
 void complain(std::string_view text);
 

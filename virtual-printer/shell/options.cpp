@@ -202,7 +202,8 @@ std::variant<Options, int> parseOptions(int count, const char* const* words) {
   addIdentity(app, options);
   try {
     app.parse(count, words);
-    refuseTogether(app, {"--link", "--tcp", "--temporary"});
+    refuseTogether(app, {"--link", "--tcp"});
+    refuseTogether(app, {"--link", "--temporary"});
   } catch (const CLI::ParseError& error) {
     return app.exit(error);
   }

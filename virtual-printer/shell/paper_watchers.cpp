@@ -2,7 +2,6 @@
 #include "virtual-printer/shell/paper_watchers.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <utility>
@@ -19,12 +18,15 @@ using zentaro::tools::replaceFile;
 
 void RollOnScreen::printed(const Sheet& sheet, const Line& line) {
   const char* indent = sheet.kind == SheetKind::Roll ? "" : "      | ";
-  std::printf("%s%s\n", indent, textLine(line).c_str());
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return trouble_.pass();
-  const int reason = errno;
-  std::clearerr(stdout);
-  trouble_.meet(say("el rollo en la salida estándar no se puede escribir: {}",
-                    "the roll on standard output cannot be written: {}", {std::strerror(reason)}));
+  switch (outlet_.write(indent + textLine(line) + "\n")) {
+    case Outlet::Fate::Written: return trouble_.pass();
+    case Outlet::Fate::Waiting:
+      return trouble_.meet(say("nadie lee el rollo en la salida estándar; la impresora sigue sin él",
+                               "nobody reads the roll on standard output; the printer goes on without it"));
+    case Outlet::Fate::Failed:
+      return trouble_.meet(say("el rollo en la salida estándar no se puede escribir: {}",
+                               "the roll on standard output cannot be written: {}", {std::strerror(errno)}));
+  }
 }
 
 PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr} {

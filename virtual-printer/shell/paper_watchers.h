@@ -5,16 +5,18 @@
 
 #include "virtual-printer/paper/roll.h"
 #include "virtual-printer/shell/notices.h"
+#include "virtual-printer/shell/outlet.h"
 
 namespace printer {
 
 class RollOnScreen final : public PaperWatcher {
  public:
-  /// A roll that nobody can read any more is told once; printing goes on.
+  /// A roll that nobody reads, or can read any more, is told once; printing goes on.
   void printed(const Sheet& sheet, const Line& line) override;
   void finished(const std::deque<Sheet>&) override {}
 
  private:
+  Outlet outlet_{1};
   Trouble trouble_;
 };
 

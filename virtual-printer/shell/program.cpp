@@ -1,23 +1,19 @@
 // The main loop.
 #include "virtual-printer/shell/program.h"
 
-#include <poll.h>
-#include <sys/signalfd.h>
-
 #include <algorithm>
-#include <csignal>
 #include <deque>
-#include <exception>
 #include <memory>
 #include <optional>
 
 #include "base/files/temporary_folder.h"
 #include "base/terminal/language.h"
-#include "virtual-printer/line/link.h"
-#include "virtual-printer/line/pty.h"
+#include "virtual-printer/line/inbox.h"
 #include "virtual-printer/line/tcp.h"
+#include "virtual-printer/line/terminal.h"
 #include "virtual-printer/shell/clock.h"
 #include "virtual-printer/shell/control_socket.h"
+#include "virtual-printer/shell/ending.h"
 #include "virtual-printer/shell/log.h"
 #include "virtual-printer/shell/notices.h"
 #include "virtual-printer/shell/paper_watchers.h"
@@ -34,20 +30,8 @@ using zentaro::terminal::say;
 
 constexpr auto idleCheck = 1000ms;
 
-// The ending signals become readable. A background printer that looks at a terminal's input, or writes where
-// nobody reads, gets an error instead of a signal.
-Descriptor watchSignals() {
-  ::signal(SIGPIPE, SIG_IGN);
-  ::signal(SIGTTIN, SIG_IGN);
-  sigset_t ending;
-  sigemptyset(&ending);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&ending, number);
-  ::sigprocmask(SIG_BLOCK, &ending, nullptr);
-  return Descriptor(::signalfd(-1, &ending, SFD_CLOEXEC));
-}
-
 std::unique_ptr<HostLine> makeLine(const Options& options) {
-  if (!options.tcp) return std::make_unique<Pty>();
+  if (!options.tcp) return makeTerminal(options.link);
   return std::make_unique<TcpLine>(*options.tcp, [](const std::string& client) {
     notice(
         say("rechazado: {}, otro equipo tiene la línea", "refused: {}, another host has the line", {client}));
@@ -56,8 +40,11 @@ std::unique_ptr<HostLine> makeLine(const Options& options) {
 
 class Program {
  public:
-  Program(const Options& options, Descriptor signals);
-  int run();
+  Program(const Options& options, std::shared_ptr<Inbox> inbox);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program();
+  void run();
 
  private:
   bool save(const Books& books);
@@ -66,13 +53,12 @@ class Program {
   void connect();
   void carry(const Output& output);
   std::string reply(const std::string& line);
-  int waitTime() const;
+  std::chrono::milliseconds waitTime() const;
 
   const Options& options_;
   const Clock clock_;
-  Descriptor signals_;
+  const std::shared_ptr<Inbox> inbox_;  // what other threads want done
   std::optional<StateFile> state_;
-  std::optional<Link> link_;
   std::unique_ptr<HostLine> line_;
   FaultSet faults_;
   Device device_;
@@ -82,43 +68,40 @@ class Program {
   Notices notices_;
   std::optional<LogFile> log_;
   std::vector<EventWatcher*> watchers_;  // told of every event, in this order
-  StandardInput input_;
   std::optional<ControlSocket> control_;
   std::optional<WebPage> web_;
-  std::vector<Served*> served_;  // by the loop, beside the line
   bool isQuitting_ = false;
 };
 
-Program::Program(const Options& options, Descriptor signals)
+Program::Program(const Options& options, std::shared_ptr<Inbox> inbox)
     : options_{options},
       clock_{options.clock},
-      signals_{std::move(signals)},
+      inbox_{std::move(inbox)},
       state_{options.state.empty() ? std::nullopt : std::optional<StateFile>{std::in_place, options.state}},
       line_{makeLine(options)},
       faults_{options.seed},
       device_{options.identity, state_ ? state_->load() : Books{},
               [this](const Books& books) { return save(books); }},
       engine_{device_, faults_, options.speed,
-              [this](const Moment& at, const Event& event) { tell(at, event); }},
-      input_{[this](const std::string& line) { return reply(line); }} {
+              [this](const Moment& at, const Event& event) { tell(at, event); }} {
   if (!options.log.empty()) watchers_.push_back(&log_.emplace(options.log));
   watchers_.push_back(&notices_);
   if (!options.isQuiet) device_.roll().watch(screen_);
   for (const std::string& paper : options.papers) device_.roll().watch(papers_.emplace_back(paper));
-  if (!options.link.empty()) link_.emplace(options.link);
-  served_.push_back(&input_);
-  if (!options.control.empty())
-    served_.push_back(
-        &control_.emplace(options.control, [this](const std::string& line) { return reply(line); }));
+  const auto answer = [this](const std::string& line) { return reply(line); };
+  if (!options.control.empty()) control_.emplace(options.control, answer);
   faults_.add(options.faults);
   if (options.web) showOnThePage(*options.web);
+  readStandardInput(inbox_, answer);
 }
 
+// Nobody waits for this printer any more.
+Program::~Program() { inbox_->close(); }
+
 void Program::showOnThePage(const Address& address) {
-  web_.emplace(address, options_.identity, [this](const std::string& line) { return reply(line); });
+  web_.emplace(address, options_.identity, *inbox_, [this](const std::string& line) { return reply(line); });
   device_.roll().watch(web_->paper());
   watchers_.push_back(&*web_);
-  served_.push_back(&*web_);
 }
 
 bool Program::save(const Books& books) {
@@ -138,10 +121,8 @@ void Program::tell(const Moment& moment, const Event& event) {
 
 void Program::connect() {
   line_->connect();
-  if (link_) link_->pointTo(line_->name());
-  const std::string name = link_ ? options_.link : line_->name();
-  if (web_) web_->lineIs(name);
-  notice("ready: " + name);  // in no language: programs wait for it
+  if (web_) web_->lineIs(line_->name());
+  notice("ready: " + line_->name());  // in no language: programs wait for it
 }
 
 void Program::carry(const Output& output) {
@@ -165,45 +146,44 @@ std::string Program::reply(const std::string& line) {
   return reply.text;
 }
 
-int Program::waitTime() const {
+std::chrono::milliseconds Program::waitTime() const {
   const auto next = engine_.nextDue();
-  if (!next) return static_cast<int>(idleCheck.count());
-  return static_cast<int>(std::clamp(*next - clock_.steady(), 0ms, idleCheck).count());
+  return next ? std::clamp(*next - clock_.steady(), 0ms, idleCheck) : idleCheck;
 }
 
-int Program::run() {
+void Program::run() {
   device_.start(clock_.now().local);
+  for (const std::string& paper : options_.papers) notice("paper: " + paper);
   if (web_) notice("page: " + web_->url());
   connect();
   if (web_ && options_.opensBrowser) openInBrowser(web_->url());
-  while (!isQuitting_) {
-    std::vector<pollfd> watched{{signals_.get(), POLLIN, 0}};
+  while (!isQuitting_ && !Ending::isRequested()) {
+    WatchList watched{{inbox_->wake().handle()}};
     line_->watch(watched);
-    for (const Served* part : served_) part->watch(watched);
-    const int seen = ::poll(watched.data(), watched.size(), waitTime());
-    if (seen < 0) continue;
-    if (watched[0].revents != 0) break;
+    if (control_) control_->watch(watched);
+    const bool isIdle = !waitFor(watched, waitTime());
     engine_.receive(line_->read(watched), clock_.now());
-    for (Served* part : served_) part->serve(watched);
+    inbox_->work();
+    if (control_) control_->serve(watched);
     for (const Output& output : engine_.due(clock_.now())) carry(output);
     if (web_) web_->show(clock_.now(), device_.works(), faults_);
-    if (seen == 0) line_->rest();
+    if (isIdle) line_->rest();
   }
-  return 0;
 }
 
 }  // namespace
 
-// The signals wait before there is a folder that has to be removed.
-int runProgram(Options options) {
-  Descriptor signals = watchSignals();
+// The ending is arranged before there is a folder that has to be removed.
+void runProgram(Options options) {
+  const auto inbox = std::make_shared<Inbox>();
+  const Ending ending{inbox->wake()};
   std::optional<zentaro::tools::TemporaryFolder> folder;
   if (options.isTemporary) {
     folder.emplace();
-    options.link = folder->path() / "printer";
+    if (!options.tcp) options.link = folder->path() / "printer";
     options.papers.push_back(folder->path() / "paper.txt");
   }
-  return Program{options, std::move(signals)}.run();
+  Program{options, inbox}.run();
 }
 
 }  // namespace printer

@@ -5,7 +5,7 @@
 
 namespace printer {
 
-/// Runs until SIGINT, SIGTERM or SIGHUP; the exit code.
-int runProgram(Options options);
+/// Runs until it is asked to end: by SIGINT, SIGTERM or SIGHUP, or by a control line.
+void runProgram(Options options);
 
 }  // namespace printer

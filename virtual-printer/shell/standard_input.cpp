@@ -1,28 +1,32 @@
-// Reading of standard input.
+// A thread that is left behind where nothing is ever typed.
 #include "virtual-printer/shell/standard_input.h"
 
 #include <unistd.h>
 
 #include <array>
-#include <iostream>
+#include <thread>
 
 #include "base/terminal/harmless.h"
-#include "virtual-printer/line/host_line.h"
+#include "virtual-printer/shell/notices.h"
 
 namespace printer {
 
-void StandardInput::watch(std::vector<pollfd>& watched) const {
-  if (isOpen_) watched.push_back({STDIN_FILENO, POLLIN, 0});
-}
-
-void StandardInput::serve(const std::vector<pollfd>& polled) {
-  if (!isOpen_ || !sawSomething(polled, STDIN_FILENO)) return;
-  std::array<char, 1024> buffer{};
-  const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
-  isOpen_ = count > 0;
-  if (!isOpen_) return;
-  for (const std::string& line : lines_.feed({buffer.data(), static_cast<std::size_t>(count)}))
-    std::cerr << zentaro::terminal::harmlessLines(reply_(line)) + "\n";
+void readStandardInput(const std::shared_ptr<Inbox>& inbox, ReplyTo reply) {
+  std::thread{[inbox, reply = std::move(reply)] {
+    LineReader lines;
+    std::array<char, 1024> buffer{};
+    for (;;) {
+      const auto count = ::read(0, buffer.data(), buffer.size());
+      if (count <= 0) return;
+      for (const std::string& line : lines.feed({buffer.data(), static_cast<std::size_t>(count)})) {
+        const bool isLeft = inbox->leave(std::packaged_task<std::string()>{[reply, line] {
+          answerOnErrors(zentaro::terminal::harmlessLines(reply(line)));
+          return std::string{};
+        }});
+        if (!isLeft) return;
+      }
+    }
+  }}.detach();
 }
 
 }  // namespace printer

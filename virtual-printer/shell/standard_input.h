@@ -1,25 +1,14 @@
 // Control lines on standard input, answered on standard error.
 #pragma once
 
-#include <functional>
-#include <string>
+#include <memory>
 
+#include "virtual-printer/line/inbox.h"
 #include "virtual-printer/shell/control.h"
-#include "virtual-printer/shell/served.h"
 
 namespace printer {
 
-class StandardInput final : public Served {
- public:
-  explicit StandardInput(ReplyTo reply) : reply_{std::move(reply)} {}
-
-  void watch(std::vector<pollfd>& watched) const override;
-  void serve(const std::vector<pollfd>& polled) override;
-
- private:
-  ReplyTo reply_;
-  LineReader lines_;
-  bool isOpen_ = true;
-};
+/// Reads until the end of standard input, on a thread of its own; the loop that works off the inbox answers.
+void readStandardInput(const std::shared_ptr<Inbox>& inbox, ReplyTo reply);
 
 }  // namespace printer

@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
+#include "base/system/shared_file.h"
 #include "virtual-printer/fiscal/books_json.h"
-#include "virtual-printer/line/descriptor.h"
 
 namespace printer {
 
@@ -18,12 +18,11 @@ class StateFile {
   /// std::runtime_error is thrown.
   Books load() const;
   /// Throws std::runtime_error; the file then holds the books saved before.
-  void save(const Books& books);
+  void save(const Books& books) const;
 
  private:
   std::filesystem::path path_;
-  Descriptor lock_;
-  BooksText text_;
+  std::optional<zentaro::system::FileLock> lock_;
 };
 
 }  // namespace printer

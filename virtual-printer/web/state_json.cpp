@@ -61,8 +61,8 @@ Json memoryJson(const Books& books) {
             {"nonFiscal", books.counters.nonFiscal},
             {"z", books.counters.z},
             {"records", books.zRecords.size()}};
-  if (books.zRecords.size() == 0) return json;
-  const ZRecord& last = books.zRecords.records().back();
+  if (books.zRecords.empty()) return json;
+  const ZRecord& last = books.zRecords.back();
   json["closedAt"] = paperDate(last.closedAt) + " " + paperTime(last.closedAt);
   return json;
 }

@@ -13,8 +13,9 @@ using Json = nlohmann::ordered_json;
 
 }  // namespace
 
-WebPage::WebPage(const Address& address, const Identity& identity, Control control)
-    : rows_{feed_},
+WebPage::WebPage(const Address& address, const Identity& identity, Inbox& inbox, Control control)
+    : inbox_{inbox},
+      rows_{feed_},
       sheets_{feed_},
       server_{address, feed_, [this, control = std::move(control)](const std::string& line) {
                 return inbox_.ask([control, line] { return control(line); });

@@ -7,30 +7,23 @@
 
 #include "virtual-printer/faults/fault_set.h"
 #include "virtual-printer/line/engine.h"
-#include "virtual-printer/shell/served.h"
-#include "virtual-printer/web/inbox.h"
+#include "virtual-printer/line/inbox.h"
 #include "virtual-printer/web/line_rows.h"
 #include "virtual-printer/web/server.h"
 #include "virtual-printer/web/sheets.h"
 
 namespace printer {
 
-class WebPage final : public EventWatcher, public Served {
+class WebPage final : public EventWatcher {
  public:
   using Control = std::function<std::string(const std::string& line)>;
 
-  /// `control` carries out control lines, inside serve(). Throws what WebServer and Inbox throw.
-  WebPage(const Address& address, const Identity& identity, Control control);
+  /// `control` carries out control lines, as jobs of the inbox. Throws what WebServer throws.
+  WebPage(const Address& address, const Identity& identity, Inbox& inbox, Control control);
   ~WebPage() override { inbox_.close(); }
 
   std::string url() const { return server_.url(); }
   PaperWatcher& paper() { return sheets_; }
-
-  void watch(std::vector<pollfd>& watched) const override {
-    watched.push_back({inbox_.descriptor(), POLLIN, 0});
-  }
-  /// Does what the page asked for.
-  void serve(const std::vector<pollfd>&) override { inbox_.work(); }
 
   void happened(const Moment& moment, const Event& event) override;
   void sent(const Moment& moment, const Output& output) { rows_.sent(moment, output); }
@@ -41,7 +34,7 @@ class WebPage final : public EventWatcher, public Served {
 
  private:
   Feed feed_;
-  Inbox inbox_;
+  Inbox& inbox_;
   LineRows rows_;
   Sheets sheets_;
   std::string device_;

@@ -48,8 +48,7 @@ function valueField(effect) {
       element("option", { value: "inside" }, say("dentro", "inside")));
   }
   if (effect.value === "none") return null;
-  const standard = effect.value === "seconds" ? effect.standard / 1000 : effect.standard;
-  return element("input", { type: "number", min: effect.value === "seconds" ? 0 : 1, step: "any", value: standard,
+  return element("input", { type: "number", min: effect.value === "seconds" ? 0 : 1, step: "any", value: effect.standard,
     inputmode: "decimal", "aria-label": label });
 }
 

@@ -1,5 +1,5 @@
 // Pseudo-terminal over POSIX.
-#include "virtual-printer/line/pty.h"
+#include "virtual-printer/line/posix/pty.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -29,17 +29,17 @@ void setRaw(int descriptor) {
 }  // namespace
 
 void Pty::connect() {
-  master_ = Descriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  master_ = Socket(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (!master_.isOpen()) fail("posix_openpt");
-  if (::grantpt(master_.get()) != 0) fail("grantpt");
-  if (::unlockpt(master_.get()) != 0) fail("unlockpt");
+  if (::grantpt(master()) != 0) fail("grantpt");
+  if (::unlockpt(master()) != 0) fail("unlockpt");
   std::array<char, 128> name{};
-  if (const int error = ::ptsname_r(master_.get(), name.data(), name.size()); error != 0)
+  if (const int error = ::ptsname_r(master(), name.data(), name.size()); error != 0)
     throw std::system_error(error, std::generic_category(), "ptsname_r");
   device_ = name.data();
-  slave_ = Descriptor(::open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  slave_ = Socket(::open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   if (!slave_.isOpen()) fail("opening the pseudo-terminal's slave side");
-  setRaw(slave_.get());
+  setRaw(slave());
 }
 
 void Pty::hangUp() {
@@ -47,18 +47,16 @@ void Pty::hangUp() {
   master_.close();
 }
 
-void Pty::watch(std::vector<pollfd>& watched) const { watched.push_back({master_.get(), POLLIN, 0}); }
+void Pty::watch(WatchList& watched) const { watched.push_back({master_.handle()}); }
 
-std::string Pty::read(const std::vector<pollfd>& polled) {
-  if (!master_.isOpen() || !sawSomething(polled, master_.get())) return {};
-  std::array<char, 4096> buffer;
-  const ssize_t count = ::read(master_.get(), buffer.data(), buffer.size());
-  return count > 0 ? std::string{buffer.data(), static_cast<std::size_t>(count)} : std::string{};
+std::string Pty::read(const WatchList& watched) {
+  if (!master_.isOpen() || !sawSomething(watched, master_.handle())) return {};
+  return receive(master_).value_or(std::string{});
 }
 
 void Pty::write(std::string_view bytes) {
   while (master_.isOpen() && !bytes.empty()) {
-    const ssize_t count = ::write(master_.get(), bytes.data(), bytes.size());
+    const ssize_t count = ::write(master(), bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return;
     bytes.remove_prefix(static_cast<std::size_t>(count));
@@ -67,10 +65,10 @@ void Pty::write(std::string_view bytes) {
 
 void Pty::rest() {
   int exclusive = 0;
-  if (!slave_.isOpen() || ::ioctl(slave_.get(), TIOCGEXCL, &exclusive) != 0 || exclusive == 0) return;
-  if (::flock(slave_.get(), LOCK_EX | LOCK_NB) != 0) return;
-  ::ioctl(slave_.get(), TIOCNXCL);
-  ::flock(slave_.get(), LOCK_UN);
+  if (!slave_.isOpen() || ::ioctl(slave(), TIOCGEXCL, &exclusive) != 0 || exclusive == 0) return;
+  if (::flock(slave(), LOCK_EX | LOCK_NB) != 0) return;
+  ::ioctl(slave(), TIOCNXCL);
+  ::flock(slave(), LOCK_UN);
 }
 
 }  // namespace printer

@@ -1,11 +1,11 @@
 // Ownership of a file descriptor.
-#include "virtual-printer/line/descriptor.h"
+#include "base/files/descriptor.h"
 
 #include <unistd.h>
 
 #include <utility>
 
-namespace printer {
+namespace zentaro::files {
 
 Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
   if (this != &other) {
@@ -21,4 +21,4 @@ void Descriptor::close() {
   if (isOpen()) ::close(release());
 }
 
-}  // namespace printer
+}  // namespace zentaro::files

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <csignal>
 #include <cstdlib>
 
 namespace printer {
@@ -27,17 +26,9 @@ void openInBrowser(const std::string& url) {
   std::array<char, 3> shell{"sh"}, option{"-c"};
   std::string page = url;
   std::array<char*, 5> words{shell.data(), option.data(), command.data(), page.data(), nullptr};
-  // The printer holds signals back that a browser must hear.
-  posix_spawnattr_t attributes;
-  sigset_t none;
-  sigemptyset(&none);
-  ::posix_spawnattr_init(&attributes);
-  ::posix_spawnattr_setsigmask(&attributes, &none);
-  ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
   pid_t process = 0;
-  if (::posix_spawnp(&process, "sh", nullptr, &attributes, words.data(), ::environ) == 0)
+  if (::posix_spawnp(&process, "sh", nullptr, nullptr, words.data(), ::environ) == 0)
     ::waitpid(process, nullptr, 0);
-  ::posix_spawnattr_destroy(&attributes);
 }
 
 }  // namespace printer

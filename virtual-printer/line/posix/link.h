@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "virtual-printer/line/descriptor.h"
+#include "virtual-printer/line/socket.h"
 
 namespace printer {
 
@@ -22,7 +22,7 @@ class Link {
  private:
   std::filesystem::path path_;
   std::filesystem::path device_;
-  Descriptor mark_;  // tells other printers that the link is served
+  Socket mark_;  // tells other printers that the link is served
 };
 
 }  // namespace printer

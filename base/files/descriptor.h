@@ -1,7 +1,7 @@
 // A file descriptor that is closed with its owner.
 #pragma once
 
-namespace printer {
+namespace zentaro::files {
 
 class Descriptor {
  public:
@@ -19,4 +19,4 @@ class Descriptor {
   int number_;
 };
 
-}  // namespace printer
+}  // namespace zentaro::files

@@ -1,13 +1,7 @@
 // The way of a job: queue, wake-up, result.
-#include "virtual-printer/web/inbox.h"
+#include "virtual-printer/line/inbox.h"
 
-#include <sys/eventfd.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <chrono>
-#include <cstdint>
-#include <system_error>
 #include <utility>
 
 namespace printer {
@@ -17,20 +11,10 @@ constexpr std::chrono::seconds patience{5};
 
 }  // namespace
 
-Inbox::Inbox() : wake_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {
-  if (!wake_.isOpen()) throw std::system_error(errno, std::generic_category(), "--web: eventfd");
-}
-
 std::optional<std::string> Inbox::ask(Job job) {
   std::packaged_task<std::string()> task{std::move(job)};
   std::future<std::string> result = task.get_future();
-  {
-    const std::lock_guard lock{mutex_};
-    if (isClosed_) return std::nullopt;
-    waiting_.push_back(std::move(task));
-  }
-  const std::uint64_t one = 1;
-  if (::write(wake_.get(), &one, sizeof one) < 0) return std::nullopt;
+  if (!leave(std::move(task))) return std::nullopt;
   if (result.wait_for(patience) != std::future_status::ready) return std::nullopt;
   try {
     return result.get();
@@ -39,9 +23,18 @@ std::optional<std::string> Inbox::ask(Job job) {
   }
 }
 
+bool Inbox::leave(std::packaged_task<std::string()> task) {
+  {
+    const std::lock_guard lock{mutex_};
+    if (isClosed_) return false;
+    waiting_.push_back(std::move(task));
+  }
+  wake_.ring();
+  return true;
+}
+
 void Inbox::work() {
-  std::uint64_t count = 0;
-  if (::read(wake_.get(), &count, sizeof count) < 0) return;
+  wake_.quiet();
   for (auto& task : takeAll()) task();
 }
 

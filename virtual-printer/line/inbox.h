@@ -1,4 +1,4 @@
-// Jobs that the web threads hand to the printer's loop, which alone touches the printer.
+// Jobs that other threads hand to the printer's loop, which alone touches the printer.
 #pragma once
 
 #include <deque>
@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "virtual-printer/line/descriptor.h"
+#include "virtual-printer/line/wake.h"
 
 namespace printer {
 
@@ -16,15 +16,14 @@ class Inbox {
  public:
   using Job = std::function<std::string()>;
 
-  /// Throws std::system_error when the system has no descriptor to give.
-  Inbox();
-
-  /// For the web threads: the result of the job, when the loop has done it; nothing when it is
+  /// For the other threads: the result of the job, when the loop has done it; nothing when it is
   /// ending or busy for too long.
   std::optional<std::string> ask(Job job);
+  /// The same without waiting; false when the loop is ending.
+  bool leave(std::packaged_task<std::string()> task);
 
-  /// For the loop: readable when there are jobs.
-  int descriptor() const { return wake_.get(); }
+  /// For the loop: rung when there are jobs.
+  const Wake& wake() const { return wake_; }
   void work();
   /// Whoever waits gets nothing, and so does everybody after.
   void close();
@@ -32,7 +31,7 @@ class Inbox {
  private:
   std::deque<std::packaged_task<std::string()>> takeAll();
 
-  Descriptor wake_;
+  Wake wake_;
   std::mutex mutex_;
   std::deque<std::packaged_task<std::string()>> waiting_;
   bool isClosed_ = false;

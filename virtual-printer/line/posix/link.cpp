@@ -1,17 +1,56 @@
 // Placing and removing of the link.
-#include "virtual-printer/line/link.h"
+#include "virtual-printer/line/posix/link.h"
 
+#include <fcntl.h>
+
+#include <cerrno>
+#include <functional>
 #include <random>
 #include <stdexcept>
 #include <system_error>
 
 #include "base/terminal/language.h"
-#include "virtual-printer/line/served_mark.h"
 
 namespace printer {
 
 namespace files = std::filesystem;
 using zentaro::terminal::say;
+
+namespace {
+
+// How one printer knows that another, living one serves a link: a lock on its device, held as long as the printer
+// lives, at a byte that belongs to the link's path. Numbers of pseudo-terminals are given again, so neither the
+// device's name nor a printer on it says that this link is served. Hosts lock the device with flock, which is
+// another kind of lock and does not meet this one.
+struct flock markOf(const files::path& link) {
+  constexpr std::size_t places = 0x7FFFFFFF;
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  lock.l_start = static_cast<off_t>(std::hash<std::string>{}(link.string()) & places);
+  lock.l_len = 1;
+  return lock;
+}
+
+Socket opened(const files::path& device) {
+  return Socket{::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)};
+}
+
+Socket markServed(const files::path& device, const files::path& link) {
+  Socket mark = opened(device);
+  struct flock lock = markOf(link);
+  ::fcntl(static_cast<int>(mark.handle()), F_OFD_SETLK, &lock);
+  return mark;
+}
+
+bool isServed(const files::path& link) {
+  const Socket probe = opened(link);
+  if (!probe.isOpen()) return errno == EBUSY;  // some host has it for itself
+  struct flock lock = markOf(link);
+  return ::fcntl(static_cast<int>(probe.handle()), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+}  // namespace
 
 // Below the folder as it really is, so that a link has one name only.
 Link::Link(const files::path& path)
