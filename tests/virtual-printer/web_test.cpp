@@ -1,4 +1,4 @@
-// What the web page is built from, without a browser: addresses, who may ask, and what a late page is told.
+// What the web page is built from, without a browser: addresses, and what a late page is told.
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -6,7 +6,6 @@
 #include "virtual-printer/line/address.h"
 #include "virtual-printer/line/inbox.h"
 #include "virtual-printer/web/feed.h"
-#include "virtual-printer/web/guard.h"
 
 namespace printer::web_test {
 
@@ -21,15 +20,6 @@ TEST(Web, AddressesAreReadOrRefused) {
     EXPECT_EQ(authority(parseAddress("--web", text)), expected) << text;
   for (const char* bad : {"", "x", "-1", "65536", "80x", ":80", "host:", "[]:80", "::1:80", "1.2.3.4"})
     EXPECT_THROW(parseAddress("--web", bad), std::runtime_error) << bad;
-}
-
-TEST(Web, NamesThatMayHaveBeenPointedHereAreForeign) {
-  for (const char* own :
-       {"127.0.0.1:8210", "localhost", "localhost:9000", "[::1]:8210", "192.168.1.7:80", "caja-1:80"})
-    EXPECT_TRUE(isOwnHost(own, "caja-1")) << own;
-  for (const char* foreign :
-       {"", "evil.example", "evil.example:8210", "127.0.0.1.evil.example:80", "[evil]:80", "["})
-    EXPECT_FALSE(isOwnHost(foreign, "127.0.0.1")) << foreign;
 }
 
 TEST(Web, ALatePageIsToldWhatStillHoldsAndNothingTwice) {

@@ -40,6 +40,10 @@ Address parseAddress(std::string_view option, std::string_view text) {
   return address;
 }
 
+bool isLocal(const Address& address) {
+  return address.host.starts_with("127.") || address.host == "localhost" || address.host == "::1";
+}
+
 std::string authority(const Address& address) {
   const bool needsBrackets = address.host.find(':') != std::string::npos;
   const std::string host = needsBrackets ? "[" + address.host + "]" : address.host;

@@ -15,6 +15,9 @@ struct Address {
 /// behind the option.
 Address parseAddress(std::string_view option, std::string_view text);
 
+/// Whether only programs of this machine reach it.
+bool isLocal(const Address& address);
+
 /// The address as it stands in a URL, with its port.
 std::string authority(const Address& address);
 

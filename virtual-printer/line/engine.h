@@ -33,6 +33,8 @@ class Engine {
   /// Takes out what is due, in order.
   std::vector<Output> due(Moment now);
   std::optional<std::chrono::milliseconds> nextDue() const;
+  /// How many commands there have been.
+  int exchanges() const { return exchange_; }
 
  private:
   void take(const Received& received, Moment now);

@@ -22,6 +22,7 @@ std::string help() {
           "clear          quita todas las fallas; hay papel, la tapa está cerrada\n"
           "clear EFECTO   quita las fallas con este efecto, por ejemplo: clear paper-out\n"
           "status         documento abierto, palabras de estado, últimos números\n"
+          "sample         vende algo de muestra, si nadie usa la impresora\n"
           "quit           termina la impresora\n"
           "ok",
           "help           this list\n"
@@ -30,6 +31,7 @@ std::string help() {
           "clear          removes all faults; paper is back, the cover is closed\n"
           "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
           "status         open document, status words, last numbers\n"
+          "sample         sells something as a sample, while nobody uses the printer\n"
           "quit           ends the printer\n"
           "ok")};
 }
@@ -82,7 +84,8 @@ ControlReply control(std::string_view line, FaultSet& faults, const Works& works
   if (verb == "faults") return {list(faults)};
   if (verb == "clear") return {clear(rest, faults)};
   if (verb == "status") return {status(works)};
-  if (verb == "quit") return {"ok", true};
+  if (verb == "sample") return {{}, ControlReply::Order::Sample};
+  if (verb == "quit") return {"ok", ControlReply::Order::Quit};
   return {say("error: \"{}\" no es un comando; help los muestra",
               "error: \"{}\" is no command; help lists them", {verb})};
 }

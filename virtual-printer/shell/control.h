@@ -13,7 +13,8 @@ namespace printer {
 
 struct ControlReply {
   std::string text;  // lines; the last begins with "ok" or "error"
-  bool quit = false;
+  enum class Order { None, Sample, Quit };
+  Order order = Order::None;  // what the program does then; a sample has a reply of its own
 };
 
 /// Who answers the lines of a channel.

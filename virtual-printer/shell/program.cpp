@@ -9,6 +9,7 @@
 #include "base/files/temporary_folder.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/line/inbox.h"
+#include "virtual-printer/line/sample_sale.h"
 #include "virtual-printer/line/tcp.h"
 #include "virtual-printer/line/terminal.h"
 #include "virtual-printer/shell/clock.h"
@@ -52,6 +53,8 @@ class Program {
   void tell(const Moment& moment, const Event& event);
   void connect();
   void carry(const Output& output);
+  std::string beginSample();
+  void endSample();
   std::string reply(const std::string& line);
   std::chrono::milliseconds waitTime() const;
 
@@ -70,6 +73,10 @@ class Program {
   std::vector<EventWatcher*> watchers_;  // told of every event, in this order
   std::optional<ControlSocket> control_;
   std::optional<WebPage> web_;
+  std::optional<SampleSale> sample_;
+  // Whose answers are not the host's: the commands of the sample, by their count.
+  int beforeSample_ = 0, lastOfSample_ = 0;
+  int leftOpen_ = 0;  // the number of a document that a sample could not end
   bool isQuitting_ = false;
 };
 
@@ -128,7 +135,9 @@ void Program::connect() {
 void Program::carry(const Output& output) {
   switch (output.kind) {
     case Output::Kind::Bytes:
-      line_->write(output.bytes);
+      if (sample_) sample_->take(output.bytes, clock_.steady());
+      if (!sample_ && (output.exchange <= beforeSample_ || output.exchange > lastOfSample_))
+        line_->write(output.bytes);
       if (web_) web_->sent(clock_.now(), output);
       break;
     case Output::Kind::HangUp:
@@ -142,11 +151,36 @@ void Program::carry(const Output& output) {
 
 std::string Program::reply(const std::string& line) {
   const ControlReply reply = control(line, faults_, device_.works());
-  isQuitting_ = isQuitting_ || reply.quit;
-  return reply.text;
+  isQuitting_ = isQuitting_ || reply.order == ControlReply::Order::Quit;
+  return reply.order == ControlReply::Order::Sample ? beginSample() : reply.text;
+}
+
+// The line waits meanwhile: a host that has just begun to speak is answered afterwards.
+std::string Program::beginSample() {
+  const Machine& machine = device_.works().machine;
+  const bool isOpen = machine.phase() != Phase::None;
+  const bool isOwn =
+      isOpen && machine.document().kind == DocumentKind::Invoice && machine.document().number == leftOpen_;
+  if (sample_ || engine_.nextDue() || (isOpen && !isOwn))
+    return say("error: un programa está usando la impresora", "error: a program is using the printer", {});
+  sample_.emplace();
+  if (isOwn) sample_->cancelFirst();
+  beforeSample_ = engine_.exchanges();
+  if (web_) web_->sampleBegins();
+  return "ok";
+}
+
+void Program::endSample() {
+  lastOfSample_ = engine_.exchanges();
+  const Machine& machine = device_.works().machine;
+  leftOpen_ = machine.phase() == Phase::None ? 0 : machine.document().number;
+  if (web_) web_->sampleEnds(*sample_);
+  sample_.reset();
 }
 
 std::chrono::milliseconds Program::waitTime() const {
+  constexpr auto betweenLooks = 20ms;
+  if (sample_) return betweenLooks;
   const auto next = engine_.nextDue();
   return next ? std::clamp(*next - clock_.steady(), 0ms, idleCheck) : idleCheck;
 }
@@ -155,14 +189,20 @@ void Program::run() {
   device_.start(clock_.now().local);
   for (const std::string& paper : options_.papers) notice("paper: " + paper);
   if (web_) notice("page: " + web_->url());
+  if (web_ && !isLocal(*options_.web))
+    complain(say("quien alcance {} puede ver la página y pedir fallas: no tiene clave ni cifrado",
+                 "whoever reaches {} can see the page and order faults: it has no password and no encryption",
+                 {web_->url()}));
   connect();
   if (web_ && options_.opensBrowser) openInBrowser(web_->url());
   while (!isQuitting_ && !Ending::isRequested()) {
     WatchList watched{{inbox_->wake().handle()}};
-    line_->watch(watched);
+    if (!sample_) line_->watch(watched);
     if (control_) control_->watch(watched);
     const bool isIdle = !waitFor(watched, waitTime());
-    engine_.receive(line_->read(watched), clock_.now());
+    if (!sample_) engine_.receive(line_->read(watched), clock_.now());
+    if (sample_) engine_.receive(sample_->next(clock_.steady()).value_or(std::string{}), clock_.now());
+    if (sample_ && sample_->end()) endSample();
     inbox_->work();
     if (control_) control_->serve(watched);
     for (const Output& output : engine_.due(clock_.now())) carry(output);

@@ -1,19 +1,16 @@
-// HTTP with cpp-httplib; the only file that includes it.
+// What the page is served, and what it may ask for.
 #include "virtual-printer/web/server.h"
 
-#include <httplib.h>
-#include <sys/random.h>
-
-#include <array>
-#include <atomic>
-#include <cerrno>
 #include <charconv>
-#include <cstring>
+#include <map>
+#include <random>
 #include <stdexcept>
+#include <system_error>
 #include <thread>
 
+#include "base/http/refusal.h"
+#include "base/http/server.h"
 #include "base/terminal/language.h"
-#include "virtual-printer/web/guard.h"
 #include "virtual-printer/web/page_files.h"
 #include "virtual-printer/wire/frame.h"
 
@@ -21,33 +18,28 @@ namespace printer {
 namespace {
 
 using namespace std::chrono_literals;
+using zentaro::http::Request;
+using zentaro::http::Response;
 using zentaro::terminal::say;
 
-constexpr std::size_t threads = 24;
-constexpr int mostStreams = 16;            // pages open at once; the other threads serve files and actions
-constexpr std::size_t longestLine = 4096;  // as on the control socket
 // Rows that change byte by byte are sent once in this time.
 constexpr auto breath = 40ms;
 constexpr auto heartbeat = 2s;
 
-constexpr const char* contentPolicy =
-    "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src data: blob:; "
-    "base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
-
 std::string newToken() {
-  std::array<unsigned char, 16> bytes{};
-  if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-    throw std::runtime_error(std::string{
-        say("--web: el sistema no da números al azar", "--web: the system gives no random numbers")});
+  std::random_device dice;
   std::string token;
-  for (const unsigned char byte : bytes) token += hexadecimal(byte, 2);
+  for (int part = 0; part < 4; ++part) token += hexadecimal(dice(), 8);
   return token;
 }
 
 // Only what the page offers: it cannot end the printer.
-bool isOffered(const std::string& line) { return line.starts_with("fault ") || line.starts_with("clear"); }
+bool isOffered(const std::string& line) {
+  return (line == "sample" || line.starts_with("fault ") || line.starts_with("clear")) &&
+         line.find('\n') == std::string::npos;
+}
 
-std::uint64_t lastSeen(const httplib::Request& request) {
+std::uint64_t lastSeen(const Request& request) {
   const std::string text = request.get_header_value("Last-Event-ID");
   std::uint64_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
@@ -59,105 +51,79 @@ std::string eventText(const Feed::Message& message) {
          "\n\n";
 }
 
-void answer(httplib::Response& response, int status, std::string_view text) {
+void answer(Response& response, int status, std::string_view text) {
   response.status = status;
   response.set_content(std::string{text} + "\n", "text/plain; charset=utf-8");
+}
+
+void refuse(const Request&, Response& response, int status) {
+  answer(response, status, zentaro::http::refusalText(status));
+}
+
+zentaro::http::Server::Settings settingsFor(const Address& address) {
+  zentaro::http::Server::Settings settings;
+  settings.host = address.host;
+  settings.port = address.port;
+  settings.guard.hosts = {address.host};
+  settings.limits.body = 4096;   // as long as a line on the control socket
+  settings.limits.streams = 16;  // pages open at once
+  settings.headers = {
+      {"Content-Security-Policy",
+       "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src data: blob:; "
+       "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
+      {"X-Content-Type-Options", "nosniff"},
+      {"Referrer-Policy", "no-referrer"},
+      {"Cross-Origin-Resource-Policy", "same-origin"},
+      {"Cache-Control", "no-store"}};
+  return settings;
 }
 
 }  // namespace
 
 class WebServer::Service {
  public:
-  Service(Address address, Feed& feed, Act act)
-      : address_{std::move(address)}, feed_{feed}, act_{std::move(act)}, token_{newToken()} {
-    setUp();
-    listen();
-    thread_ = std::thread{[this] { server_.listen_after_bind(); }};
-    // An end before the beginning would not be noticed.
-    while (!server_.is_running()) std::this_thread::sleep_for(1ms);
-  }
+  Service(const Address& address, Feed& feed, Act act)
+      : feed_{feed},
+        act_{std::move(act)},
+        server_{settingsFor(address),
+                [this](const Request& request, Response& response) { handle(request, response); }, refuse} {}
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;
-  ~Service() {
-    feed_.close();
-    server_.stop();
-    thread_.join();
-  }
+  ~Service() { feed_.close(); }
 
-  const Address& address() const { return address_; }
+  int port() const { return server_.port(); }
 
  private:
-  using Request = httplib::Request;
-  using Response = httplib::Response;
-  using Routing = httplib::Server::HandlerResponse;
-
-  void setUp();
-  void listen();
-  Routing guard(const Request& request, Response& response) const;
+  void handle(const Request& request, Response& response);
+  void servePage(const std::string& path, Response& response) const;
   bool hasToken(const std::string& given, Response& response) const;
-  void servePage();
   void act(const Request& request, Response& response) const;
-  void stream(const Request& request, Response& response);
+  std::optional<std::string> next(std::uint64_t& seen);
 
-  Address address_;
   Feed& feed_;
   Act act_;
-  const std::string token_;
-  std::atomic<int> streams_{0};
-  httplib::Server server_;
-  std::thread thread_;
+  const std::string token_ = newToken();
+  zentaro::http::Server server_;
 };
 
-void WebServer::Service::setUp() {
-  server_.new_task_queue = [] { return new httplib::ThreadPool(threads); };  // the server deletes it
-  // Without this a second printer could share the port, and each page would meet the one or the other.
-  server_.set_socket_options([](socket_t socket) {
-    const int yes = 1;
-    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-  });
-  server_.set_tcp_nodelay(true);
-  server_.set_keep_alive_timeout(1);
-  server_.set_payload_max_length(longestLine);
-  server_.set_default_headers({{"Content-Security-Policy", contentPolicy},
-                               {"X-Content-Type-Options", "nosniff"},
-                               {"Referrer-Policy", "no-referrer"},
-                               {"Cross-Origin-Resource-Policy", "same-origin"},
-                               {"Cache-Control", "no-store"}});
-  server_.set_pre_routing_handler(
-      [this](const Request& request, Response& response) { return guard(request, response); });
-  servePage();
-  server_.Get("/events", [this](const Request& request, Response& response) { stream(request, response); });
-  server_.Post("/control", [this](const Request& request, Response& response) { act(request, response); });
+void WebServer::Service::handle(const Request& request, Response& response) {
+  const bool isReading = request.method == "GET" || request.method == "HEAD";
+  if (request.path == "/control" && request.method == "POST") return act(request, response);
+  if (!isReading) return answer(response, 405, say("eso no se hace aquí", "that is not done here"));
+  if (request.path != "/events") return servePage(request.path, response);
+  if (!hasToken(request.get_param_value("token"), response)) return;
+  server_.stream(request, response, [this, seen = lastSeen(request)]() mutable { return next(seen); });
 }
 
-void WebServer::Service::listen() {
-  errno = 0;
-  if (address_.port == 0) {
-    address_.port = server_.bind_to_any_port(address_.host);
-    if (address_.port > 0) return;
-  } else if (server_.bind_to_port(address_.host, address_.port)) {
-    return;
+void WebServer::Service::servePage(const std::string& path, Response& response) const {
+  for (const PageFile& file : pageFiles()) {
+    if (file.path != path) continue;
+    std::string content{file.content};
+    if (const std::size_t mark = content.find(tokenMark); mark != std::string::npos)
+      content.replace(mark, tokenMark.size(), token_);
+    return response.set_content(content, std::string{file.type});
   }
-  const std::string reason = errno == 0 ? std::string{} : std::string{" ("} + std::strerror(errno) + ")";
-  throw std::runtime_error(say("--web {}: no se puede escuchar allí{}; indique otro puerto",
-                               "--web {}: cannot listen there{}; name another port",
-                               {authority(address_), reason}));
-}
-
-WebServer::Service::Routing WebServer::Service::guard(const Request& request, Response& response) const {
-  const std::string host = request.get_header_value("Host");
-  if (!isOwnHost(host, address_.host)) {
-    answer(response, 421,
-           say("este nombre no se atiende aquí; abra la dirección que la impresora dijo al arrancar",
-               "this name is not served here; open the address that the printer named at its start"));
-  } else if (!isOwnOrigin(request.get_header_value("Origin"), host)) {
-    answer(
-        response, 403,
-        say("solo puede preguntar la página de la propia impresora", "only the printer's own page may ask"));
-  } else {
-    return Routing::Unhandled;
-  }
-  return Routing::Handled;
+  answer(response, 404, say("aquí no hay nada; la página es /", "there is nothing here; the page is /"));
 }
 
 bool WebServer::Service::hasToken(const std::string& given, Response& response) const {
@@ -168,60 +134,40 @@ bool WebServer::Service::hasToken(const std::string& given, Response& response) 
   return false;
 }
 
-void WebServer::Service::servePage() {
-  for (const PageFile& file : pageFiles()) {
-    std::string content{file.content};
-    if (const std::size_t mark = content.find(tokenMark); mark != std::string::npos)
-      content.replace(mark, tokenMark.size(), token_);
-    std::string pattern{file.path};
-    for (std::size_t dot = pattern.find('.'); dot != std::string::npos; dot = pattern.find('.', dot + 2))
-      pattern.insert(dot, 1, '\\');
-    server_.Get(pattern, [content, type = std::string{file.type}](const Request&, Response& response) {
-      response.set_content(content, type);
-    });
-  }
-}
-
 void WebServer::Service::act(const Request& request, Response& response) const {
   if (!hasToken(request.get_header_value("X-Token"), response)) return;
-  if (!isOffered(request.body) || request.body.find('\n') != std::string::npos)
-    return answer(response, 400, "error: the page may say \"fault PLAN\" and \"clear\"");
+  if (!isOffered(request.body))
+    return answer(response, 400, "error: the page may say \"fault PLAN\", \"clear\" and \"sample\"");
   const std::optional<std::string> reply = act_(request.body);
   if (!reply) return answer(response, 503, "error: the printer is busy or ending");
   answer(response, 200, *reply);
 }
 
-void WebServer::Service::stream(const Request& request, Response& response) {
-  if (!hasToken(request.get_param_value("token"), response)) return;
-  if (++streams_ > mostStreams) {
-    --streams_;
-    return answer(response, 503,
-                  say("hay demasiadas páginas abiertas; cierre una", "too many pages are open; close one"));
-  }
-  response.set_chunked_content_provider(
-      "text/event-stream",
-      [this, seen = lastSeen(request)](std::size_t, httplib::DataSink& sink) mutable {
-        const std::vector<Feed::Message> messages = feed_.after(seen, heartbeat);
-        if (feed_.isClosed()) {
-          sink.done();
-          return true;
-        }
-        // A comment that says nothing finds out whether the page is still there.
-        std::string text = messages.empty() ? ":\n\n" : "";
-        for (const Feed::Message& message : messages) text += eventText(message);
-        if (!messages.empty()) seen = messages.back().number;
-        const bool isThere = sink.write(text.data(), text.size());
-        if (isThere && !messages.empty()) std::this_thread::sleep_for(breath);
-        return isThere;
-      },
-      [this](bool) { --streams_; });
+std::optional<std::string> WebServer::Service::next(std::uint64_t& seen) {
+  const std::vector<Feed::Message> messages = feed_.after(seen, heartbeat);
+  if (feed_.isClosed()) return std::nullopt;
+  if (messages.empty()) return ":\n\n";  // says nothing, and finds out whether the page is still there
+  std::this_thread::sleep_for(breath);
+  std::string text;
+  for (const Feed::Message& message : messages) text += eventText(message);
+  seen = messages.back().number;
+  return text;
 }
 
-WebServer::WebServer(Address address, Feed& feed, Act act)
-    : service_{std::make_unique<Service>(std::move(address), feed, std::move(act))} {}
+WebServer::WebServer(Address address, Feed& feed, Act act) : address_{std::move(address)} {
+  try {
+    service_ = std::make_unique<Service>(address_, feed, std::move(act));
+  } catch (const std::system_error& error) {
+    throw std::runtime_error(
+        say("--web {}: no se puede escuchar allí ({}); indique otra dirección u otro puerto",
+            "--web {}: cannot listen there ({}); name another address or port",
+            {authority(address_), error.code().message()}));
+  }
+  address_.port = service_->port();
+}
 
 WebServer::~WebServer() = default;
 
-std::string WebServer::url() const { return "http://" + authority(service_->address()) + "/"; }
+std::string WebServer::url() const { return "http://" + authority(address_) + "/"; }
 
 }  // namespace printer

@@ -27,6 +27,7 @@ class WebServer {
 
  private:
   class Service;
+  Address address_;
   std::unique_ptr<Service> service_;
 };
 

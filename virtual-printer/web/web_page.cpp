@@ -30,13 +30,27 @@ void WebPage::happened(const Moment& moment, const Event& event) {
 
 void WebPage::lineIs(const std::string& device) { device_ = device; }
 
+// Each has a number of its own, so that a page can tell that the one it asked for is over.
+void WebPage::sampleBegins() {
+  feed_.publish("sample", 0, Json{{"count", ++samples_}, {"end", "running"}}.dump());
+}
+
+void WebPage::sampleEnds(const SampleSale& sample) {
+  constexpr std::array names{"printed", "unanswered", "not-printed", "refused", "unknown"};
+  const auto end = static_cast<std::size_t>(sample.end().value_or(SampleSale::End::Unknown));
+  feed_.publish("sample", 0,
+                Json{{"count", samples_}, {"end", names.at(end)}, {"detail", sample.detail()}}.dump());
+}
+
 void WebPage::show(const Moment& moment, const Works& works, const FaultSet& faults) {
   sheets_.draw(moment.steady);
   Json armed = Json::array();
   for (const auto& [plan, holds] : faults.list()) armed.push_back({{"plan", plan}, {"holds", holds}});
   feed_.publish("faults", 0, armed.dump());
   feed_.publish("state", 0, stateJson(works));
-  feed_.publish("line", 0, Json{{"device", device_}, {"power", isPowered_}}.dump());
+  feed_.publish(
+      "line", 0,
+      Json{{"device", device_}, {"power", isPowered_}}.dump(-1, ' ', false, Json::error_handler_t::replace));
   feed_.publish("clock", 0,
                 Json(written(moment.local + works.books.clockOffset, "%d-%m-%Y %H:%M:%S")).dump());
 }

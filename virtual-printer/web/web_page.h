@@ -8,6 +8,7 @@
 #include "virtual-printer/faults/fault_set.h"
 #include "virtual-printer/line/engine.h"
 #include "virtual-printer/line/inbox.h"
+#include "virtual-printer/line/sample_sale.h"
 #include "virtual-printer/web/line_rows.h"
 #include "virtual-printer/web/server.h"
 #include "virtual-printer/web/sheets.h"
@@ -29,6 +30,8 @@ class WebPage final : public EventWatcher {
   void sent(const Moment& moment, const Output& output) { rows_.sent(moment, output); }
   /// The name under which the host finds the line; empty while the line is gone.
   void lineIs(const std::string& device);
+  void sampleBegins();
+  void sampleEnds(const SampleSale& sample);
   /// Once in each turn of the loop: the page is told what has changed.
   void show(const Moment& moment, const Works& works, const FaultSet& faults);
 
@@ -39,6 +42,7 @@ class WebPage final : public EventWatcher {
   Sheets sheets_;
   std::string device_;
   bool isPowered_ = true;
+  int samples_ = 0;
   WebServer server_;
 };
 

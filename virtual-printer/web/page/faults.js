@@ -3,30 +3,9 @@
 import { button, byId, element } from "./dom.js";
 import { say } from "./say.js";
 import { tell } from "./stream.js";
+import { commandName, effectName, effectOf } from "./words.js";
 
-const names = {
-  "lose-answer": say("Pierde la respuesta", "Loses the answer"),
-  "lose-command": say("Pierde el comando", "Loses the command"),
-  "delay": say("Tarda", "Late by"),
-  "wait": say("Pide esperar", "Asks to wait"),
-  "bad-checksum": say("Suma errada", "Wrong checksum"),
-  "bad-sequence": say("Secuencia errada", "Wrong sequence"),
-  "repeat-answer": say("Repite la anterior", "Repeats the last"),
-  "noise": say("Ruido", "Noise"),
-  "pieces": say("Pedazos de", "Pieces of"),
-  "truncate": say("Corta tras", "Cut after"),
-  "hang-up": say("Cable suelto", "Cable out"),
-  "power-cut": say("Corte de luz", "Power cut"),
-  "paper-near-end": say("Poco papel", "Paper near its end"),
-  "paper-out": say("Sin papel", "No paper"),
-  "cover-open": say("Tapa abierta", "Cover open"),
-  "memory-near-full": say("Memoria casi llena", "Memory nearly full"),
-  "memory-full": say("Memoria llena", "Memory full"),
-  "day-change": say("Exige el cierre Z", "Demands a Z closing"),
-};
 const units = { seconds: "s", bytes: "B" };
-
-const nameOf = (effect) => names[effect] ?? effect;
 
 async function order(line) {
   const reply = await tell(line);
@@ -35,13 +14,13 @@ async function order(line) {
 }
 
 function newSwitch(effect) {
-  const made = button(nameOf(effect.name), { role: "switch", "aria-checked": "false", "data-effect": effect.name },
+  const made = button(effectName(effect.name), { role: "switch", "aria-checked": "false", "data-effect": effect.name },
     () => order(made.getAttribute("aria-checked") === "true" ? `clear ${effect.name}` : `fault ${effect.name}`));
   return made;
 }
 
 function valueField(effect) {
-  const label = say(`Valor de ${nameOf(effect.name)}`, `Value of ${nameOf(effect.name)}`);
+  const label = say(`Valor de ${effectName(effect.name)}`, `Value of ${effectName(effect.name)}`);
   if (effect.value === "place") {
     return element("select", { "aria-label": label },
       element("option", { value: "before" }, say("antes", "before")),
@@ -54,7 +33,7 @@ function valueField(effect) {
 
 function newStrike(effect) {
   const field = valueField(effect);
-  const strike = button(nameOf(effect.name), { "data-effect": effect.name }, () => {
+  const strike = button(effectName(effect.name), { "data-effect": effect.name }, () => {
     const command = byId("fault-command").value;
     const plan = effect.name + (field ? `=${field.value}` : "") + (command ? ` on ${command}` : "") +
       byId("fault-times").value;
@@ -70,22 +49,20 @@ export function buildFaults(about) {
   byId("strikes").replaceChildren(...about.effects.filter((effect) => !effect.isCondition).map(newStrike));
   byId("fault-command").replaceChildren(
     element("option", { value: "" }, say("el próximo comando", "the next command")),
-    ...about.commands.map((name) => element("option", {}, name)));
+    ...about.commands.map((name) => element("option", { value: name }, commandName(name))));
   byId("plan-form").addEventListener("submit", async (event) => {
     event.preventDefault();
     if (await order(`fault ${byId("plan").value}`)) byId("plan").value = "";
   });
 }
 
-const effectOf = (fault) => fault.plan.split(/[= ]/)[0];
-
 export function showFaults(faults) {
-  const armed = new Set(faults.map(effectOf));
+  const armed = new Set(faults.map((fault) => effectOf(fault.plan)));
   for (const made of byId("conditions").children)
     made.setAttribute("aria-checked", String(armed.has(made.dataset.effect)));
   byId("armed").replaceChildren(...faults.map((fault) => element("li", {}, element("code", {}, fault.plan),
     fault.holds ? element("span", { class: "chip bad" }, say("en curso", "in force")) : null,
-    button("×", { "aria-label": say(`Quitar ${fault.plan}`, `Remove ${fault.plan}`) }, () => order(`clear ${effectOf(fault)}`)))));
+    button("×", { "aria-label": say(`Quitar ${fault.plan}`, `Remove ${fault.plan}`) }, () => order(`clear ${effectOf(fault.plan)}`)))));
   byId("armed").prepend(element("li", { class: "quiet" }, faults.length === 0
     ? say("Ninguna falla en espera ni en curso.", "No fault is waiting or in force.")
     : say("En espera o en curso:", "Waiting or in force:")));
@@ -93,4 +70,4 @@ export function showFaults(faults) {
 
 // Whether the condition holds for the next command already.
 export const holds = (faults, effect) => faults.some((fault) =>
-  fault.plan === `${effect} always` || (effectOf(fault) === effect && fault.holds));
+  fault.plan === `${effect} always` || (effectOf(fault.plan) === effect && fault.holds));

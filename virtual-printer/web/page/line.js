@@ -4,6 +4,7 @@ import { byId, element, followEnd } from "./dom.js";
 import { say } from "./say.js";
 import { printerWords, fiscalWords } from "./status.js";
 import { dumpLines } from "./trace.js";
+import { commandName, effectName, effectOf } from "./words.js";
 
 const kept = 1000;
 // Effects that keep an answer back, and effects that change its bytes.
@@ -22,10 +23,8 @@ const other = {
   power: (row) => row.name === "on" ? [say("encendida", "power on"), ""] : [say("apagada", "power off"), ""],
 };
 
-const effectOf = (fault) => fault.split(/[= ]/)[0];
-
 function faultChips(row) {
-  const made = row.faults.map((fault) => element("span", { class: fault.endsWith(" once") ? "chip bad" : "chip warn", title: fault }, fault.split(" ")[0]));
+  const made = row.faults.map((fault) => element("span", { class: fault.endsWith(" once") ? "chip bad" : "chip warn", title: fault }, effectName(effectOf(fault))));
   if (row.faults.some((fault) => silent.includes(effectOf(fault))))
     made.push(element("span", { class: "chip" }, say("sin respuesta", "no answer")));
   return made;
@@ -45,7 +44,7 @@ function summary(row, took) {
   const text = (row.fields ?? []).map((field) => field || "–").join(" · ").replace(/( ?· –)+$/, "");
   if (row.way === "command") {
     return [element("time", {}, row.time), element("b", { class: "arrow" }, "→"),
-      element("span", { class: "name" }, row.name, element("small", {}, row.code)),
+      element("span", { class: "name", title: row.name }, commandName(row.name), element("small", {}, row.code)),
       element("span", { class: "fields" }, text), ...faultChips(row)];
   }
   if (row.way === "answer") {
