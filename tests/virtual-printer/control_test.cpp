@@ -31,9 +31,9 @@ TEST(Control, RepliesToEveryLine) {
   for (const auto& row : rows) {
     const ControlReply reply = control(row.line, till.faults, till.device.works());
     EXPECT_TRUE(reply.text.ends_with(row.reply)) << row.line << ": " << reply.text;
-    EXPECT_FALSE(reply.quit);
+    EXPECT_EQ(reply.order, ControlReply::Order::None);
   }
-  EXPECT_TRUE(control("quit", till.faults, till.device.works()).quit);
+  EXPECT_EQ(control("quit", till.faults, till.device.works()).order, ControlReply::Order::Quit);
 }
 
 TEST(Control, LinesAreCutWhereverTheBytesAre) {

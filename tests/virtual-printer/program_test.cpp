@@ -1,75 +1,19 @@
 // The program itself, as its own process on a real pseudo-terminal: start and end, kills, the line, the
 // control channels. Every wait has a bound.
-#include <arpa/inet.h>
-#include <poll.h>
+#include "virtual-printer/program.h"
+
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 
-#include "base/files/descriptor.h"
-#include "support/process.h"
 #include "tools/printer/tell.h"
 
 namespace printer::program_test {
 
-using namespace std::chrono_literals;
-using namespace zentaro::testing;
-using zentaro::files::Descriptor;
+using namespace program;
 using zentaro::tools::tell;
-
-std::string readFor(int descriptor, const std::function<bool(const std::string&)>& isEnough) {
-  std::string text;
-  pollfd watched{descriptor, POLLIN, 0};
-  while (!isEnough(text) && ::poll(&watched, 1, 10'000) > 0) {
-    std::array<char, 4096> buffer{};
-    const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
-    if (count <= 0) break;
-    text.append(buffer.data(), static_cast<std::size_t>(count));
-  }
-  return text;
-}
-
-struct Printer : Process {
-  explicit Printer(std::vector<std::string> options) : Process(words(std::move(options))) {}
-  bool isReady() const { return says("ready: "); }
-
- private:
-  static std::vector<std::string> words(std::vector<std::string> options) {
-    options.insert(options.begin(), "zentaro-printer");
-    return options;
-  }
-};
-
-// A host on the line; gives the data fields of the answer.
-class Port {
- public:
-  explicit Port(const std::string& device) : line_{::open(device.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)} {}
-  explicit Port(int tcpPort) : line_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)} {
-    const sockaddr_in address{
-        AF_INET, htons(static_cast<std::uint16_t>(tcpPort)), {htonl(INADDR_LOOPBACK)}, {}};
-    EXPECT_EQ(::connect(line_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  }
-  bool isOpen() const { return line_.isOpen(); }
-  int get() const { return line_.get(); }
-
-  std::string say(const std::string& line) {
-    const std::string frame = commandFrame('"', line);
-    EXPECT_EQ(::write(line_.get(), frame.data(), frame.size()), static_cast<ssize_t>(frame.size()));
-    const std::string answer = readFor(line_.get(), [](const std::string& text) {
-      return text.find('\x03') != std::string::npos && text.size() >= text.find('\x03') + 5;
-    });
-    std::vector<std::string> parts = split(answer.substr(0, answer.find('\x03')), '\x1C');
-    if (parts.size() < 3) return "no answer";
-    parts.erase(parts.begin(), parts.begin() + 3);
-    return joined(parts, "|");
-  }
-
- private:
-  Descriptor line_;
-};
 
 Descriptor connected(const std::string& path) {
   Descriptor client{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
@@ -82,11 +26,6 @@ Descriptor connected(const std::string& path) {
 std::string tellOn(const Descriptor& client) {
   ::send(client.get(), "status\n", 7, MSG_NOSIGNAL);
   return readFor(client.get(), [](const std::string& text) { return text.ends_with('\n'); });
-}
-
-std::vector<std::string> with(const Scratch& scratch, std::vector<std::string> more = {}) {
-  more.insert(more.end(), {"--link", scratch / "port", "--state", scratch / "state.json"});
-  return more;
 }
 
 TEST(Program, ASignalEndsItCleanly) {

@@ -64,7 +64,7 @@ test("a sale of the library rolls out, and what a customer is called stays a tex
   await page.locator("#roll figure", { hasText: "FACTURA 00000001" }).waitFor();
   const paper = await page.locator("#roll svg").textContent();
   for (const text of [`RAZON SOCIAL: ${name}`, "Bs 29,00"]) assert.ok(paper.includes(text), paper);
-  assert.ok((await rows("open").first().textContent()).includes(name));
+  assert.ok((await rows("abrir40").first().textContent()).includes(name));
   assert.ok((await page.locator("#day .total").textContent()).includes("29,00"));
 });
 
@@ -77,7 +77,7 @@ test("a condition that is switched on refuses the next document, and the line te
   await refused.locator("summary").focus();
   await page.keyboard.press("Enter");
   assert.match(await refused.locator("pre").textContent(), /^02 .. 40 1C 30 30 32 30 1C /);
-  await page.locator("#rows .command", { hasText: "open40" }).filter({ hasText: "paper-out" }).first().waitFor();
+  await page.locator("#rows .command", { hasText: "abrir40" }).filter({ hasText: "Sin papel" }).first().waitFor();
   await outOfPaper.click();
   await page.locator("[data-effect=paper-out][aria-checked=false]").waitFor();
 });
@@ -91,10 +91,33 @@ test("a fault of the line strikes the command it was meant for", async () => {
   assert.strictEqual(sell("Eva").status, 0, "the sale finds out that it was closed");
   await page.locator("#paper-lamp[data-color=amber]").waitFor();
   await rows("sin respuesta").waitFor();
-  assert.ok((await rows("sin respuesta").textContent()).includes("lose-answer"));
+  assert.ok((await rows("sin respuesta").textContent()).includes("Pierde la respuesta"));
   await page.fill("#plan", "explode");
   await page.press("#plan", "Enter");
   await page.locator("#fault-error", { hasText: "explode" }).waitFor();
+});
+
+test("who has no program yet sees a sale, and what a lost answer makes of one", async () => {
+  await page.click("#sample");
+  await page.locator("#sample-outcome", { hasText: "Se imprimió la factura 00000003." }).waitFor();
+  await page.click("#guided");
+  await page.locator("#sample-outcome", { hasText: "salió una sola, la factura 00000004" }).waitFor();
+  assert.strictEqual(await page.locator("#roll figure", { hasText: "FACTURA 00000004" }).count(), 1);
+  assert.ok((await page.locator("#armed").textContent()).includes("paper-near-end"), "other faults stay");
+});
+
+test("plan, faults that wait and the line are seen without scrolling", async () => {
+  for (const size of [{ width: 1280, height: 800 }, { width: 1366, height: 768 }]) {
+    await page.setViewportSize(size);
+    for (const id of ["#plan", "#armed", "#line-title", "#guided"]) {
+      const box = await page.locator(id).boundingBox();
+      const shown = await page.locator(id).evaluate((element) => {
+        const { x, y, width, height } = element.getBoundingClientRect();
+        return element.contains(document.elementFromPoint(x + width / 2, y + height / 2));
+      });
+      assert.ok(shown, `${id} at ${size.width}x${size.height}: ${JSON.stringify(box)}`);
+    }
+  }
 });
 
 test("a sheet and the session are saved, and the trace can be replayed", async () => {
@@ -134,4 +157,13 @@ test("only the page itself may act", async () => {
   assert.match(second.stderr, /cannot listen there/, "two printers never share a port");
   for (const [method, where, headers, status] of rows)
     assert.strictEqual(await ask(method, where, headers), status, `${method} ${where} ${JSON.stringify(headers)}`);
+});
+
+test("after the printer has died nothing looks ready", async () => {
+  printer.kill("SIGKILL");
+  await page.locator("#notice:not([hidden])").waitFor();
+  assert.strictEqual(await page.locator(".display").textContent(), "");
+  assert.strictEqual(await page.locator(".lamp[data-color=green]").count(), 0);
+  assert.strictEqual(await page.locator("#clock").textContent(), "");
+  assert.ok(!(await page.locator("#device").textContent()).includes(device));
 });

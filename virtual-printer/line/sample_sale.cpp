@@ -8,7 +8,7 @@
 namespace printer {
 namespace {
 
-constexpr std::chrono::milliseconds patience{2000};
+constexpr std::chrono::milliseconds answerTime{2000};
 constexpr std::size_t checksumDigits = 4;
 constexpr unsigned refusedBit = 0x8000;
 
@@ -27,7 +27,7 @@ const std::array<Step, 8> steps{{
     {0x44, {"", "", "C"}},  // only where it cannot go on
     {0x38, {"N"}},
 }};
-constexpr std::size_t opening = 1, closing = 5, cancelling = 6, asking = 7;
+constexpr std::size_t opens = 1, closes = 5, cancels = 6, asks = 7;
 
 std::string frameOf(const Step& step, char sequence) {
   std::string frame{stx, sequence, static_cast<char>(step.code)};
@@ -57,23 +57,23 @@ std::string dataOf(const Command& answer, std::size_t index) {
 
 void SampleSale::cancelFirst() {
   isClearing_ = true;
-  step_ = cancelling;
+  step_ = cancels;
 }
 
 std::optional<std::string> SampleSale::next(std::chrono::milliseconds now) {
   if (isSent_ && now >= deadline_) missed();
   if (end_ || isSent_) return std::nullopt;
   isSent_ = true;
-  deadline_ = now + patience;
+  deadline_ = now + answerTime;
   received_.clear();
   sequence_ = sequence_ == del ? '!' : static_cast<char>(sequence_ + 1);
   return frameOf(steps[step_], sequence_);
 }
 
-// Bytes that ask for patience get it.
+// Bytes that ask for answerTime get it.
 void SampleSale::take(std::string_view bytes, std::chrono::milliseconds now) {
   if (!isSent_ || end_) return;
-  deadline_ = now + patience;
+  deadline_ = now + answerTime;
   received_ += bytes;
   const std::optional<Command> answer = answerIn(received_, sequence_);
   if (!answer) return;
@@ -83,20 +83,20 @@ void SampleSale::take(std::string_view bytes, std::chrono::milliseconds now) {
 
 void SampleSale::answered(const Command& answer) {
   const bool isRefused = (std::stoul("0" + answer.fields[1], nullptr, 16) & refusedBit) != 0;
-  if (step_ == asking) return statusIs(answer);
-  if (step_ == cancelling) {
+  if (step_ == asks) return statusIs(answer);
+  if (step_ == cancels) {
     if (isClearing_ && isRefused) return finish(End::Refused, dataOf(answer, 0));
-    step_ = std::exchange(isClearing_, false) ? 0 : asking;
+    step_ = std::exchange(isClearing_, false) ? 0 : asks;
     return;
   }
   if (isRefused) {
     refusal_ = dataOf(answer, 0);
-    if (step_ <= opening) return finish(End::Refused, refusal_);
-    step_ = cancelling;
+    if (step_ <= opens) return finish(End::Refused, refusal_);
+    step_ = cancels;
     return;
   }
   if (step_ == 0) invoicesBefore_ = dataOf(answer, 5);
-  if (step_ == closing) return finish(End::Printed, dataOf(answer, 0));
+  if (step_ == closes) return finish(End::Printed, dataOf(answer, 0));
   ++step_;
 }
 
@@ -106,7 +106,7 @@ void SampleSale::statusIs(const Command& answer) {
   const bool isOpen = dataOf(answer, 1) != "00";
   if (isOpen && wasLost_ && refusal_.empty()) {
     wasLost_ = false;  // one cancellation is enough
-    step_ = cancelling;
+    step_ = cancels;
     return;
   }
   if (!refusal_.empty()) return finish(End::Refused, refusal_);
@@ -117,8 +117,8 @@ void SampleSale::missed() {
   constexpr int mostTries = 5;
   isSent_ = false;
   if (step_ == 0 || isClearing_ || ++tries_ > mostTries) return finish(End::Unknown);
-  if (step_ != cancelling) wasLost_ = true;
-  step_ = asking;
+  if (step_ != cancels) wasLost_ = true;
+  step_ = asks;
 }
 
 void SampleSale::finish(End end, std::string detail) {
