@@ -15,7 +15,7 @@ class Arguments {
  public:
   explicit Arguments(std::span<VARIANT* const> given) : given_(given) {
     for (const VARIANT* argument : given)
-      before_.push_back(argument == nullptr ? Variant::missing() : fromHost(*argument));
+      before_.push_back(argument == nullptr ? Variant::missing() : taken(*argument));
     now_ = before_;
   }
 
@@ -29,6 +29,14 @@ class Arguments {
   }
 
  private:
+  static Variant taken(const VARIANT& argument) {
+    try {
+      return fromHost(argument);
+    } catch (const AutomationError& error) {
+      throw WrongArgument(error, &argument);
+    }
+  }
+
   std::span<VARIANT* const> given_;
   std::vector<Variant> before_, now_;
 };

@@ -25,9 +25,10 @@ Access accessOf(WORD flags, const Member& member) {
 
 bool takesNewValue(Access access) { return access == Access::Let || access == Access::Set; }
 
-/// The arguments in the order of the parameters. Throws 450 for too many; the code is that of an argument
-/// whose name is unknown or that cannot be left out.
-HRESULT order(const DISPPARAMS& given, const Member& member, Access access, std::vector<VARIANT*>& ordered) {
+/// The arguments in the order of the parameters. Throws 450 for too many; the code is that of an argument that
+/// cannot be left out, or whose name is unknown or stands for one that is given already: `wrong` is its index.
+HRESULT order(const DISPPARAMS& given, const Member& member, Access access, std::vector<VARIANT*>& ordered,
+              UINT& wrong) {
   const auto& parameters = member.parameters;
   VARIANT* newValue = nullptr;
   ordered.assign(parameters.size(), nullptr);
@@ -42,9 +43,11 @@ HRESULT order(const DISPPARAMS& given, const Member& member, Access access, std:
     const DISPID id = given.rgdispidNamedArgs[index];
     if (id == DISPID_PROPERTYPUT) {
       newValue = &given.rgvarg[index];
-    } else if (id >= 0 && static_cast<std::size_t>(id) < ordered.size()) {
+    } else if (id >= 0 && static_cast<std::size_t>(id) < ordered.size() &&
+               ordered[static_cast<std::size_t>(id)] == nullptr) {
       ordered[static_cast<std::size_t>(id)] = &given.rgvarg[index];
     } else {
+      wrong = index;
       return DISP_E_PARAMNOTFOUND;
     }
   }
@@ -102,10 +105,12 @@ HRESULT STDMETHODCALLTYPE getIDsOfNames(Face* self, REFIID reserved, LPOLESTR* n
 }
 
 HRESULT STDMETHODCALLTYPE invoke(Face* self, DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS* given,
-                                 VARIANT* result, EXCEPINFO* information, UINT*) {
+                                 VARIANT* result, EXCEPINFO* information, UINT* wrongArgument) {
   if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
   if (given == nullptr) return E_INVALIDARG;
   if (result != nullptr) ::VariantInit(result);
+  UINT unasked = 0;
+  UINT& wrong = wrongArgument != nullptr ? *wrongArgument : unasked;
   Reference<Instance> alive;  // the host may let go of it while the call lets the host run
   self->instance->AddRef();
   *alive.out() = self->instance;
@@ -118,9 +123,15 @@ HRESULT STDMETHODCALLTYPE invoke(Face* self, DISPID id, REFIID reserved, LCID, W
         const Member& member = members[static_cast<std::size_t>(memberId)];
         const Access access = accessOf(flags, member);
         std::vector<VARIANT*> arguments;
-        const HRESULT ordered = order(*given, member, access, arguments);
+        const HRESULT ordered = order(*given, member, access, arguments, wrong);
         if (FAILED(ordered)) return ordered;
-        callMember(*alive.get(), memberId, access, arguments, result);
+        try {
+          callMember(*alive.get(), memberId, access, arguments, result);
+        } catch (const WrongArgument& error) {
+          wrong = static_cast<UINT>(error.argument() - given->rgvarg);
+          if (error.number() == static_cast<int>(ErrorNumber::TypeMismatch)) return DISP_E_TYPEMISMATCH;
+          throw;
+        }
         return S_OK;
       },
       [&](const Failure& failure) { return reported(failure, information); });

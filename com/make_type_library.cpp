@@ -1,10 +1,11 @@
-// Makes the type libraries of the server for both widths: make_type_library FOLDER.
+// Makes the type libraries and manifests of the server for both widths: make_type_library FOLDER.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
+#include "com/manifest.h"
 #include "com/slot_offsets.h"
 #include "com/type_library.h"
 
@@ -31,6 +32,10 @@ int wmain(int count, wchar_t** arguments) {
     zentaro::com::makeTypeLibrary(SYS_WIN64, folder + L"/Zentaro64.tlb");
     zentaro::com::makeTypeLibrary(SYS_WIN32, folder + L"/Zentaro32.tlb");
     correctSlotOffsets(folder + L"/Zentaro32.tlb");
+    for (const char* const processor : {"amd64", "x86"})
+      std::ofstream(std::filesystem::path(folder) / (std::string("Zentaro.") + processor + ".manifest"),
+                    std::ios::binary)
+          << zentaro::com::serverManifest(processor);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "type library: %s\n", error.what());
     return 1;

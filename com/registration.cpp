@@ -89,6 +89,16 @@ HRESULT removeKey(HKEY root, const std::wstring& key) {
   return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(static_cast<DWORD>(status));
 }
 
+/// Whether the server of the other width has the class: program ids are the same for both.
+bool isOfOtherWidth(HKEY root, const std::wstring& key) {
+  constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  HKEY opened = nullptr;
+  if (::RegOpenKeyExW(root, classKey(key).c_str(), 0, KEY_READ | otherView, &opened) != ERROR_SUCCESS)
+    return false;
+  ::RegCloseKey(opened);
+  return true;
+}
+
 HRESULT registerTypeLibrary(Audience audience) {
   std::wstring path = serverPath();
   Reference<ITypeLib> library;
@@ -130,7 +140,8 @@ HRESULT unregisterServer(Audience audience) {
   const HKEY root = rootOf(audience);
   const HRESULT classes = forEachCreatable([&](const CreatableClass& creatable) {
     const HRESULT result = removeKey(root, creatable.key);
-    return FAILED(result) ? result : removeKey(root, creatable.programId);
+    if (FAILED(result) || isOfOtherWidth(root, creatable.key)) return result;
+    return removeKey(root, creatable.programId);
   });
   const HRESULT library = unregisterTypeLibrary(audience);
   return FAILED(classes) ? classes : library;

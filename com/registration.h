@@ -12,7 +12,7 @@ enum class Audience { AllUsers, CurrentUser };
 Audience possibleAudience();
 
 HRESULT registerServer(Audience audience);
-/// Succeeds also when nothing is registered; leaves nothing behind.
+/// Succeeds also when nothing is registered; leaves nothing behind but what the server of the other width needs.
 HRESULT unregisterServer(Audience audience);
 
 }  // namespace zentaro::com

@@ -20,7 +20,7 @@ bool isServerUsed();
 void setServerModule(HMODULE module);
 std::wstring serverPath();
 
-/// Loads the type library that the server carries and gives the description with that identifier.
+/// The description with that identifier, of the type library that the server carries; asked by an object of it.
 HRESULT typeInfoOf(REFGUID id, ITypeInfo** info);
 
 }  // namespace zentaro::com

@@ -106,7 +106,7 @@ class Maker {
   void addEnumeration(const EnumerationDescription& enumeration) {
     const EnumerationIdentifier* known = enumerationIdentifiers;
     while (known->name != enumeration.name) ++known;
-    const TypeInfo type = create(enumeration.name, TKIND_ENUM, known->id, {});
+    const TypeInfo type = create(enumeration.name, TKIND_ENUM, known->id, enumeration.help);
     UINT index = 0;
     for (const EnumerationValue& value : enumeration.values) {
       VARIANT constant;
@@ -119,6 +119,7 @@ class Maker {
       description.elemdescVar.tdesc.vt = VT_I4;
       check(type->AddVarDesc(index, &description), std::string(value.name));
       check(type->SetVarName(index, WideText(value.name)), std::string(value.name));
+      check(type->SetVarDocString(index, WideText(value.help)), std::string(value.name));
       ++index;
     }
     check(type->LayOut(), std::string(enumeration.name));

@@ -154,9 +154,10 @@ struct ClassDescription {
 struct EnumerationValue {
   std::string_view name;
   int value;
+  std::string_view help;
 };
 struct EnumerationDescription {
-  std::string_view name;
+  std::string_view name, help;
   std::span<const EnumerationValue> values;
 };
 

@@ -15,15 +15,21 @@ namespace zentaro {
 namespace {
 
 constexpr std::array outcomeValues{
-    EnumerationValue{"ENVERR_DEVICE", ENVERR_DEVICE},     EnumerationValue{"ENVERR_OK", ENVERR_OK},
-    EnumerationValue{"ENVERR_COMM", ENVERR_COMM},         EnumerationValue{"ENVERR_INVALID", ENVERR_INVALID},
-    EnumerationValue{"ENVERR_CHECKSUM", ENVERR_CHECKSUM}, EnumerationValue{"ENVERR_BADSEQ", ENVERR_BADSEQ},
-    EnumerationValue{"ENVERR_STATUS", ENVERR_STATUS},     EnumerationValue{"ENVERR_BADARG", ENVERR_BADARG}};
-constexpr std::array closingValues{EnumerationValue{"CIERRE_X", CIERRE_X},
-                                   EnumerationValue{"CIERRE_Z", CIERRE_Z}};
+    EnumerationValue{"ENVERR_DEVICE", ENVERR_DEVICE, "the port is closed; nothing was sent"},
+    EnumerationValue{"ENVERR_OK", ENVERR_OK, "done"},
+    EnumerationValue{"ENVERR_COMM", ENVERR_COMM, "no answer in time; it may have been done"},
+    EnumerationValue{"ENVERR_INVALID", ENVERR_INVALID, "no valid answer; it may have been done"},
+    EnumerationValue{"ENVERR_CHECKSUM", ENVERR_CHECKSUM, "a disturbed answer; it may have been done"},
+    EnumerationValue{"ENVERR_BADSEQ", ENVERR_BADSEQ, "the answer to another command; it may have been done"},
+    EnumerationValue{"ENVERR_STATUS", ENVERR_STATUS, "refused by the printer; sLastError says why"},
+    EnumerationValue{"ENVERR_BADARG", ENVERR_BADARG, "an argument out of range; nothing was sent"}};
+constexpr std::array closingValues{
+    EnumerationValue{"CIERRE_X", CIERRE_X, "report of the day so far"},
+    EnumerationValue{"CIERRE_Z", CIERRE_Z, "closes the fiscal day, which cannot be undone"}};
 
-constexpr std::array enumerations{EnumerationDescription{"ENVERR_CODES", outcomeValues},
-                                  EnumerationDescription{"nTipoCierreFiscal", closingValues}};
+constexpr std::array enumerations{
+    EnumerationDescription{"ENVERR_CODES", "Outcome of an operation", outcomeValues},
+    EnumerationDescription{"nTipoCierreFiscal", "Kind of a closing", closingValues}};
 
 /// The name without "Zentaro." in front of it.
 std::string_view withoutLibrary(std::string_view name) {

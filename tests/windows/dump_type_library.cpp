@@ -26,6 +26,12 @@ std::string nameOf(ITypeInfo& info, MEMBERID member = MEMBERID_NIL) {
   return text(name);
 }
 
+std::string helpOf(ITypeInfo& info, MEMBERID member) {
+  BSTR help = nullptr;
+  info.GetDocumentation(member, nullptr, &help, nullptr, nullptr);
+  return text(help);
+}
+
 std::string typeOf(ITypeInfo& info, const TYPEDESC& type) {
   switch (type.vt) {
     case VT_PTR: return typeOf(info, *type.lptdesc) + "*";
@@ -84,7 +90,8 @@ void dumpMembers(ITypeInfo& info, const TYPEATTR& attributes) {
   for (UINT index = 0; index < attributes.cVars; ++index) {
     VARDESC* variable = nullptr;
     if (FAILED(info.GetVarDesc(index, &variable))) continue;
-    std::printf("\n  %s %ld", nameOf(info, variable->memid).c_str(), variable->lpvarValue->lVal);
+    std::printf("\n  %s %ld \"%s\"", nameOf(info, variable->memid).c_str(), variable->lpvarValue->lVal,
+                helpOf(info, variable->memid).c_str());
     info.ReleaseVarDesc(variable);
   }
 }

@@ -117,6 +117,25 @@ TEST_F(ServerTest, ArgumentsMayBeNamedAndLeftOut) {
             DISP_E_PARAMNOTFOUND);
   EXPECT_EQ(invoke(L"PagoConMedio", DISPATCH_METHOD, {number(5)}, nullptr, nullptr, {1}),
             DISP_E_PARAMNOTOPTIONAL);
+  // "cliente" by place and by name, then a name that is none: the index is that in the host's array.
+  std::array<VARIANT, 2> twice{number(5), number(6)};
+  for (DISPID name : {DISPID{0}, DISPID{9}}) {
+    DISPPARAMS given{twice.data(), &name, 2, 1};
+    UINT wrong = 99;
+    EXPECT_EQ(z->Invoke(idOf(*z.get(), L"IniciarFactura"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                        &given, nullptr, nullptr, &wrong),
+              DISP_E_PARAMNOTFOUND);
+    EXPECT_EQ(wrong, 0U);
+  }
+  std::array<VARIANT, 2> strange{number(5), number(6)};
+  strange[1].vt = VT_RECORD;
+  strange[1].pvRecord = nullptr;
+  DISPPARAMS given{strange.data(), nullptr, 2, 0};
+  UINT wrong = 99;
+  EXPECT_EQ(z->Invoke(idOf(*z.get(), L"IniciarFactura"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                      &given, nullptr, nullptr, &wrong),
+            DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(wrong, 1U);
   std::array<LPOLESTR, 3> names{const_cast<wchar_t*>(L"pagoconmedio"), const_cast<wchar_t*>(L"MONTO"),
                                 const_cast<wchar_t*>(L"none")};
   std::array<DISPID, 3> ids{};
@@ -284,6 +303,20 @@ TEST(Registration, LeavesNothingBehindForEverybodyAndForOneUser) {
   EXPECT_EQ(server.call("DllUnregisterServer"), S_OK);
   EXPECT_FALSE(isRegistered(HKEY_LOCAL_MACHINE) || isRegistered(HKEY_CURRENT_USER));
   EXPECT_EQ(server.call("DllUnregisterServer"), S_OK) << "once more";
+
+  // The server of the other width is registered, too: the program id is also its own.
+  const std::wstring other = L"Software\\Classes\\CLSID\\{248136D7-53E7-48D7-94A6-06CCA0A62743}";
+  HKEY key = nullptr;
+  ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, other.c_str(), 0, nullptr, 0, KEY_WRITE | KEY_WOW64_32KEY,
+                              nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  ::RegCloseKey(key);
+  EXPECT_EQ(server.call("DllRegisterServer"), S_OK);
+  EXPECT_EQ(server.call("DllUnregisterServer"), S_OK);
+  CLSID left{};
+  EXPECT_EQ(::CLSIDFromProgID(L"Zentaro.CZentaro", &left), S_OK);
+  EXPECT_NE(::CLSIDFromProgID(L"Zentaro.statusHASAR", &left), S_OK);
+  ::RegDeleteKeyExW(HKEY_LOCAL_MACHINE, other.c_str(), KEY_WOW64_32KEY, 0);
 
   EXPECT_EQ(server.call("DllRegisterServer"), S_OK);
   CLSID classId{};

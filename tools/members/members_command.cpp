@@ -55,7 +55,8 @@ void showClass(const ClassDescription& description) {
 
 void showEnumeration(const EnumerationDescription& enumeration) {
   std::cout << enumeration.name << "\n\n";
-  for (const auto& [name, value] : enumeration.values) std::cout << "  " << name << " = " << value << '\n';
+  for (const EnumerationValue& each : enumeration.values)
+    std::cout << "  " << each.name << " = " << each.value << '\n';
   std::cout << '\n';
 }
 
@@ -92,10 +93,10 @@ bool showNamesWith(const std::string& part) {
                         std::string(inLanguage(member.help)));
   }
   for (const EnumerationDescription& enumeration : libraryEnumerations())
-    for (const auto& [name, value] : enumeration.values)
-      if (isPartOf(name, part) || isPartOf(enumeration.name, part))
-        lines.push_back(std::string(enumeration.name) + ": " + std::string(name) + " = " +
-                        std::to_string(value));
+    for (const EnumerationValue& each : enumeration.values)
+      if (isPartOf(each.name, part) || isPartOf(enumeration.name, part))
+        lines.push_back(std::string(enumeration.name) + ": " + std::string(each.name) + " = " +
+                        std::to_string(each.value));
   if (lines.empty()) return false;
   std::cout << say("Nada se llama así; lo tienen en el nombre:\n\n",
                    "Nothing has this name; these have it in theirs:\n\n");

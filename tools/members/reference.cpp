@@ -130,9 +130,9 @@ void writeEnumeration(std::ostream& page, const EnumerationDescription& enumerat
   page << "\n## " << enumeration.name << say("\n\n| Nombre | Valor |", "\n\n| Name | Value |")
        << (areOutcomes ? say(" Texto |", " Text |") : "") << "\n|---|---|" << (areOutcomes ? "---|" : "")
        << '\n';
-  for (const auto& [name, value] : enumeration.values) {
-    page << "| `" << name << "` | " << value << " |";
-    if (areOutcomes) page << ' ' << utf8(outcomeText(static_cast<ENVERR_CODES>(value))) << " |";
+  for (const EnumerationValue& each : enumeration.values) {
+    page << "| `" << each.name << "` | " << each.value << " |";
+    if (areOutcomes) page << ' ' << utf8(outcomeText(static_cast<ENVERR_CODES>(each.value))) << " |";
     page << '\n';
   }
 }
