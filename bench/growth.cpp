@@ -11,7 +11,7 @@
 namespace bench {
 namespace {
 
-using namespace printer;
+using namespace virtual_printer;
 
 class SavingPrinter {
  public:

@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace printer;
+using namespace virtual_printer;
 using fuzz::require;
 
 class Bench {

@@ -11,22 +11,23 @@ using namespace zentaro::tools;
 using fuzz::require;
 
 void print(const Sale& sale, const Totals& totals) {
-  printer::Books books;
-  printer::Machine machine(books, static_cast<printer::Rate>(sale.igtf.rate));
-  const auto kind = sale.isCreditNote ? printer::DocumentKind::CreditNote : printer::DocumentKind::Invoice;
+  virtual_printer::Books books;
+  virtual_printer::Machine machine(books, static_cast<virtual_printer::Rate>(sale.igtf.rate));
+  const auto kind =
+      sale.isCreditNote ? virtual_printer::DocumentKind::CreditNote : virtual_printer::DocumentKind::Invoice;
   machine.open(kind);
   for (const Line& line : sale.lines) {
     const Item* item = std::get_if<Item>(&line);
     if (item == nullptr) continue;
     machine.addItem(kind, item->description, item->quantity, item->price,
-                    static_cast<printer::Rate>(item->tax));
+                    static_cast<virtual_printer::Rate>(item->tax));
   }
   for (const Discount& discount : sale.discounts) machine.discount(discount.amount);
   require(machine.document().net() == totals.net, "the net amount is the printer's");
   require(machine.document().tax() == totals.tax, "the tax is the printer's");
   for (const Payment& payment : sale.payments) machine.pay(payment.amount);
-  machine.close(sale.extraLines.empty() ? printer::Closing::Total : printer::Closing::Partial, sale.igtf.base,
-                {});
+  machine.close(sale.extraLines.empty() ? virtual_printer::Closing::Total : virtual_printer::Closing::Partial,
+                sale.igtf.base, {});
   require(machine.document().igtf == totals.igtf, "the IGTF is the printer's");
   require(sale.isCreditNote || machine.document().change() == totals.change(), "the change is the printer's");
 }
@@ -40,8 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!reading.problems.empty()) return 0;
   try {
     print(reading.sale, totals);
-  } catch (const printer::Refused& refusal) {
-    std::fprintf(stderr, "%s\n", printer::refusalTexts[static_cast<std::size_t>(refusal.why)]);
+  } catch (const virtual_printer::Refused& refusal) {
+    std::fprintf(stderr, "%s\n", virtual_printer::refusalTexts[static_cast<std::size_t>(refusal.why)]);
     require(false, "a sale that is found in order is not refused");
   }
   return 0;

@@ -5,12 +5,13 @@
 #include "virtual-printer/fiscal/books_json.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  printer::Books books;
+  virtual_printer::Books books;
   try {
-    books = printer::booksFromJson(std::string(fuzz::textOf(data, size)));
+    books = virtual_printer::booksFromJson(std::string(fuzz::textOf(data, size)));
   } catch (const std::runtime_error&) {
     return 0;
   }
-  fuzz::require(printer::booksFromJson(printer::toJson(books)) == books, "books that were saved load equal");
+  fuzz::require(virtual_printer::booksFromJson(virtual_printer::toJson(books)) == books,
+                "books that were saved load equal");
   return 0;
 }

@@ -10,12 +10,12 @@
 int main(int count, char** words) {
   const zentaro::terminal::FittedOutput fitted;
   try {
-    auto parsed = printer::parseOptions(count, words);
+    auto parsed = virtual_printer::parseOptions(count, words);
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
-    printer::runProgram(std::get<printer::Options>(std::move(parsed)));
+    virtual_printer::runProgram(std::get<virtual_printer::Options>(std::move(parsed)));
     return 0;
   } catch (const std::exception& error) {
-    printer::complain(error.what());
+    virtual_printer::complain(error.what());
     return 1;
   }
 }

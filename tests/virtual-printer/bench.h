@@ -18,17 +18,22 @@ using zentaro::testing::contains;
 using zentaro::testing::occurrences;
 using zentaro::testing::split;
 
-inline constexpr printer::LocalTime afternoon = std::chrono::local_days{std::chrono::year{2026} / 11 / 24} +
-                                                std::chrono::hours{15} + std::chrono::minutes{4};
+inline constexpr virtual_printer::LocalTime afternoon =
+    std::chrono::local_days{std::chrono::year{2026} / 11 / 24} + std::chrono::hours{15} +
+    std::chrono::minutes{4};
 
-inline const printer::Identity identity{{"J-12345678-9", "BODEGA LA PRUEBA", "ZPV0000007"}, 300};
+inline const virtual_printer::Identity identity{{"J-12345678-9", "BODEGA LA PRUEBA", "ZPV0000007"}, 300};
 
 class Till {
  public:
-  explicit Till(printer::Books books = {}, printer::Speed speed = printer::Speed::Immediate)
-      : device{identity, std::move(books), [this](const printer::Books& changed) { return save(changed); }},
+  explicit Till(virtual_printer::Books books = {},
+                virtual_printer::Speed speed = virtual_printer::Speed::Immediate)
+      : device{identity, std::move(books),
+               [this](const virtual_printer::Books& changed) { return save(changed); }},
         engine{device, faults, speed,
-               [this](const printer::Moment&, const printer::Event& event) { events.push_back(event); }} {
+               [this](const virtual_printer::Moment&, const virtual_printer::Event& event) {
+                 events.push_back(event);
+               }} {
     device.start(now.local);
   }
 
@@ -41,9 +46,9 @@ class Till {
 
   std::string arrived() {
     std::string out;
-    for (const printer::Output& output : engine.due(now)) {
+    for (const virtual_printer::Output& output : engine.due(now)) {
       out += output.bytes;
-      isHungUp = isHungUp || output.kind == printer::Output::Kind::HangUp;
+      isHungUp = isHungUp || output.kind == virtual_printer::Output::Kind::HangUp;
     }
     return out;
   }
@@ -72,7 +77,7 @@ class Till {
       for (std::string command : split(row.substr(0, arrow), ';')) {
         command.erase(0, command.find_first_not_of(' '));
         if (command.empty()) continue;
-        const printer::Books before = device.works().books;
+        const virtual_printer::Books before = device.works().books;
         const std::size_t linesBefore = device.roll().printedLines();
         const std::string answer = say(command);
         EXPECT_EQ(answer, isExpected ? expected : answer) << command;
@@ -83,22 +88,22 @@ class Till {
     }
   }
 
-  bool save(const printer::Books& books) {
+  bool save(const virtual_printer::Books& books) {
     if (!isDiskFull) lastSaved = books;
     return !isDiskFull;
   }
 
   void wait(std::chrono::milliseconds time) { now.steady += time; }
 
-  std::string paper() { return printer::textPaper(device.roll().sheets()); }
-  std::string lastSheet() { return printer::textPaper({device.roll().sheets().back()}); }
+  std::string paper() { return virtual_printer::textPaper(device.roll().sheets()); }
+  std::string lastSheet() { return virtual_printer::textPaper({device.roll().sheets().back()}); }
 
-  printer::Moment now{1000ms, afternoon};
-  printer::Books lastSaved;
-  std::vector<printer::Event> events;
-  printer::FaultSet faults;
-  printer::Device device;
-  printer::Engine engine;
+  virtual_printer::Moment now{1000ms, afternoon};
+  virtual_printer::Books lastSaved;
+  std::vector<virtual_printer::Event> events;
+  virtual_printer::FaultSet faults;
+  virtual_printer::Device device;
+  virtual_printer::Engine engine;
   bool isDiskFull = false;
   bool isHungUp = false;  // and stays so, like a port that is not opened again
   char sequence = '!';

@@ -3,7 +3,7 @@
 
 #include "virtual-printer/fiscal/books_json.h"
 
-namespace printer::books_test {
+namespace virtual_printer::books_test {
 
 constexpr LocalTime someTime =
     std::chrono::local_days{std::chrono::year{2026} / 1 / 31} + std::chrono::seconds{50700};
@@ -92,4 +92,4 @@ TEST(BooksAsJson, WhatIsWrongIsNamed) {
   }
 }
 
-}  // namespace printer::books_test
+}  // namespace virtual_printer::books_test

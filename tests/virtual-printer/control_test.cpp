@@ -4,7 +4,7 @@
 #include "bench.h"
 #include "virtual-printer/shell/log.h"
 
-namespace printer::control_test {
+namespace virtual_printer::control_test {
 
 TEST(Control, RepliesToEveryLine) {
   bench::Till till;
@@ -67,4 +67,4 @@ TEST(Log, OneJsonObjectALine) {
   for (const auto& row : rows) EXPECT_EQ(logLine(moment, row.event), std::string{row.line} + "\n");
 }
 
-}  // namespace printer::control_test
+}  // namespace virtual_printer::control_test

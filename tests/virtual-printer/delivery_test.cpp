@@ -5,7 +5,7 @@
 
 #include "bench.h"
 
-namespace printer::delivery_test {
+namespace virtual_printer::delivery_test {
 
 using zentaro::testing::bytes;
 
@@ -131,4 +131,4 @@ TEST(Delivery, EveryStrikeIsReported) {
             "command serial\nfault power-cut=1 on serial once\npower off\npower on\nnoise abc\n");
 }
 
-}  // namespace printer::delivery_test
+}  // namespace virtual_printer::delivery_test

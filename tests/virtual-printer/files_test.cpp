@@ -15,7 +15,7 @@
 #include "virtual-printer/shell/paper_watchers.h"
 #include "virtual-printer/shell/state_file.h"
 
-namespace printer::files_test {
+namespace virtual_printer::files_test {
 
 using zentaro::testing::contains;
 using zentaro::testing::occurrences;
@@ -220,4 +220,4 @@ TEST(ControlSocket, TakesOnlyAPathThatIsFreeOrStale) {
   EXPECT_EQ(scratch.read("socket"), "precious") << "another's file by now";
 }
 
-}  // namespace printer::files_test
+}  // namespace virtual_printer::files_test

@@ -6,7 +6,7 @@
 #include "support/bytes.h"
 #include "virtual-printer/wire/codepage.h"
 
-namespace printer::frame_test {
+namespace virtual_printer::frame_test {
 
 using zentaro::testing::bytes;
 
@@ -70,4 +70,4 @@ TEST(CodePage, BytesOfTheLineBecomeUtf8AndControlsDots) {
   for (const auto& row : rows) EXPECT_EQ(utf8FromWire(bytes(row.wire)), row.text) << row.wire;
 }
 
-}  // namespace printer::frame_test
+}  // namespace virtual_printer::frame_test

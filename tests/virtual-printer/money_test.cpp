@@ -5,7 +5,7 @@
 
 #include "virtual-printer/fiscal/document.h"
 
-namespace printer::money_test {
+namespace virtual_printer::money_test {
 
 TEST(Money, LineAmountRoundsHalfUpToACent) {
   const struct {
@@ -110,4 +110,4 @@ TEST(RateTable, PlacesAreKeptAndTheFourthRateHasNone) {
   }
 }
 
-}  // namespace printer::money_test
+}  // namespace virtual_printer::money_test

@@ -1,7 +1,7 @@
 // The page over HTTP, as clients of every kind meet it. Every wait has a bound.
 #include "virtual-printer/program.h"
 
-namespace printer::page_test {
+namespace virtual_printer::page_test {
 
 using namespace program;
 
@@ -154,4 +154,4 @@ TEST(Page, SellsASampleOnTheLineOfNobody) {
   EXPECT_EQ(occurrences(page.output(), "CLIENTE DE MUESTRA"), 1U);
 }
 
-}  // namespace printer::page_test
+}  // namespace virtual_printer::page_test

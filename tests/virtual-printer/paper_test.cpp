@@ -2,7 +2,7 @@
 #include "bench.h"
 #include "virtual-printer/paper/svg.h"
 
-namespace printer::paper_test {
+namespace virtual_printer::paper_test {
 
 using bench::Till;
 
@@ -172,4 +172,4 @@ TEST(Drawing, EverySheetIsDrawnInsideThePage) {
   EXPECT_EQ(occurrences(htmlPaper(sheets), "<figure>"), 18U);
 }
 
-}  // namespace printer::paper_test
+}  // namespace virtual_printer::paper_test

@@ -7,7 +7,7 @@
 
 #include "virtual-printer/faults/fault_set.h"
 
-namespace printer::plan_test {
+namespace virtual_printer::plan_test {
 
 TEST(FaultPlan, EveryWordOfTheGrammarIsUnderstood) {
   const struct {
@@ -61,11 +61,11 @@ TEST(FaultPlan, EveryMistakeIsNamed) {
       {"pieces=0", "\"0\" is no whole number from 1"},
       {"pieces=1.5", "\"1.5\" is no whole number"},
       {"noise=after", "\"after\" is neither before nor inside"},
-      {"delay on", "behind \"on\" a command is expected"},
+      {"delay on", "after \"on\" a command is expected"},
       {"delay on sale", "there is no command \"sale\""},
       {"delay on 99", "there is no command \"99\""},
       {"delay on item,", "there is no command \"\""},
-      {"delay after", "behind \"after\" a number is expected"},
+      {"delay after", "after \"after\" a number is expected"},
       {"delay after -1", "\"-1\" is no whole number"},
       {"delay times 0", "\"0\" is no whole number from 1"},
       {"delay times 99999999999", "is no whole number"},
@@ -137,4 +137,4 @@ TEST(FaultSet, RepeatsOnlyWhenThereIsSomethingToRepeat) {
   EXPECT_EQ(faults.strike(0x42, true).size(), 1U) << "the fault has waited for its chance";
 }
 
-}  // namespace printer::plan_test
+}  // namespace virtual_printer::plan_test

@@ -10,7 +10,7 @@
 
 #include "tools/printer/tell.h"
 
-namespace printer::program_test {
+namespace virtual_printer::program_test {
 
 using namespace program;
 using zentaro::tools::tell;
@@ -265,4 +265,4 @@ TEST(Program, FaultsAreSwitchedOnBothControlChannels) {
   EXPECT_EQ(printer.end(), 0);
 }
 
-}  // namespace printer::program_test
+}  // namespace virtual_printer::program_test

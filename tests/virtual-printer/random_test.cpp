@@ -5,7 +5,7 @@
 #include "virtual-printer/device/commands.h"
 #include "virtual-printer/fiscal/books_json.h"
 
-namespace printer::random_test {
+namespace virtual_printer::random_test {
 
 using bench::Till;
 
@@ -70,4 +70,4 @@ TEST(MadTill, BreaksNothing) {
   }
 }
 
-}  // namespace printer::random_test
+}  // namespace virtual_printer::random_test

@@ -5,7 +5,7 @@
 
 #include "support/bytes.h"
 
-namespace printer::receiver_test {
+namespace virtual_printer::receiver_test {
 
 using zentaro::testing::bytes;
 
@@ -106,4 +106,4 @@ TEST(Receiver, EndlessNoiseIsForgottenAndTheNextCommandFound) {
   EXPECT_EQ(heard.ignored, 100'000U);
 }
 
-}  // namespace printer::receiver_test
+}  // namespace virtual_printer::receiver_test

@@ -1,7 +1,7 @@
 // Status answers, closings and memory reports.
 #include "bench.h"
 
-namespace printer::report_test {
+namespace virtual_printer::report_test {
 
 using bench::contains;
 using bench::Till;
@@ -67,12 +67,12 @@ TEST(Closing, ThePaperShowsTheRatesOfTheDay) {
 TEST(Closing, AZKeepsTheDayAndBeginsANewOne) {
   Till till;
   till.dialogue(busyDay);
-  const printer::DayTotals day = till.lastSaved.day;
+  const virtual_printer::DayTotals day = till.lastSaved.day;
   EXPECT_EQ(day.sales.igtf, 60);
   EXPECT_EQ(day.cancelled, 1);
   EXPECT_EQ(day.nonFiscals, 1);
   till.say("39 Z");
-  EXPECT_EQ(till.lastSaved.day, printer::DayTotals{});
+  EXPECT_EQ(till.lastSaved.day, virtual_printer::DayTotals{});
   ASSERT_EQ(till.lastSaved.zRecords.size(), 1U);
   EXPECT_EQ(till.lastSaved.zRecords[0].totals, day);
   EXPECT_EQ(till.lastSaved.zRecords[0].number, 1);
@@ -113,7 +113,7 @@ TEST(Memory, AgreesWithTheZOnWhatSalesAre) {
   till.dialogue(std::string{busyDay} + "\n39 Z\n3A 00000001|00000001|");
   const auto& sheets = till.device.roll().sheets();
   for (std::size_t back = 1; back <= 2; ++back) {
-    const std::string paper = printer::textPaper({sheets[sheets.size() - back]});
+    const std::string paper = virtual_printer::textPaper({sheets[sheets.size() - back]});
     for (const char* line : {"VENTAS", "IGTF   ", "DEVOLUCIONES"})
       EXPECT_NE(paper.find(line), std::string::npos) << paper;
     EXPECT_EQ(bench::occurrences(paper, "Bs 52,33\n"), back == 1 ? 2U : 1U) << paper;
@@ -143,4 +143,4 @@ TEST(Status, CountersInTheirOrder) {
     38 * => 0|4|4|0|2|2)");
 }
 
-}  // namespace printer::report_test
+}  // namespace virtual_printer::report_test

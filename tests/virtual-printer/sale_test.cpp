@@ -1,7 +1,7 @@
 // Invoices and credit notes as a till lives them: what is accepted, what is refused, and the sums on the way.
 #include "bench.h"
 
-namespace printer::sale_test {
+namespace virtual_printer::sale_test {
 
 using bench::Till;
 
@@ -181,7 +181,7 @@ TEST(Sale, WhatCannotBeSavedIsRefusedAndCanBeSentAgain) {
 }
 
 TEST(Sale, CountersAtTheirLimitRefuse) {
-  printer::Books books;
+  virtual_printer::Books books;
   books.counters = {99'999'998, 99'999'999, 99'999'999, 99'999'999};
   Till till{books};
   till.dialogue(
@@ -197,11 +197,11 @@ TEST(Sale, ACancelledDocumentUsesItsNumberAndNothingElse) {
     till.say(open);
     till.say(std::string{"42 Cafe|1000|100|1600|"} + (open == openInvoice ? "M" : "m"));
     EXPECT_EQ(till.say("44 |0|C"), "00000001");
-    const printer::DayTotals& day = till.lastSaved.day;
+    const virtual_printer::DayTotals& day = till.lastSaved.day;
     EXPECT_EQ(day.cancelled, 1);
-    EXPECT_EQ(day.sales, printer::Figures{});
-    EXPECT_EQ(day.returns, printer::Figures{});
-    EXPECT_EQ(day.rates, printer::RateTable{});
+    EXPECT_EQ(day.sales, virtual_printer::Figures{});
+    EXPECT_EQ(day.returns, virtual_printer::Figures{});
+    EXPECT_EQ(day.rates, virtual_printer::RateTable{});
     EXPECT_EQ(till.say(open), "00000002");
   }
 }
@@ -240,4 +240,4 @@ TEST(Sale, StatusBitsFollowTheDocument) {
   }
 }
 
-}  // namespace printer::sale_test
+}  // namespace virtual_printer::sale_test

@@ -2,7 +2,7 @@
 #include "virtual-printer/bench.h"
 #include "virtual-printer/line/sample_sale.h"
 
-namespace printer::sample_test {
+namespace virtual_printer::sample_test {
 
 using namespace bench;
 using End = SampleSale::End;
@@ -67,4 +67,4 @@ TEST(SampleSale, CancelsWhatAnEarlierOneLeftOpen) {
   EXPECT_EQ(third.detail(), "00000002");
 }
 
-}  // namespace printer::sample_test
+}  // namespace virtual_printer::sample_test

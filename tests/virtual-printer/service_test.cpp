@@ -1,7 +1,7 @@
 // Clock, texts, stations, and a printer whose paper or memory is in trouble.
 #include "bench.h"
 
-namespace printer::service_test {
+namespace virtual_printer::service_test {
 
 using bench::Till;
 using namespace std::chrono_literals;
@@ -53,7 +53,7 @@ TEST(Stations, AChequeInTheMiddleOfAnInvoiceIsASheetOfItsOwn) {
       "00000001|100|0");
   const auto& sheets = till.device.roll().sheets();
   ASSERT_EQ(sheets.size(), 2U);
-  EXPECT_EQ(sheets[0].kind, printer::SheetKind::ChequeFace);
+  EXPECT_EQ(sheets[0].kind, virtual_printer::SheetKind::ChequeFace);
   EXPECT_NE(textPaper({sheets[0]}).find("JOSE"), std::string::npos);
   EXPECT_EQ(textPaper({sheets[1]}).find("JOSE"), std::string::npos);
 }
@@ -121,7 +121,7 @@ TEST(Trouble, APowerCutEndsTheOpenDocumentAsCancelledAtTheRestart) {
 TEST(Trouble, WhatStoodOnTheLineIsGoneWithThePower) {
   Till till;
   till.say("7B");
-  till.faults.add(printer::parsePlan("power-cut=1 on serial"));
+  till.faults.add(virtual_printer::parsePlan("power-cut=1 on serial"));
   const std::string lost = zentaro::testing::commandFrame('"', "80");
   const std::string next = zentaro::testing::commandFrame('#', "59");
   till.engine.receive(lost + next + next.substr(0, 4), till.now);
@@ -129,8 +129,8 @@ TEST(Trouble, WhatStoodOnTheLineIsGoneWithThePower) {
   till.arrived();
   till.engine.receive(next.substr(4), till.now);
   EXPECT_EQ(till.arrived(), "");
-  till.faults.add(printer::parsePlan("repeat-answer"));
+  till.faults.add(virtual_printer::parsePlan("repeat-answer"));
   EXPECT_EQ(till.say("59"), "261124|150400") << "there is nothing to repeat";
 }
 
-}  // namespace printer::service_test
+}  // namespace virtual_printer::service_test

@@ -7,7 +7,7 @@
 #include "virtual-printer/line/inbox.h"
 #include "virtual-printer/web/feed.h"
 
-namespace printer::web_test {
+namespace virtual_printer::web_test {
 
 using namespace std::chrono_literals;
 
@@ -51,4 +51,4 @@ TEST(Web, JobsAreDoneByTheLoopOrGivenUpAtItsEnd) {
   page.join();
 }
 
-}  // namespace printer::web_test
+}  // namespace virtual_printer::web_test

@@ -30,8 +30,8 @@ std::string documentText(int document) {
 // Without known bits only the counters tell that something was printed; a credit note is in neither.
 std::string dayText(const statusN& status, std::int32_t fiscalWord, Bits bits) {
   const int invoices = status.FacturasPeriodo(), others = status.DNFPeriodo();
-  const bool isOpen =
-      invoices + others > 0 || (bits == Bits::Known && (fiscalWord & printer::fiscal_bit::dayOpen) != 0);
+  const bool isOpen = invoices + others > 0 ||
+                      (bits == Bits::Known && (fiscalWord & virtual_printer::fiscal_bit::dayOpen) != 0);
   const std::string last = std::to_string(status.UltimoCierreZ());
   if (isOpen)
     return say("abierto; desde el Z {}: facturas {}, documentos no fiscales {}",
@@ -42,7 +42,7 @@ std::string dayText(const statusN& status, std::int32_t fiscalWord, Bits bits) {
 }
 
 std::string paperText(std::int32_t printerWord) {
-  using namespace printer::printer_bit;
+  using namespace virtual_printer::printer_bit;
   const std::string paper = (printerWord & paperOut) != 0       ? text("no hay", "there is none")
                             : (printerWord & paperNearEnd) != 0 ? text("se está acabando", "near its end")
                                                                 : text("hay", "there is some");

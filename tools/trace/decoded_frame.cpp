@@ -13,7 +13,7 @@ constexpr std::size_t answerDigits = 4;
 bool isGood(std::string_view digits, std::string_view summed, Direction direction) {
   unsigned value = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-  const unsigned sum = printer::byteSum(summed);
+  const unsigned sum = virtual_printer::byteSum(summed);
   return error == std::errc() && end == digits.data() + digits.size() && digits.size() >= answerDigits &&
          value == (direction == Direction::Answer ? sum & 0xFFFFU : sum);
 }
@@ -21,16 +21,16 @@ bool isGood(std::string_view digits, std::string_view summed, Direction directio
 }  // namespace
 
 FrameBounds frameBounds(std::string_view bytes) {
-  const std::size_t stx = bytes.find(printer::stx);
+  const std::size_t stx = bytes.find(virtual_printer::stx);
   if (stx == std::string_view::npos) return {};
-  const std::size_t etx = bytes.find(printer::etx, stx);
+  const std::size_t etx = bytes.find(virtual_printer::etx, stx);
   const bool hasCode = etx != std::string_view::npos && etx >= stx + 3;
   return {stx, hasCode ? etx : std::string_view::npos};
 }
 
 DecodedFrame decodeFrame(std::string_view bytes, Direction direction) {
   DecodedFrame frame;
-  if (bytes.find_first_not_of(printer::waitByte) == std::string_view::npos) return frame;
+  if (bytes.find_first_not_of(virtual_printer::waitByte) == std::string_view::npos) return frame;
   if (bytes == resetBytes) {
     frame.form = DecodedFrame::Form::Reset;
     return frame;
@@ -41,7 +41,7 @@ DecodedFrame decodeFrame(std::string_view bytes, Direction direction) {
     return frame;
   }
   frame.form = DecodedFrame::Form::Frame;
-  frame.content = printer::decodeCommand(bytes.substr(bounds.stx + 1, bounds.etx - bounds.stx - 1));
+  frame.content = virtual_printer::decodeCommand(bytes.substr(bounds.stx + 1, bounds.etx - bounds.stx - 1));
   frame.checksum =
       bytes.substr(bounds.etx + 1, direction == Direction::Answer ? answerDigits : std::string_view::npos);
   frame.isChecksumGood =

@@ -16,8 +16,8 @@ struct DecodedFrame {
     Junk    // no STX, or no ETX behind it
   };
   Form form = Form::Nothing;
-  printer::Command content;  // an answer's first two fields are its status words
-  std::string checksum;      // the digits as they came
+  virtual_printer::Command content;  // an answer's first two fields are its status words
+  std::string checksum;              // the digits as they came
   bool isChecksumGood = false;
 };
 

@@ -11,10 +11,10 @@ std::string asOnTheLine(const TraceRecord& record, const std::optional<TracedFra
   const std::string& bytes = record.bytes;
   const bool isShortened = record.kind == TraceRecord::Kind::ReadStatus && command &&
                            command->frame.form == DecodedFrame::Form::Frame && !bytes.empty() &&
-                           bytes.find(printer::stx) == std::string::npos &&
+                           bytes.find(virtual_printer::stx) == std::string::npos &&
                            static_cast<std::uint8_t>(bytes.front()) == command->frame.content.code;
   if (!isShortened) return bytes;
-  return std::string{printer::stx, command->frame.content.sequence} + bytes;
+  return std::string{virtual_printer::stx, command->frame.content.sequence} + bytes;
 }
 
 void addAnswer(Exchange& exchange, const TraceRecord& record) {

@@ -14,12 +14,13 @@ using terminal::say;
 
 namespace {
 
-std::string nameOf(const printer::Command& command) {
-  const printer::CommandEntry* known = printer::findCommand(command.code);
-  return printer::hexadecimal(command.code, 2) + (known == nullptr ? "" : " " + std::string(known->name));
+std::string nameOf(const virtual_printer::Command& command) {
+  const virtual_printer::CommandEntry* known = virtual_printer::findCommand(command.code);
+  return virtual_printer::hexadecimal(command.code, 2) +
+         (known == nullptr ? "" : " " + std::string(known->name));
 }
 
-void answer(const printer::Command& command, Script& script, printer::HostLine& line) {
+void answer(const virtual_printer::Command& command, Script& script, virtual_printer::HostLine& line) {
   const Script::Reply reply = script.answer(command);
   line.write(reply.bytes);
   std::cerr << nameOf(command)
@@ -34,20 +35,21 @@ void answer(const printer::Command& command, Script& script, printer::HostLine& 
 }  // namespace
 
 void replay(Script script) {
-  const std::unique_ptr<printer::HostLine> line = printer::makeTerminal({});
+  const std::unique_ptr<virtual_printer::HostLine> line = virtual_printer::makeTerminal({});
   line->connect();
   std::cout << line->name() << std::endl;
-  printer::Receiver receiver;
+  virtual_printer::Receiver receiver;
   while (true) {
     constexpr std::chrono::seconds idleCheck{1};
-    printer::WatchList watched;
+    virtual_printer::WatchList watched;
     line->watch(watched);
-    if (!printer::waitFor(watched, idleCheck)) {
+    if (!virtual_printer::waitFor(watched, idleCheck)) {
       line->rest();
       continue;
     }
-    for (const printer::Received& received : receiver.feed(line->read(watched)))
-      if (const auto* command = std::get_if<printer::Command>(&received)) answer(*command, script, *line);
+    for (const virtual_printer::Received& received : receiver.feed(line->read(watched)))
+      if (const auto* command = std::get_if<virtual_printer::Command>(&received))
+        answer(*command, script, *line);
   }
 }
 

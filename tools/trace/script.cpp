@@ -19,7 +19,7 @@ char movedSequence(char recorded, char recordedRequest, char request) {
 }
 
 unsigned sumOf(const std::string& bytes, const FrameBounds& bounds) {
-  return printer::byteSum(std::string_view(bytes).substr(bounds.stx, bounds.etx - bounds.stx + 1));
+  return virtual_printer::byteSum(std::string_view(bytes).substr(bounds.stx, bounds.etx - bounds.stx + 1));
 }
 
 /// Digits that are no number stay as they are.
@@ -30,7 +30,7 @@ void moveChecksum(std::string& bytes, const FrameBounds& bounds, unsigned sumBef
   const auto [end, error] = std::from_chars(digits, digits + checksumDigits, recorded, 16);
   if (error != std::errc() || end != digits + checksumDigits) return;
   const unsigned moved = (recorded + sumOf(bytes, bounds) - sumBefore) & 0xFFFFU;
-  bytes.replace(bounds.etx + 1, checksumDigits, printer::hexadecimal(moved, checksumDigits));
+  bytes.replace(bounds.etx + 1, checksumDigits, virtual_printer::hexadecimal(moved, checksumDigits));
 }
 
 std::string adapted(const Exchange& exchange, char request) {
@@ -53,7 +53,7 @@ Script::Script(const std::vector<Exchange>& exchanges) {
       exchanges_[exchange.command->frame.content.code].push_back(exchange);
 }
 
-Script::Reply Script::answer(const printer::Command& request) {
+Script::Reply Script::answer(const virtual_printer::Command& request) {
   std::deque<Exchange>& recorded = exchanges_[request.code];
   if (recorded.empty()) return {{}, false};
   const Exchange next = std::move(recorded.front());

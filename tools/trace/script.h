@@ -21,7 +21,7 @@ class Script {
   };
   /// The next recorded answer to a command of that code. Its sequence number and checksum are moved to fit
   /// the request; one that was wrong in the trace stays wrong by as much.
-  Reply answer(const printer::Command& request);
+  Reply answer(const virtual_printer::Command& request);
 
   /// How many answers have not been given.
   std::size_t left() const;

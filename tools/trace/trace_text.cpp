@@ -13,33 +13,34 @@ namespace zentaro::tools {
 namespace {
 
 using Form = DecodedFrame::Form;
-using printer::hexadecimal;
 using terminal::say;
+using virtual_printer::hexadecimal;
 
 constexpr std::size_t fieldColumn = 10;  // in a line of their own, which then fits a terminal
 
 std::string fieldsText(const std::vector<std::string>& fields, std::size_t first) {
   std::string text;
   for (std::size_t i = first; i < fields.size(); ++i)
-    text += (text.empty() ? "" : ", ") + ("\"" + printer::utf8FromWire(fields[i]) + "\"");
+    text += (text.empty() ? "" : ", ") + ("\"" + virtual_printer::utf8FromWire(fields[i]) + "\"");
   return text.empty() ? text : "  " + text;
 }
 
 std::string statusText(const std::vector<std::string>& fields) {
   const auto word = [&](std::size_t index) {
-    return index < fields.size() ? printer::utf8FromWire(fields[index]) : std::string(say("ninguna", "none"));
+    return index < fields.size() ? virtual_printer::utf8FromWire(fields[index])
+                                 : std::string(say("ninguna", "none"));
   };
   return say("  estado {} {}", "  status {} {}", {word(0), word(1)});
 }
 
 std::string checksumText(const DecodedFrame& frame) {
   if (frame.isChecksumGood) return std::string(say("  suma correcta", "  checksum good"));
-  return say("  suma ERRADA ({})", "  checksum BAD ({})", {printer::utf8FromWire(frame.checksum)});
+  return say("  suma ERRADA ({})", "  checksum BAD ({})", {virtual_printer::utf8FromWire(frame.checksum)});
 }
 
 std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts texts) {
-  const printer::Command& content = frame.content;
-  const printer::CommandEntry* known = printer::findCommand(content.code);
+  const virtual_printer::Command& content = frame.content;
+  const virtual_printer::CommandEntry* known = virtual_printer::findCommand(content.code);
   std::array<char, 64> head{};
   std::snprintf(head.data(), head.size(), "%02X %-9s seq %02X", static_cast<unsigned>(content.code),
                 known == nullptr ? "?" : known->name,
@@ -77,7 +78,8 @@ std::string remarks(const Exchange& exchange) {
   if (exchange.answer->pieces > 1)
     text += say("  en {} pedazos", "  in {} pieces", {std::to_string(exchange.answer->pieces)});
   if (!exchange.command || exchange.answer->frame.form != Form::Frame) return text;
-  const printer::Command &asked = exchange.command->frame.content, &given = exchange.answer->frame.content;
+  const virtual_printer::Command &asked = exchange.command->frame.content,
+                                 &given = exchange.answer->frame.content;
   if (given.sequence != asked.sequence)
     text += say("  NO ES LA SECUENCIA pedida", "  NOT THE SEQUENCE that was asked");
   if (given.code != asked.code) text += say("  NO ES EL COMANDO pedido", "  NOT THE COMMAND that was asked");

@@ -6,7 +6,7 @@
 
 #include "virtual-printer/wire/codepage.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr std::size_t mostDigits = 15;
@@ -68,4 +68,4 @@ std::chrono::seconds Arguments::time(std::size_t index) const {
   return std::chrono::hours{hours} + std::chrono::minutes{minutes} + std::chrono::seconds{seconds};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -8,7 +8,7 @@
 #include "virtual-printer/fiscal/refusal.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Arguments {
  public:
@@ -34,4 +34,4 @@ class Arguments {
   const Command& command_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr auto table = std::to_array<CommandEntry>({
@@ -51,4 +51,4 @@ const CommandEntry* findCommand(std::string_view name) {
   return found == table.end() ? nullptr : found;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

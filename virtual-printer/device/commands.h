@@ -9,7 +9,7 @@
 #include "virtual-printer/device/arguments.h"
 #include "virtual-printer/device/works.h"
 
-namespace printer {
+namespace virtual_printer {
 
 using Fields = std::vector<std::string>;
 using Handler = Fields (*)(Works&, const Arguments&);
@@ -61,4 +61,4 @@ Fields slipOff(Works& works, const Arguments& arguments);
 Fields chequeFace(Works& works, const Arguments& arguments);
 Fields chequeBack(Works& works, const Arguments& arguments);
 
-}  // namespace printer
+}  // namespace virtual_printer

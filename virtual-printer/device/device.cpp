@@ -4,7 +4,7 @@
 #include "virtual-printer/device/commands.h"
 #include "virtual-printer/device/status.h"
 
-namespace printer {
+namespace virtual_printer {
 
 Device::Device(Identity identity, Books books, SaveBooks save)
     : works_{std::move(identity), std::move(books)}, saved_{works_.books}, save_{std::move(save)} {}
@@ -64,4 +64,4 @@ bool Device::saveIfChanged() {
   return true;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

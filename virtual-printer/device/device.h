@@ -6,7 +6,7 @@
 #include "virtual-printer/device/works.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Device {
  public:
@@ -37,4 +37,4 @@ class Device {
   SaveBooks save_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/paper/report.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 // The nineteen figures of a day: sales, then discounts, returns and the last invoice, amounts as 1234.56.
@@ -107,4 +107,4 @@ Fields memoryReport(Works& works, const Arguments& arguments) {
           std::to_string(records.empty() ? 0 : records.back().number)};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

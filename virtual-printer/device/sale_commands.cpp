@@ -1,7 +1,7 @@
 // Invoices and credit notes: opening, lines, payments and closing.
 #include "virtual-printer/device/commands.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 Fields balance(const Document& document) {
@@ -116,4 +116,4 @@ Fields closeDocument(Works& works, const Arguments& arguments) {
   return {eightDigits(document.number), std::to_string(document.due()), std::to_string(document.change())};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/paper/cheque.h"
 
-namespace printer {
+namespace virtual_printer {
 
 Fields cutPaper(Works& works, const Arguments&) {
   works.machine.requireIdle();
@@ -54,4 +54,4 @@ Fields chequeBack(Works& works, const Arguments& arguments) {
   return {};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

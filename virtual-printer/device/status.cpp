@@ -4,7 +4,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 std::uint16_t bitIf(bool condition, std::uint16_t bit) { return condition ? bit : std::uint16_t{0}; }
@@ -61,4 +61,4 @@ std::vector<std::string> counterStatus(const Works& works) {
           std::to_string(counters.creditNote),  std::to_string(counters.nonFiscal)};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 
 #include "virtual-printer/device/works.h"
 
-namespace printer {
+namespace virtual_printer {
 
 namespace printer_bit {
 inline constexpr std::uint16_t coverOpen = 0x0004, paperNearEnd = 0x0010, paperOut = 0x0020, slipOn = 0x0100;
@@ -29,4 +29,4 @@ std::vector<std::string> normalStatus(const Works& works);
 /// Auxiliary status, document status, last numbers.
 std::vector<std::string> counterStatus(const Works& works);
 
-}  // namespace printer
+}  // namespace virtual_printer

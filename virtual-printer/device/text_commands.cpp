@@ -1,7 +1,7 @@
 // Non-fiscal documents, and the header and footer lines of fiscal ones.
 #include "virtual-printer/device/commands.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 Fields setTextLine(Works& works, TextLines& lines, const Arguments& arguments) {
@@ -45,4 +45,4 @@ Fields setFooter(Works& works, const Arguments& arguments) {
   return setTextLine(works, works.books.footer, arguments);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

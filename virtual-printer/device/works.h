@@ -5,7 +5,7 @@
 #include "virtual-printer/paper/print_job.h"
 #include "virtual-printer/paper/ticket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 struct Identity {
   Owner owner;
@@ -67,4 +67,4 @@ struct Works {
   }
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

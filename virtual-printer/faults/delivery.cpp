@@ -3,7 +3,7 @@
 
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using std::chrono::milliseconds;
@@ -76,4 +76,4 @@ milliseconds lineTime(std::size_t bytes) {
   return milliseconds{static_cast<milliseconds::rep>(bytes * 1000 / bytesPerSecond)};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

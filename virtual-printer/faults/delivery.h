@@ -7,7 +7,7 @@
 
 #include "virtual-printer/faults/plan.h"
 
-namespace printer {
+namespace virtual_printer {
 
 struct Chunk {
   std::chrono::milliseconds after{0};  // since the command has been executed
@@ -30,4 +30,4 @@ std::vector<Chunk> schedule(const std::string& frame, const std::vector<Fault>& 
 /// The time that so many bytes take at 9600 baud, ten bits each.
 std::chrono::milliseconds lineTime(std::size_t bytes);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr auto effects = std::to_array<EffectEntry>({
@@ -59,4 +59,4 @@ const EffectEntry* findEffect(std::string_view name) {
   return found == effects.end() ? nullptr : found;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

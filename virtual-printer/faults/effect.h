@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-namespace printer {
+namespace virtual_printer {
 
 enum class Effect {
   LoseAnswer,
@@ -43,4 +43,4 @@ std::span<const EffectEntry> effectTable();
 const EffectEntry& entryOf(Effect effect);
 const EffectEntry* findEffect(std::string_view name);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 
 void FaultSet::add(const std::vector<Fault>& plan) {
   for (const Fault& fault : plan) armed_.push_back({fault});
@@ -52,4 +52,4 @@ Conditions conditionsOf(const std::vector<Fault>& strikes) {
           holds(Effect::MemoryNearFull), holds(Effect::MemoryFull), holds(Effect::DayChange)};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

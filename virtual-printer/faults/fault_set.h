@@ -9,7 +9,7 @@
 #include "virtual-printer/faults/plan.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class FaultSet {
  public:
@@ -43,4 +43,4 @@ class FaultSet {
 
 Conditions conditionsOf(const std::vector<Fault>& strikes);
 
-}  // namespace printer
+}  // namespace virtual_printer

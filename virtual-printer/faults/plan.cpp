@@ -10,7 +10,7 @@
 #include "base/terminal/language.h"
 #include "virtual-printer/device/commands.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using zentaro::terminal::say;
@@ -52,7 +52,7 @@ class FaultReader {
 
   std::string next(const std::string& after, std::string_view expected) {
     if (at_ == words_.size())
-      fail(say("detrás de \"{}\" se espera {}", "behind \"{}\" {} is expected", {after, expected}));
+      fail(say("detrás de \"{}\" se espera {}", "after \"{}\" {} is expected", {after, expected}));
     return words_[at_++];
   }
 
@@ -74,8 +74,7 @@ class FaultReader {
       fail(say("no existe el efecto \"{}\"; --help los muestra",
                "there is no effect \"{}\"; --help lists them", {parts[0]}));
     if (parts.size() > 2)
-      fail(
-          say("se espera un solo valor detrás de \"{}\"", "one value is expected behind \"{}\"", {parts[0]}));
+      fail(say("se espera un solo valor detrás de \"{}\"", "one value is expected after \"{}\"", {parts[0]}));
     fault_.effect = entry->effect;
     if (parts.size() == 2 && entry->value == ValueKind::None)
       fail(say("\"{}\" no lleva valor", "\"{}\" takes no value", {entry->name}));
@@ -175,4 +174,4 @@ std::string describe(const Fault& fault) {
   return text + (*fault.times == 1 ? " once" : " times " + std::to_string(*fault.times));
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -20,7 +20,7 @@
 
 #include "virtual-printer/faults/effect.h"
 
-namespace printer {
+namespace virtual_printer {
 
 enum class Place { Before, Inside };
 
@@ -44,4 +44,4 @@ std::vector<Fault> parsePlan(std::string_view text);
 /// The fault in the words of the grammar.
 std::string describe(const Fault& fault);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 void add(BySlot& to, const BySlot& amounts) {
@@ -70,4 +70,4 @@ const ZRecord& Books::closeDay(LocalTime now) {
   return zRecords.back();
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

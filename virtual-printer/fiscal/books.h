@@ -9,7 +9,7 @@
 
 #include "virtual-printer/fiscal/day.h"
 
-namespace printer {
+namespace virtual_printer {
 
 // Where counting ends: numbers have eight digits on paper, and a day's sums must not leave 64 bits.
 inline constexpr int largestNumber = 99'999'999;
@@ -53,4 +53,4 @@ struct Books : Account {
   const ZRecord& closeDay(LocalTime now);
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -9,7 +9,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -275,4 +275,4 @@ Books booksFromJson(const std::string& text) {
   return books;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,11 +5,11 @@
 
 #include "virtual-printer/fiscal/books.h"
 
-namespace printer {
+namespace virtual_printer {
 
 std::string toJson(const Books& books);
 
 /// Throws std::runtime_error that names the first thing wrong; never returns half a memory.
 Books booksFromJson(const std::string& text);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -7,7 +7,7 @@
 #include <locale>
 #include <sstream>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 std::tm fieldsOf(LocalTime time) {
@@ -53,4 +53,4 @@ LocalTime fromFields(const std::tm& fields) {
          std::chrono::minutes{fields.tm_min} + std::chrono::seconds{fields.tm_sec};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

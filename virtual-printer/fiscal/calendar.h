@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace printer {
+namespace virtual_printer {
 
 using LocalTime = std::chrono::local_seconds;
 
@@ -20,4 +20,4 @@ std::optional<LocalTime> fromStamp(const std::string& text);
 /// The date must be one that exists.
 LocalTime fromFields(const std::tm& fields);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/fiscal/document.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// Bases and taxes of the invoices or of the credit notes of a day.
 struct Figures {
@@ -38,4 +38,4 @@ struct ZRecord {
   bool operator==(const ZRecord&) const = default;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

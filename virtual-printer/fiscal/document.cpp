@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr std::array<Rate, slots> preferredRates{0, 1600, 800, 3100};
@@ -36,4 +36,4 @@ BySlot Document::taxesOf(const BySlot& amounts) const {
 
 BySlot Document::taxes() const { return taxesOf(bases()); }
 
-}  // namespace printer
+}  // namespace virtual_printer

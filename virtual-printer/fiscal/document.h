@@ -8,21 +8,21 @@
 
 #include "virtual-printer/fiscal/money.h"
 
-namespace printer {
+namespace virtual_printer {
 
 enum class DocumentKind { Invoice, CreditNote, NonFiscal };
 
 /// The up to three tax rates of one day, each with a place of its own from its first use to the Z closing.
 /// 16, 8 and 31 % prefer the places of the general, reduced and additional rate.
 struct RateTable {
-  std::array<Rate, slots> rates{};  // [0] is the exempt one and stays 0; a 0 behind it is a free place
+  std::array<Rate, slots> rates{};  // [0] is the exempt one and stays 0; a 0 after it is a free place
 
   /// The place of a rate, given to it if it is new; none for a fourth rate.
   std::optional<std::size_t> place(Rate rate);
   bool operator==(const RateTable&) const = default;
 };
 
-// The letter behind a description: E exempt, G general, R reduced, A additional.
+// The letter after a description: E exempt, G general, R reduced, A additional.
 inline constexpr std::array<char, slots> slotLetters{'E', 'G', 'R', 'A'};
 
 struct Buyer {
@@ -70,4 +70,4 @@ struct Document {
   Cents change() const { return paid > due() ? paid - due() : 0; }
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -1,7 +1,7 @@
 // Checks first, changes after: each operation refuses before it touches anything.
 #include "virtual-printer/fiscal/machine.h"
 
-namespace printer {
+namespace virtual_printer {
 
 void Machine::requireIdle() const { refuseIf(phase_ != Phase::None, Refusal::DocumentOpen); }
 
@@ -121,4 +121,4 @@ bool Machine::abandon() {
   return true;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

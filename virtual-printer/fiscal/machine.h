@@ -9,7 +9,7 @@
 #include "virtual-printer/fiscal/books.h"
 #include "virtual-printer/fiscal/refusal.h"
 
-namespace printer {
+namespace virtual_printer {
 
 enum class Phase { None, Items, Paying, Partial };
 enum class Closing { Total, Partial, Definitive };
@@ -59,4 +59,4 @@ class Machine {
   Document& document_ = progress_.document;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

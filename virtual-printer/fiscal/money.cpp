@@ -4,7 +4,7 @@
 #include <limits>
 #include <numeric>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 struct Division {
@@ -90,4 +90,4 @@ std::string paperQuantity(Thousandths quantity) {
 
 std::string paperRate(Rate rate) { return std::to_string(rate / 100) + "," + padded(rate % 100, 2) + "%"; }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -15,7 +15,7 @@
 #include <cstdint>
 #include <string>
 
-namespace printer {
+namespace virtual_printer {
 
 using Cents = std::int64_t;
 using Thousandths = std::int64_t;  // quantities
@@ -46,4 +46,4 @@ std::string paperDecimal(Cents amount);           // 1.234,56, as paper shows it
 std::string paperQuantity(Thousandths quantity);  // 2, 0,525
 std::string paperRate(Rate rate);                 // 16,00%
 
-}  // namespace printer
+}  // namespace virtual_printer

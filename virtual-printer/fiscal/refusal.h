@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-namespace printer {
+namespace virtual_printer {
 
 enum class Refusal {
   UnknownCommand,
@@ -75,4 +75,4 @@ inline void refuseIf(bool condition, Refusal why) {
   if (condition) throw Refused{why};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 
 #include "base/terminal/language.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using zentaro::terminal::say;
@@ -50,4 +50,4 @@ std::string authority(const Address& address) {
   return host + ":" + std::to_string(address.port);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

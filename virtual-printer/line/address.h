@@ -1,10 +1,10 @@
-// Addresses on the network: what stands behind --tcp and --web.
+// Addresses on the network: what stands after --tcp and --web.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-namespace printer {
+namespace virtual_printer {
 
 struct Address {
   std::string host = "127.0.0.1";
@@ -12,7 +12,7 @@ struct Address {
 };
 
 /// Reads [ADDRESS:]PORT, with an IPv6 address in brackets. Throws std::runtime_error that says what is expected
-/// behind the option.
+/// after the option.
 Address parseAddress(std::string_view option, std::string_view text);
 
 /// Whether only programs of this machine reach it.
@@ -21,4 +21,4 @@ bool isLocal(const Address& address);
 /// The address as it stands in a URL, with its port.
 std::string authority(const Address& address);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/device/commands.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using std::chrono::milliseconds;
@@ -128,4 +128,4 @@ std::optional<milliseconds> Engine::nextDue() const {
   return outbox_.front().at;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

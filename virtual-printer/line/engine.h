@@ -11,7 +11,7 @@
 #include "virtual-printer/line/event.h"
 #include "virtual-printer/wire/receiver.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// Something that happens on the line.
 struct Output {
@@ -57,4 +57,4 @@ class Engine {
   bool isDark_ = false;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -8,7 +8,7 @@
 #include "virtual-printer/device/works.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// A point in time: steady for what is due when, local for what is printed.
 struct Moment {
@@ -42,4 +42,4 @@ class EventWatcher {
   virtual void happened(const Moment& moment, const Event& event) = 0;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 
 #include "virtual-printer/line/socket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class HostLine {
  public:
@@ -31,4 +31,4 @@ class HostLine {
   virtual void rest() {}
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

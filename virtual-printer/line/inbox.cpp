@@ -4,7 +4,7 @@
 #include <chrono>
 #include <utility>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr std::chrono::seconds patience{5};
@@ -51,4 +51,4 @@ std::deque<std::packaged_task<std::string()>> Inbox::takeAll() {
   return std::exchange(waiting_, {});
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -10,7 +10,7 @@
 
 #include "virtual-printer/line/wake.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Inbox {
  public:
@@ -37,4 +37,4 @@ class Inbox {
   bool isClosed_ = false;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

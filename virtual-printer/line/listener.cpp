@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 
 bool sawSomething(const WatchList& watched, Handle handle) {
   return std::any_of(watched.begin(), watched.end(),
@@ -24,4 +24,4 @@ Socket Listener::accept(const WatchList& watched, std::string_view refusal) {
   return Socket{};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,7 +4,7 @@
 
 #include "virtual-printer/line/socket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Listener {
  public:
@@ -22,4 +22,4 @@ class Listener {
   bool isResting_ = false;  // nothing can be accepted just now: passed over by the next turn
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr std::chrono::milliseconds answerTime{2000};
@@ -126,4 +126,4 @@ void SampleSale::finish(End end, std::string detail) {
   detail_ = std::move(detail);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

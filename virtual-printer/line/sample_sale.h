@@ -10,7 +10,7 @@
 
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class SampleSale {
  public:
@@ -53,4 +53,4 @@ class SampleSale {
   std::optional<End> end_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

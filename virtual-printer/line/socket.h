@@ -11,7 +11,7 @@
 
 #include "virtual-printer/line/address.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// A socket, or on POSIX any descriptor.
 using Handle = std::intptr_t;
@@ -65,4 +65,4 @@ void prepareLine(const Socket& host);
 /// "127.0.0.1:40112"
 std::string peerOf(const Socket& socket);
 
-}  // namespace printer
+}  // namespace virtual_printer

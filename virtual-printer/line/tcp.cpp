@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-namespace printer {
+namespace virtual_printer {
 
 void TcpLine::connect() {
   try {
@@ -45,4 +45,4 @@ void TcpLine::write(std::string_view bytes) {
   if (host_.isOpen()) send(host_, bytes);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

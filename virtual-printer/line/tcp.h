@@ -6,7 +6,7 @@
 #include "virtual-printer/line/host_line.h"
 #include "virtual-printer/line/listener.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class TcpLine final : public HostLine {
  public:
@@ -33,4 +33,4 @@ class TcpLine final : public HostLine {
   Socket host_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include "virtual-printer/line/socket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Wake {
  public:
@@ -20,4 +20,4 @@ class Wake {
   Socket bell_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

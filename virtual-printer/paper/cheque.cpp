@@ -1,7 +1,7 @@
 // Where the fields stand on a cheque.
 #include "virtual-printer/paper/cheque.h"
 
-namespace printer {
+namespace virtual_printer {
 
 Sheet chequeFaceSheet(const std::string& amount, const std::string& payee, const std::string& date) {
   Sheet sheet{SheetKind::ChequeFace, "CHEQUE", {}};
@@ -25,4 +25,4 @@ Sheet chequeBackSheet(const std::string& name, const std::string& identityCard,
   return sheet;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

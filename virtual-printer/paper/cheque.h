@@ -5,9 +5,9 @@
 
 #include "virtual-printer/paper/sheet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 Sheet chequeFaceSheet(const std::string& amount, const std::string& payee, const std::string& date);
 Sheet chequeBackSheet(const std::string& name, const std::string& identityCard, const std::string& telephone);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 // The code point that begins the text, and its bytes; no bytes when there is none.
@@ -50,4 +50,4 @@ std::string cleanText(std::string_view text) {
   return clean;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-namespace printer {
+namespace virtual_printer {
 
 /// UTF-8, with a point for every byte that is none and for every character that a terminal acts on
 /// or that XML forbids.
 std::string cleanText(std::string_view text);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include "virtual-printer/paper/svg.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr int gap = 28;
@@ -75,4 +75,4 @@ std::string htmlPaper(const std::deque<Sheet>& sheets) {
   return page + std::string{htmlEnd};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

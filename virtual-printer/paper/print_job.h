@@ -9,7 +9,7 @@
 
 #include "virtual-printer/paper/roll.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class PrintJob {
  public:
@@ -32,4 +32,4 @@ class PrintJob {
   std::vector<std::function<void(Roll&)>> steps_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 // What sales or returns came to: bases and taxes. IGTF is a tax on the means of payment and stands apart.
@@ -91,4 +91,4 @@ Lines memoryReportLines(const Owner& owner, const std::string& range, std::span<
   return lines;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/paper/ticket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// The totals of a day. An X report shows the day as it stands, a Z report as it was closed.
 Lines dayReportLines(const Owner& owner, const std::string& title, const ZRecord& day);
@@ -15,4 +15,4 @@ enum class MemoryDetail { EveryClosing, TotalsOnly };
 Lines memoryReportLines(const Owner& owner, const std::string& range, std::span<const ZRecord> records,
                         MemoryDetail detail);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/paper/clean_text.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 // At the head and at the foot of every sheet, whoever prints it and however it is looked at: what comes out of
@@ -51,4 +51,4 @@ void Roll::finish(Sheet sheet) {
   for (PaperWatcher* watcher : watchers_) watcher->finished(sheets_);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

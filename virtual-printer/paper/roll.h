@@ -5,7 +5,7 @@
 
 #include "virtual-printer/paper/sheet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class PaperWatcher {
  public:
@@ -44,4 +44,4 @@ class Roll {
   std::size_t printedLines_ = 0;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 bool startsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }
@@ -53,4 +53,4 @@ void addPair(Lines& lines, std::string_view left, std::string_view right, LineSt
   lines.back().right = right;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

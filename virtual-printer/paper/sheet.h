@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace printer {
+namespace virtual_printer {
 
 inline constexpr std::size_t paperColumns = 40;
 
@@ -38,4 +38,4 @@ void addPair(Lines& lines, std::string_view left, std::string_view right, LineSt
 /// The number of characters of a UTF-8 text.
 std::size_t columnsOf(std::string_view text);
 
-}  // namespace printer
+}  // namespace virtual_printer

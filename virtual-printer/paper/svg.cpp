@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr int columnTenths = 72;  // width of a column in tenths of a pixel
@@ -142,4 +142,4 @@ std::string escaped(std::string_view text) {
   return out;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

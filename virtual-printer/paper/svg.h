@@ -6,7 +6,7 @@
 
 #include "virtual-printer/paper/sheet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 struct Drawing {
   int width = 0;
@@ -29,4 +29,4 @@ std::string escaped(std::string_view text);
 std::string svgBegin(int width, int height);
 inline constexpr std::string_view svgEnd = "</svg>\n";
 
-}  // namespace printer
+}  // namespace virtual_printer

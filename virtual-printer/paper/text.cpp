@@ -1,7 +1,7 @@
 // Setting of lines in columns.
 #include "virtual-printer/paper/text.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 std::string spaces(std::size_t wanted, std::size_t taken) {
@@ -25,4 +25,4 @@ std::string textPaper(const std::deque<Sheet>& sheets) {
   return text;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,9 +5,9 @@
 
 #include "virtual-printer/paper/sheet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 std::string textLine(const Line& line);
 std::string textPaper(const std::deque<Sheet>& sheets);
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include "virtual-printer/fiscal/calendar.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 std::string kindName(DocumentKind kind) {
@@ -171,4 +171,4 @@ Lines lostDocumentLines(DocumentKind kind, int number, LocalTime now) {
   return lines;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,7 +4,7 @@
 #include "virtual-printer/fiscal/books.h"
 #include "virtual-printer/paper/sheet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// Who owns the machine; burnt into it, so no command changes it.
 struct Owner {
@@ -37,4 +37,4 @@ std::string eightDigits(int number);
 std::string paperDate(LocalTime time);  // 24-11-2026
 std::string paperTime(LocalTime time);  // 15:04
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/fiscal/calendar.h"
 
-namespace printer {
+namespace virtual_printer {
 
 std::chrono::milliseconds Clock::steady() const {
   return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin_);
@@ -17,4 +17,4 @@ Moment Clock::now() const {
   return {steady(), fromFields(*std::localtime(&now))};
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/line/event.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Clock {
  public:
@@ -20,4 +20,4 @@ class Clock {
   std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -7,7 +7,7 @@
 #include "virtual-printer/device/status.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using zentaro::terminal::say;
@@ -103,4 +103,4 @@ std::vector<std::string> LineReader::feed(std::string_view bytes) {
   return lines;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

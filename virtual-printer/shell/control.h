@@ -9,7 +9,7 @@
 #include "virtual-printer/device/device.h"
 #include "virtual-printer/faults/fault_set.h"
 
-namespace printer {
+namespace virtual_printer {
 
 struct ControlReply {
   std::string text;  // lines; the last begins with "ok" or "error"
@@ -31,4 +31,4 @@ class LineReader {
   std::string pending_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

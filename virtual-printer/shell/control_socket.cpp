@@ -3,7 +3,7 @@
 
 #include "base/terminal/language.h"
 
-namespace printer {
+namespace virtual_printer {
 
 using zentaro::terminal::say;
 
@@ -28,4 +28,4 @@ bool ControlSocket::serveClient(Client& client) {
   return true;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 #include "virtual-printer/shell/control.h"
 #include "virtual-printer/shell/local_socket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class ControlSocket {
  public:
@@ -28,4 +28,4 @@ class ControlSocket {
   std::list<Client> clients_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,7 +3,7 @@
 
 #include "virtual-printer/line/wake.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// While it lives, such a request rings the bell instead of ending the process. Only one at a time.
 class Ending {
@@ -16,4 +16,4 @@ class Ending {
   static bool isRequested();
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

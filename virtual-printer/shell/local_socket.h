@@ -6,7 +6,7 @@
 
 #include "virtual-printer/line/listener.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class LocalSocket {
  public:
@@ -27,4 +27,4 @@ class LocalSocket {
       made_{};  // what the system calls the file of the socket, the only one to be removed
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

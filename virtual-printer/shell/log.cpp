@@ -13,7 +13,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/wire/codepage.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -75,4 +75,4 @@ void LogFile::happened(const Moment& moment, const Event& event) {
       say("--log: no se puede escribir: {}", "--log: cannot be written: {}", {std::strerror(errno)}));
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

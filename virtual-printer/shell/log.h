@@ -7,7 +7,7 @@
 #include "virtual-printer/line/event.h"
 #include "virtual-printer/shell/notices.h"
 
-namespace printer {
+namespace virtual_printer {
 
 std::string logLine(const Moment& moment, const Event& event);
 
@@ -24,4 +24,4 @@ class LogFile final : public EventWatcher {
   Trouble trouble_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

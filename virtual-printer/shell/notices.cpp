@@ -10,7 +10,7 @@
 #include "base/terminal/language.h"
 #include "virtual-printer/shell/outlet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 using zentaro::terminal::say;
 
@@ -47,4 +47,4 @@ void Trouble::meet(std::string_view text) {
   if (!std::exchange(isTold_, true)) complain(text);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 
 #include "virtual-printer/line/event.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// One line, harmless to a terminal.
 void notice(std::string_view text);
@@ -33,4 +33,4 @@ class Trouble {
   bool isTold_ = false;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -9,7 +9,7 @@
 #include "virtual-printer/device/commands.h"
 #include "virtual-printer/fiscal/calendar.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using zentaro::terminal::say;
@@ -55,7 +55,7 @@ std::string footer() {
                     "be changed.\n");
 }
 
-// Told by us: the parser would write it behind each of the options in the help, too.
+// Told by us: the parser would write it after each of the options in the help, too.
 void refuseTogether(const CLI::App& app, std::initializer_list<const char*> options) {
   const char* given = nullptr;
   for (const char* option : options) {
@@ -210,4 +210,4 @@ std::variant<Options, int> parseOptions(int count, const char* const* words) {
   return options;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

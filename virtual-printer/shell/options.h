@@ -10,7 +10,7 @@
 #include "virtual-printer/line/address.h"
 #include "virtual-printer/line/engine.h"
 
-namespace printer {
+namespace virtual_printer {
 
 struct Options {
   Identity identity{{"J-00000000-0", "COMERCIO DE DEMOSTRACION, C.A.", "ZPV0000001"}, 300};
@@ -29,4 +29,4 @@ struct Options {
 /// The options, or the exit code when the command line asked for help or was wrong; it has then been explained.
 std::variant<Options, int> parseOptions(int count, const char* const* words);
 
-}  // namespace printer
+}  // namespace virtual_printer

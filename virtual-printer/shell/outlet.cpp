@@ -12,7 +12,7 @@
 #include <thread>
 #include <utility>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr std::chrono::milliseconds patience{250};
@@ -84,4 +84,4 @@ Outlet::Fate Outlet::write(std::string text) {
   return channel_->error == 0 ? Fate::Written : Fate::Failed;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-namespace printer {
+namespace virtual_printer {
 
 class Outlet {
  public:
@@ -26,4 +26,4 @@ class Outlet {
   std::shared_ptr<Channel> channel_;  // shared with the thread, which may be held up for ever
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -11,7 +11,7 @@
 #include "virtual-printer/paper/svg.h"
 #include "virtual-printer/paper/text.h"
 
-namespace printer {
+namespace virtual_printer {
 
 using zentaro::terminal::say;
 using zentaro::tools::replaceFile;
@@ -52,4 +52,4 @@ void PaperFile::finished(const std::deque<Sheet>& sheets) {
   }
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

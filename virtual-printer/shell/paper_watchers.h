@@ -7,7 +7,7 @@
 #include "virtual-printer/shell/notices.h"
 #include "virtual-printer/shell/outlet.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class RollOnScreen final : public PaperWatcher {
  public:
@@ -38,4 +38,4 @@ class PaperFile final : public PaperWatcher {
   Trouble trouble_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

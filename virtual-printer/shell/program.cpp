@@ -23,7 +23,7 @@
 #include "virtual-printer/web/browser.h"
 #include "virtual-printer/web/web_page.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using namespace std::chrono_literals;
@@ -226,4 +226,4 @@ void runProgram(Options options) {
   Program{options, inbox}.run();
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,9 +3,9 @@
 
 #include "virtual-printer/shell/options.h"
 
-namespace printer {
+namespace virtual_printer {
 
 /// Runs until it is asked to end: by SIGINT, SIGTERM or SIGHUP, or by a control line.
 void runProgram(Options options);
 
-}  // namespace printer
+}  // namespace virtual_printer

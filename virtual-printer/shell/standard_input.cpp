@@ -9,7 +9,7 @@
 #include "base/terminal/harmless.h"
 #include "virtual-printer/shell/notices.h"
 
-namespace printer {
+namespace virtual_printer {
 
 void readStandardInput(const std::shared_ptr<Inbox>& inbox, ReplyTo reply) {
   std::thread{[inbox, reply = std::move(reply)] {
@@ -29,4 +29,4 @@ void readStandardInput(const std::shared_ptr<Inbox>& inbox, ReplyTo reply) {
   }}.detach();
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -7,7 +7,7 @@
 #include "base/files/careful_file.h"
 #include "base/terminal/language.h"
 
-namespace printer {
+namespace virtual_printer {
 
 using zentaro::terminal::say;
 
@@ -39,4 +39,4 @@ Books StateFile::load() const {
 
 void StateFile::save(const Books& books) const { zentaro::tools::replaceFile(path_, toJson(books)); }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -6,7 +6,7 @@
 #include "base/system/shared_file.h"
 #include "virtual-printer/fiscal/books_json.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class StateFile {
  public:
@@ -25,4 +25,4 @@ class StateFile {
   std::optional<zentaro::system::FileLock> lock_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -3,9 +3,9 @@
 
 #include <string>
 
-namespace printer {
+namespace virtual_printer {
 
 /// Does nothing where there is no desktop or no program that opens pages.
 void openInBrowser(const std::string& url);
 
-}  // namespace printer
+}  // namespace virtual_printer

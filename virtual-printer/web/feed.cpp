@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace printer {
+namespace virtual_printer {
 
 void Feed::publish(const std::string& topic, int key, std::string json) {
   {
@@ -62,4 +62,4 @@ bool Feed::isClosed() const {
   return isClosed_;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace printer {
+namespace virtual_printer {
 
 class Feed {
  public:
@@ -28,7 +28,7 @@ class Feed {
 
   /// Does nothing when the last message with this topic and key says the same.
   void publish(const std::string& topic, int key, std::string json);
-  /// What was published behind the message with this number, as far as it still holds. Waits until there is
+  /// What was published after the message with this number, as far as it still holds. Waits until there is
   /// something, but not longer than told.
   std::vector<Message> after(std::uint64_t number, std::chrono::milliseconds patience);
   /// Ends all waiting for good.
@@ -45,4 +45,4 @@ class Feed {
   bool isClosed_ = false;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -7,7 +7,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/wire/codepage.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -87,4 +87,4 @@ void LineRows::show(const Row& row, const char* way, const Exchange* exchange) {
   feed_.publish("row", row.number, json.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -9,7 +9,7 @@
 #include "virtual-printer/line/engine.h"
 #include "virtual-printer/web/feed.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class LineRows {
  public:
@@ -40,4 +40,4 @@ class LineRows {
   std::map<int, Exchange> exchanges_;  // the latest ones
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-namespace printer {
+namespace virtual_printer {
 
 struct PageFile {
   std::string_view path;  // of the URL
@@ -17,4 +17,4 @@ std::span<const PageFile> pageFiles();
 // Stands in index.html for the token that lets the page act.
 inline constexpr std::string_view tokenMark = "@TOKEN@";
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -14,7 +14,7 @@
 #include "virtual-printer/web/page_files.h"
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using namespace std::chrono_literals;
@@ -170,4 +170,4 @@ WebServer::~WebServer() = default;
 
 std::string WebServer::url() const { return "http://" + authority(address_) + "/"; }
 
-}  // namespace printer
+}  // namespace virtual_printer

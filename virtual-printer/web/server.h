@@ -9,7 +9,7 @@
 #include "virtual-printer/line/address.h"
 #include "virtual-printer/web/feed.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class WebServer {
  public:
@@ -31,4 +31,4 @@ class WebServer {
   std::unique_ptr<Service> service_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/paper/svg.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -62,4 +62,4 @@ void Sheets::publish(int id, const Sheet& sheet, bool isDone) {
   feed_.publish("sheet", id, json.dump());
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -7,7 +7,7 @@
 #include "virtual-printer/paper/roll.h"
 #include "virtual-printer/web/feed.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Sheets final : public PaperWatcher {
  public:
@@ -28,4 +28,4 @@ class Sheets final : public PaperWatcher {
   std::chrono::milliseconds drawnAt_{0};
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

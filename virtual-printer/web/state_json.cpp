@@ -8,7 +8,7 @@
 #include "virtual-printer/faults/effect.h"
 #include "virtual-printer/fiscal/calendar.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -101,4 +101,4 @@ std::string aboutJson(const Identity& identity) {
       .dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -5,7 +5,7 @@
 
 #include "virtual-printer/device/works.h"
 
-namespace printer {
+namespace virtual_printer {
 
 std::string stateJson(const Works& works);
 
@@ -13,4 +13,4 @@ std::string stateJson(const Works& works);
 /// plans are made of.
 std::string aboutJson(const Identity& identity);
 
-}  // namespace printer
+}  // namespace virtual_printer

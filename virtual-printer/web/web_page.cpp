@@ -6,7 +6,7 @@
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/web/state_json.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -55,4 +55,4 @@ void WebPage::show(const Moment& moment, const Works& works, const FaultSet& fau
                 Json(written(moment.local + works.books.clockOffset, "%d-%m-%Y %H:%M:%S")).dump());
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

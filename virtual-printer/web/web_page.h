@@ -13,7 +13,7 @@
 #include "virtual-printer/web/server.h"
 #include "virtual-printer/web/sheets.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class WebPage final : public EventWatcher {
  public:
@@ -46,4 +46,4 @@ class WebPage final : public EventWatcher {
   WebServer server_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

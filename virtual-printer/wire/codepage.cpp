@@ -3,7 +3,7 @@
 
 #include <array>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 // 0x80 to 0x9F; 0 where nothing is assigned. From 0xA0 on a byte is its own code point.
@@ -37,4 +37,4 @@ std::string utf8FromWire(std::string_view bytes) {
   return text;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace printer {
+namespace virtual_printer {
 
 /// Control characters and unassigned bytes become "." so that they cannot disturb paper or files.
 std::string utf8FromWire(std::string_view bytes);
 
-}  // namespace printer
+}  // namespace virtual_printer

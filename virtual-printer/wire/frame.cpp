@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <numeric>
 
-namespace printer {
+namespace virtual_printer {
 
 unsigned byteSum(std::string_view bytes) {
   return std::accumulate(bytes.begin(), bytes.end(), 0U,
@@ -46,4 +46,4 @@ Command decodeCommand(std::string_view body) {
   return command;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace printer {
+namespace virtual_printer {
 
 inline constexpr char stx = '\x02', etx = '\x03', fs = '\x1C', del = '\x7F', waitByte = '\x0C';
 
@@ -33,7 +33,7 @@ struct Answer {
   bool operator==(const Answer&) const = default;
 };
 
-/// An empty field would vanish at the receiver and move the fields behind it, so it goes out as DEL.
+/// An empty field would vanish at the receiver and move the fields after it, so it goes out as DEL.
 std::string encodeAnswer(const Command& asked, const Answer& answer);
 
 /// Takes the bytes between STX and ETX, both excluded; at least two.
@@ -47,4 +47,4 @@ std::string hexBytes(std::string_view bytes);
 
 unsigned byteSum(std::string_view bytes);
 
-}  // namespace printer
+}  // namespace virtual_printer

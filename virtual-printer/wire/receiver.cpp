@@ -1,7 +1,7 @@
 // Search for commands and for the reset sequence, byte by byte.
 #include "virtual-printer/wire/receiver.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 // No command is longer than this; more bytes without an end are noise.
@@ -63,4 +63,4 @@ void Receiver::ignore(std::size_t count, std::vector<Received>& out) {
   pending_.erase(0, count);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -9,7 +9,7 @@
 
 #include "virtual-printer/wire/frame.h"
 
-namespace printer {
+namespace virtual_printer {
 
 // Sent without a frame: eleven ascending bytes.
 inline constexpr std::string_view resetBytes = "\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11";
@@ -34,4 +34,4 @@ class Receiver {
   std::size_t resetProgress_ = 0;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

@@ -11,7 +11,7 @@
 
 #include "base/terminal/language.h"
 
-namespace printer {
+namespace virtual_printer {
 
 namespace files = std::filesystem;
 using zentaro::terminal::say;
@@ -94,4 +94,4 @@ void Link::pointTo(const files::path& device) {
   device_ = device;
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

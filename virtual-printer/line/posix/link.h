@@ -5,7 +5,7 @@
 
 #include "virtual-printer/line/socket.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Link {
  public:
@@ -25,4 +25,4 @@ class Link {
   Socket mark_;  // tells other printers that the link is served
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

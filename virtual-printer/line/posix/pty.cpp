@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 [[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
@@ -71,4 +71,4 @@ void Pty::rest() {
   ::flock(slave(), LOCK_UN);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

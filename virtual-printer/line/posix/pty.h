@@ -3,7 +3,7 @@
 
 #include "virtual-printer/line/host_line.h"
 
-namespace printer {
+namespace virtual_printer {
 
 class Pty final : public HostLine {
  public:
@@ -27,4 +27,4 @@ class Pty final : public HostLine {
   std::string device_;
 };
 
-}  // namespace printer
+}  // namespace virtual_printer

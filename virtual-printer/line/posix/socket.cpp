@@ -17,7 +17,7 @@
 #include <memory>
 #include <stdexcept>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 int descriptorOf(const Socket& socket) { return static_cast<int>(socket.handle()); }
@@ -118,4 +118,4 @@ std::string peerOf(const Socket& socket) {
   return authority(numeric(address, length));
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

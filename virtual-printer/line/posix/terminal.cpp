@@ -6,7 +6,7 @@
 #include "virtual-printer/line/posix/link.h"
 #include "virtual-printer/line/posix/pty.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 class LinkedPty final : public HostLine {
@@ -39,4 +39,4 @@ std::unique_ptr<HostLine> makeTerminal(const std::filesystem::path& link) {
   return std::make_unique<LinkedPty>(link);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

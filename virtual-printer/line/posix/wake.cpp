@@ -8,7 +8,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace printer {
+namespace virtual_printer {
 
 Wake::Wake() : bell_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {
   if (!bell_.isOpen()) throw std::runtime_error(std::string{"eventfd: "} + std::strerror(errno));
@@ -26,4 +26,4 @@ void Wake::quiet() const {
   [[maybe_unused]] const auto taken = ::read(static_cast<int>(bell_.handle()), &count, sizeof count);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

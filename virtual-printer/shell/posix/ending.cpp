@@ -5,7 +5,7 @@
 #include <atomic>
 #include <csignal>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP};
@@ -50,4 +50,4 @@ Ending::~Ending() {
 
 bool Ending::isRequested() { return isAsked; }
 
-}  // namespace printer
+}  // namespace virtual_printer

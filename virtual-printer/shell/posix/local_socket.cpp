@@ -14,7 +14,7 @@
 
 #include "base/terminal/language.h"
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 using zentaro::terminal::say;
@@ -85,4 +85,4 @@ LocalSocket::~LocalSocket() {
   if (nameOf(path_) == made_) ::unlink(path_.c_str());
 }
 
-}  // namespace printer
+}  // namespace virtual_printer

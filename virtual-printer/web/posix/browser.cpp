@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdlib>
 
-namespace printer {
+namespace virtual_printer {
 namespace {
 
 bool isSet(const char* variable) {
@@ -31,4 +31,4 @@ void openInBrowser(const std::string& url) {
     ::waitpid(process, nullptr, 0);
 }
 
-}  // namespace printer
+}  // namespace virtual_printer
