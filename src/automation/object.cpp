@@ -38,12 +38,11 @@ const Member& accessorFor(std::span<const Member> accessors, Access access) {
 class Call {
  public:
   Call(const Member& member, std::span<Variant> given) : parameters_(member.parameters), given_(given) {
-    const bool hasNewValue = takesNewValue(member.access);
-    if (hasNewValue && given.empty()) throw AutomationError(ErrorNumber::WrongArguments);
-    if (hasNewValue) given_ = given.first(given.size() - 1);
-    if (given_.size() > parameters_.size()) throw AutomationError(ErrorNumber::WrongArguments);
+    const std::size_t newValues = takesNewValue(member.access) ? 1 : 0, most = parameters_.size() + newValues;
+    if (given.size() < newValues || given.size() > most) throw AutomationError(ErrorNumber::WrongArguments);
+    given_ = given.first(given.size() - newValues);
     for (std::size_t index = 0; index < parameters_.size(); ++index) values_.push_back(valueOf(index));
-    if (hasNewValue) values_.push_back(given.back());
+    if (newValues > 0) values_.push_back(given.back());
   }
   ~Call() {
     for (std::size_t index = 0; index < given_.size(); ++index) {

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -25,8 +26,10 @@ class PseudoTerminal {
   void send(const std::string& bytes) const {
     EXPECT_EQ(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
   }
-  /// What has come, at most 4096 bytes; waits for the first byte.
+  /// What has come, at most 4096 bytes; waits for the first byte, but not for ever.
   std::string receive() const {
+    pollfd state{master_, POLLIN, 0};
+    if (::poll(&state, 1, 5000) != 1) return {};
     std::string bytes(4096, '\0');
     const ssize_t count = ::read(master_, bytes.data(), bytes.size());
     bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);

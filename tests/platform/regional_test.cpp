@@ -48,14 +48,14 @@ TEST(Regional, ALocalesOwnSeparatorsAndDateAreTaken) {
     if (std::system(make.c_str()) != 0) GTEST_SKIP() << "no locale can be made (package locales is missing)";
     ::setenv("LOCPATH", (folder / "").c_str(), 1);
     ::setenv("LC_ALL", "made", 1);
+    ::setenv("LC_NUMERIC", "C", 1);
     const Regional regional = posix::regionalOfEnvironment();
-    EXPECT_EQ(regional.decimalSeparator, u',');
+    EXPECT_EQ(regional.decimalSeparator, u',') << "not as LC_NUMERIC says";
     EXPECT_EQ(regional.groupSeparator, expected) << group;
     EXPECT_EQ(regional.shortDate, u"dd/mm/yy");
     std::filesystem::remove_all(folder / "made");
   }
-  ::unsetenv("LOCPATH");
-  ::unsetenv("LC_ALL");
+  for (const char* name : {"LOCPATH", "LC_ALL", "LC_NUMERIC"}) ::unsetenv(name);
 }
 
 }  // namespace zentaro::testing::regional_test

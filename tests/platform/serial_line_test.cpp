@@ -141,6 +141,7 @@ TEST_F(SerialLine, WhatIsNoSerialDeviceFails) {
     EXPECT_EQ(open(name), invalidSerialHandle) << name;
     EXPECT_EQ(serial.GetLastError(), std::uint32_t{ENOENT}) << name;
   }
+  std::thread([&] { EXPECT_EQ(serial.GetLastError(), 0U) << "each thread has its own"; }).join();
   EXPECT_EQ(serial.FormatMessageA(ENOENT), "No such file or directory");
   EXPECT_EQ(serial.FormatMessageA(99999), "");
 
@@ -165,11 +166,21 @@ TEST_F(SerialLine, ReadGivesWhatIsThereAndEveryByteValue) {
   ::sigaction(SIGALRM, &quiet, nullptr);
   const itimerval soon{{0, 0}, {0, 5000}};
   ::setitimer(ITIMER_REAL, &soon, nullptr);
+  const auto start = steady_clock::now();
   EXPECT_EQ(read(10), "") << "the time is over, and a signal in it is no error";
+  EXPECT_GE(steady_clock::now() - start, 40ms);
 
   std::uint32_t written = 0;
   EXPECT_TRUE(write(all, written));
   EXPECT_EQ(printer.receive(), all);
+}
+
+TEST_F(SerialLine, WhatWasNotTakenIsDiscardedWhenItCloses) {
+  makeRaw();
+  std::uint32_t written = 0;
+  EXPECT_TRUE(write("old command", written));
+  EXPECT_TRUE(serial.CloseHandle(handle));
+  EXPECT_EQ(printer.receive(), "") << "what was told as lost must not be carried out later";
 }
 
 TEST_F(SerialLine, PurgeDiscardsWhatHasArrived) {
@@ -206,6 +217,11 @@ TEST_F(SerialLine, WriteThatNobodyReadsEndsWhenItsTimeIsOver) {
   EXPECT_TRUE(write(std::string(1000000, 'x'), written));
   EXPECT_LT(written, 1000000U);
   EXPECT_GT(written, 0U);
+  EXPECT_TRUE(serial.SetCommTimeouts(handle, {0xFFFFFFFF, 0, 0, 2, 0}));
+  const auto start = steady_clock::now();
+  EXPECT_TRUE(write(std::string(20, 'x'), written));
+  EXPECT_EQ(written, 0U);
+  EXPECT_GE(steady_clock::now() - start, 40ms) << "two for each byte";
 }
 
 TEST_F(SerialLine, VanishedDeviceIsAnErrorOfEveryCallAndNeverASpin) {

@@ -6,6 +6,7 @@
 
 #include "automation/conversions.h"
 #include "automation/description.h"
+#include "interface/library.h"
 #include "support/values.h"
 
 namespace zentaro::late_binding_test {
@@ -120,6 +121,14 @@ TEST_F(LateBinding, RefusesAnAccessThatTheMemberDoesNotHave) {
 TEST_F(LateBinding, NeedsAnObject) {
   EXPECT_EQ(errorOf([] { Object().get("Count"); }), 91);
   EXPECT_EQ(errorOf([] { Object().invoke(0, Access::Get, {}); }), 91);
+}
+
+TEST(Classes, AreCreatedByTheirNameAlone) {
+  EXPECT_EQ(createObject("zentaro.STATUShasar").description().name, "statusHASAR");
+  EXPECT_EQ(createObject("statusHASAR").description().name, "statusHASAR");
+  for (const char* name :
+       {"", "Zentaro.", "ZentaroxstatusHASAR", "Other.statusHASAR", "statusN", "Zentaro.ResultadoCierre"})
+    EXPECT_EQ(errorOf([name] { createObject(name); }), 429) << name;
 }
 
 TEST(Defaults, AreTheValuesOfOmittedParameters) {

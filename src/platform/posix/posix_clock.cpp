@@ -17,8 +17,17 @@ std::tm localParts(std::time_t time) {
   return parts;
 }
 
+double timeOfDay() {
+  const auto now = system_clock::now();
+  const std::tm parts = localParts(system_clock::to_time_t(now));
+  const auto whole = std::chrono::floor<std::chrono::seconds>(now);
+  return parts.tm_hour * 3600 + parts.tm_min * 60 + parts.tm_sec + duration<double>(now - whole).count();
+}
+
 class PosixClock : public Clock {
  public:
+  explicit PosixClock(double timeOfDayAtStart = timeOfDay()) : timeOfDayAtStart_(timeOfDayAtStart) {}
+
   double secondsSinceMidnight() override {
     return timeOfDayAtStart_ + duration<double>(steady_clock::now() - start_).count();
   }
@@ -31,19 +40,16 @@ class PosixClock : public Clock {
   void sleep(std::chrono::milliseconds time) override { std::this_thread::sleep_for(time); }
 
  private:
-  static double timeOfDay() {
-    const auto now = system_clock::now();
-    const std::tm parts = localParts(system_clock::to_time_t(now));
-    const auto whole = std::chrono::floor<std::chrono::seconds>(now);
-    return parts.tm_hour * 3600 + parts.tm_min * 60 + parts.tm_sec + duration<double>(now - whole).count();
-  }
-
   steady_clock::time_point start_ = steady_clock::now();
-  double timeOfDayAtStart_ = timeOfDay();
+  double timeOfDayAtStart_;
 };
 
 }  // namespace
 
 Clock& clock() { return lasting<PosixClock>(); }
+
+std::unique_ptr<Clock> clockFrom(std::optional<double> start) {
+  return start ? std::make_unique<PosixClock>(*start) : std::make_unique<PosixClock>();
+}
 
 }  // namespace zentaro::posix

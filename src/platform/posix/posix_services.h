@@ -2,6 +2,9 @@
 // living as long as the program.
 #pragma once
 
+#include <memory>
+#include <optional>
+
 #include "platform/lasting.h"
 #include "platform/services.h"
 
@@ -10,6 +13,8 @@ namespace zentaro::posix {
 SerialServices& serialServices();
 SettingsStore& settingsFiles();
 Clock& clock();
+/// Another one, which starts now at this time of day in seconds; without one, at the system's.
+std::unique_ptr<Clock> clockFrom(std::optional<double> start = {});
 Files& files();
 RegionalSettings& regionalSettings();
 
