@@ -22,6 +22,7 @@ static_assert(ZENTARO_DATE == static_cast<int>(Variant::Kind::Date));
 static_assert(ZENTARO_OBJECT == static_cast<int>(Variant::Kind::Object));
 
 constexpr int32_t noBounds = -1;
+constexpr int deepestNesting = 64;
 
 // Texts and arrays are made by malloc, so that they are given back alike whoever took them out of a value.
 template <class T>
@@ -39,8 +40,13 @@ zentaro_value made(int32_t kind, size_t count = 0) {
   return value;
 }
 
-Variant arrayOf(const zentaro_value& value) {
-  return value.count == noBounds ? Array::withoutBounds() : Array(variantsOf(value.as.items, value.count));
+Variant arrayOf(const zentaro_value& value, int depth) {
+  if (depth == deepestNesting) {
+    throw AutomationError(static_cast<int>(ErrorNumber::TypeMismatch), u"Zentaro",
+                          u"Arrays are nested too deeply");
+  }
+  if (value.count == noBounds) return Array::withoutBounds();
+  return Array(variantsOf(value.as.items, value.count, depth + 1));
 }
 
 zentaro_value arrayValueOf(const Array& array) {
@@ -51,7 +57,7 @@ zentaro_value arrayValueOf(const Array& array) {
       value.as.items[index] = valueOf(array.items()[static_cast<size_t>(index)]);
     }
   } catch (...) {
-    zentaro_clear(&value);
+    clear(value);
     throw;
   }
   return value;
@@ -68,7 +74,7 @@ const Object& objectOf(const zentaro_object* handle) {
   return handle->object;
 }
 
-Variant variantOf(const zentaro_value& value) {
+Variant variantOf(const zentaro_value& value, int depth) {
   switch (value.kind) {
     case ZENTARO_EMPTY: return {};
     case ZENTARO_NULL: return Variant::null();
@@ -80,16 +86,16 @@ Variant variantOf(const zentaro_value& value) {
     case ZENTARO_CURRENCY: return Currency::fromScaled(value.as.currency);
     case ZENTARO_DATE: return Date{value.as.number};
     case ZENTARO_TEXT: return utf16({value.as.text, static_cast<size_t>(value.count)});
-    case ZENTARO_ARRAY: return arrayOf(value);
+    case ZENTARO_ARRAY: return arrayOf(value, depth);
     case ZENTARO_OBJECT: return value.as.object == nullptr ? Object() : objectOf(value.as.object);
     default: throw AutomationError(ErrorNumber::TypeMismatch);
   }
 }
 
-std::vector<Variant> variantsOf(const zentaro_value* values, int32_t count) {
+std::vector<Variant> variantsOf(const zentaro_value* values, int32_t count, int depth) {
   std::vector<Variant> variants;
   variants.reserve(static_cast<size_t>(std::max(count, int32_t{0})));
-  for (int32_t index = 0; index < count; ++index) variants.push_back(variantOf(values[index]));
+  for (int32_t index = 0; index < count; ++index) variants.push_back(variantOf(values[index], depth));
   return variants;
 }
 
@@ -131,8 +137,39 @@ zentaro_value valueOf(const Variant& variant) {
   return value;
 }
 
+void clear(zentaro_value& value) {
+  // The arrays around the current value: each array has an item more than it counts, and behind its last
+  // one stands, as the items of that one, the array around it.
+  zentaro_value *current = &value, *around = nullptr;
+  for (;;) {
+    if (current->kind == ZENTARO_ARRAY && current->count > 0) {
+      current->as.items[current->count].as.items = around;
+      around = current;
+      current = &around->as.items[around->count - 1];
+      continue;
+    }
+    if (current->kind == ZENTARO_OBJECT && current->as.object != nullptr) {
+      objectOf(current->as.object);  // of this thread
+      delete current->as.object;
+    }
+    if (current->kind == ZENTARO_TEXT) std::free(current->as.text);
+    if (current->kind == ZENTARO_ARRAY) std::free(current->as.items);
+    *current = {};
+    if (around == nullptr) return;
+    zentaro_value* const outer = around->as.items[around->count].as.items;
+    current = around;
+    around = outer;
+    --current->count;
+  }
+}
+
 void replace(zentaro_value& value, zentaro_value replacement) {
-  zentaro_clear(&value);
+  try {
+    clear(value);
+  } catch (...) {
+    clear(replacement);
+    throw;
+  }
   value = replacement;
 }
 

@@ -20,14 +20,19 @@ namespace zentaro::c {
 /// The object behind a handle; raises 91 for NULL and 5 on another thread than the object's.
 const Object& objectOf(const zentaro_object* handle);
 
-/// Raises 13 for a kind that there is not, and what objectOf raises.
-Variant variantOf(const zentaro_value& value);
-std::vector<Variant> variantsOf(const zentaro_value* values, int32_t count);
+/// Raises 13 for a kind that there is not and for arrays nested deeper than 64, and what objectOf
+/// raises. `depth`: how many arrays the value stands in.
+Variant variantOf(const zentaro_value& value, int depth = 0);
+std::vector<Variant> variantsOf(const zentaro_value* values, int32_t count, int depth = 0);
 
 /// A value that owns what it holds; raises bad_alloc.
 zentaro_value valueOf(const Variant& value);
 zentaro_value textValue(std::string_view text);
 zentaro_value arrayValue(std::size_t count);
+
+/// Makes the value Empty without ever going deeper itself, however deep arrays are nested in it. Raises
+/// 5 for an object of another thread, which stays where it is.
+void clear(zentaro_value& value);
 
 /// Puts `replacement` in the place of what `value` holds, which is given back first.
 void replace(zentaro_value& value, zentaro_value replacement);

@@ -54,17 +54,7 @@ int32_t guarded(const Work& work) noexcept {
 }  // namespace
 
 int32_t zentaro_clear(zentaro_value* value) {
-  int32_t outcome = 0;
-  if (value->kind == ZENTARO_TEXT) std::free(value->as.text);
-  if (value->kind == ZENTARO_OBJECT) outcome = zentaro_release(value->as.object);
-  if (value->kind == ZENTARO_ARRAY) {
-    for (int32_t index = 0; index < value->count && outcome == 0; ++index) {
-      outcome = zentaro_clear(&value->as.items[index]);
-    }
-    if (outcome == 0) std::free(value->as.items);
-  }
-  if (outcome == 0) *value = {};
-  return outcome;
+  return guarded([&] { clear(*value); });
 }
 
 int32_t zentaro_set_text(zentaro_value* value, const char* text, int32_t length) {

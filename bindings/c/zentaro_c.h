@@ -49,7 +49,8 @@ enum zentaro_kind {
   ZENTARO_CURRENCY = 7, /* [currency] ten-thousandths */
   ZENTARO_DATE = 8,     /* [number] days since 30 December 1899, the time of day as the fraction */
   ZENTARO_TEXT = 9,     /* [text] `count` bytes and a NUL behind them */
-  ZENTARO_ARRAY = 10,   /* [items] `count` values; a count of -1: an array that was never given bounds */
+  ZENTARO_ARRAY = 10,   /* [items] `count` values; a count of -1: an array that was never given bounds. Arrays
+                           nested deeper than 64 are refused with 13 */
   ZENTARO_OBJECT = 11   /* [object] NULL is the null reference, "nothing" */
 };
 
@@ -76,7 +77,7 @@ struct zentaro_value {
 };
 
 /* Gives back what the value holds, items included, and makes it Empty. Fails only for an object of another
- * thread, which is then left alone. */
+ * thread, which is then left alone, with what stands in front of it. */
 ZENTARO_C_API int32_t zentaro_clear(zentaro_value* value);
 /* Each replaces what the value holds. A length of -1: up to the NUL. Items are Empty at first. */
 ZENTARO_C_API int32_t zentaro_set_text(zentaro_value* value, const char* text, int32_t length);
@@ -91,7 +92,8 @@ ZENTARO_C_API void zentaro_free_text(char* text);
 /* A new object of a class ("CZentaro" or "Zentaro.CZentaro", in any case); NULL when it fails. The caller
  * releases it. */
 ZENTARO_C_API zentaro_object* zentaro_create(const char* class_name);
-/* The object ends with its last handle; a printer object closes its port. NULL does nothing. */
+/* The object ends with its last handle, but not before a call of it has returned; a printer object then
+ * closes its port. NULL does nothing. */
 ZENTARO_C_API int32_t zentaro_release(zentaro_object* object);
 /* "CZentaro"; lives as long as the library. */
 ZENTARO_C_API const char* zentaro_class_name(const zentaro_object* object);
@@ -106,9 +108,8 @@ ZENTARO_C_API int32_t zentaro_call(const zentaro_object* object, const char* nam
                                    int32_t count, zentaro_value* result);
 
 /* What a class is, as JSON, for programs that make something of it: {"class", "interface", "creatable",
- * "help", "members": [{"name", "kind", "parameters", "result", "outcome", "help"}]}; for NULL the whole
- * library:
- * {"library", "classes", "enumerations"}. Later versions may add members to it. */
+ * "help", "members": [{"name", "kind", "parameters", "result", "outcome", "sends", "help", "newValue"}]}; for
+ * NULL the whole library: {"library", "classes", "enumerations"}. Later versions may add members to it. */
 ZENTARO_C_API int32_t zentaro_describe(const char* class_name, zentaro_value* result);
 
 /* ---- Errors, callbacks, versions ---- */

@@ -88,8 +88,10 @@ int Object::memberId(std::string_view name) const {
 Variant Object::invoke(int memberId, Access access, std::span<Variant> arguments) const {
   if (isNothing()) throw AutomationError(ErrorNumber::ObjectNotSet);
   const Member& member = accessorFor(accessorsFrom(description().members, memberId), access);
+  const std::shared_ptr<void> held =
+      instance_;  // the host may let go of it while the member lets the host run
   Call call(member, arguments);
-  return member.thunk(instance(), call.values());
+  return member.thunk(held.get(), call.values());
 }
 
 Variant Object::get(std::string_view name) const { return invoke(memberId(name), Access::Get, {}); }

@@ -34,7 +34,8 @@ class ZENTARO_API Object {
   /// both. The new value is the last argument of a Let or Set. Optional arguments may be left out
   /// at the end or given as missing. What the member changes in a by-reference argument is written
   /// back, also when it raises. Raises 438 when the member has no such access, 450 for a wrong
-  /// number of arguments, 91 for the null reference, and what the member itself raises.
+  /// number of arguments, 91 for the null reference, and what the member itself raises. The instance
+  /// lives until the member has returned, also when the host gives up this reference meanwhile.
   Variant invoke(int memberId, Access access, std::span<Variant> arguments) const;
 
   // The three kinds of access by name; a reference to an object is assigned by Set, anything else by Let.

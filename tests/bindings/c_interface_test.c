@@ -102,6 +102,36 @@ static void a_call_waits_with_callbacks_and_writes_back(zentaro_object* printer)
   zentaro_set_message_box(NULL, NULL);
 }
 
+static int32_t release_once(void* printer) {
+  zentaro_object** const held = printer;
+  CHECK(zentaro_release(*held) == 0);
+  *held = NULL;
+  zentaro_set_yield(NULL, NULL);
+  return 0;
+}
+
+/* Under ASan and valgrind: the object lasts as long as its call. */
+static void an_object_may_be_released_inside_its_own_call(void) {
+  zentaro_object* printer = zentaro_create("CZentaro");
+  zentaro_value result = {0};
+  zentaro_set_yield(release_once, &printer);
+  CHECK(zentaro_call(printer, "Subtotal", NULL, 0, &result) == 0 && result.as.int16 == 1 && printer == NULL);
+}
+
+static void deep_arrays_are_refused_and_given_back(zentaro_object* printer) {
+  zentaro_value outer = {0}, inner = {0};
+  for (int depth = 1; depth <= 200000; ++depth) {
+    if (depth == 65) CHECK(zentaro_put(printer, "CommPort", &inner) == 0);
+    CHECK(zentaro_set_array(&outer, 2) == 0 && zentaro_set_text(&outer.as.items[1], "x", 1) == 0);
+    outer.as.items[0] = inner;
+    inner = outer;
+    memset(&outer, 0, sizeof outer);
+  }
+  CHECK(zentaro_put(printer, "CommPort", &inner) == 13);
+  CHECK(zentaro_clear(&inner) == 0 && inner.kind == ZENTARO_EMPTY);
+  CHECK(zentaro_put(printer, "CommPort", &inner) == 0);
+}
+
 static void* on_another_thread(void* printer) {
   zentaro_value value = {0};
   CHECK(zentaro_error_number() == 0 && zentaro_error_description()[0] == '\0');
@@ -120,6 +150,8 @@ int main(void) {
   pthread_t thread;
   the_layout_stays();
   every_kind_of_value_comes_back(printer);
+  an_object_may_be_released_inside_its_own_call();
+  deep_arrays_are_refused_and_given_back(printer);
   errors_are_numbers_with_texts(printer);
   a_call_waits_with_callbacks_and_writes_back(printer);
   CHECK(pthread_create(&thread, NULL, on_another_thread, printer) == 0 && pthread_join(thread, NULL) == 0);

@@ -99,6 +99,15 @@ def test_an_object_stays_on_its_thread():
     assert failures == [5]
 
 
+def test_an_object_that_another_thread_drops_ends_on_its_own(virtual_printer):
+    dropped = [CZentaro(CommPort=1, PortOpen=True)]
+    thread = threading.Thread(target=dropped.clear)
+    thread.start()
+    thread.join()
+    with CZentaro(CommPort=1, PortOpen=True) as printer:
+        assert printer.Subtotal() is not ENVERR_CODES.ENVERR_COMM
+
+
 def test_documentation_and_stubs_come_from_the_descriptions():
     assert CZentaro.RecibirPago.__doc__.startswith("Registers a payment.\n\nivmMontoRecibido: ")
     stubs = (zentaro.__path__[0] + "/__init__.pyi")

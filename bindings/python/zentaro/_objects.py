@@ -17,6 +17,8 @@ class Values:
         self.row = (Value * count)()
 
     def __enter__(self):
+        while held.abandoned:
+            library.zentaro_release(held.abandoned.pop())
         return self.row
 
     def __exit__(self, *failure):
@@ -29,12 +31,14 @@ Returned.__doc__ = "The result of a call, and its arguments as they stand behind
 
 
 class Automation:
-    """An object of the library. It belongs to the thread that made it, and ends with its last reference."""
+    """An object of the library. It belongs to the thread that made it, and ends with its last reference; where another thread
+    drops that one, it ends when its own thread next uses the library."""
 
-    __slots__ = ("_handle", "__weakref__")
+    __slots__ = ("_handle", "_abandoned", "__weakref__")
 
     def __init__(self, **properties):
         """A new object, its properties set in the order given: CZentaro(CommPort=1, PortOpen=True)."""
+        self._abandoned = held.abandoned
         self._handle = library.zentaro_create(_library_class(self).encode())
         if not self._handle:
             raise last_error()
@@ -42,8 +46,8 @@ class Automation:
             setattr(self, name, value)
 
     def __del__(self):
-        if getattr(self, "_handle", None):
-            library.zentaro_release(self._handle)
+        if getattr(self, "_handle", None) and library.zentaro_release(self._handle) != 0:
+            self._abandoned.append(self._handle)  # this is another thread than the object's
 
     def __enter__(self):
         return self
@@ -84,7 +88,7 @@ def _library_class(made):
 
 def wrapped(handle):
     made = object.__new__(classes[library.zentaro_class_name(handle).decode()])
-    made._handle = handle
+    made._handle, made._abandoned = handle, held.abandoned
     return made
 
 

@@ -3,6 +3,7 @@
 None is Empty, a list an array, Decimal currency, datetime a date; an int beyond 32 bits goes as a double. What Python has no
 value for is one of Special. Nothing, the null reference, comes back as None.
 """
+import collections
 import ctypes
 import datetime
 import decimal
@@ -104,9 +105,12 @@ def take(source, wrap):
 
 
 class Held(threading.local):
-    """What C holds on to for this thread, and an exception on its way through C."""
+    """What C holds on to for this thread, an exception on its way through C, and handles that other threads dropped."""
 
     callback = box = failure = None
+
+    def __init__(self):
+        self.abandoned = collections.deque()
 
 
 held = Held()
