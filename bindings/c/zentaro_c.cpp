@@ -124,7 +124,7 @@ int32_t zentaro_describe(const char* class_name, zentaro_value* result) {
   return guarded([&] {
     const ClassDescription* known = class_name == nullptr ? nullptr : findClass(class_name);
     if (class_name != nullptr && known == nullptr) throw AutomationError(ErrorNumber::CannotCreateObject);
-    replace(*result, textValue(known == nullptr ? libraryJson() : classJson(*known)));
+    replace(*result, textValue(known == nullptr ? libraryJson() : classJson(*known, known->members)));
   });
 }
 

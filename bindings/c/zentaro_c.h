@@ -108,8 +108,8 @@ ZENTARO_C_API int32_t zentaro_call(const zentaro_object* object, const char* nam
                                    int32_t count, zentaro_value* result);
 
 /* What a class is, as JSON, for programs that make something of it: {"class", "interface", "creatable",
- * "help", "members": [{"name", "kind", "parameters", "result", "outcome", "sends", "help", "newValue"}]}; for
- * NULL the whole library: {"library", "classes", "enumerations"}. Later versions may add members to it. */
+ * "help", "members": [{"name", "kind", "parameters", "result", "outcome", "outcomes", "help", "newValue"}]};
+ * for NULL the whole library: {"library", "classes", "enumerations"}. Later versions may add members to it. */
 ZENTARO_C_API int32_t zentaro_describe(const char* class_name, zentaro_value* result);
 
 /* ---- Errors, callbacks, versions ---- */

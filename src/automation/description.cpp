@@ -15,4 +15,12 @@ Variant Default::value() const {
   return {};
 }
 
+std::vector<int> Member::outcomeCodes() const {
+  std::vector<int> codes;
+  if ((outcomes & checksPort) != 0 && returnsOutcome()) codes.push_back(-1);
+  if ((outcomes & exchanges) != 0) codes.insert(codes.end(), {0, 1, 2, 3, 4, 5});
+  if ((outcomes & checksArgument) != 0) codes.push_back(6);
+  return codes;
+}
+
 }  // namespace zentaro

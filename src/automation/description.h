@@ -10,6 +10,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "automation/object.h"
 #include "automation/variant.h"
@@ -51,7 +52,7 @@ struct Parameter {
   Type type;
   Passing passing = Passing::ByReference;
   Default fallback = {};       // a kind other than None makes the parameter optional
-  std::string_view note = {};  // meaning, unit and encoding
+  std::string_view note = {};  // what it means, what may be passed, and how it is sent
   bool isOptional() const { return fallback.kind != Default::Kind::None; }
 };
 
@@ -87,45 +88,6 @@ inline constexpr unsigned checksPort = 1;      // -1 while the port is closed
 inline constexpr unsigned exchanges = 2;       // 0 to 5, of the exchange with the printer
 inline constexpr unsigned checksArgument = 4;  // 6, for an argument that is rejected before anything is sent
 
-/// How the text of a field is made.
-enum class Encoding {
-  Constant,   // always the same text
-  AsGiven,    // the argument as its text, neither cut nor replaced
-  Cleaned,    // cut to `size` characters, trimmed, 7-bit
-  ItemText,   // the same with the setting LenDescripcionZT, and `size` characters more
-  Start,      // the first `size` characters as they are
-  Implied,    // a number with `size` implied decimals
-  Day,        // a date as yymmdd
-  Time,       // a time as hhnnss
-  Digits8,    // a whole number with eight digits at least
-  Amount,     // a number with two decimals and the regional separators
-  ShortDate,  // the regional short date
-  Letter,     // in upper case
-};
-
-/// One field of a command.
-struct SentField {
-  Encoding encoding;
-  std::string_view source = {};  // the parameter that it is made of, or the constant text
-  int size = 0;
-};
-
-/// One command as a member sends it, with its fields in the order of the frame.
-struct SentCommand {
-  std::int16_t code;
-  ConstantList<SentField, 9> fields = {};
-  std::string_view when = {};  // the case in which this one of several is sent; empty: always, in turn
-};
-
-/// What a member does on the line.
-struct Effect {
-  ConstantList<SentCommand, 3> commands = {};
-  std::string_view sendsOther = {};  // what it sends when that is no command of its own
-  unsigned outcomes = noOutcome;
-
-  constexpr bool sends() const { return !commands.empty() || !sendsOther.empty(); }
-};
-
 struct Member {
   std::string_view name;
   Access access;
@@ -133,13 +95,15 @@ struct Member {
   Type result;
   std::string_view help;
   Thunk thunk;
-  Effect effect = {};
-  Parameter newValue = {};  // of a Let or Set
+  unsigned outcomes = noOutcome;  // which it gives, of those above
+  Parameter newValue = {};        // of a Let or Set
 
+  /// The outcome codes that it gives: those of its result where that is one, else those that it leaves
+  /// in nEnvironmentError.
+  std::vector<int> outcomeCodes() const;
   /// Whether the result is the outcome code; the outcome of any other member is in nEnvironmentError.
   bool returnsOutcome() const {
-    return effect.outcomes != noOutcome &&
-           (result.kind == ValueType::Int16 || result.kind == ValueType::Variant);
+    return outcomes != noOutcome && (result.kind == ValueType::Int16 || result.kind == ValueType::Variant);
   }
 };
 

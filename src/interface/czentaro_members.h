@@ -30,38 +30,23 @@ using VariantGet = Variant (Z::*)() const;
 using FlagLet = void (Z::*)(bool);
 using FlagGet = bool (Z::*)() const;
 
-// A note says what a parameter means; how it is sent stands with the fields of the command.
+// The outcomes of the usual operation, which a closed port refuses; of one that also refuses an argument.
+constexpr unsigned operation = checksPort | exchanges, checkedOperation = operation | checksArgument;
+
+// A note says what a parameter means, what may be passed, and how it is sent.
 constexpr std::string_view aFrame = "a frame built by BuildOMB just before";
-constexpr std::string_view customer = "customer's name";
-constexpr std::string_view rif = "customer's RIF";
-constexpr std::string_view reportType = "type of report";
+constexpr std::string_view customer = "customer's name, 40 characters", rif = "customer's RIF, 14 characters";
+constexpr std::string_view amount = "amount, 2 implied decimals";
+constexpr std::string_view reportType = "type of report, sent as given";
+constexpr std::string_view line40 = "text, 40 characters";
 
 constexpr ParameterList itemParameters{
-    byRef("istrDescripcion", "description"),
+    byRef("istrDescripcion", "description, as many characters as the setting LenDescripcionZT says"),
     byRef("ivmPrecioNeto",
-          "price of one without tax; a fractional quantity folded into it (setting SuprimirDecimalesEZT) is "
-          "written back"),
-    byRef("idblCantidad", "quantity; 1 is written back when it was folded"),
-    byRef("ivmPorcentajeImpuesto", "tax in per cent")};
-constexpr SentCommand itemLine(std::string_view lineType) {
-  return command(Command::ItemLine,
-                 {itemText("istrDescripcion"), implied("idblCantidad", 3), implied("ivmPrecioNeto", 2),
-                  implied("ivmPorcentajeImpuesto", 2), constant(lineType)});
-}
-constexpr SentCommand payment(SentField text, SentField amount, std::string_view type) {
-  return command(Command::Payment, {text, amount, constant(type)});
-}
-constexpr SentCommand report(SentField first, SentField last) {
-  return command(Command::MemoryReport, {first, last, asGiven("sTipoReporte")});
-}
-constexpr SentCommand status(SentField selector) { return command(Command::Status, {selector}); }
-/// A cheque: the slip station is switched on and off around its command.
-constexpr Effect onSlip(SentCommand cheque) {
-  return sends({command(Command::SlipOn), cheque, command(Command::SlipOff)});
-}
-constexpr SentCommand formatLine(Command line, std::string_view when) {
-  return command(line, {asGiven("nLinea"), cleaned("sTextoLinea", 40)}, when);
-}
+          "price of one without tax, 2 implied decimals; a fractional quantity folded into it (setting "
+          "SuprimirDecimalesEZT) is written back"),
+    byRef("idblCantidad", "quantity, 3 implied decimals; 1 is written back when it was folded"),
+    byRef("ivmPorcentajeImpuesto", "tax in per cent, 2 implied decimals")};
 
 inline constexpr auto czentaroMembers = rows(
     variable<&Z::CommPort>("CommPort", "Serial port, 1 to 8."),
@@ -77,12 +62,10 @@ inline constexpr auto czentaroMembers = rows(
         {byRef("iCommandNumber", "command code, 0 to 255"), byRef("vaArgs", "the fields, each as its text")},
         "Builds a command frame."),
     method<&Z::execute>("execute", {byRef("s", aFrame)}, "Sends a frame without looking at the port.",
-                        sendsOther("the frame as given", exchanges)),
+                        exchanges),
     method<&Z::ExecuteCMD>("ExecuteCMD", {byRef("nCmd", "command code, 0 to 255")},
-                           "Sends a command without fields.",
-                           sendsOther("the command, without fields", checksPort | exchanges)),
-    method<&Z::ExecuteOMB>("ExecuteOMB", {byRef("sOMB", aFrame)}, "Sends a frame.",
-                           sendsOther("the frame as given", checksPort | exchanges)),
+                           "Sends a command without fields.", operation),
+    method<&Z::ExecuteOMB>("ExecuteOMB", {byRef("sOMB", aFrame)}, "Sends a frame.", operation),
     letGet<static_cast<VariantLet>(&Z::DebugMode), static_cast<VariantGet>(&Z::DebugMode)>(
         "DebugMode", byRef("value", "True switches it on"), "The object trace is on."),
     readOnly<&Z::PrinterType>("PrinterType", "Type of the printer."),
@@ -100,175 +83,148 @@ inline constexpr auto czentaroMembers = rows(
         "The answer field at an index, or -1."),
     method<&Z::MaxResponse>("MaxResponse", {}, "-1 when answer fields are stored, 0 after a failure."),
     method<&Z::BitPrinter>("BitPrinter", {byRef("nBit", "0 to 15")},
-                           "A bit of the printer status word by its value, or -1.", sendsNothing),
+                           "A bit of the printer status word by its value, or -1.", checksArgument),
     method<&Z::BitFiscal>("BitFiscal", {byRef("nBit", "0 to 15")},
-                          "A bit of the fiscal status word by its value, or -1.", sendsNothing),
+                          "A bit of the fiscal status word by its value, or -1.", checksArgument),
 
     method<&Z::RealizarCierre>(
         "RealizarCierre",
         {byValue("nTipo", "CIERRE_X (0); anything else is the Z"),
          byValue("Imprimir", "False: an X closing is not printed, only its figures are read", isTrue)},
-        "Runs the X or Z closing.",
-        sends({command(Command::Closing, {constant("X"), constant("P")}, "an X closing"),
-               command(Command::Closing, {constant("X"), constant("S")}, "an X closing, Imprimir False"),
-               command(Command::Closing, {constant("Z")}, "a Z closing")})),
-    method<&Z::CierreZ>("CierreZ", {}, "Runs the Z closing with totals.",
-                        sends({command(Command::Closing, {constant("Z"), constant("T")})})),
+        "Runs the X or Z closing.", operation),
+    method<&Z::CierreZ>("CierreZ", {}, "Runs the Z closing with totals.", operation),
     method<&Z::ReporteMemoriaPorFecha>(
         "ReporteMemoriaPorFecha",
-        {byRef("dtInicial", "first day"), byRef("dtFinal", "last day"),
+        {byRef("dtInicial", "first day: a date, or a text that is one; sent as yymmdd"),
+         byRef("dtFinal", "last day: a date, or a text that is one; sent as yymmdd"),
          byValue("sTipoReporte", reportType, text("R"))},
-        "Reports the fiscal memory between two dates.",
-        sends({report({Encoding::Day, "dtInicial"}, {Encoding::Day, "dtFinal"})})),
-    method<&Z::ReporteMemoriaPorNumero>(
-        "ReporteMemoriaPorNumero",
-        {byRef("lngInicial", "first closing number"), byRef("lngFinal", "last closing number"),
-         byValue("sTipoReporte", reportType, emptyText)},
-        "Reports the fiscal memory between two closing numbers.",
-        sends({report({Encoding::Digits8, "lngInicial"}, {Encoding::Digits8, "lngFinal"})})),
+        "Reports the fiscal memory between two dates.", operation),
+    method<&Z::ReporteMemoriaPorNumero>("ReporteMemoriaPorNumero",
+                                        {byRef("lngInicial", "first closing number, sent with eight digits"),
+                                         byRef("lngFinal", "last closing number, sent with eight digits"),
+                                         byValue("sTipoReporte", reportType, emptyText)},
+                                        "Reports the fiscal memory between two closing numbers.", operation),
 
     method<&Z::IniciarFactura>(
         "IniciarFactura",
         {byValue("sNombreCliente", customer, emptyText), byValue("sRIFCliente", rif, emptyText)},
-        "Opens an invoice.",
-        sends({command(Command::OpenDocument,
-                       {cleaned("sNombreCliente", 40), cleaned("sRIFCliente", 14), emptyField, emptyField,
-                        emptyField, emptyField, emptyField, emptyField, emptyField})})),
+        "Opens an invoice.", operation),
     method<&Z::PasarLineaExtra>(
-        "PasarLineaExtra", {byRef("sTexto", "text")}, "Prints an extra text line.",
-        sends({command(Command::ExtraLine, {itemText("sTexto", 14), constant("S")})})),
+        "PasarLineaExtra",
+        {byRef("sTexto", "text, as many characters as the setting LenDescripcionZT says and 14 more")},
+        "Prints an extra text line.", operation),
     method<&Z::IniciarDevolucion>(
         "IniciarDevolucion",
         {byValue("sNombreCliente", customer, emptyText), byValue("sRIFCliente", rif, emptyText),
-         byValue("NumeroComprobante", "number of the invoice", zero),
-         byValue("sSerialEquipo", "serial number of the machine that printed it", emptyText),
-         byValue("dtFechaComprobante", "its date; 0 is sent empty", zero),
-         byValue("dtHoraComprobante", "its time; 0 is sent empty", zero)},
-        "Opens a credit note.",
-        sends({command(Command::OpenDocument, {cleaned("sNombreCliente", 40),
-                                               cleaned("sRIFCliente", 14),
-                                               asGiven("NumeroComprobante"),
-                                               asGiven("sSerialEquipo"),
-                                               {Encoding::Day, "dtFechaComprobante"},
-                                               {Encoding::Time, "dtHoraComprobante"},
-                                               constant("D"),
-                                               emptyField,
-                                               emptyField})})),
-    method<static_cast<ItemLine>(&Z::PasarLineaFactura)>(
-        "PasarLineaFactura", itemParameters, "Prints an item line of an invoice.", sends({itemLine("M")})),
-    method<static_cast<ItemLine>(&Z::PasarLineaDevolucion)>("PasarLineaDevolucion", itemParameters,
-                                                            "Prints an item line of a credit note.",
-                                                            sends({itemLine("m")})),
-    method<&Z::RecibirPago>("RecibirPago", {byRef("ivmMontoRecibido", "amount")}, "Registers a payment.",
-                            sends({payment(emptyField, implied("ivmMontoRecibido", 2), "T")})),
+         byValue("NumeroComprobante", "number of the invoice, sent as given", zero),
+         byValue("sSerialEquipo", "serial number of the machine that printed it, sent as given", emptyText),
+         byValue("dtFechaComprobante", "its date, or a text that is one; sent as yymmdd, and empty for 0",
+                 zero),
+         byValue("dtHoraComprobante", "its time, or a text that is one; sent as hhnnss, and empty for 0",
+                 zero)},
+        "Opens a credit note.", operation),
+    method<static_cast<ItemLine>(&Z::PasarLineaFactura)>("PasarLineaFactura", itemParameters,
+                                                         "Prints an item line of an invoice.", operation),
+    method<static_cast<ItemLine>(&Z::PasarLineaDevolucion)>(
+        "PasarLineaDevolucion", itemParameters, "Prints an item line of a credit note.", operation),
+    method<&Z::RecibirPago>("RecibirPago", {byRef("ivmMontoRecibido", amount)}, "Registers a payment.",
+                            operation),
     method<&Z::PagoConMedio>(
-        "PagoConMedio", {byRef("medio", "medium of payment, a number or a text"), byRef("monto", "amount")},
-        "Registers a payment by a medium.", sends({payment(asGiven("medio"), implied("monto", 2), "T")})),
-    method<&Z::RegistrarDescuento>("RegistrarDescuento", {byRef("ivmValorDescuento", "amount")},
-                                   "Registers a discount.",
-                                   sends({payment(emptyField, implied("ivmValorDescuento", 2), "D")})),
+        "PagoConMedio",
+        {byRef("medio", "medium of payment, a number or a text, sent as given"), byRef("monto", amount)},
+        "Registers a payment by a medium.", operation),
+    method<&Z::RegistrarDescuento>("RegistrarDescuento", {byRef("ivmValorDescuento", amount)},
+                                   "Registers a discount.", operation),
     method<&Z::RegistrarDescuentoExt>(
-        "RegistrarDescuentoExt", {byRef("ivmValorDescuento", "amount"), byRef("Descripcion", "description")},
-        "Registers a discount with a description.",
-        sends({payment({Encoding::Start, "Descripcion", 20}, implied("ivmValorDescuento", 2), "D")})),
-    method<&Z::CancelarComprobante>("CancelarComprobante", {}, "Cancels the open document.",
-                                    sends({payment(emptyField, constant("0"), "C")})),
+        "RegistrarDescuentoExt",
+        {byRef("ivmValorDescuento", amount),
+         byRef("Descripcion", "description, the first 20 characters as they are")},
+        "Registers a discount with a description.", operation),
+    method<&Z::CancelarComprobante>("CancelarComprobante", {}, "Cancels the open document.", operation),
     method<&Z::CerrarComprobante>(
         "CerrarComprobante",
-        {byValue("TipoCierre", R"("T" close, "A" partial close, "E" final close)", text("T"))},
+        {byValue(
+            "TipoCierre",
+            R"("T" close, "A" partial close, "E" final close; sent as given, no field for an empty text)",
+            text("T"))},
         "Si se pasa \"A\" se hace un cierre \"parcial\", que permite lineas adicionales. "
         "\"E\" causa un cierre definitivo.",
-        sendsAlways({command(Command::CloseDocument, {asGiven("TipoCierre")}, "a type"),
-                     command(Command::CloseDocument, {}, "an empty type")})),
-    method<&Z::Subtotal>("Subtotal", {}, "Prints the subtotal.",
-                         sendsAlways({command(Command::Subtotal, {emptyField, emptyField})})),
+        exchanges),
+    method<&Z::Subtotal>("Subtotal", {}, "Prints the subtotal.", exchanges),
 
-    method<&Z::AbrirDNF>("AbrirDNF", {}, "Opens a non-fiscal document.",
-                         sends({command(Command::OpenNonFiscal)})),
-    method<&Z::PasarLineaDNF>("PasarLineaDNF", {byRef("istrTexto", "text")},
-                              "Prints a line of a non-fiscal document.",
-                              sends({command(Command::NonFiscalLine, {cleaned("istrTexto", 40)})})),
-    method<&Z::CerrarDNF>("CerrarDNF", {}, "Closes a non-fiscal document.",
-                          sends({command(Command::CloseNonFiscal)})),
+    method<&Z::AbrirDNF>("AbrirDNF", {}, "Opens a non-fiscal document.", operation),
+    method<&Z::PasarLineaDNF>("PasarLineaDNF", {byRef("istrTexto", line40)},
+                              "Prints a line of a non-fiscal document.", operation),
+    method<&Z::CerrarDNF>("CerrarDNF", {}, "Closes a non-fiscal document.", operation),
 
-    method<&Z::GetDeviceStatus>("GetDeviceStatus",
-                                {byRef("istrComando",
-                                       "one of the letters N E A B C D R F J in either case, or an empty "
-                                       "text; else 6, also in nEnvironmentError")},
-                                "Asks for a status by its letter.",
-                                sendsChecked({status({Encoding::Letter, "istrComando"})})),
-    method<&Z::Reset>("Reset", {}, "Sends the reset sequence and waits five seconds.",
-                      sendsOther("the bytes 0x07 to 0x11 without a frame; no answer is read", noOutcome)),
+    method<&Z::GetDeviceStatus>(
+        "GetDeviceStatus",
+        {byRef(
+            "istrComando",
+            "one of the letters N E A B C D R F J in either case, sent in upper case, or an empty text, sent "
+            "as an empty field; else 6, also in nEnvironmentError")},
+        "Asks for a status by its letter.", checkedOperation),
+    method<&Z::Reset>("Reset", {}, "Sends the reset sequence and waits five seconds."),
     method<&Z::SerialImpresora>("SerialImpresora", {},
-                                "The printer's serial number, empty when the outcome is not 0.",
-                                sends({command(Command::SerialNumber)})),
+                                "The printer's serial number, empty when the outcome is not 0.", operation),
     method<&Z::GetDateTime>("GetDateTime", {},
                             "The printer's date and time, the zero date when the outcome is not 0.",
-                            sends({command(Command::ReadClock)})),
+                            operation),
     method<&Z::SetDateTime>(
         "SetDateTime",
-        {byRef("idtFechaActual",
-               "a date with time, or a text that is one; else 6, also in nEnvironmentError")},
-        "Sets the printer's date and time.",
-        sendsChecked({command(Command::SetClock,
-                              {{Encoding::Day, "idtFechaActual"}, {Encoding::Time, "idtFechaActual"}})})),
-    method<&Z::SetTextoFormato>("SetTextoFormato",
-                                {byRef("bEncabezado", "True: header, False: footer"),
-                                 byRef("nLinea", "line 1 to 5; else 6"), byRef("sTextoLinea", "text")},
-                                "Establece el texto del encabezado (bENcabezado = True) o pie de página "
-                                "(bEncabezado = False) para los comprobantes fiscales.",
-                                sendsChecked({formatLine(Command::HeaderLine, "a header line"),
-                                              formatLine(Command::FooterLine, "a footer line")})),
+        {byRef(
+            "idtFechaActual",
+            "a date with time, or a text that is one; sent as yymmdd and hhnnss; else 6, also in nEnvironmentError")},
+        "Sets the printer's date and time.", checkedOperation),
+    method<&Z::SetTextoFormato>(
+        "SetTextoFormato",
+        {byRef("bEncabezado", "True: header, False: footer"),
+         byRef("nLinea", "line 1 to 5, a number or a text that is one, sent as that number; else 6"),
+         byRef("sTextoLinea", line40)},
+        "Establece el texto del encabezado (bENcabezado = True) o pie de página "
+        "(bEncabezado = False) para los comprobantes fiscales.",
+        checkedOperation),
     method<&Z::AbrirGavetaN>("AbrirGavetaN",
                              {byRef("nGaveta", "1 or 2; else 6, also while the port is closed")},
-                             "Opens cash drawer 1 or 2.",
-                             sendsChecked({command(Command::OpenDrawer1, {}, "drawer 1"),
-                                           command(Command::OpenDrawer2, {}, "drawer 2")})),
-    method<&Z::CortarPapel>("CortarPapel", {}, "Cuts the paper.", sends({command(Command::CutPaper)})),
-    method<&Z::PaperFeed>("PaperFeed", {}, "Feeds the paper.", sends({command(Command::FeedPaper)})),
-    method<&Z::ActivarSlip>("ActivarSlip", {}, "Switches the slip station on.",
-                            sends({command(Command::SlipOn)})),
-    method<&Z::DesactivarSlip>("DesactivarSlip", {}, "Switches the slip station off.",
-                               sends({command(Command::SlipOff)})),
+                             "Opens cash drawer 1 or 2.", checkedOperation),
+    method<&Z::CortarPapel>("CortarPapel", {}, "Cuts the paper.", operation),
+    method<&Z::PaperFeed>("PaperFeed", {}, "Feeds the paper.", operation),
+    method<&Z::ActivarSlip>("ActivarSlip", {}, "Switches the slip station on.", operation),
+    method<&Z::DesactivarSlip>("DesactivarSlip", {}, "Switches the slip station off.", operation),
 
-    method<&Z::LlenarCheque>("LlenarCheque",
-                             {byRef("vmMontoCheque", "amount"), byRef("strBeneficiario", "payee"),
-                              byRef("dtFechaEmision", "date of issue")},
-                             "Prints the face of a cheque. The outcome is that of the last exchange. A payee "
-                             "that does not convert leaves the slip station on.",
-                             onSlip(command(Command::ChequeFace, {{Encoding::Amount, "vmMontoCheque"},
-                                                                  cleaned("strBeneficiario", 40),
-                                                                  {Encoding::ShortDate, "dtFechaEmision"}}))),
+    method<&Z::LlenarCheque>(
+        "LlenarCheque",
+        {byRef("vmMontoCheque", "amount, sent with two decimals and the regional separators"),
+         byRef("strBeneficiario", "payee, 40 characters"),
+         byRef("dtFechaEmision", "date of issue, or a text that is one; sent as the regional short date")},
+        "Prints the face of a cheque. The outcome is that of the last exchange. A payee "
+        "that does not convert leaves the slip station on.",
+        operation),
     method<&Z::EndosarCheque>(
         "EndosarCheque",
-        {byRef("strNombre", "name"), byRef("strCedula", "identity number"),
-         byRef("strTelefono", "telephone")},
+        {byRef("strNombre", "name, 40 characters"), byRef("strCedula", "identity number, 20 characters"),
+         byRef("strTelefono", "telephone, 20 characters")},
         "Prints an endorsement on a cheque. The outcome is that of the last exchange. A text that does not "
         "convert leaves the slip station on.",
-        onSlip(command(Command::ChequeEndorsement,
-                       {cleaned("strNombre", 40), cleaned("strCedula", 20), cleaned("strTelefono", 20)}))),
+        operation),
 
-    method<&Z::StatusIF>("StatusIF", {byRef("nCommand", R"(selector such as "N" or "*")")},
-                         "Asks for a status by a selector.", sendsAlways({status(asGiven("nCommand"))})),
-    method<&Z::GetStatusN>("GetStatusN", {}, "The normal status as a record, or nothing.",
-                           sendsAlways({status(constant("N"))})),
+    method<&Z::StatusIF>("StatusIF", {byRef("nCommand", R"(selector such as "N" or "*", sent as given)")},
+                         "Asks for a status by a selector.", exchanges),
+    method<&Z::GetStatusN>("GetStatusN", {}, "The normal status as a record, or nothing.", exchanges),
     method<&Z::GetStatusHASAR>("GetStatusHASAR", {}, "Status words and counters as a record, or nothing.",
-                               sendsAlways({status(constant("*"))})),
-    method<&Z::PerformReturnCierre>(
-        "PerformReturnCierre", {byRef("TipoCierre", "CIERRE_X (0); anything else is the Z")},
-        "Runs a closing; its figures as a record, or nothing.",
-        sends({command(Command::Closing, {constant("X"), constant("P")}, "an X closing"),
-               command(Command::Closing, {constant("Z")}, "a Z closing")})),
+                               exchanges),
+    method<&Z::PerformReturnCierre>("PerformReturnCierre",
+                                    {byRef("TipoCierre", "CIERRE_X (0); anything else is the Z")},
+                                    "Runs a closing; its figures as a record, or nothing.", operation),
     method<&Z::GetResultadoCierre>("GetResultadoCierre", {},
                                    "The figures in the last answer as a record, or nothing."),
 
     variable<&Z::verifyCheckSum>("verifyCheckSum", "Reject answers with a wrong checksum."),
     method<static_cast<ClosingWithBase>(&Z::CerrarComprobanteIGTF)>(
         "CerrarComprobanteIGTF",
-        {byRef("TipoCierre", R"("T" or "A", with a base "U" or "B"; adjusted to that and written back)",
+        {byRef("TipoCierre", R"("T" or "A", sent with a base as "U" or "B"; what was sent is written back)",
                text("T")),
-         byRef("baseIGTF", "base of the IGTF tax", omitted)},
-        "Closes the document with a base for the IGTF tax.",
-        sendsAlways({command(Command::CloseDocument, {asGiven("TipoCierre"), implied("baseIGTF", 2)})})));
+         byRef("baseIGTF", "base of the IGTF tax, 2 implied decimals", omitted)},
+        "Closes the document with a base for the IGTF tax.", exchanges));
 
 }  // namespace zentaro::table

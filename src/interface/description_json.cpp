@@ -2,7 +2,6 @@
 #include "interface/description_json.h"
 
 #include "interface/library.h"
-#include "interface/sent_text.h"
 #include "interface/type_names.h"
 
 namespace zentaro {
@@ -28,11 +27,13 @@ template <class Items, class Each>
 std::string joined(char begin, const Items& items, const Each& each, char end) {
   std::string json(1, begin);
   for (const auto& item : items) {
-    if (json.size() > 1) json += ',';
-    json += each(item);
+    const std::string text = each(item);
+    if (json.size() > 1 && !text.empty()) json += ',';
+    json += text;
   }
   return json + end;
 }
+/// A pair that is empty is none.
 std::string object(std::initializer_list<std::string> pairs) {
   return joined(
       '{', pairs, [](const std::string& text) { return text; }, '}');
@@ -51,44 +52,24 @@ std::string defaultJson(const Default& fallback) {
 }
 
 /// Of a parameter, or of the new value of an assignment.
-std::string parameterJson(const Parameter& parameter, const std::string& note) {
-  std::string json =
-      object({pair("name", quoted(parameter.name)), pair("type", quoted(typeName(parameter.type))),
-              pair("passing", quoted(parameter.passing == Passing::ByReference ? "byref" : "byval")),
-              pair("note", quoted(note)), pair("optional", flag(parameter.isOptional()))});
-  if (parameter.isOptional())
-    json.insert(json.size() - 1, "," + pair("default", defaultJson(parameter.fallback)));
-  return json;
-}
-
-std::string fieldJson(const SentField& field) {
-  const bool isConstant = field.encoding == Encoding::Constant;
-  return object({pair(isConstant ? "text" : "parameter", quoted(field.source)),
-                 pair("encoding", quoted(encodingName(field.encoding))),
-                 pair("size", std::to_string(field.size))});
-}
-
-std::string sentJson(const SentCommand& command) {
-  return object({pair("command", std::to_string(command.code)),
-                 pair("fields", joined('[', command.fields, fieldJson, ']')),
-                 pair("when", quoted(command.when))});
+std::string parameterJson(const Parameter& parameter) {
+  const std::string passing = parameter.passing == Passing::ByReference ? "byref" : "byval";
+  return object({pair("name", quoted(parameter.name)), pair("type", quoted(typeName(parameter.type))),
+                 pair("passing", quoted(passing)), pair("note", quoted(parameter.note)),
+                 pair("optional", flag(parameter.isOptional())),
+                 parameter.isOptional() ? pair("default", defaultJson(parameter.fallback)) : ""});
 }
 
 std::string memberJson(const Member& member) {
   const std::string result = typeName(member.result);
-  const auto parameter = [&](const Parameter& each) { return parameterJson(each, meaning(member, each)); };
-  const auto& [commands, other, outcomes] = member.effect;
-  std::string json =
-      object({pair("name", quoted(member.name)), pair("kind", quoted(accessName(member.access))),
-              pair("parameters", joined('[', member.parameters, parameter, ']')),
-              pair("result", result.empty() ? "null" : quoted(result)),
-              pair("outcome", flag(member.returnsOutcome())),
-              pair("sends", other.empty() ? joined('[', commands, sentJson, ']') : quoted(other)),
-              pair("help", quoted(member.help))});
-  const Parameter& value = member.newValue;
-  if (!value.name.empty())
-    json.insert(json.size() - 1, "," + pair("newValue", parameterJson(value, std::string(value.note))));
-  return json;
+  const auto code = [](int outcome) { return std::to_string(outcome); };
+  return object({pair("name", quoted(member.name)), pair("kind", quoted(accessName(member.access))),
+                 pair("parameters", joined('[', member.parameters, parameterJson, ']')),
+                 pair("result", result.empty() ? "null" : quoted(result)),
+                 pair("outcome", flag(member.returnsOutcome())),
+                 pair("outcomes", joined('[', member.outcomeCodes(), code, ']')),
+                 pair("help", quoted(member.help)),
+                 member.newValue.name.empty() ? "" : pair("newValue", parameterJson(member.newValue))});
 }
 
 std::string enumerationJson(const EnumerationDescription& enumeration) {
@@ -99,16 +80,18 @@ std::string enumerationJson(const EnumerationDescription& enumeration) {
 
 }  // namespace
 
-std::string classJson(const ClassDescription& description) {
+std::string classJson(const ClassDescription& description, std::span<const Member> members) {
   return object({pair("class", quoted(qualifiedName(description))),
                  pair("interface", quoted(description.interfaceName)),
                  pair("creatable", flag(description.create != nullptr)),
                  pair("help", quoted(description.help)),
-                 pair("members", joined('[', description.members, memberJson, ']'))});
+                 pair("members", joined('[', members, memberJson, ']'))});
 }
 
 std::string libraryJson() {
-  const auto each = [](const ClassDescription* description) { return classJson(*description); };
+  const auto each = [](const ClassDescription* description) {
+    return classJson(*description, description->members);
+  };
   return object({pair("library", quoted(libraryName)),
                  pair("classes", joined('[', libraryClasses(), each, ']')),
                  pair("enumerations", joined('[', libraryEnumerations(), enumerationJson, ']'))});

@@ -12,7 +12,6 @@
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "automation/description.h"
-#include "interface/sent_commands.h"
 #include "printer/closing_type.h"
 #include "printer/outcome.h"
 
@@ -168,13 +167,11 @@ using VariableTraitsOf = decltype(variableTraitsOf(variable));
 
 template <auto function>
 consteval std::array<Member, 1> method(std::string_view name, ParameterList parameters = {},
-                                       std::string_view help = {}, Effect effect = {}) {
+                                       std::string_view help = {}, unsigned outcomes = noOutcome) {
   using Traits = TraitsOf<function>;
   if (parameters.size() != Traits::arity) throw "every parameter of the C++ member needs a name";
-  if (!namesItsParameters(effect, parameters))
-    throw "a field is made of a parameter that the member does not have";
   return {Member{name, Access::Call, Traits::typed(parameters), Traits::resultType, help,
-                 &Traits::template thunk<function>, effect}};
+                 &Traits::template thunk<function>, outcomes}};
 }
 
 /// A public variable: get and let, and set when it can hold an object.
@@ -206,8 +203,10 @@ consteval std::array<Member, 2> letGet(std::string_view name, Parameter newValue
                                        std::string_view help = {}) {
   using Setter = TraitsOf<setter>;
   newValue = Setter::typed({newValue})[0];
-  return {Member{name, Access::Let, {}, newValue.type, help, &Setter::template thunk<setter>, {}, newValue},
-          readOnly<getter>(name, help)[0]};
+  return {
+      Member{
+          name, Access::Let, {}, newValue.type, help, &Setter::template thunk<setter>, noOutcome, newValue},
+      readOnly<getter>(name, help)[0]};
 }
 
 template <std::size_t... sizes>

@@ -35,16 +35,8 @@ class OperationTest : public PrinterTest {
         .call(name, arguments);
   }
 
-  void check(const std::string& rows) {
-    for (const std::string& row : split(rows, '\n')) {
-      const std::size_t begin = row.find_first_not_of(' '), arrow = row.find(" => ");
-      if (begin == std::string::npos || row[begin] == '-') continue;
-      EXPECT_EQ(effect(row.substr(begin, arrow - begin)), row.substr(arrow + 4)) << row;
-    }
-  }
-
- private:
-  std::string effect(const std::string& row) {
+  /// Calls the member that the row names first, with the arguments behind it.
+  Variant call(const std::string& row) {
     std::vector<std::string> words{""};
     bool isQuoted = false;
     for (const char c : row) {
@@ -56,13 +48,25 @@ class OperationTest : public PrinterTest {
     }
     std::vector<Variant> arguments;
     for (std::size_t at = 1; at < words.size(); ++at) arguments.push_back(argument(words[at]));
+    return call(words[0], arguments);
+  }
 
+  void check(const std::string& rows) {
+    for (const std::string& row : split(rows, '\n')) {
+      const std::size_t begin = row.find_first_not_of(' '), arrow = row.find(" => ");
+      if (begin == std::string::npos || row[begin] == '-') continue;
+      EXPECT_EQ(effect(row.substr(begin, arrow - begin)), row.substr(arrow + 4)) << row;
+    }
+  }
+
+ private:
+  std::string effect(const std::string& row) {
     line.written.clear();
     const char16_t before = sequence();
     z->nEnvironmentError = ENVERR_STATUS;
     std::string result;
     const int error = errorOf([&] {
-      const Variant value = call(words[0], arguments);
+      const Variant value = call(row);
       result = value.is(Variant::Kind::Int16) || value.is(Variant::Kind::Int32) ? utf8(toText(value)) : "";
     });
     EXPECT_LE(line.written.size(), 1U) << row;

@@ -142,7 +142,7 @@ TEST_F(Call, IsHelpedByMembersAndPrinter) {
   const Ran one = run("zentaro members recibirpago");
   EXPECT_EQ(one.output,
             "CZentaro.RecibirPago(ivmMontoRecibido: Variant): Int16\n\n  Registers a payment.\n"
-            "  ivmMontoRecibido: amount, 2 implied decimals\n  Sends 0x44: empty, ivmMontoRecibido, \"T\"\n"
+            "  ivmMontoRecibido: amount, 2 implied decimals\n"
             "  Outcome, the result: -1, 0 to 5\n\n");
   EXPECT_TRUE(contains(run("zentaro members statusn").output, "  UltimoCierreZ(): Int32\n")) << "a class";
   EXPECT_TRUE(contains(run("zentaro members ntipocierrefiscal").output, "  CIERRE_Z = 1\n"));

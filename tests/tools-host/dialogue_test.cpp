@@ -25,6 +25,7 @@ class Dialogue : public testing::LineTest {
     const Json& error = response["error"];
     std::string text = error["code"].dump() + " " + error["message"].get<std::string>();
     if (error.contains("data")) text += " (" + error["data"]["source"].get<std::string>() + ")";
+    if (error.contains("data") && error["data"].contains("args")) text += " " + error["data"]["args"].dump();
     return text;
   }
 
@@ -115,6 +116,11 @@ TEST_F(Dialogue, WritesBackWhatAMemberChanges) {
             R"({"value":1,"args":["U",12.5]})");
   EXPECT_EQ(ask("call", R"({"object":1,"name":"CerrarComprobanteIGTF","args":["U",{"type":"missing"}]})"),
             R"({"value":1,"args":["T",{"type":"missing"}]})");
+  EXPECT_EQ(ask("call", R"({"object":1,"name":"CerrarComprobanteIGTF","args":["T",1e307]})"),
+            R"(6 Overflow (Zentaro) ["U",1e+307])")
+      << "also when it raises";
+  EXPECT_EQ(ask("call", R"({"object":1,"name":"CerrarComprobanteIGTF","args":["T","x"]})"),
+            "13 Type mismatch (Zentaro)");
 }
 
 TEST_F(Dialogue, NumbersObjectsOnce) {
@@ -153,18 +159,16 @@ TEST_F(Dialogue, DescribesAClass) {
   };
   EXPECT_EQ(
       description["members"][0].dump(),
-      R"({"name":"CommPort","kind":"get","parameters":[],"result":"Variant","outcome":false,"sends":[],"help":"Serial port, 1 to 8."})");
+      R"({"name":"CommPort","kind":"get","parameters":[],"result":"Variant","outcome":false,"outcomes":[],"help":"Serial port, 1 to 8."})");
   EXPECT_EQ(
       member("PortOpen")["newValue"].dump(),
       R"({"name":"bIsOpen","type":"Boolean","passing":"byref","note":"True opens, False closes","optional":false})");
   EXPECT_EQ(member("CerrarComprobanteIGTF")["parameters"][1]["default"].dump(), R"({"type":"missing"})");
   const Json payment = member("PagoConMedio");
   EXPECT_EQ(payment["parameters"][1]["note"], "amount, 2 implied decimals");
-  EXPECT_EQ(
-      payment["sends"].dump(),
-      R"([{"command":68,"fields":[{"parameter":"medio","encoding":"as given","size":0},)"
-      R"({"parameter":"monto","encoding":"implied decimals","size":2},{"text":"T","encoding":"constant","size":0}],)"
-      R"("when":""}])");
+  EXPECT_EQ(payment["outcomes"].dump(), "[-1,0,1,2,3,4,5]");
+  EXPECT_EQ(member("GetStatusN")["outcomes"].dump() + member("BitFiscal")["outcomes"].dump(),
+            "[0,1,2,3,4,5][6]");
   EXPECT_EQ(Json::parse(ask("describe", R"({"class":"statusN"})"))["creatable"], false);
 }
 

@@ -52,7 +52,7 @@ bool mayBeRaisedBehindTheCommand(int error, const Member& member) {
 
 Stepping steppingOf(const Member& member, const std::vector<Variant>& arguments) {
   constexpr std::array<std::string_view, 4> numberedByTheUser{"BuildOMB", "execute", "ExecuteOMB", "Reset"};
-  const bool talks = (member.effect.outcomes & exchanges) != 0;
+  const bool talks = (member.outcomes & exchanges) != 0;
   if (!talks || std::ranges::find(numberedByTheUser, member.name) != numberedByTheUser.end())
     return Stepping::None;
   const bool asksForRecord = member.name == "GetStatusN" || member.name == "GetStatusHASAR";

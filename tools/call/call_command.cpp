@@ -43,7 +43,7 @@ Outcome callOnce(Connection& connection, CallRequest& request) {
   const bool isReturned = member.returnsOutcome();
   const auto code =
       isReturned ? static_cast<ENVERR_CODES>(toInt32(result)) : connection.printer().nEnvironmentError;
-  return {result, member.effect.outcomes != noOutcome, code};
+  return {result, member.outcomes != noOutcome, code};
 }
 
 // The answer to another command says nothing about this one, whatever it says.
@@ -73,7 +73,7 @@ Outcome call(Connection& connection, CallRequest& request) {
     return callInStep(connection, request);
   } catch (const AutomationError& error) {
     const Member& member = request.member.front();
-    if (member.effect.outcomes != noOutcome && mayBeRaisedBehindTheCommand(error.number(), member))
+    if (member.outcomes != noOutcome && mayBeRaisedBehindTheCommand(error.number(), member))
       std::cerr << say(
           "zentaro: el error puede ser posterior al comando: mire el papel antes de repetirlo\n",
           "zentaro: the error may be raised behind the command: see the paper before you repeat it\n");

@@ -23,7 +23,7 @@ constexpr std::size_t deepestLine = 128;
 
 struct Method {
   std::string_view name;
-  Json (HostSession::*run)(const Json& params);
+  std::string (HostSession::*run)(const Json& params);
   std::array<std::string_view, 5> parameters;
 };
 constexpr std::array methods{
@@ -159,19 +159,32 @@ Node documentIn(std::string_view line) {
   return *document;
 }
 
-Json error(int code, std::string_view message) { return {{"code", code}, {"message", message}}; }
+std::string error(int code, std::string_view message) {
+  return jsonLine({{"code", code}, {"message", message}});
+}
+
+std::string errorOf(const AutomationError& failure, const Json& data) {
+  return jsonLine({{"code", failure.number()}, {"message", failure.what()}, {"data", data}});
+}
+
+/// What a member raised after it had written into its arguments, which the caller gets all the same.
+struct ErrorWithArguments {
+  AutomationError error;
+  Json arguments;
+};
 
 // What `work` returns, or the error that it raised, as the member of the response that it is.
 template <class Work>
-std::pair<const char*, Json> outcomeOf(const Work& work) {
+std::pair<std::string_view, std::string> outcomeOf(const Work& work) {
   try {
     return {"result", work()};
   } catch (const RpcError& failure) {
     return {"error", error(static_cast<int>(failure.code()), failure.what())};
+  } catch (const ErrorWithArguments& failure) {
+    return {"error",
+            errorOf(failure.error, {{"source", utf8(failure.error.source())}, {"args", failure.arguments}})};
   } catch (const AutomationError& failure) {
-    Json json = error(failure.number(), failure.what());
-    json["data"] = {{"source", utf8(failure.source())}};
-    return {"error", json};
+    return {"error", errorOf(failure, {{"source", utf8(failure.source())}})};
   } catch (const std::exception& failure) {
     return {"error", error(static_cast<int>(RpcCode::InternalError), failure.what())};
   }
@@ -183,44 +196,52 @@ std::string HostSession::answer(std::string_view line) {
   Json id;
   line_ = line;
   whenDelivered_ = nullptr;
-  auto [member, outcome] = outcomeOf([&] {
+  const auto [member, outcome] = outcomeOf([&] {
     const Json request = parsed(line);
     id = idOf(request);
     const Method& method = methodOf(request);
     return (this->*method.run)(paramsOf(request, method));
   });
-  return jsonLine({{"jsonrpc", "2.0"}, {"id", std::move(id)}, {member, std::move(outcome)}});
+  std::string response = R"({"jsonrpc":"2.0","id":)" + jsonLine(id);
+  return response.append(",\"").append(member).append("\":").append(outcome) + "}";
 }
 
 void HostSession::delivered() {
   if (const auto work = std::exchange(whenDelivered_, nullptr)) work();
 }
 
-Json HostSession::create(const Json& params) {
-  return {{"object", objects_.idOf(createObject(textParameter(params, "class")))}};
+std::string HostSession::create(const Json& params) {
+  return jsonLine({{"object", objects_.idOf(createObject(textParameter(params, "class")))}});
 }
 
-Json HostSession::release(const Json& params) {
+std::string HostSession::release(const Json& params) {
   if (!objects_.release(idParameter(params))) throw unknownObject(params);
-  return Json::object();
+  return "{}";
 }
 
-Json HostSession::get(const Json& params) {
-  return {{"value", jsonOf(object(params).get(textParameter(params, "name")), objects_)}};
+std::string HostSession::get(const Json& params) {
+  return jsonLine({{"value", jsonOf(object(params).get(textParameter(params, "name")), objects_)}});
 }
 
-Json HostSession::put(const Json& params) {
+std::string HostSession::put(const Json& params) {
   object(params).put(textParameter(params, "name"), variantOf(parameter(params, "value"), objects_));
-  return Json::object();
+  return "{}";
 }
 
-Json HostSession::call(const Json& params) {
+std::string HostSession::call(const Json& params) {
   std::vector<Variant> arguments = argumentsOf(params, objects_);
-  const Variant result = object(params).call(textParameter(params, "name"), arguments);
-  return {{"value", jsonOf(result, objects_)}, {"args", jsonOf(Array(std::move(arguments)), objects_)}};
+  const Json before = jsonOf(Array(arguments), objects_);
+  try {
+    const Variant result = object(params).call(textParameter(params, "name"), arguments);
+    return jsonLine({{"value", jsonOf(result, objects_)}, {"args", jsonOf(Array(arguments), objects_)}});
+  } catch (const AutomationError& error) {
+    Json now = jsonOf(Array(arguments), objects_);
+    if (now == before) throw;
+    throw ErrorWithArguments{error, std::move(now)};
+  }
 }
 
-Json HostSession::sale(const Json& params) {
+std::string HostSession::sale(const Json& params) {
   const Object& printer = object(params);
   if (&printer.description() != findClass("CZentaro"))
     throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
@@ -237,14 +258,14 @@ Json HostSession::sale(const Json& params) {
   };
   HostVerdict verdict = sellOn(*static_cast<CZentaro*>(printer.instance()), {document, key, again}, progress);
   whenDelivered_ = std::move(verdict.delivered);
-  return std::move(verdict.json);
+  return jsonLine(verdict.json);
 }
 
-Json HostSession::describe(const Json& params) {
+std::string HostSession::describe(const Json& params) {
   const std::string& name = textParameter(params, "class");
   const ClassDescription* description = findClass(name);
   if (description == nullptr) throw invalidParameters("unknown class " + jsonLine(name));
-  return Json::parse(classJson(*description));
+  return classJson(*description, description->members);
 }
 
 const Object& HostSession::object(const Json& params) const {

@@ -27,14 +27,14 @@ class HostSession {
   /// The response to the last line has been written, for all that can be known.
   void delivered();
 
-  // The methods, each with its parameters; they raise RpcError and AutomationError.
-  Json create(const Json& params);
-  Json release(const Json& params);
-  Json get(const Json& params);
-  Json put(const Json& params);
-  Json call(const Json& params);
-  Json sale(const Json& params);
-  Json describe(const Json& params);
+  // The methods, each with its parameters; their results as JSON. They raise RpcError and AutomationError.
+  std::string create(const Json& params);
+  std::string release(const Json& params);
+  std::string get(const Json& params);
+  std::string put(const Json& params);
+  std::string call(const Json& params);
+  std::string sale(const Json& params);
+  std::string describe(const Json& params);
 
  private:
   const Object& object(const Json& params) const;

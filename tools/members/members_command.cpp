@@ -5,18 +5,14 @@
 #include <iostream>
 #include <memory>
 #include <stdexcept>
-#include <utility>
 
-#include "base/files/json.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "base/terminal/layout.h"
 #include "interface/description_json.h"
 #include "interface/library.h"
-#include "interface/sent_text.h"
 #include "interface/type_names.h"
 #include "text/ascii.h"
-#include "tools/members/reference.h"
 #include "tools/show/guarded.h"
 #include "tools/show/signatures.h"
 #include "tools/show/wording.h"
@@ -29,7 +25,7 @@ namespace {
 
 struct MembersOptions {
   std::string name;
-  bool isJson = false, isMarkdown = false;
+  bool isJson = false;
 };
 
 // A line that the screen may be too narrow for; what follows is indented as far.
@@ -66,10 +62,8 @@ void showMember(const ClassDescription& description, std::span<const Member> gro
   std::cout << '\n';
   show("  " + std::string(inLanguage(member.help)), 2);
   for (const Parameter& parameter : member.parameters) {
-    show("  " + std::string(parameter.name) + ": " + meaning(member, parameter, inLanguage), 6);
+    show("  " + std::string(parameter.name) + ": " + std::string(inLanguage(parameter.note)), 6);
   }
-  if (member.effect.sends())
-    show(std::string(say("  Envía ", "  Sends ")) + sentText(member.effect, inLanguage), 6);
   if (const std::string outcomes = outcomesText(member, inLanguage); !outcomes.empty()) {
     std::cout << say("  Resultado, ", "  Outcome, ") << outcomes << '\n';
   }
@@ -104,17 +98,6 @@ bool showNamesWith(const std::string& part) {
   return true;
 }
 
-// The class with these of its members.
-Json membersJson(const ClassDescription& description, std::span<const Member> members) {
-  Json json = Json::parse(classJson(description));
-  const Json all = std::exchange(json["members"], Json::array());
-  for (const Member& member : members) {
-    json["members"].push_back(all[static_cast<std::size_t>(&member - description.members.data())]);
-    json["members"].back()["outcomes"] = outcomesText(member);
-  }
-  return json;
-}
-
 // The class of that name, or each class with a member of that name, or all of them for an empty name.
 template <class Show>
 bool forEachMatch(const std::string& name, const Show& show) {
@@ -139,21 +122,17 @@ bool showEnumerations(const std::string& name) {
 }
 
 int runMembers(const MembersOptions& options) {
-  if (options.isMarkdown) {
-    std::cout << referencePage();
-    return exitDone;
-  }
-  Json all = Json::array();
+  std::string json;
   bool found = forEachMatch(options.name, [&](const auto& description, auto members, bool isWhole) {
     if (options.isJson) {
-      all.push_back(membersJson(description, members));
+      json += (json.empty() ? "" : ",\n") + classJson(description, members);
     } else if (isWhole) {
       showClass(description);
     } else {
       showMember(description, members);
     }
   });
-  if (options.isJson) std::cout << jsonPage(all);
+  if (options.isJson && found) std::cout << '[' << json << "]\n";
   if (!options.isJson) found = showEnumerations(options.name) || found;
   if (found || (!options.isJson && showNamesWith(options.name))) return exitDone;
   throw std::runtime_error(
@@ -175,13 +154,9 @@ void addMembersCommand(CLI::App& app, int& status) {
                    text("Clase, miembro o enumeración, o parte de su nombre",
                         "A class, member or enumeration, or a part of its name"))
       ->type_name("");
-  CLI::Option* json = command->add_flag(
+  command->add_flag(
       "--json", options->isJson,
       text("Como JSON, con parámetros y resultados", "As JSON, with parameters, defaults and outcomes"));
-  command
-      ->add_flag("--markdown", options->isMarkdown,
-                 text("Todo el manual de referencia", "The whole reference manual"))
-      ->excludes(json);
   command->callback([options, &status] { status = guarded([&] { return runMembers(*options); }); });
 }
 

@@ -72,7 +72,7 @@ std::string signature(std::span<const Member> group, Wording wording) {
 }
 
 std::string outcomesText(const Member& member, Wording wording) {
-  const unsigned outcomes = member.effect.outcomes;
+  const unsigned outcomes = member.outcomes;
   std::vector<std::string> codes;
   if ((outcomes & checksPort) != 0 && member.returnsOutcome()) codes.emplace_back("-1");
   if ((outcomes & exchanges) != 0) codes.emplace_back(wording("0 to 5"));

@@ -6,9 +6,12 @@
 #include <vector>
 
 #include "automation/description.h"
-#include "interface/sent_text.h"
 
 namespace zentaro::tools {
+
+/// Says a phrase of a description in another language.
+using Wording = std::string_view (*)(std::string_view phrase);
+constexpr std::string_view asItIs(std::string_view phrase) { return phrase; }
 
 /// The members in interface order, the accessors of one property together.
 std::vector<std::span<const Member>> memberGroups(const ClassDescription& description);

@@ -10,13 +10,12 @@ namespace zentaro::tools {
 
 namespace {
 
-struct Wording {
+struct Text {
   std::string_view given;  // as the library has it
   std::string_view spanish;
-  std::string_view english = {};  // where the library has it in Spanish
 };
 
-constexpr auto texts = std::to_array<Wording>({
+constexpr auto texts = std::to_array<Text>({
     // Classes.
     {"A fiscal printer on a serial port.", "Una impresora fiscal en un puerto serial."},
     {"The normal status of the printer.", "El estado normal de la impresora."},
@@ -37,9 +36,7 @@ constexpr auto texts = std::to_array<Wording>({
     {"the fields, each as its text", "los campos, cada uno como su texto"},
     {"Sends a frame without looking at the port.", "Envía una trama sin fijarse en el puerto."},
     {"a frame built by BuildOMB just before", "una trama recién armada con BuildOMB"},
-    {"the frame as given", "la trama tal como se dio"},
     {"Sends a command without fields.", "Envía un comando sin campos."},
-    {"the command, without fields", "el comando, sin campos"},
     {"Sends a frame.", "Envía una trama."},
     {"The object trace is on.", "La traza del objeto está encendida."},
     {"True switches it on", "True la enciende"},
@@ -69,93 +66,87 @@ constexpr auto texts = std::to_array<Wording>({
     {"CIERRE_X (0); anything else is the Z", "CIERRE_X (0); cualquier otro es el Z"},
     {"False: an X closing is not printed, only its figures are read",
      "False: el cierre X no se imprime, solo se leen sus montos"},
-    {"an X closing", "un cierre X"},
-    {"an X closing, Imprimir False", "un cierre X, Imprimir en False"},
-    {"a Z closing", "un cierre Z"},
     {"Runs the Z closing with totals.", "Hace el cierre Z con totales."},
     {"Reports the fiscal memory between two dates.", "Reporte de la memoria fiscal entre dos fechas."},
-    {"first day", "primer día"},
-    {"last day", "último día"},
-    {"type of report", "tipo de reporte"},
+    {"first day: a date, or a text that is one; sent as yymmdd",
+     "primer día: una fecha, o un texto que lo sea; se envía como aammdd"},
+    {"last day: a date, or a text that is one; sent as yymmdd",
+     "último día: una fecha, o un texto que lo sea; se envía como aammdd"},
+    {"type of report, sent as given", "tipo de reporte, se envía tal cual"},
     {"Reports the fiscal memory between two closing numbers.",
      "Reporte de la memoria fiscal entre dos números de cierre."},
-    {"first closing number", "primer número de cierre"},
-    {"last closing number", "último número de cierre"},
+    {"first closing number, sent with eight digits", "primer número de cierre, se envía con ocho cifras"},
+    {"last closing number, sent with eight digits", "último número de cierre, se envía con ocho cifras"},
 
     // Documents.
     {"Opens an invoice.", "Abre una factura."},
-    {"customer's name", "nombre del cliente"},
-    {"customer's RIF", "RIF del cliente"},
+    {"customer's name, 40 characters", "nombre del cliente, 40 caracteres"},
+    {"customer's RIF, 14 characters", "RIF del cliente, 14 caracteres"},
     {"Prints an extra text line.", "Imprime una línea de texto adicional."},
-    {"text", "texto"},
+    {"text, as many characters as the setting LenDescripcionZT says and 14 more",
+     "texto, los caracteres que diga la clave LenDescripcionZT y 14 más"},
     {"Opens a credit note.", "Abre una nota de crédito."},
-    {"number of the invoice", "número de la factura"},
-    {"serial number of the machine that printed it", "serial de la máquina que la imprimió"},
-    {"its date; 0 is sent empty", "su fecha; 0 se envía vacío"},
-    {"its time; 0 is sent empty", "su hora; 0 se envía vacío"},
+    {"number of the invoice, sent as given", "número de la factura, se envía tal cual"},
+    {"serial number of the machine that printed it, sent as given",
+     "serial de la máquina que la imprimió, se envía tal cual"},
+    {"its date, or a text that is one; sent as yymmdd, and empty for 0",
+     "su fecha, o un texto que lo sea; se envía como aammdd, y vacía si es 0"},
+    {"its time, or a text that is one; sent as hhnnss, and empty for 0",
+     "su hora, o un texto que lo sea; se envía como hhmmss, y vacía si es 0"},
     {"Prints an item line of an invoice.", "Imprime un renglón de una factura."},
     {"Prints an item line of a credit note.", "Imprime un renglón de una nota de crédito."},
-    {"description", "descripción"},
-    {"price of one without tax; a fractional quantity folded into it (setting SuprimirDecimalesEZT) is written "
-     "back",
-     "precio de una unidad sin impuesto; si la cantidad fraccionaria se multiplica en él (clave "
-     "SuprimirDecimalesEZT), queda cambiado"},
-    {"quantity; 1 is written back when it was folded", "cantidad; queda en 1 si se multiplicó en el precio"},
-    {"tax in per cent", "impuesto en por ciento"},
+    {"description, as many characters as the setting LenDescripcionZT says",
+     "descripción, los caracteres que diga la clave LenDescripcionZT"},
+    {"price of one without tax, 2 implied decimals; a fractional quantity folded into it (setting "
+     "SuprimirDecimalesEZT) is written back",
+     "precio de una unidad sin impuesto, 2 decimales implícitos; si la cantidad fraccionaria se multiplica en él "
+     "(clave SuprimirDecimalesEZT), queda cambiado"},
+    {"quantity, 3 implied decimals; 1 is written back when it was folded",
+     "cantidad, 3 decimales implícitos; queda en 1 si se multiplicó en el precio"},
+    {"tax in per cent, 2 implied decimals", "impuesto en por ciento, 2 decimales implícitos"},
     {"Registers a payment.", "Registra un pago."},
-    {"amount", "monto"},
+    {"amount, 2 implied decimals", "monto, 2 decimales implícitos"},
     {"Registers a payment by a medium.", "Registra un pago con un medio."},
-    {"medium of payment, a number or a text", "medio de pago, un número o un texto"},
+    {"medium of payment, a number or a text, sent as given",
+     "medio de pago, un número o un texto, se envía tal cual"},
     {"Registers a discount.", "Registra un descuento."},
     {"Registers a discount with a description.", "Registra un descuento con su descripción."},
+    {"description, the first 20 characters as they are",
+     "descripción, los primeros 20 caracteres como están"},
     {"Cancels the open document.", "Anula el documento abierto."},
-    {R"("T" close, "A" partial close, "E" final close)",
-     R"("T" cierre, "A" cierre parcial, "E" cierre definitivo)"},
-    {"Si se pasa \"A\" se hace un cierre \"parcial\", que permite lineas adicionales. \"E\" causa un cierre "
-     "definitivo.",
-     "Cierra el documento. Con \"A\" el cierre es parcial y admite líneas adicionales; \"E\" es el cierre "
-     "definitivo.",
-     "Closes the document. With \"A\" the close is partial and allows for extra lines; \"E\" is the final close."},
-    {"a type", "un tipo"},
-    {"an empty type", "un tipo vacío"},
+    {R"("T" close, "A" partial close, "E" final close; sent as given, no field for an empty text)",
+     R"("T" cierre, "A" cierre parcial, "E" cierre definitivo; se envía tal cual, sin campo si el texto es vacío)"},
     {"Prints the subtotal.", "Imprime el subtotal."},
     {"Closes the document with a base for the IGTF tax.", "Cierra el documento con una base para el IGTF."},
-    {R"("T" or "A", with a base "U" or "B"; adjusted to that and written back)",
-     R"("T" o "A", con base "U" o "B"; se ajusta a eso y queda cambiado)"},
-    {"base of the IGTF tax", "base del IGTF"},
+    {R"("T" or "A", sent with a base as "U" or "B"; what was sent is written back)",
+     R"("T" o "A", con base se envía "U" o "B"; queda lo que se envió)"},
+    {"base of the IGTF tax, 2 implied decimals", "base del IGTF, 2 decimales implícitos"},
     {"Opens a non-fiscal document.", "Abre un documento no fiscal."},
+    {"text, 40 characters", "texto, 40 caracteres"},
     {"Prints a line of a non-fiscal document.", "Imprime una línea de un documento no fiscal."},
     {"Closes a non-fiscal document.", "Cierra un documento no fiscal."},
 
     // The device.
     {"Asks for a status by its letter.", "Pide un estado por su letra."},
-    {"one of the letters N E A B C D R F J in either case, or an empty text; else 6, also in nEnvironmentError",
-     "una de las letras N E A B C D R F J, mayúscula o minúscula, o un texto vacío; si no, 6, también en "
-     "nEnvironmentError"},
+    {"one of the letters N E A B C D R F J in either case, sent in upper case, or an empty text, sent as an empty "
+     "field; else 6, also in nEnvironmentError",
+     "una de las letras N E A B C D R F J, mayúscula o minúscula, se envía en mayúscula, o un texto vacío, se envía "
+     "como campo vacío; si no, 6, también en nEnvironmentError"},
     {"Sends the reset sequence and waits five seconds.",
      "Envía la secuencia de reinicio y espera cinco segundos."},
-    {"the bytes 0x07 to 0x11 without a frame; no answer is read",
-     "los bytes 0x07 a 0x11 sin trama; no se lee respuesta"},
     {"The printer's serial number, empty when the outcome is not 0.",
      "El serial de la impresora, vacío si el resultado no es 0."},
     {"The printer's date and time, the zero date when the outcome is not 0.",
      "La fecha y hora de la impresora, la fecha cero si el resultado no es 0."},
     {"Sets the printer's date and time.", "Ajusta la fecha y hora de la impresora."},
-    {"a date with time, or a text that is one; else 6, also in nEnvironmentError",
-     "una fecha con hora, o un texto que lo sea; si no, 6, también en nEnvironmentError"},
-    {"Establece el texto del encabezado (bENcabezado = True) o pie de página (bEncabezado = False) para los "
-     "comprobantes fiscales.",
-     "Establece el texto del encabezado (bEncabezado = True) o del pie de página (bEncabezado = False) de los "
-     "comprobantes fiscales.",
-     "Sets the text of the header (bEncabezado = True) or footer (bEncabezado = False) of fiscal documents."},
+    {"a date with time, or a text that is one; sent as yymmdd and hhnnss; else 6, also in nEnvironmentError",
+     "una fecha con hora, o un texto que lo sea; se envía como aammdd y hhmmss; si no, 6, también en "
+     "nEnvironmentError"},
     {"True: header, False: footer", "True: encabezado, False: pie"},
-    {"line 1 to 5; else 6", "línea 1 a 5; si no, 6"},
-    {"a header line", "una línea de encabezado"},
-    {"a footer line", "una línea de pie"},
+    {"line 1 to 5, a number or a text that is one, sent as that number; else 6",
+     "línea 1 a 5, un número o un texto que lo sea, se envía como ese número; si no, 6"},
     {"Opens cash drawer 1 or 2.", "Abre la gaveta 1 o la 2."},
     {"1 or 2; else 6, also while the port is closed", "1 o 2; si no, 6, también con el puerto cerrado"},
-    {"drawer 1", "gaveta 1"},
-    {"drawer 2", "gaveta 2"},
     {"Cuts the paper.", "Corta el papel."},
     {"Feeds the paper.", "Avanza el papel."},
     {"Switches the slip station on.", "Activa la estación de cheques."},
@@ -164,17 +155,20 @@ constexpr auto texts = std::to_array<Wording>({
      "the slip station on.",
      "Imprime el frente de un cheque. El resultado es el del último intercambio. Un beneficiario que no se puede "
      "convertir deja activa la estación de cheques."},
-    {"payee", "beneficiario"},
-    {"date of issue", "fecha de emisión"},
+    {"amount, sent with two decimals and the regional separators",
+     "monto, se envía con dos decimales y los separadores regionales"},
+    {"payee, 40 characters", "beneficiario, 40 caracteres"},
+    {"date of issue, or a text that is one; sent as the regional short date",
+     "fecha de emisión, o un texto que lo sea; se envía como la fecha corta regional"},
     {"Prints an endorsement on a cheque. The outcome is that of the last exchange. A text that does not convert "
      "leaves the slip station on.",
      "Imprime el endoso de un cheque. El resultado es el del último intercambio. Un texto que no se puede convertir "
      "deja activa la estación de cheques."},
-    {"name", "nombre"},
-    {"identity number", "cédula"},
-    {"telephone", "teléfono"},
+    {"name, 40 characters", "nombre, 40 caracteres"},
+    {"identity number, 20 characters", "cédula, 20 caracteres"},
+    {"telephone, 20 characters", "teléfono, 20 caracteres"},
     {"Asks for a status by a selector.", "Pide un estado por un selector."},
-    {R"(selector such as "N" or "*")", R"(selector, como "N" o "*")"},
+    {R"(selector such as "N" or "*", sent as given)", R"(selector, como "N" o "*", se envía tal cual)"},
     {"The normal status as a record, or nothing.", "El estado normal como registro, o nada."},
     {"Status words and counters as a record, or nothing.",
      "Palabras de estado y contadores como registro, o nada."},
@@ -237,25 +231,8 @@ constexpr auto texts = std::to_array<Wording>({
      "distinto de \"0\": el driver deja traza tras una apertura fallida"},
     {"file of the driver trace", "archivo de la traza del driver"},
 
-    // What is said of commands, fields and outcomes.
+    // What is said of parameters and outcomes.
     {"empty", "vacío"},
-    {"# empty", "# vacíos"},
-    {"no fields", "sin campos"},
-    {"; or ", "; o "},
-    {"sent as given", "se envía tal cual"},
-    {"# characters", "# caracteres"},
-    {"as many characters as the setting LenDescripcionZT says",
-     "los caracteres que diga la clave LenDescripcionZT"},
-    {"as many characters as the setting LenDescripcionZT says and # more",
-     "los caracteres que diga la clave LenDescripcionZT y # más"},
-    {"the first # characters as they are", "los primeros # caracteres como están"},
-    {"# implied decimals", "# decimales implícitos"},
-    {"as yymmdd", "como aammdd"},
-    {"as hhnnss", "como hhmmss"},
-    {"with eight digits", "con ocho cifras"},
-    {"with two decimals and the regional separators", "con dos decimales y los separadores regionales"},
-    {"as the regional short date", "como la fecha corta regional"},
-    {"in upper case", "en mayúscula"},
     {" by reference", " por referencia"},
     {"0 to 5", "0 a 5"},
     {"the result: ", "lo que devuelve: "},
@@ -266,9 +243,9 @@ constexpr auto texts = std::to_array<Wording>({
 }  // namespace
 
 std::string_view inLanguage(std::string_view given) {
-  const auto* const text = std::ranges::find(texts, given, &Wording::given);
+  const auto* const text = std::ranges::find(texts, given, &Text::given);
   if (text == texts.end()) return given;
-  return terminal::say(text->spanish, text->english.empty() ? given : text->english);
+  return terminal::say(text->spanish, given);
 }
 
 }  // namespace zentaro::tools

@@ -1,11 +1,10 @@
-// The reference manual in Markdown.
-#include "tools/members/reference.h"
-
-#include <sstream>
+// Writes the reference manual, reference.md or with "es" es/referencia.md, from the descriptions of the
+// library on standard output: a program of the documentation, which nobody installs.
+#include <iostream>
+#include <string_view>
 
 #include "base/terminal/language.h"
 #include "interface/library.h"
-#include "interface/sent_text.h"
 #include "interface/type_names.h"
 #include "platform/setting_keys.h"
 #include "printer/outcome.h"
@@ -21,13 +20,12 @@ namespace {
 
 constexpr std::string_view english = R"(# Reference
 
-Every class and member of the library, as `zentaro members --markdown` prints it: change the descriptions in
-`src/interface`, not this page.
+Every class and member of the library. The page is made from the descriptions in `src/interface` by
+`cmake --build --preset dev --target reference`: change those, not this page.
 
 ## How values are sent
 
-Each operation sends a command with fields and waits for the answer. The commands are given by their code, with
-the fields in their order in the frame.
+Each operation sends a command with fields and waits for the answer: [the commands and their fields](protocol.md).
 
 | In a note | Means |
 |---|---|
@@ -53,13 +51,12 @@ variable; only where a note says so is something written back.
 
 constexpr std::string_view spanish = R"(# Referencia
 
-Todas las clases y miembros de la biblioteca, como los muestra `zentaro --lang es members --markdown`. La página se
-hace de las descripciones: no la cambie a mano.
+Todas las clases y miembros de la biblioteca. La página se hace de las descripciones de `src/interface` con
+`cmake --build --preset dev --target reference`: no la cambie a mano.
 
 ## Cómo se envían los valores
 
-Cada operación envía un comando con sus campos y espera la respuesta. Los comandos se dan por su código, con los
-campos en el orden en que van en la trama.
+Cada operación envía un comando con sus campos y espera la respuesta: [los comandos y sus campos](protocolo.md).
 
 | En una nota | Quiere decir |
 |---|---|
@@ -97,7 +94,7 @@ void writeParameters(std::ostream& page, const Member& member) {
     page << "| `" << parameter.name << "` | " << typeName(parameter.type) << " | "
          << (parameter.passing == Passing::ByReference ? say("por referencia", "by reference")
                                                        : say("por valor", "by value"))
-         << " | " << cell(meaning(member, parameter, inLanguage)) << " |\n";
+         << " | " << cell(inLanguage(parameter.note)) << " |\n";
   }
   page << '\n';
 }
@@ -107,11 +104,8 @@ void writeMember(std::ostream& page, std::span<const Member> group) {
   page << "### " << member.name << "\n\n    " << signature(group, inLanguage) << "\n\n"
        << inLanguage(member.help) << "\n\n";
   writeParameters(page, member);
-  if (member.effect.sends())
-    page << say("- Envía ", "- Sends ") << sentText(member.effect, inLanguage) << '\n';
   const std::string outcomes = outcomesText(member, inLanguage);
-  if (!outcomes.empty()) page << say("- Resultado, ", "- Outcome, ") << outcomes << '\n';
-  if (member.effect.sends() || !outcomes.empty()) page << '\n';
+  if (!outcomes.empty()) page << say("- Resultado, ", "- Outcome, ") << outcomes << "\n\n";
 }
 
 void writeClass(std::ostream& page, const ClassDescription& description) {
@@ -148,14 +142,14 @@ void writeSettings(std::ostream& page) {
 }
 
 }  // namespace
-
-std::string referencePage() {
-  std::ostringstream page;
-  page << say(spanish, english);
-  for (const EnumerationDescription& enumeration : libraryEnumerations()) writeEnumeration(page, enumeration);
-  for (const ClassDescription* description : libraryClasses()) writeClass(page, *description);
-  writeSettings(page);
-  return page.str();
-}
-
 }  // namespace zentaro::tools
+
+int main(int count, char** words) {
+  using namespace zentaro;
+  const bool isSpanish = count > 1 && std::string_view(words[1]) == "es";
+  terminal::chooseLanguage(isSpanish ? terminal::Language::Spanish : terminal::Language::English);
+  std::cout << terminal::say(tools::spanish, tools::english);
+  for (const EnumerationDescription& each : libraryEnumerations()) tools::writeEnumeration(std::cout, each);
+  for (const ClassDescription* description : libraryClasses()) tools::writeClass(std::cout, *description);
+  tools::writeSettings(std::cout);
+}
