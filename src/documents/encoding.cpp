@@ -1,4 +1,4 @@
-// The field encoders.
+// Texts become 7-bit and amounts whole numbers here; nothing of it depends on the printer.
 #include "documents/encoding.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The description of CZentaro.
+// The table of members and the maker of an object, under the name that hosts create it by.
 #include "interface/czentaro_members.h"
 
 namespace zentaro {

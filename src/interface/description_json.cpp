@@ -1,4 +1,4 @@
-// The type library as JSON.
+// Written as text, member by member: the library has no JSON of its own.
 #include "interface/description_json.h"
 
 #include "interface/library.h"

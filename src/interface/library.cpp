@@ -1,4 +1,4 @@
-// The type library.
+// Classes are found without regard to case, with or without "Zentaro." in front.
 #include "interface/library.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-// The descriptions of the records statusN, statusHASAR and ResultadoCierre.
+// A host can create statusHASAR alone; the other records are handed out by the printer object.
 #include "interface/record_members.h"
 
 namespace zentaro {

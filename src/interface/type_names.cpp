@@ -1,4 +1,4 @@
-// Names of types and kinds of access.
+// The words that signatures, JSON and generated bindings use for types and kinds of access.
 #include "interface/type_names.h"
 
 #include "interface/library.h"

@@ -1,4 +1,4 @@
-// Checking and splitting an answer.
+// The checks have a fixed order: the first that fails decides the outcome and what is kept.
 #include "printer/answer.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Reading and converting the cached settings.
+// Each setting has a conversion of its own, and a value for a text that does not convert.
 #include "printer/cached_settings.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-// Building a command frame.
+// Each field as its text behind an FS, an empty one as a DEL, and the sum of it all.
 #include "printer/frame.h"
 
 #include "automation/automation_error.h"

@@ -1,4 +1,4 @@
-// The object trace.
+// The lines look like those of the driver trace; when they are written, the printer object says.
 #include "printer/object_trace.h"
 
 #include "automation/conversions.h"

@@ -1,4 +1,4 @@
-// The texts of the outcome codes.
+// The texts are those that hosts show, in Spanish.
 #include "printer/outcome.h"
 
 #include "automation/conversions.h"

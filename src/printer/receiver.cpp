@@ -1,4 +1,4 @@
-// Collecting an answer.
+// Every search begins where the last one ended, so a long answer costs its length once.
 #include "printer/receiver.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Waiting for an answer.
+// A loop of looks at the port, each of which sleeps until a byte comes or the deadline is over.
 #include "printer/transaction.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// The driver's state of the calling thread.
+// What a thread leaves open is closed when it ends.
 #include "serial/driver_state.h"
 
 #include "platform/per_thread.h"

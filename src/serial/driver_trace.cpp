@@ -1,4 +1,4 @@
-// The driver trace.
+// A failed opening starts it, any close stops it; it is off where its file cannot be opened.
 #include "serial/driver_trace.h"
 
 #include "automation/automation_error.h"

@@ -1,4 +1,4 @@
-// The file of a traffic trace.
+// Each line is one write, so that two traces in one file never mix within a line.
 #include "serial/trace_file.h"
 
 #include "automation/automation_error.h"

@@ -1,4 +1,4 @@
-// The lines of a traffic trace as text.
+// Both traces look alike: a word and the time, then sixteen bytes a line.
 #include "serial/trace_text.h"
 
 #include "text/digits.h"

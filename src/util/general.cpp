@@ -1,4 +1,4 @@
-// The printer's packed date and time texts.
+// The packed texts become a year-month-day text, which reads alike under every regional setting.
 #include "util/general.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Hexadecimal text.
+// A negative number is written as its 32 bits.
 #include "util/lm_hex_str.h"
 
 #include "text/digits.h"

@@ -1,4 +1,4 @@
-// Texts of an exact length.
+// A text is cut or padded at its end.
 #include "util/lm_string_lib.h"
 
 #include "automation/automation_error.h"

@@ -1,4 +1,4 @@
-// Line settings and termios.
+// What a setting is in termios: tables that are read in both directions.
 #include "platform/posix/terminal_settings.h"
 
 #include <termios.h>
