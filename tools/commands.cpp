@@ -12,6 +12,7 @@
 #include "base/terminal/command_line.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/nearest.h"
 #include "base/terminal/screen.h"
 #include "tools/call/call_command.h"
 #include "tools/cierre/cierre_command.h"
@@ -22,6 +23,7 @@
 #include "tools/printer/printer_command.h"
 #include "tools/sale/sale_command.h"
 #include "tools/settings/settings_command.h"
+#include "tools/setup/setup_command.h"
 #include "tools/show/guarded.h"
 #include "tools/status/status_command.h"
 #include "tools/trace/trace_command.h"
@@ -35,7 +37,7 @@ namespace {
 /// Adds a subcommand. When it is the one that was asked for, its callback stores the exit status.
 using AddCommand = void (*)(CLI::App& app, int& status);
 
-constexpr std::array<AddCommand, 11> commands{
+constexpr std::array<AddCommand, 12> commands{
     addDemoCommand,      //
     addPrinterCommand,   //
     addCallCommand,      //
@@ -46,33 +48,16 @@ constexpr std::array<AddCommand, 11> commands{
     addMembersCommand,   //
     addSettingsCommand,  //
     addDoctorCommand,    //
+    addSetupCommand,     //
     addHostCommand,      //
 };
 
-// How many letters differ: insertions, omissions and changes.
-std::size_t distance(std::string_view one, std::string_view other) {
-  std::vector<std::size_t> row(other.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 0; i < one.size(); ++i) {
-    std::size_t diagonal = std::exchange(row[0], i + 1);
-    for (std::size_t j = 0; j < other.size(); ++j) {
-      const std::size_t changed = diagonal + (one[i] == other[j] ? 0 : 1);
-      diagonal = std::exchange(row[j + 1], std::min({changed, row[j] + 1, row[j + 1] + 1}));
-    }
-  }
-  return row.back();
-}
-
 // The subcommand that was meant, or nothing when none is near.
 std::string meant(const CLI::App& app, const std::string& word) {
-  std::string nearest;
-  std::size_t least = 3;
-  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    const std::size_t far = distance(word, command->get_name());
-    if (far < least) nearest = command->get_name();
-    least = std::min(least, far);
-  }
-  return nearest;
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    names.push_back(command->get_name());
+  return terminal::nearest(word, names);
 }
 
 std::string unknownSubcommand(const CLI::App& app, const std::string& word) {

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <spawn.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,6 +49,17 @@ std::vector<char*> argumentVector(std::vector<std::string>& words) {
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   return arguments;
+}
+
+int runProgram(std::vector<std::string> words) {
+  constexpr int notStarted = 127, signalled = 128;
+  const std::vector<char*> arguments = argumentVector(words);
+  pid_t id = 0;
+  if (::posix_spawnp(&id, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return notStarted;
+  int status = 0;
+  while (::waitpid(id, &status, 0) < 0 && errno == EINTR) {
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : signalled + WTERMSIG(status);
 }
 
 std::string companionProgram(const std::string& name) {

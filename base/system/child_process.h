@@ -15,6 +15,10 @@ std::string companionProgram(const std::string& name);
 /// What execvp() takes: the words, which must outlive it, and a null pointer.
 std::vector<char*> argumentVector(std::vector<std::string>& words);
 
+/// Runs a program on this one's own terminal and waits for it. Its exit status; 127 when it cannot be started, 128 and
+/// the signal when one ended it.
+int runProgram(std::vector<std::string> words);
+
 class ChildProcess {
  public:
   /// Starts `words[0]` with /dev/null as its input and output, in a process group of its own, so that Ctrl-C

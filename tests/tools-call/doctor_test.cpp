@@ -3,10 +3,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <thread>
 
 #include "support/process.h"
 #include "tools/connection/virtual_printer.h"
 #include "tools/doctor/port_facts.h"
+#include "tools/status/status_bits.h"
 
 namespace zentaro::tools::doctor_test {
 
@@ -49,13 +52,103 @@ TEST(Ports, TellEachCauseOfAFailedOpeningApart) {
     EXPECT_EQ(judgeOpening(error, "", {}).code, code);
 }
 
-class Doctor : public testing::Shell {};
+// A machine's devices as the kernel lists them: one UART, one number without, the console, one on USB with a name.
+TEST(SerialDevices, AreThoseWithHardware) {
+  namespace files = std::filesystem;
+  const testing::Scratch root;
+  for (const auto& [name, type] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"ttyS0", "4"}, {"ttyS4", "0"}, {"console", "4"}, {"ttyUSB0", ""}, {"tty1", "none"}}) {
+    const std::string folder = std::string("sys/class/tty/") + name;
+    files::create_directories(root / folder);
+    if (type != std::string("none")) files::create_directories(root / (folder + "/device"));
+    if (type[0] != '\0') root.write(folder + "/type", std::string(type) + "\n");
+  }
+  files::create_symlink("../../../bus/drivers/ftdi_sio", root / "sys/class/tty/ttyUSB0/device/driver");
+  files::create_directories(root / "dev/serial/by-id");
+  files::create_symlink("../../ttyUSB0", root / "dev/serial/by-id/usb-FTDI_A50285BI-if00-port0");
+  std::string seen;
+  for (const SerialDevice& device : serialDevices((root / "").parent_path().string()))
+    seen += device.path + "," + device.driver + "," + device.byId + ";";
+  EXPECT_EQ(seen, "/dev/ttyS0,,;/dev/ttyUSB0,ftdi_sio,/dev/serial/by-id/usb-FTDI_A50285BI-if00-port0;");
+}
+
+// Codes of what wants somebody, and what is left that nobody can read.
+TEST(StatusBits, AreToldOrCountAsUnreadable) {
+  struct Row {
+    StatusWords words;
+    Bits bits;
+    std::string codes;
+    StatusWords rest;
+  };
+  for (const Row& row : {
+           Row{{0, 0}, Bits::Known, "", {}},
+           Row{{0x0020, 0}, Bits::Known, "paper-out ", {}},
+           Row{{0x0014, 0x8000}, Bits::Known, "cover-open paper-near-end ", {}},
+           Row{{0x0100, 0x003F}, Bits::Known, "", {}},  // slip station, open documents, an open day
+           Row{{0, 0x01C0}, Bits::Known, "closing-required memory-full memory-near-full ", {}},
+           Row{{0x0021, 0x4000}, Bits::Known, "paper-out ", {0x0001, 0x4000}},
+           Row{{0x8020, 0x0600}, Bits::Unknown, "", {0x0020, 0x0600}},
+       }) {
+    std::string codes;
+    for (const Condition& condition : conditionsIn(row.words, row.bits, "--port 2")) {
+      codes += condition.code + " ";
+      EXPECT_NE(condition.advice, "");
+    }
+    const StatusWords rest = unreadable(row.words, row.bits);
+    EXPECT_EQ(codes, row.codes);
+    EXPECT_EQ(rest.printer, row.rest.printer) << row.codes;
+    EXPECT_EQ(rest.fiscal, row.rest.fiscal) << row.codes;
+  }
+  EXPECT_EQ(conditionsIn({0, 0x0100}, Bits::Known, "--port 2")[0].advice, "zentaro cierre z --port 2");
+}
+
+class Doctor : public testing::Shell {
+ protected:
+  // A device at whose other end somebody answers everything with these bytes.
+  class Babbler {
+   public:
+    explicit Babbler(std::string bytes) : bytes_(std::move(bytes)), line_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+      EXPECT_EQ(::grantpt(line_) + ::unlockpt(line_), 0);
+      device_ = ::ptsname(line_);
+      thread_ = std::thread([this] {
+        std::array<char, 64> heard{};
+        while (!isOver_) {
+          if (::read(line_, heard.data(), heard.size()) > 0) {
+            if (::write(line_, bytes_.data(), bytes_.size()) < 0) return;
+          } else {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // nobody has it open
+          }
+        }
+      });
+      ::fcntl(line_, F_SETFL, O_NONBLOCK);
+    }
+    Babbler(const Babbler&) = delete;
+    Babbler& operator=(const Babbler&) = delete;
+    ~Babbler() {
+      isOver_ = true;
+      thread_.join();
+      ::close(line_);
+    }
+    std::string device_;
+
+   private:
+    std::string bytes_;
+    int line_;
+    std::atomic<bool> isOver_ = false;
+    std::thread thread_;
+  };
+};
 
 TEST_F(Doctor, AsksAPrinterThatIsThere) {
   const VirtualPrinter printer;
   const Ran ran = run("zentaro settings set COM3 " + printer.device() + " && zentaro doctor");
   EXPECT_TRUE(contains(ran.output, ": a printer answers; status words 0x0000, 0x0000\n")) << ran.output;
-  EXPECT_TRUE(contains(ran.output, "COM8 /dev/ttyS7: ")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "its serial number is ZPV0000001")) << ran.output;
+  for (const std::string other :
+       {"1", "2", "4", "5", "6", "7", "8"}) {  // which nobody named: they are not asked
+    EXPECT_TRUE(contains(ran.output, "\n    COM" + other + " /dev/ttyS")) << ran.output;
+    EXPECT_FALSE(contains(ran.output, "! COM" + other)) << ran.output;
+  }
   EXPECT_TRUE(contains(run("zentaro doctor --virtual").output, "\n    --virtual: a printer answers"));
   // Nothing is wrong with the only port that it looks at.
   EXPECT_EQ(run("zentaro doctor --device " + printer.device()).status, 0);
@@ -70,10 +163,48 @@ TEST_F(Doctor, FindsAnOpenDocumentAndAWrongClockAndReportsNoTexts) {
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "-> zentaro call --device " + printer.device() + " CancelarComprobante"))
       << ran.output;
-  EXPECT_TRUE(contains(ran.output, "its clock is ")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "its clock says 2026-01-01 00:0")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, ", and this computer's " + run("date +%F").output.substr(0, 10)))
+      << ran.output;
   const std::string report = folder.read("report");
   EXPECT_TRUE(contains(report, "status 0000 0001")) << report;
   EXPECT_FALSE(contains(report, "\"N\"")) << report;
+}
+
+TEST_F(Doctor, TellsWhatThePrinterWants) {
+  for (const std::string fault :
+       {"paper-out", "cover-open", "paper-near-end", "memory-near-full", "memory-full"}) {
+    const VirtualPrinter printer({"--fault", fault});
+    const Ran ran = run("zentaro doctor --json --device " + printer.device());
+    EXPECT_EQ(ran.status, 1) << fault;
+    EXPECT_TRUE(contains(ran.output, "\"finding\": \"" + fault + "\"")) << ran.output;
+    EXPECT_FALSE(contains(ran.output, "unreadable")) << ran.output;
+  }
+}
+
+TEST_F(Doctor, ShowsBytesThatAreNoAnswer) {
+  const Babbler babbler("\x80\xE0\x1F");
+  const Ran ran = run("zentaro doctor --timeout 1 --give-up 1 --device " + babbler.device_);
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_TRUE(contains(ran.output, "bytes come that are no answer: 80 E0 1F")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "-> another speed? The line runs at 9600 baud")) << ran.output;
+}
+
+// What others need to help: who ran it where, and the sales; nothing of customers.
+TEST_F(Doctor, ReportsWhoRanItAndTheLastSales) {
+  const VirtualPrinter printer;
+  const std::string device = " --device " + printer.device();
+  write("sale.json", R"({"document": "invoice", "customer": {"name": "Penalver"},
+    "lines": [{"description": "Pan", "price": 1, "tax": 16}], "payments": [{"amount": 2}]})");
+  EXPECT_EQ(run("zentaro sale " + file("sale.json") + " --id F-1" + device).status, 0);
+  run("zentaro doctor --report " + file("report") + device);
+  const std::string report = folder.read("report");
+  for (const std::string part :
+       {"zentaro 0.", run("date +%F").output.substr(0, 10), run("id -un").output.substr(0, 3),
+        std::string("its serial number is ZPV0000001"), std::string("Last sales"),
+        std::string("F-1  invoice  printed  printed  1\n")})
+    EXPECT_TRUE(contains(report, part)) << part << " in " << report;
+  EXPECT_FALSE(contains(report, "Penalver")) << report;
 }
 
 TEST_F(Doctor, SaysWhoHasThePort) {
@@ -98,9 +229,10 @@ TEST_F(Doctor, TellsSilenceFromAPortThatCannotBeOpened) {
 }
 
 TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
-  write("settings.ini",
-        "\xEF\xBB\xBF[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\nLenDescripcionZT=0\nrubbish\n[Config] ; x\n"
-        "[Config\\ModComm]\nCOM1=/dev/none\nCOM2=/dev/../dev/none\n");
+  write(
+      "settings.ini",
+      "\xEF\xBB\xBF[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\nLenDescripcionZT=0\nrubbish\n[Config] ; x\n"
+      "[Config\\ModComm]\nCOM1=/dev/none\nCOM2=/dev/../dev/none\nCOM3=\nCOM4=\nCOM7 /dev/ttyUSB3\nDebugZT=1\n");
   const Ran ran = run("zentaro doctor");
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "! [Config\\EPSONZT] TimeOut: no setting has this name")) << ran.output;
@@ -111,6 +243,10 @@ TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
   EXPECT_TRUE(contains(ran.output, "! line 6: \"[Config] ; x\" is neither")) << ran.output;
   EXPECT_FALSE(contains(ran.output, "line 1:")) << "a byte order mark is read over";
   EXPECT_TRUE(contains(ran.output, "! COM2: has the same device as COM1")) << ran.output;
+  EXPECT_FALSE(contains(ran.output, "COM4: has the same device")) << ran.output;
+  for (const std::string advice : {"TimeOutZT 30", "LenDescripcionZT 20", "COM7 /dev/ttyUSB3", "DebugZT 1"})
+    EXPECT_TRUE(contains(ran.output, "-> zentaro settings set " + advice + "\n")) << advice << ran.output;
+  EXPECT_TRUE(contains(ran.output, "this setting belongs in [Config\\EPSONZT]")) << ran.output;
 }
 
 }  // namespace zentaro::tools::doctor_test

@@ -10,6 +10,7 @@
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "interface/library.h"
+#include "platform/system_paths.h"
 #include "tools/connection/known_settings.h"
 
 namespace zentaro::tools {
@@ -85,10 +86,9 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
   Interruption::setLastWords(
       std::string(say("\nzentaro: interrumpido; si la orden imprime, puede estar impreso: mire el papel\n",
                       "\nzentaro: ended; if the command prints, it may be printed: look at the paper\n")));
-  const std::string device = virtualPrinter_ ? virtualPrinter_->device() : options.device;
-  if (!device.empty()) {
-    settings_.replace(portSection, portKey(ownPort), utf16(device));
-  }
+  device_ = virtualPrinter_ ? virtualPrinter_->device() : options.device;
+  if (!device_.empty()) settings_.replace(portSection, portKey(ownPort), utf16(device_));
+  if (options.port) device_ = devicePath(portKey(*options.port));
   if (options.timeout) {
     settings_.replace(settingTimeOut.section, settingTimeOut.key, utf16(std::to_string(*options.timeout)));
   }

@@ -35,6 +35,8 @@ class Connection {
   PrinterLine& line() { return *line_; }
   /// Null on a real port.
   const VirtualPrinter* virtualPrinter() const { return virtualPrinter_.get(); }
+  /// The path behind the open port.
+  const std::string& device() const { return device_; }
   /// The options by which another command uses the same printer: "--device /dev/ttyUSB0".
   const std::string& portWords() const { return portWords_; }
 
@@ -48,7 +50,7 @@ class Connection {
   ServicesScope scope_;
   Object object_;
   std::optional<PrinterLine> line_;
-  std::string portWords_;
+  std::string device_, portWords_;
 };
 
 /// The setting TimeOutZT as it is in force.

@@ -1,14 +1,10 @@
 // Settings, ports and printers, with what to do about each finding.
 #include "tools/doctor/doctor_command.h"
 
-#include <sys/utsname.h>
-
 #include <CLI/CLI.hpp>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 
 #include "automation/automation_error.h"
 #include "base/files/json.h"
@@ -17,10 +13,12 @@
 #include "base/terminal/language.h"
 #include "platform/system_paths.h"
 #include "serial/modCOMM.h"
+#include "till/books/books.h"
 #include "tools/connection/connection.h"
 #include "tools/connection/known_settings.h"
 #include "tools/doctor/port_facts.h"
 #include "tools/doctor/printer_facts.h"
+#include "tools/doctor/report_file.h"
 #include "tools/doctor/settings_facts.h"
 #include "tools/show/guarded.h"
 #include "tools/trace/trace_text.h"
@@ -90,8 +88,9 @@ Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
     chapter.findings.add(
         std::string(say("COM1 a COM8", "COM1 to COM8")),
         {"no-port-configured", true,
-         std::string(say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora",
-                         "no port has been given a device, so no printer was asked")),
+         say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora (tampoco en {}, que sería COM1)",
+             "no port has been given a device, so no printer was asked (nor at {}, which would be COM1)",
+             {devicePath(portKey(1))}),
          std::string(say(
              "zentaro settings set COM1 /dev/serial/by-id/...\no, una sola vez: zentaro doctor --device RUTA",
              "zentaro settings set COM1 /dev/serial/by-id/...\nor, once: zentaro doctor --device PATH"))});
@@ -107,16 +106,50 @@ std::string commandFor(const SerialDevice& device) {
   return "--device " + (device.byId.empty() ? device.path : device.byId);
 }
 
+std::string stateOf(const PortFacts& facts) {
+  if (!facts.canReadAndWrite)
+    return std::string(say("este usuario no lo puede usar", "this user may not use it"));
+  return facts.holder.empty() ? std::string(say("libre", "free")) : facts.holder;
+}
+
 Chapter listDevices() {
   Chapter chapter{
       "devices", std::string(say("Dispositivos seriales de esta máquina", "Serial devices of this machine"))};
   for (const SerialDevice& device : serialDevices()) {
     const PortFacts facts = examinePort("", device.path, false);
     std::string text = device.driver.empty() ? "" : device.driver + ", ";
-    text += say("grupo {}, {}", "group {}, {}",
-                {facts.group, facts.holder.empty() ? say("libre", "free") : std::string_view(facts.holder)});
+    text += say("grupo {}, {}", "group {}, {}", {facts.group, stateOf(facts)});
     text += say("; se usa con {}", "; used by {}", {commandFor(device)});
     chapter.findings.add(device.path, {"device", false, text});
+  }
+  return chapter;
+}
+
+// Books that are damaged, and questions that are open in them.
+Chapter examineBooks() {
+  const std::string path = till::booksPath();
+  Chapter chapter{"books", std::string(say("Libros de las ventas", "Books of the sales"))};
+  if (!std::filesystem::exists(path)) {
+    chapter.findings.add(path, {"no-books", false,
+                                std::string(say("todavía no los hay; la primera venta los abre",
+                                                "there are none yet; the first sale opens them"))});
+    return chapter;
+  }
+  try {
+    const till::Books books(path);
+    books.check();
+    chapter.findings.add(path, {"books", false, std::string(say("en orden", "in order"))});
+    for (const till::Job& job : books.changedAfter(0, {.state = till::State::Unknown}))
+      chapter.findings.add(
+          path, {"unknown-sale", true,
+                 say("no se sabe si la venta {} se imprimió", "whether the sale {} was printed is not known",
+                     {job.id}),
+                 std::string(say("mire el papel; \"zentaro sale ARCHIVO --id ID --resolve printed\" o "
+                                 "\"not-printed\" lo dice",
+                                 "look at the paper; \"zentaro sale FILE --id ID --resolve printed\" or "
+                                 "\"not-printed\" tells it"))});
+  } catch (const std::exception& error) {
+    chapter.findings.add(path, {"bad-books", true, error.what()});
   }
   return chapter;
 }
@@ -124,19 +157,6 @@ Chapter listDevices() {
 // No port was asked: there is no trace.
 std::string readIfThere(const std::string& path) {
   return std::filesystem::exists(path) ? readInput(path) : "";
-}
-
-// For whoever helps: programs, settings, ports, and the exchanges of this run without the texts in them.
-void writeReport(const std::string& path, const std::string& page, const std::string& trace) {
-  std::ofstream file(path, std::ios::trunc);
-  utsname system{};
-  ::uname(&system);
-  file << "zentaro " << ZENTARO_VERSION << ", " << system.sysname << " " << system.release << " "
-       << system.machine << "\n\n"
-       << page << "\n"
-       << trace;
-  if (!file.flush())
-    throw std::runtime_error(say("no se puede escribir \"{}\"", "\"{}\" cannot be written", {path}));
 }
 
 int runDoctor(const DoctorOptions& options) {
@@ -152,7 +172,8 @@ int runDoctor(const DoctorOptions& options) {
                                                    : say(" (no existe: valen los valores de fábrica)",
                                                          " (not there: all have their defaults)")})};
   judgeSettings(file.settings(), settings.findings);
-  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices()};
+  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(),
+                                      examineBooks()};
 
   int problems = 0;
   std::string page;

@@ -10,8 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/terminal/language.h"
-#include "text/ascii.h"
+#include "tools/connection/holders.h"
 
 namespace zentaro::tools {
 
@@ -24,48 +23,12 @@ std::string groupName(gid_t id) {
   return entry == nullptr ? std::to_string(id) : entry->gr_name;
 }
 
-bool hasOpen(const files::path& process, const files::path& device) {
-  std::error_code gone;  // processes end while one looks, and those of other users cannot be seen
-  for (const auto& entry : files::directory_iterator(process / "fd", gone)) {
-    if (files::read_symlink(entry.path(), gone) == device) return true;
-  }
-  return false;
-}
-
-std::string processName(const files::path& process) {
-  std::string name;
-  std::getline(std::ifstream(process / "comm"), name);
-  return name + " (" + std::string(terminal::say("proceso", "process")) + " " + process.filename().string() +
-         ")";
-}
-
 // A character device that the system counts among others than the serial ones, such as /dev/null.
 bool isOtherKind(dev_t device) {
   std::error_code unknown;  // as a pseudo-terminal is
   const std::string number = std::to_string(major(device)) + ":" + std::to_string(minor(device));
   const files::path kind = files::read_symlink("/sys/dev/char/" + number + "/subsystem", unknown);
   return !unknown && kind.filename() != "tty";
-}
-
-// The printer's own side of a pseudo-terminal keeps its device open, too, and is in nobody's way.
-bool isVirtualPrinter(const std::string& name) { return name.starts_with("zentaro-printer"); }
-
-// The processes that have the device open, of which those of other users cannot be seen.
-std::vector<std::string> holdersOf(const files::path& device) {
-  std::vector<std::string> holders;
-  std::error_code failed;
-  for (const auto& entry : files::directory_iterator("/proc", failed)) {
-    const std::string id = entry.path().filename().string();
-    if (!std::ranges::all_of(id, isAsciiDigit<char>) || id == std::to_string(::getpid())) continue;
-    if (hasOpen(entry.path(), device)) holders.push_back(processName(entry.path()));
-  }
-  return holders;
-}
-
-std::string holderOf(const files::path& device) {
-  for (const std::string& name : holdersOf(device))
-    if (!isVirtualPrinter(name)) return name;
-  return {};
 }
 
 }  // namespace
@@ -86,12 +49,6 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
   facts.group = groupName(status.st_gid);
   facts.holder = holderOf(facts.device);
   return facts;
-}
-
-bool isVirtualPrinterOn(const std::string& device) {
-  std::error_code failed;
-  const files::path target = files::canonical(device, failed);
-  return !failed && std::ranges::any_of(holdersOf(target), isVirtualPrinter);
 }
 
 std::vector<SerialDevice> serialDevices(const std::string& root) {

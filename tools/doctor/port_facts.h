@@ -22,9 +22,6 @@ struct PortFacts {
 /// Looks at the device, and through the processes that have it open.
 PortFacts examinePort(const std::string& name, const std::string& device, bool isConfigured);
 
-/// Whether a virtual printer is at the other end of the device, as far as this user can see.
-bool isVirtualPrinterOn(const std::string& device);
-
 /// Judges the facts alone. The port is ready to be opened when it is no problem and its device exists.
 Finding judgePort(const PortFacts& facts);
 

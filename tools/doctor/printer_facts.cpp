@@ -1,12 +1,18 @@
 // Asking a printer, and judging its answers.
 #include "tools/doctor/printer_facts.h"
 
+#include <chrono>
 #include <cmath>
 
 #include "automation/automation_error.h"
+#include "automation/conversions.h"
 #include "automation/date.h"
 #include "base/terminal/language.h"
 #include "platform/services.h"
+#include "serial/modCOMM.h"
+#include "text/code_page.h"
+#include "text/digits.h"
+#include "tools/connection/holders.h"
 #include "tools/show/show.h"
 #include "zentaro.h"
 
@@ -18,12 +24,14 @@ namespace {
 
 constexpr double minutesOfADay = 24 * 60, tolerance = 5;
 
-std::optional<double> minutesAhead(CZentaro& printer) {
+std::optional<Date> clockOf(CZentaro& printer) {
   const Date clock = printer.GetDateTime();
-  if (printer.nEnvironmentError != ENVERR_OK) return std::nullopt;
+  return printer.nEnvironmentError == ENVERR_OK ? std::optional(clock) : std::nullopt;
+}
+
+Date computerClock() {
   const LocalTime now = services().clock->localTime();
-  return (clock.days - dateOf({now.year, now.month, now.day, now.hour, now.minute, now.second}).days) *
-         minutesOfADay;
+  return dateOf({now.year, now.month, now.day, now.hour, now.minute, now.second});
 }
 
 std::optional<int> openDocument(CZentaro& printer) {
@@ -32,7 +40,37 @@ std::optional<int> openDocument(CZentaro& printer) {
   return status->statusDocumento;
 }
 
+// What a printer at another speed, or another device, says when it is asked: the checks of an answer would not
+// let it through.
+std::string strayBytes(CZentaro& printer) {
+  constexpr std::size_t enough = 12;
+  constexpr std::chrono::seconds limit{2};
+  std::u16string data, all;
+  const std::int16_t port = toInt16(printer.CommPort);
+  modCOMM::CommWrite(port, printer.BuildOMB(static_cast<std::int16_t>(Command::Status), Array({u"N"})));
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (all.size() < enough && std::chrono::steady_clock::now() < end) {
+    modCOMM::CommWait(port, std::chrono::milliseconds(100));
+    if (modCOMM::CommRead(port, data, enough) > 0) all += data;
+  }
+  std::string bytes;
+  for (const char16_t character : all.substr(0, enough)) {
+    constexpr std::size_t width = 2;
+    bytes += (bytes.empty() ? "" : " ") + utf8(hexadecimalText(windows1252().encode(character), width));
+  }
+  return bytes;
+}
+
 Finding noAnswer(const PrinterFacts& facts) {
+  if (!facts.stray.empty())
+    return {
+        "garbage", true,
+        say("llegan bytes que no son una respuesta: {}", "bytes come that are no answer: {}", {facts.stray}),
+        std::string(
+            say("¿otra velocidad? La línea va a 9600 baudios, 8N1, también en el menú de la impresora\n"
+                "¿otro aparato (un módem, una balanza), o el cable de otro?",
+                "another speed? The line runs at 9600 baud, 8N1, in the printer's menu, too\n"
+                "another device (a modem, a scale), or another one's cable?"))};
   const char* code = facts.heard == Heard::Echo        ? "echo"
                      : facts.heard == Heard::OutOfStep ? "out-of-step"
                                                        : "silent";
@@ -48,7 +86,7 @@ Finding noAnswer(const PrinterFacts& facts) {
 }
 
 Finding statusOf(const PrinterFacts& facts) {
-  const std::string words = hexWord(facts.printerWord) + ", " + hexWord(facts.fiscalWord);
+  const std::string words = hexWord(facts.words.printer) + ", " + hexWord(facts.words.fiscal);
   if (facts.outcome == ENVERR_OK)
     return {
         "answers", false,
@@ -72,15 +110,39 @@ Finding openDocumentFinding(int document, const std::string& portWords) {
           "zentaro call " + portWords + " " + ends(document)};
 }
 
-Finding clockFinding(double ahead, const std::string& portWords) {
-  const std::string minutes = std::to_string(std::lround(std::abs(ahead)));
-  const std::string text =
-      ahead > 0 ? say("su reloj adelanta {} minutos", "its clock is {} minutes fast", {minutes})
-                : say("su reloj atrasa {} minutos", "its clock is {} minutes slow", {minutes});
-  return {"clock-off", true, text,
+bool isOff(const PrinterFacts& facts) {
+  return facts.clock && std::abs(facts.clock->days - facts.computer->days) * minutesOfADay > tolerance;
+}
+
+std::string minuteText(Date date) {
+  constexpr std::size_t toTheMinute = 16;
+  return isoText(date).substr(0, toTheMinute).replace(10, 1, " ");
+}
+
+Finding clockFinding(const PrinterFacts& facts, const std::string& portWords) {
+  return {"clock-off", true,
+          say("su reloj dice {}, y el de esta máquina {}", "its clock says {}, and this computer's {}",
+              {minuteText(*facts.clock), minuteText(*facts.computer)}),
           say("con el día cerrado, después del Z:\nzentaro call {} SetDateTime \"$(date '+%F %T')\"",
               "with the day closed, after the Z:\nzentaro call {} SetDateTime \"$(date '+%F %T')\"",
               {portWords})};
+}
+
+void judgeWords(const PrinterFacts& facts, const std::string& subject, const std::string& portWords,
+                Findings& findings) {
+  for (const Condition& condition : conditionsIn(facts.words, facts.bits, portWords))
+    findings.add(subject, {condition.code, true, condition.text, condition.advice});
+  const StatusWords rest = unreadable(facts.words, facts.bits);
+  for (const auto& [word, name] : {std::pair(rest.printer, say("de la impresora", "printer")),
+                                   std::pair(rest.fiscal, say("fiscal", "fiscal"))})
+    if (word != 0)
+      findings.add(
+          subject,
+          {"unreadable-bits", true,
+           say("no sé leer {} de la palabra de estado {}", "I cannot read {} of the {} status word",
+               {hexWord(word), name}),
+           std::string(say("mire la impresora (papel, tapa, luces); su manual dice qué es ese bit",
+                           "look at the printer (paper, cover, lights); its manual says what that bit is"))});
 }
 
 }  // namespace
@@ -93,13 +155,19 @@ PrinterFacts examinePrinter(Connection& connection) {
   facts.heard =
       connection.line().ask([&] { return heardOfStatus(printer, [&] { printer.StatusIF(u"N"); }); });
   facts.outcome = printer.nEnvironmentError;
-  facts.printerWord = printer.dwordPrinterStatus;
-  facts.fiscalWord = printer.dwordStatusFiscal;
+  facts.words = {printer.dwordPrinterStatus, printer.dwordStatusFiscal};
   facts.errorText = utf8(printer.sLastError);
-  if (facts.heard != Heard::InStep || facts.outcome != ENVERR_OK) return facts;
+  if (facts.heard == Heard::Nothing || facts.heard == Heard::OutOfStep) facts.stray = strayBytes(printer);
+  if (facts.heard != Heard::InStep) return facts;
+  facts.serialNumber = utf8(printer.SerialImpresora());
+  const bool isVirtual = connection.virtualPrinter() != nullptr || isVirtualPrinterOn(connection.device()) ||
+                         facts.serialNumber.starts_with("ZPV");
+  facts.bits = isVirtual ? Bits::Known : Bits::Unknown;
+  if (facts.outcome != ENVERR_OK) return facts;
   try {
     facts.document = openDocument(printer);
-    facts.minutesAhead = minutesAhead(printer);
+    facts.clock = clockOf(printer);
+    facts.computer = computerClock();
   } catch (const AutomationError&) {
     // Answers that are no figures say nothing about document and clock.
   }
@@ -110,9 +178,12 @@ void judgePrinter(const PrinterFacts& facts, const std::string& subject, const s
                   Findings& findings) {
   if (facts.heard != Heard::InStep) return findings.add(subject, noAnswer(facts));
   findings.add(subject, statusOf(facts));
+  if (!facts.serialNumber.empty())
+    findings.add(subject, {"serial-number", false,
+                           say("su serial es {}", "its serial number is {}", {facts.serialNumber})});
+  judgeWords(facts, subject, portWords, findings);
   if (facts.document.value_or(0) != 0) findings.add(subject, openDocumentFinding(*facts.document, portWords));
-  if (std::abs(facts.minutesAhead.value_or(0)) > tolerance)
-    findings.add(subject, clockFinding(*facts.minutesAhead, portWords));
+  if (isOff(facts)) findings.add(subject, clockFinding(facts, portWords));
 }
 
 }  // namespace zentaro::tools

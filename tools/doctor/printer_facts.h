@@ -1,5 +1,5 @@
-// What a printer says of itself when it is asked for its status, and what it means for the user. Asking prints
-// nothing and changes nothing.
+// What a printer says of itself when it is asked for its status and its serial number, and what it means for the
+// user. Asking prints nothing and changes nothing.
 #pragma once
 
 #include <optional>
@@ -7,19 +7,23 @@
 
 #include "tools/connection/connection.h"
 #include "tools/doctor/finding.h"
+#include "tools/status/status_bits.h"
 
 namespace zentaro::tools {
 
 struct PrinterFacts {
   Heard heard = Heard::Nothing;
   ENVERR_CODES outcome = ENVERR_OK;
-  std::int32_t printerWord = 0, fiscalWord = 0;
-  std::string errorText;                    // the printer's own
-  std::optional<int> document = {};         // 0: none is open
-  std::optional<double> minutesAhead = {};  // the printer's clock, of the computer's
+  std::string stray = {};  // bytes that came and are no answer, in hexadecimal: of a line that is not silent
+  StatusWords words = {};
+  Bits bits = Bits::Unknown;
+  std::string errorText = {};                     // the printer's own
+  std::string serialNumber = {};                  // empty when it does not give it
+  std::optional<int> document = {};               // 0: none is open
+  std::optional<Date> clock = {}, computer = {};  // what it says that it is, and what this computer says
 };
 
-/// Asks in step, with checksums verified.
+/// Asks in step, with checksums verified; on a line without an answer it looks for what comes instead.
 PrinterFacts examinePrinter(Connection& connection);
 
 /// `portWords` are the options by which another command uses the same printer.

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <sstream>
 
 #include "base/terminal/language.h"
+#include "base/terminal/nearest.h"
 #include "text/ascii.h"
 #include "text/trimming.h"
 #include "tools/connection/known_settings.h"
@@ -17,24 +19,65 @@ using terminal::say;
 
 namespace {
 
+// The setting that a name was meant to be; nothing when none is near.
+std::optional<KnownSetting> meant(std::string_view key) {
+  std::vector<std::string> names;
+  const auto all = knownSettings();
+  for (const KnownSetting& known : all) names.push_back(known.key);
+  const std::string name = terminal::nearest(key, names);
+  const auto found = std::ranges::find(all, name, &KnownSetting::key);
+  return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
+// The value where it can be one, else the number that it begins with, else the default.
+std::string mended(const KnownSetting& setting, const std::string& value) {
+  const std::string trimmed(withoutWhiteSpace(std::string_view(value)));
+  const std::string number = trimmed.substr(0, trimmed.find_first_not_of("0123456789"));
+  for (const std::string& candidate : {trimmed, number})
+    if (!candidate.empty() && isAcceptable(setting, candidate)) return candidate;
+  return setting.fallback;
+}
+
+std::string setCommand(const KnownSetting& setting, const std::string& value) {
+  return "zentaro settings set " + setting.key + " " + mended(setting, value);
+}
+
+Finding unknownName(const SettingsText::Entry& entry) {
+  const auto setting = meant(entry.key);
+  const bool isMisplaced = setting && equalIgnoringCase(setting->key, entry.key);
+  return {"unknown-setting", true,
+          isMisplaced ? say("esta clave va en [{}]; aquí nadie la lee",
+                            "this setting belongs in [{}]; nobody reads it here", {setting->section})
+                      : std::string(say("ninguna clave se llama así; nadie la lee",
+                                        "no setting has this name, so nobody reads it")),
+          setting ? setCommand(*setting, entry.value)
+                  : std::string(say("\"zentaro settings list\" muestra todos los nombres",
+                                    "\"zentaro settings list\" shows all names"))};
+}
+
 Finding judge(const SettingsText::Entry& entry) {
   const auto all = knownSettings();
   const auto setting = std::ranges::find_if(all, [&](const KnownSetting& known) {
     return equalIgnoringCase(known.section, entry.section) && equalIgnoringCase(known.key, entry.key);
   });
-  if (setting == all.end())
-    return {"unknown-setting", true,
-            std::string(say("ninguna clave se llama así; nadie la lee",
-                            "no setting has this name, so nobody reads it")),
-            std::string(say("\"zentaro settings list\" muestra todos los nombres",
-                            "\"zentaro settings list\" shows all names"))};
+  if (setting == all.end()) return unknownName(entry);
   if (!isAcceptable(*setting, entry.value))
-    return {
-        "bad-value", true,
-        say("\"{}\" no es un número entero de {} a {}", "\"{}\" is no whole number from {} to {}",
-            {entry.value, std::to_string(setting->lowest), std::to_string(setting->highest)}),
-        say("zentaro settings set {} {}", "zentaro settings set {} {}", {setting->key, setting->fallback})};
+    return {"bad-value", true,
+            say("\"{}\" no es un número entero de {} a {}", "\"{}\" is no whole number from {} to {}",
+                {entry.value, std::to_string(setting->lowest), std::to_string(setting->highest)}),
+            setCommand(*setting, entry.value)};
   return {"setting", false, entry.value};
+}
+
+// A line without "=": what stands behind the name is taken for its value.
+std::string adviceFor(std::string_view content) {
+  const std::size_t end = content.find_first_of(" \t:");
+  const auto setting = meant(content.substr(0, end));
+  if (!setting || end == content.npos)
+    return std::string(say("escríbala como clave=valor, o bórrela", "write it as key=value, or take it out"));
+  std::string_view value = content.substr(end);
+  value.remove_prefix(std::min(value.find_first_not_of(" \t:"), value.size()));
+  return setCommand(*setting, std::string(value));
 }
 
 // Lines that are no section, no comment and no "key=value": they are skipped when settings are read.
@@ -54,7 +97,8 @@ void judgeLines(const SettingsText& settings, Findings& findings) {
     findings.add(say("línea {}", "line {}", {std::to_string(number)}),
                  {"unreadable-line", true,
                   say("\"{}\" no es [sección] ni clave=valor; no se lee",
-                      "\"{}\" is neither [section] nor key=value; it is skipped", {content})});
+                      "\"{}\" is neither [section] nor key=value; it is skipped", {content}),
+                  adviceFor(content)});
   }
 }
 

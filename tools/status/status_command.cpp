@@ -6,9 +6,7 @@
 #include <memory>
 
 #include "base/terminal/language.h"
-#include "platform/system_paths.h"
-#include "tools/connection/known_settings.h"
-#include "tools/doctor/port_facts.h"
+#include "tools/connection/holders.h"
 #include "tools/show/guarded.h"
 #include "tools/show/report.h"
 #include "tools/status/status_words.h"
@@ -16,10 +14,6 @@
 namespace zentaro::tools {
 
 namespace {
-
-std::string deviceOf(const PortOptions& port) {
-  return port.device.empty() && port.port ? devicePath(portKey(*port.port)) : port.device;
-}
 
 int runStatus(const ReportOptions& options) {
   Connection connection(options.port);
@@ -31,8 +25,7 @@ int runStatus(const ReportOptions& options) {
     if (records.back().isNothing()) return exitRefused;
   }
   if (!options.isJson) {
-    const bool isVirtual =
-        connection.virtualPrinter() != nullptr || isVirtualPrinterOn(deviceOf(options.port));
+    const bool isVirtual = connection.virtualPrinter() != nullptr || isVirtualPrinterOn(connection.device());
     std::cout << statusInWords(records[0], records[1], connection.printer(),
                                isVirtual ? Bits::Known : Bits::Unknown);
   }

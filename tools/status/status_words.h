@@ -5,11 +5,9 @@
 
 #include "automation/object.h"
 #include "printer/czentaro.h"
+#include "tools/status/status_bits.h"
 
 namespace zentaro::tools {
-
-/// Whether the bits of the status words have a known meaning: those of the virtual printer have.
-enum class Bits { Known, Unknown };
 
 /// The open document, the day and, with known bits, paper and cover: a line each. `normal` and `numeric` are
 /// the records statusN and statusHASAR, the latter of the printer's last answer.
