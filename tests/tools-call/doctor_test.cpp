@@ -199,8 +199,8 @@ TEST_F(Doctor, ReportsWhoRanItAndTheLastSales) {
   EXPECT_EQ(run("zentaro sale " + file("sale.json") + " --id F-1" + device).status, 0);
   run("zentaro doctor --report " + file("report") + device);
   const std::string report = folder.read("report");
-  for (const std::string part :
-       {"zentaro 0.", run("date +%F").output.substr(0, 10), run("id -un").output.substr(0, 3),
+  for (const std::string& part :
+       {std::string("zentaro 0."), run("date +%F").output.substr(0, 10), run("id -un").output.substr(0, 3),
         std::string("its serial number is ZPV0000001"), std::string("Last sales"),
         std::string("F-1  invoice  printed  printed  1\n")})
     EXPECT_TRUE(contains(report, part)) << part << " in " << report;
