@@ -19,6 +19,7 @@
 #include "tools/demo/demo_command.h"
 #include "tools/doctor/doctor_command.h"
 #include "tools/host/host_command.h"
+#include "tools/hurried_words.h"
 #include "tools/members/members_command.h"
 #include "tools/printer/printer_command.h"
 #include "tools/sale/sale_command.h"
@@ -63,7 +64,7 @@ std::string meant(const CLI::App& app, const std::string& word) {
 std::string unknownSubcommand(const CLI::App& app, const std::string& word) {
   const std::string near = meant(app, word);
   const std::string command = app.get_parent() == nullptr ? "zentaro" : "zentaro " + app.get_name();
-  const std::string text = say("zentaro: no hay un subcomando \"{}\"", "zentaro: unknown subcommand \"{}\"",
+  const std::string text = say("zentaro: no hay una orden \"{}\"", "zentaro: unknown subcommand \"{}\"",
                                {terminal::harmless(word)});
   if (!near.empty())
     return text + say("; ¿quiso decir \"{} {}\"?\n", "; did you mean \"{} {}\"?\n", {command, near});
@@ -84,9 +85,8 @@ std::string explain(const CLI::App* app, const CLI::Error& error) {
 // "zentaro help sale" is "zentaro sale --help".
 void addHelp(CLI::App& app, int& status) {
   const auto name = std::make_shared<std::string>();
-  CLI::App* help =
-      app.add_subcommand("help", std::string(say("Explica un subcomando", "Explain a subcommand")));
-  help->add_option(std::string(say("SUBCOMANDO", "SUBCOMMAND")), *name,
+  CLI::App* help = app.add_subcommand("help", std::string(say("Explica una orden", "Explain a subcommand")));
+  help->add_option(std::string(say("ORDEN", "SUBCOMMAND")), *name,
                    std::string(say("Su nombre; sin él se explica zentaro", "Its name; without one, zentaro")))
       ->type_name("");
   help->callback([&app, &status, name] {
@@ -112,7 +112,9 @@ void addCommands(CLI::App& app, int& status) {
   for (const AddCommand add : commands) add(app, status);
   addHelp(app, status);
   for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    command->group(std::string(say("Subcomandos", "Subcommands")));
+    command->group(std::string(say("Órdenes", "Subcommands")));
+    for (CLI::App* below : command->get_subcommands([](const CLI::App*) { return true; }))
+      below->group(std::string(say("Órdenes", "Subcommands")));
     CLI::Option* help = command->get_help_ptr();  // printer hands its own over
     if (help != nullptr) help->group(std::string(say("Opciones", "Options")));
   }
@@ -122,6 +124,7 @@ void addCommands(CLI::App& app, int& status) {
 
 int runCommandLine(int argc, char** argv) {
   const terminal::FittedOutput fitted;
+  std::vector<std::string> words = meantWords({argv + std::min(argc, 1), argv + argc});
   terminal::chooseLanguage(argc, argv);
   CLI::App app{std::string(say("Maneja una impresora fiscal por una línea serial.",
                                "Drives a fiscal printer over a serial line.")),
@@ -129,7 +132,12 @@ int runCommandLine(int argc, char** argv) {
   terminal::speakTheLanguage(app);
   int status = 0;
   addCommands(app, status);
-  CLI11_PARSE(app, argc, argv);
+  try {
+    std::ranges::reverse(words);  // as the parser wants them
+    app.parse(std::move(words));
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? exitDone : exitFailed;
+  }
   return status;
 }
 

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 
 namespace zentaro::tools {
@@ -24,11 +25,11 @@ constexpr mode_t newFileMode = 0644;
 
 [[noreturn]] void failToRead(const fs::path& path) {
   throw std::runtime_error(
-      say("no se puede leer {}: {}", "cannot read {}: {}", {path.string(), std::strerror(errno)}));
+      say("no se puede leer {}: {}", "cannot read {}: {}", {path.string(), system::errorText(errno)}));
 }
 [[noreturn]] void failToWrite(const fs::path& path) {
   throw std::runtime_error(
-      say("no se puede escribir {}: {}", "cannot write {}: {}", {path.string(), std::strerror(errno)}));
+      say("no se puede escribir {}: {}", "cannot write {}: {}", {path.string(), system::errorText(errno)}));
 }
 [[noreturn]] void refuseKind(const fs::path& path) {
   throw std::runtime_error(say("{} no es un archivo", "{} is no file", {path.string()}));

@@ -5,7 +5,9 @@
 #include <fstream>
 #include <iostream>
 #include <sstream>
-#include <system_error>
+#include <stdexcept>
+
+#include "base/system/error_text.h"
 
 namespace zentaro::tools {
 
@@ -18,7 +20,7 @@ std::string readInput(const std::string& path) {
   text << (isInput ? std::cin.rdbuf() : file.rdbuf());
   // A folder can be opened, but not read; nothing comes out of an empty file either, but without an error.
   const bool isRead = isInput || (file.is_open() && !(text.fail() && errno != 0));
-  if (!isRead) throw std::system_error(errno, std::generic_category(), path);
+  if (!isRead) throw std::runtime_error(path + ": " + system::errorText(errno));
   return text.str();
 }
 

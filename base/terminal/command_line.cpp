@@ -20,7 +20,7 @@ struct Wording {
 };
 
 constexpr auto wordings = std::to_array<Wording>({
-    {"A subcommand is required", "falta un subcomando"},
+    {"A subcommand is required", "falta una orden"},
     {"{} is required", "falta {}"},
     {"The following argument was not expected: {}", "sobra este argumento: {}"},
     {"The following arguments were not expected: {}", "sobran estos argumentos: {}"},
@@ -79,8 +79,8 @@ void useSpanishLabels(CLI::App& app) {
   for (const auto& [english, spanish] :
        std::initializer_list<std::pair<const char*, const char*>>{{"Usage", "Uso"},
                                                                   {"OPTIONS", "OPCIONES"},
-                                                                  {"SUBCOMMAND", "SUBCOMANDO"},
-                                                                  {"SUBCOMMANDS", "SUBCOMANDOS"},
+                                                                  {"SUBCOMMAND", "ORDEN"},
+                                                                  {"SUBCOMMANDS", "ÓRDENES"},
                                                                   {"Positionals", "Argumentos"}})
     formatter->label(english, spanish);
 }

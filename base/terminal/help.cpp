@@ -55,7 +55,7 @@ std::string HelpLayout::make_option(const CLI::Option* option, bool isPositional
 
 std::string HelpLayout::make_subcommand(const CLI::App* command) const {
   constexpr std::size_t column = 12;  // the names are short
-  return entry(command->get_display_name(true), command->get_description(), column);
+  return entry(command->get_name(), command->get_description(), column);
 }
 
 }  // namespace zentaro::terminal

@@ -154,6 +154,11 @@ void SettingsText::set(std::string_view section, std::string_view key, std::stri
                 std::string(key) + "=" + written(value) + lineEnd);
 }
 
+void SettingsText::remove(std::string_view section, std::string_view key) {
+  while (const auto index = lastEntry(lines_, section, key))
+    lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(*index));
+}
+
 std::string SettingsText::text() const {
   std::string text;
   for (const std::string& line : lines_) text += line + '\n';

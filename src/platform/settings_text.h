@@ -37,6 +37,8 @@ class ZENTARO_API SettingsText {
   /// name or value with a line break, a name with outer blanks, a key that is empty, holds "=" or
   /// begins with "[", ";" or a byte order mark.
   void set(std::string_view section, std::string_view key, std::string_view value);
+  /// Takes out every line of the key in that section; every other line stays as it is.
+  void remove(std::string_view section, std::string_view key);
   std::string text() const;
 
  private:

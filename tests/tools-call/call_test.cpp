@@ -2,6 +2,7 @@
 #include "base/files/json.h"
 #include "base/terminal/layout.h"
 #include "support/process.h"
+#include "support/responder.h"
 #include "tools/connection/virtual_printer.h"
 
 namespace zentaro::tools::call_test {
@@ -55,10 +56,12 @@ TEST_F(Call, TellsOutcomesApartByItsExitStatus) {
       {"RecibirPago -1.234,50", 2, "write -1234.50 for the number, or text:-1.234,50 for the text"},
       {"--device /nowhere/printer Subtotal", 2,
        "No such file or directory (error 40001)\n\"zentaro doctor\" says"},
-      {"--device '' --port 9 Subtotal", 105, "--port: a whole number from 1 to 8"},
-      {"--device '' Subtotal", 105, "--device: the value is empty"},
-      {"--port 1 --device x Subtotal", 108, "excludes"},
-      {"", 106, "MEMBER is required"},
+      {"--device '' --port 9 Subtotal", 2, "--port: a whole number from 1 to 8"},
+      {"--device '' Subtotal", 2, "--device: the value is empty"},
+      {"--port 1 --device x Subtotal", 2, "excludes"},
+      {"", 2, "MEMBER is required"},
+      {"RealizarCierre cierre_x", 0, "Outcome         0 OK\n"},
+      {"RealizarCierre CIERRE_Y", 2, "Type mismatch"},
   };
   for (const auto& row : rows) {
     const Ran ran = run(std::string("zentaro call ") + row.words);
@@ -74,6 +77,37 @@ TEST_F(Call, TakesThePortsOfTheSettingsAndItsOwnTimeOut) {
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "Outcome         1 TIEMPO AGOTADO\nPrinter status  0x8000\n"))
       << ran.output;
+}
+
+// Each shows how the command and the line below it see the answers, beyond their checks.
+TEST_F(Call, JudgesAnswersAsAHostWould) {
+  const VirtualPrinter noisy({"--fault", "bad-checksum on serial always"});
+  EXPECT_TRUE(contains(run("zentaro call SerialImpresora --device " + noisy.device()).output,
+                       "Outcome         0 OK\n"))
+      << "the object does not verify checksums unless it is told to";
+  EXPECT_TRUE(contains(run("zentaro call LlenarCheque 100 Ana 2024-03-15").output, "Outcome         0 OK\n"))
+      << "behind a cheque the slip station is switched off";
+  // Whatever is asked, the answer is that to a status request.
+  const testing::Responder late([](std::string_view heard) {
+    return testing::answerTo(heard, 0x38,
+                             "\x1C"
+                             "0000\x1C"
+                             "0000\x1C"
+                             "0\x1C"
+                             "0");
+  });
+  const Ran other = run("zentaro call AbrirGavetaN 1 --timeout 1 --give-up 1 --device " + late.device());
+  EXPECT_EQ(other.status, 1);
+  EXPECT_TRUE(contains(other.output, "Outcome         4 SECUENCIA INVALIDA\n")) << other.output;
+}
+
+TEST_F(Call, TracesTheLineBehindALostAnswer) {
+  const VirtualPrinter printer({"--fault", "lose-answer on status"});
+  const Ran ran = run("zentaro call AbrirGavetaN 1 --timeout 1 --trace " + file("trace") + " --device " +
+                      printer.device());
+  EXPECT_EQ(ran.status, 0) << ran.output;
+  const std::string trace = folder.read("trace");
+  EXPECT_TRUE(contains(trace.substr(trace.find("38")), "Read ")) << trace;
 }
 
 TEST_F(Call, SaysWhyNoVirtualPrinterStarted) {

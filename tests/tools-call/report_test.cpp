@@ -2,6 +2,9 @@
 #include "base/files/json.h"
 #include "support/process.h"
 #include "tools/connection/virtual_printer.h"
+#include "tools/show/record_words.h"
+#include "tools/status/status_words.h"
+#include "zentaro.h"
 
 namespace zentaro::tools::report_test {
 
@@ -54,8 +57,43 @@ TEST_F(Reports, WarnOfASecondZWhenTheAnswerWasLost) {
   const testing::Ran lost = run("zentaro cierre z --timeout 1 --give-up 1 --device " + deaf.device());
   EXPECT_EQ(lost.status, 4);
   EXPECT_TRUE(contains(lost.output, "The day may be closed already")) << lost.output;
+  const VirtualPrinter busy({"--fault", "lose-command on closing"});
+  const testing::Ran none = run("zentaro cierre z --timeout 1 --device " + busy.device());
+  EXPECT_EQ(none.status, 3);
+  EXPECT_TRUE(contains(none.output, "The Z closing was not printed.")) << none.output;
   const VirtualPrinter noisy({"--fault", "bad-checksum on status always"});
   EXPECT_EQ(run("zentaro status --give-up 0 --device " + noisy.device()).status, 1) << "disturbed figures";
+}
+
+// Without known bits the counters alone tell that the day is open.
+TEST(StatusWords, AreGivenForAPrinterOfWhichOnlyTheCountersAreKnown) {
+  CZentaro printer;
+  const auto words = [&](int invoices, int others, Bits bits) {
+    auto normal = std::make_shared<statusN>();
+    normal->LoadFromResponse(
+        Array({56, u"0000", u"0000", u"0", u"0", u"0", u"240315", u"140500", std::to_string(invoices),
+               std::to_string(others), u"7", u"1", u"1", u"1", u"0000"}));
+    return statusInWords(Object(describe<statusN>(), normal),
+                         Object(describe<statusHASAR>(), std::make_shared<statusHASAR>()), printer, bits);
+  };
+  EXPECT_TRUE(contains(words(0, 2, Bits::Unknown), "Fiscal day   open; since Z "))
+      << words(0, 2, Bits::Unknown);
+  EXPECT_TRUE(contains(words(0, 0, Bits::Unknown), "Fiscal day   no invoices since Z "));
+  EXPECT_FALSE(contains(words(0, 0, Bits::Unknown), "Paper"));
+  EXPECT_TRUE(contains(words(0, 0, Bits::Known), "Fiscal day   closed; last Z: "));
+}
+
+TEST(RecordWords, RoundNothingAway) {
+  auto figures = std::make_shared<ResultadoCierre>();
+  for (const auto& [amount, shown] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"1.2340", "1.2340"}, {"1.5000", "1.50"}, {"0", "0.00"}, {"12345.0001", "12345.0001"}}) {
+    figures->VentasExentas = toCurrency(amount);
+    for (const RecordRow& row : recordRows(Object(describe<ResultadoCierre>(), figures))) {
+      if (row.member == "VentasExentas") {
+        EXPECT_EQ(row.value, shown);
+      }
+    }
+  }
 }
 
 }  // namespace zentaro::tools::report_test

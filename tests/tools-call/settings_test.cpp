@@ -42,6 +42,28 @@ TEST_F(Settings, KeepWhatEightCommandsSetAtOnce) {
     EXPECT_TRUE(contains(stored(), "COM" + std::to_string(port) + "=/dev/x")) << stored();
 }
 
+TEST_F(Settings, TakeWhatAPersonInAHurryTypes) {
+  struct {
+    const char* words;
+    const char* stored;
+  } const rows[] = {{"set DebugZT sí", "[Config\\EPSONZT]\nDebugZT=1\n"},
+                    {"set DEBUGZT No", "[Config\\EPSONZT]\nDebugZT=0\n"},
+                    {"set COM2 ttyUSB0", "[Config\\ModComm]\nCOM2=/dev/ttyUSB0\n"},
+                    {"unset TimeOutZT", "[Config\\EPSONZT]\n"},
+                    {"unset DumpZT", "[Config\\EPSONZT]\nTimeOutZT=7\ntimeoutzt=8\n"}};
+  for (const auto& row : rows) {
+    const bool isUnset = contains(row.words, "unset");
+    write("settings.ini", isUnset ? "[Config\\EPSONZT]\nTimeOutZT=7\ntimeoutzt=8\n" : "");
+    EXPECT_EQ(run(std::string("zentaro settings ") + row.words).status, 0) << row.words;
+    EXPECT_EQ(stored(), row.stored) << row.words;
+  }
+  const Ran refused = run("zentaro settings set DebugZT quizás");
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_TRUE(contains(refused.output, "DebugZT is 1 (yes) or 0 (no), not \"quizás\"; nothing was changed"))
+      << refused.output;
+  EXPECT_TRUE(contains(run("zentaro settings get TimeOut").output, "did you mean TimeOutZT?"));
+}
+
 TEST_F(Settings, MakeTheFolderOfTheFile) {
   const std::string at = "ZENTARO_SETTINGS=" + file("a/b/settings.ini") + " zentaro settings ";
   EXPECT_EQ(run(at + "set DebugZT 1; " + at + "get DebugZT").output, "1\n");

@@ -94,6 +94,11 @@ TEST_F(Dialogue, AnswersWhatIsNoRequest) {
       {"1e400", R"("id":null,"error":{"code":-32700,"message":"the line has a number that is larger )"},
       {"{\"jsonrpc\":\"2.0\",\"id\":\"\xFF\"}", R"("id":null,"error":{"code":-32700)"},
       {R"(["\ud800"])", R"("id":null,"error":{"code":-32700)"},
+      {"[\"\\\"\", " + std::string(100000, '[') + "\"",
+       R"("id":null,"error":{"code":-32700,"message":"the line is nested)"},
+      {R"({"jsonrpc":"2.0","id":"\")" + std::string(200, '[') +
+           R"(","method":"release","params":{"object":9}})",
+       R"("id":"\"[)"},
       {"[]", R"("id":null,"error":{"code":-32600)"},
       {"7", R"("id":null,"error":{"code":-32600)"},
       {R"({"id":7,"method":"create"})", R"("id":7,"error":{"code":-32600)"},

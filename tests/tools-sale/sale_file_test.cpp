@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
+#include "support/bytes.h"
 #include "till/document/content.h"
 #include "till/document/paper_check.h"
 
@@ -62,7 +64,16 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
     const char* to;
     const char* problem;
   } const rows[] = {
-      {"\"price\": 1", "\"price\": \"1,5\"", "lines[0].price: \"1,5\" has a comma"},
+      {"\"price\": 1", "\"price\": \"1,5\"", "lines[0].price: \"1,5\" has a comma; if it is 1.5, write"},
+      {"\"price\": 1", "\"price\": \"1,250\"",
+       "lines[0].price: \"1,250\" has a comma and may be 1.250 or 1250;"},
+      {"\"tax\": 0", "\"tax\": 0.16", "lines[0].tax: 0.16 means 0.16 %; if it is 16 %, write 16"},
+      {"\"lines\"", "\"igtf\": {\"base\": 1, \"rate\": 0.03}, \"lines\"", "igtf.rate: 0.03 means 0.03 %"},
+      {"\"lines\"", "\"keepAccents\": 1, \"lines\"", "keepAccents: is a number; write true or false"},
+      {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"1899-12-30\"}",
+       "invoice.date: \"1899-12-30\" is not of this century"},
+      {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2100-01-01\"}",
+       "invoice.date: \"2100-01-01\" is not of this century"},
       {"\"price\": 1", "\"price\": \"1.250\"", "lines[0].price: \"1.250\" may be 1.25 or 1250; write two"},
       {"\"price\": 1", "\"price\": null", "lines[0].price: is null; write a number"},
       {"\"price\": 1, ", "", "lines[0].price: is missing; write a number"},
@@ -110,6 +121,45 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
   for (const char* other : {"{\"caf\xE9\"}", "\xFF\xFE{"})
     EXPECT_TRUE(readSale(other).problems[0].text.ends_with("; save it as UTF-8")) << other;
   EXPECT_EQ(readSale("[]").problems[0].text, "there is no group in braces");
+}
+
+// Where the mistake is, and what it is, in files as people write them.
+TEST(SaleFile, TellsWhyItIsNoJson) {
+  struct {
+    const char* text;
+    const char* problem;
+  } const rows[] = {
+      {"{\"a\": 1\n  \"b\": 2}", "parse error at line 2, column 3: a comma is missing before \"b\""},
+      {"{\"a\": {} {", "parse error at line 1, column 10: a comma is missing before {"},
+      {"{\"a\": 1,}", "parse error at line 1, column 9: there is a comma too many before }"},
+      {"[1, 2, ]", "parse error at line 1, column 8: there is a comma too many before ]"},
+      {"{\"a\" 1}", "parse error at line 1, column 6: a colon is missing before \"a\" 1"},
+      {"{a: 1}", "parse error at line 1, column 2: a name in double quotes is expected, not a"},
+      {"{\"a\": 'x'}", "parse error at line 1, column 7: ' is not understood: texts stand in double quotes"},
+      {"{\"a\": 1", "parse error at line 1, column 8: it ends in the middle"},
+      {"{\"a\": \"x\n\"}", "parse error at line 1, column 7: a text does not end on its line"},
+      {"{\"a\": 1.}", "parse error at line 1, column 7: 1.} is no number such as 12.50"},
+      {"", "parse error at line 1, column 1: there is nothing"},
+  };
+  for (const auto& row : rows) {
+    const std::string problem = readSale(row.text).problems.at(0).text;
+    EXPECT_TRUE(problem.starts_with(row.problem)) << row.text << ": " << problem;
+  }
+}
+
+TEST(SaleFile, WritesCapitalsWithoutAccentsUnlessToldNotTo) {
+  const std::string text =
+      R"({"documento": "factura", "cliente": {"nombre": "JOSÉ PÉREZ Ñandú"}, "renglones": [
+      {"descripcion": "PINGÜINO àé", "precio": 1, "impuesto": 16}, {"texto": "ÁÉÍÓÚ"}], "pagos": [{"monto": 2, "medio": "É"}],
+      "lineasExtra": ["ÇÀ"]})";
+  const auto texts = [](const Sale& sale) {
+    return sale.customerName + "|" + std::get<Item>(sale.lines[0]).description + "|" +
+           std::get<std::string>(sale.lines[1]) + "|" + sale.payments[0].medium + "|" + sale.extraLines[0];
+  };
+  EXPECT_EQ(texts(readSale(text).sale), "JOSE PEREZ Ñandú|PINGUINO aé|AEIOU|É|CA");
+  std::string kept = text;
+  kept.insert(1, "\"conservarAcentos\": true, ");
+  EXPECT_EQ(texts(readSale(kept).sale), "JOSÉ PÉREZ Ñandú|PINGÜINO àé|ÁÉÍÓÚ|É|ÇÀ");
 }
 
 constexpr auto inSpanish =
@@ -160,11 +210,24 @@ TEST(SaleFile, HasAnotherDigestForEachOtherContent) {
 
 TEST(SaleFile, WarnsOfWhatPaperLoses) {
   const std::string warnings = listed(paperWarnings(readSale(inSpanish).sale, 14));
-  EXPECT_EQ(warnings,
-            "cliente.nombre: prints as \"JAB.N .\"\n"
-            "cliente.rif: the check digit should be 1\n"
-            "renglones[0].descripcion: is cut to 14 characters: \"Queso de mano\"\n");
-  for (const char* rif : {"V-12345678", "J-12345678-4", "V12345678"}) EXPECT_EQ(rifDoubt(rif), "") << rif;
+  EXPECT_EQ(
+      warnings,
+      "cliente.rif: the check digit should be 1\n"
+      "renglones[0].descripcion: is cut to 14 characters: \"Queso de mano\"\n"
+      "renglones: shorten them, or give them more room: zentaro settings set LenDescripcionZT 20 (now 14)\n");
+  std::string many = "{\"document\": \"invoice\", \"payments\": [{\"amount\": 900}], \"lines\": [";
+  for (int line = 0; line < 300; ++line)
+    many += R"({"description": "Cable de 2\" muy, muy largo", "price": 1, "tax": 16},)";
+  const std::string told = listed(paperWarnings(readSale(many + R"({"text": "2\""}]})").sale, 14));
+  EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 5) << told;
+  EXPECT_TRUE(testing::contains(
+      told,
+      "lines: 297 more texts are cut; shorten them, or give them more room: zentaro settings "
+      "set LenDescripcionZT 27 (now 14)\n"))
+      << told;
+  EXPECT_TRUE(testing::contains(told, "lines[300].text: prints as \"2'\"\n")) << told;
+  for (const char* rif : {"V-12345678", "J-12345678-4", "V12345678", "J-50100000-0"})
+    EXPECT_EQ(rifDoubt(rif), "") << rif;
   for (const char* rif : {"12345678", "X-12345678", "J-1234567890", "V-"})
     EXPECT_NE(rifDoubt(rif), "") << rif;
 }

@@ -74,7 +74,7 @@ TEST_F(SaleProgram, SendsNothingOfAFileThatIsNotInOrder) {
        "sale.json: lines[0].price: \"1.005\" has more than 2 decimals"},
       {R"({"document": "invoice", "lines": [{"description": "A", "price": 1, "tax": 16}]})",
        "sale.json: payments: are 0.00 together, but 1.16 are due"},
-      {"", "sale.json: parse error at line 1, column 1"},
+      {"", "sale.json: parse error at line 1, column 1: there is nothing"},
   };
   for (const auto& row : rows) {
     write("sale.json", row.text);

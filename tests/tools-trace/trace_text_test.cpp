@@ -29,6 +29,12 @@ TEST(TraceText, ShowsAnObjectTrace) {
       "line 9 is neither a line with a time nor a dump\n");
 }
 
+// Too short to be a frame: nothing is made up.
+TEST(TraceText, TakesNoFrameWithoutACommandForOne) {
+  EXPECT_EQ(traceText(parseTrace("ReadStatus 15-03-2024 14:05:09\n02 22 03 30 30 32 37\n")),
+            "    1  15-03-2024 14:05:09   +0s  <- no complete frame: 02 22 03 30 30 32 37\n");
+}
+
 TEST(TraceText, ShowsADriverTrace) {
   EXPECT_EQ(
       traceText(parseTrace("Read 15-03-2024 14:05:08\n"

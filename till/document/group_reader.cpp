@@ -35,6 +35,23 @@ std::string twoReadings(const Node& node, const NumberRule& rule) {
       {shortDecimalText(readDecimal(text, 3).value, 3), text.substr(0, point) + text.substr(point + 1)});
 }
 
+// "12,50" is meant as 12.50, while "1,250" may be meant as either.
+std::string commaReadings(const std::string& text) {
+  constexpr int mostDecimals = 4;
+  const std::size_t comma = text.find(',');
+  if (comma == std::string::npos) return {};
+  const std::string decimal = text.substr(0, comma) + "." + text.substr(comma + 1);
+  const std::string whole = text.substr(0, comma) + text.substr(comma + 1);
+  if (!readDecimal(decimal, mostDecimals).problem.empty() ||
+      text.find_first_of(",.", comma + 1) != std::string::npos)
+    return {};
+  if (text.size() - comma == 4)
+    return say("tiene una coma y puede ser {} o {}; escríbalo con punto, o sin él",
+               "has a comma and may be {} or {}; write it with a point, or without", {decimal, whole});
+  return say("tiene una coma; si es {}, escríbalo con punto",
+             "has a comma; if it is {}, write it with a point", {decimal});
+}
+
 bool isScalar(const Node& node) { return node.kind == Node::Kind::Number || node.kind == Node::Kind::Text; }
 
 std::string isKind(const Node& node, std::string_view spanish, std::string_view english) {
@@ -95,12 +112,20 @@ std::int64_t GroupReader::number(std::string_view name, const NumberRule& rule) 
   }
   const DecimalReading reading = readDecimal(node->text, rule.decimals);
   std::string problem = twoReadings(*node, rule);
+  if (problem.empty()) problem = commaReadings(node->text);
   if (problem.empty()) problem = reading.problem;
   if (problem.empty() && (reading.value < rule.least || reading.value > rule.most))
     problem = say("está fuera de {} a {}", "is outside {} to {}",
                   {shortDecimalText(rule.least, rule.decimals), shortDecimalText(rule.most, rule.decimals)});
   if (!problem.empty()) report(name, "\"" + node->text + "\" " + problem);
   return reading.value;
+}
+
+bool GroupReader::flag(std::string_view name) {
+  const Node* node = find(name);
+  if (node != nullptr && node->kind != Node::Kind::Boolean)
+    report(name, isKind(*node, "true o false", "true or false"));
+  return node != nullptr && node->text == "true";
 }
 
 const std::vector<Node>& GroupReader::list(std::string_view name) {

@@ -45,6 +45,8 @@ class GroupReader {
   std::string text(std::string_view name, const TextRule& rule);
   /// A number that must be there, or a text that is one.
   std::int64_t number(std::string_view name, const NumberRule& rule);
+  /// true or false; false when it is absent.
+  bool flag(std::string_view name);
   /// The items of a list; an absent one is empty.
   const std::vector<Node>& list(std::string_view name);
 

@@ -10,7 +10,7 @@ namespace zentaro::tools {
 namespace {
 
 // "serial", "rif" and "igtf" are the same in both.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 19> memberNames{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 20> memberNames{{
     {"document", "documento"},
     {"customer", "cliente"},
     {"name", "nombre"},
@@ -30,6 +30,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 19> memberNa
     {"medium", "medio"},
     {"rate", "tasa"},
     {"extraLines", "lineasExtra"},
+    {"keepAccents", "conservarAcentos"},
 }};
 
 }  // namespace

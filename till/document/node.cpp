@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/files/json.h"
+#include "base/files/json_problem.h"
 #include "base/terminal/language.h"
 
 namespace zentaro::tools {
@@ -36,12 +37,12 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
   bool end_object() override { return close(); }
   bool start_array(std::size_t) override { return open(Node::Kind::List); }
   bool end_array() override { return close(); }
-  bool parse_error(std::size_t, const std::string& last, const Json::exception& error) override {
-    const std::string text = withoutTag(error.what());
-    const bool isUtf16 = last.starts_with('\xFF') || last.starts_with('\xFE');
-    const bool isUtf8 = !isUtf16 && text.find("ill-formed UTF-8") == std::string::npos;
-    return fail(isUtf8 ? text : text + std::string(say("; guárdelo en UTF-8", "; save it as UTF-8")));
+  bool parse_error(std::size_t position, const std::string& last, const Json::exception& error) override {
+    const bool isUtf16 = text_.starts_with('\xFF') || text_.starts_with('\xFE');
+    return fail(jsonProblem(text_, position, last, isUtf16 ? "UTF-8" : error.what()));
   }
+
+  explicit TreeBuilder(std::string_view text) : text_(text) {}
 
   ParsedNode result() && {
     if (!problem_.empty()) return {std::nullopt, problem_};
@@ -78,12 +79,7 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
     return false;
   }
 
-  // "[json.exception.parse_error.101] parse error at line 1, column 5: ..."
-  static std::string withoutTag(const std::string& text) {
-    const std::size_t end = text.find("] ");
-    return end == std::string::npos ? text : text.substr(end + 2);
-  }
-
+  std::string_view text_;
   std::vector<Node> open_;
   std::optional<Node> root_;
   std::string problem_;
@@ -109,7 +105,7 @@ std::string_view kindName(Node::Kind kind) {
 }
 
 ParsedNode parseNode(std::string_view json) {
-  TreeBuilder builder;
+  TreeBuilder builder(json);
   Json::sax_parse(json.begin(), json.end(), &builder);
   return std::move(builder).result();
 }

@@ -1,6 +1,7 @@
 // Each text as the library will send it, compared with what the file says.
 #include "till/document/paper_check.h"
 
+#include <algorithm>
 #include <array>
 
 #include "base/terminal/language.h"
@@ -32,10 +33,13 @@ class PaperCheck {
   void check(const std::string& path, const std::string& text, int longest) {
     const std::u16string whole = utf16(text), printed = CleanText(text, longest);
     const auto kept = static_cast<std::size_t>(longest);
-    if (withoutBlanks(whole).size() > kept)
-      warn(path, say("se corta a {} caracteres: {}", "is cut to {} characters: {}",
-                     {std::to_string(longest), inQuotes(printed)}));
-    else if (isMaimed(withoutBlanks(whole), printed))
+    if (withoutBlanks(whole).size() > kept) {
+      excess_ = std::max(excess_, withoutBlanks(whole).size() - kept);
+      if (++cuts_ <= cutsShown)
+        warn(path, say("se corta a {} caracteres: {}", "is cut to {} characters: {}",
+                       {std::to_string(longest), inQuotes(printed)}));
+    }
+    if (withoutBlanks(whole).size() <= kept && isMaimed(withoutBlanks(whole), printed))
       warn(path, say("sale como {}", "prints as {}", {inQuotes(printed)}));
   }
 
@@ -50,6 +54,19 @@ class PaperCheck {
   }
   std::string name(std::string_view english) const { return std::string(memberName(english, language_)); }
 
+  /// What is cut, once, with its remedy.
+  void sumUp(int descriptionLength) {
+    if (cuts_ == 0) return;
+    const std::string more = std::to_string(cuts_ - std::min(cuts_, cutsShown));
+    const std::string remedy = say(
+        "acórtelos, o deje más lugar: zentaro settings set LenDescripcionZT {} (ahora {})",
+        "shorten them, or give them more room: zentaro settings set LenDescripcionZT {} (now {})",
+        {std::to_string(descriptionLength + static_cast<int>(excess_)), std::to_string(descriptionLength)});
+    warn(name("lines"),
+         (cuts_ > cutsShown ? say("{} textos más se cortan; ", "{} more texts are cut; ", {more}) : "") +
+             remedy);
+  }
+
   Problems take() && { return std::move(warnings_); }
 
  private:
@@ -60,8 +77,11 @@ class PaperCheck {
     return false;
   }
 
+  static constexpr std::size_t cutsShown = 3;
+
   FileLanguage language_;
   Problems warnings_;
+  std::size_t cuts_ = 0, excess_ = 0;
 };
 
 // The printer knows its own rate, whatever the file says.
@@ -127,6 +147,7 @@ Problems paperWarnings(const Sale& sale, int descriptionLength) {
   }
   for (std::size_t i = 0; i < sale.extraLines.size(); ++i)
     paper.check(indexed(paper.name("extraLines"), i), sale.extraLines[i], descriptionLength + extraLineMore);
+  paper.sumUp(descriptionLength);
   paper.add(igtfWarnings(sale));
   return std::move(paper).take();
 }

@@ -7,6 +7,7 @@
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "base/terminal/language.h"
+#include "till/document/plain_capitals.h"
 
 namespace zentaro::tools {
 
@@ -56,11 +57,23 @@ class SaleReader {
     readPayments();
     readIgtf();
     readExtraLines();
+    if (!document_->flag("keepAccents")) makePlain();
     document_.reset();  // reports the unknown names
     return std::move(reading_);
   }
 
  private:
+  // The texts that the library reduces to 7-bit characters; the others it sends as they are.
+  void makePlain() {
+    sale_.customerName = withPlainCapitals(sale_.customerName);
+    for (Line& line : sale_.lines) {
+      std::string& text =
+          std::holds_alternative<Item>(line) ? std::get<Item>(line).description : std::get<std::string>(line);
+      text = withPlainCapitals(text);
+    }
+    for (std::string& text : sale_.extraLines) text = withPlainCapitals(text);
+  }
+
   void readKind() {
     const std::string kind = document_->text("document", freeText);
     const bool isSpanish = sale_.language == FileLanguage::Spanish;
@@ -101,6 +114,10 @@ class SaleReader {
     if (!date.empty() && (!hasForm(date, "0000-00-00") || !isDate(date)))
       invoice.report("date", say("\"{}\" no es una fecha; escriba año-mes-día: 2024-03-15",
                                  "\"{}\" is no date; write year-month-day: 2024-03-15", {date}));
+    else if (!date.empty() && !date.starts_with("20"))  // the year is sent as two digits
+      invoice.report("date",
+                     say("\"{}\" no es de este siglo; la impresora lleva años de 2000 a 2099",
+                         "\"{}\" is not of this century; the printer knows the years 2000 to 2099", {date}));
     if (time.empty()) return;
     const std::string whole = hasForm(time, "00:00") ? time + ":00" : time;
     if (!hasForm(whole, "00:00:00") || !isDate(whole))
@@ -132,8 +149,20 @@ class SaleReader {
     item.description = line.text("description", freeText);
     item.price = line.number("price", priceRule);
     if (line.find("quantity") != nullptr) item.quantity = line.number("quantity", quantityRule);
-    item.tax = line.number("tax", taxRule);
+    item.tax = readRate(line, "tax");
     return item;
+  }
+
+  // 0.16 is how a program writes 16 % that goes on to multiply with it; here it would be 0.16 %.
+  static Rate readRate(GroupReader& group, std::string_view name) {
+    constexpr Rate onePerCent = 100;
+    const Rate rate = group.number(name, taxRule);
+    if (rate > 0 && rate < onePerCent)
+      group.report(
+          name, say("{} quiere decir {} %; si es {} %, escriba {}", "{} means {} %; if it is {} %, write {}",
+                    {shortDecimalText(rate, 2), shortDecimalText(rate, 2), std::to_string(rate),
+                     std::to_string(rate)}));
+    return rate;
   }
 
   void readDiscounts() {
@@ -162,7 +191,7 @@ class SaleReader {
     if (node == nullptr) return;
     GroupReader igtf = group(*node, "igtf");
     sale_.igtf.base = igtf.number("base", amountRule);
-    if (igtf.find("rate") != nullptr) sale_.igtf.rate = igtf.number("rate", taxRule);
+    if (igtf.find("rate") != nullptr) sale_.igtf.rate = readRate(igtf, "rate");
   }
 
   void readExtraLines() {

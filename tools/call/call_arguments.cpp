@@ -6,6 +6,7 @@
 
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "interface/library.h"
 #include "text/ascii.h"
 #include "tools/show/iso_date.h"
 #include "tools/show/signatures.h"
@@ -65,6 +66,15 @@ std::size_t requiredCount(const Member& member) {
   return count;
 }
 
+// "CIERRE_Z" where the parameter is of the enumeration that has this name.
+std::optional<std::int32_t> namedValue(const Parameter& parameter, std::string_view word) {
+  if (parameter.type.kind != ValueType::Enumeration) return std::nullopt;
+  for (const EnumerationDescription& enumeration : libraryEnumerations())
+    for (const EnumerationValue& value : enumeration.values)
+      if (equalIgnoringCase(value.name, word)) return value.value;
+  return std::nullopt;
+}
+
 }  // namespace
 
 Variant argumentOf(std::string_view word) {
@@ -102,8 +112,10 @@ CallRequest callRequest(const ClassDescription& description, const std::vector<s
                                            "wrong number of arguments ({}): {}",
                                            {std::to_string(given), signature(request.member)}));
   }
-  for (std::size_t index = 1; index < words.size(); ++index)
-    request.arguments.push_back(argumentOf(words[index]));
+  for (std::size_t index = 1; index < words.size(); ++index) {
+    const auto named = namedValue(member.parameters[index - 1], words[index]);
+    request.arguments.push_back(named ? Variant(*named) : argumentOf(words[index]));
+  }
   return request;
 }
 

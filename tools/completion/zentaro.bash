@@ -35,6 +35,8 @@ _zentaro() {
     choices=$(_zentaro_members "$program")
   elif [[ $command == cierre ]]; then
     choices='x z'
+  elif [[ $command == printer ]] && ((COMP_CWORD == 2)); then
+    choices=tell
   elif [[ $command == settings ]] && ((COMP_CWORD == 2)); then
     choices=$(_zentaro_subcommands "$program" settings)
   elif [[ $command == settings ]] && ((COMP_CWORD == 3)); then

@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "base/system/child_process.h"
+#include "base/system/error_text.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "tools/printer/tell.h"
@@ -40,7 +41,7 @@ int become(std::vector<std::string> words) {
   ::setenv("ZENTARO_LANG", text("es", "en").c_str(), 1);
   ::execvp(program.c_str(), argumentVector(words).data());
   throw std::runtime_error(
-      say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, std::strerror(errno)}));
+      say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, system::errorText(errno)}));
 }
 
 struct Told {

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "base/system/error_text.h"
+
 namespace zentaro::tools {
 
 namespace {
@@ -54,7 +56,7 @@ class Client {
   }
 
  private:
-  [[noreturn]] void fail() const { throw std::runtime_error(path_ + ": " + std::strerror(errno)); }
+  [[noreturn]] void fail() const { throw std::runtime_error(path_ + ": " + system::errorText(errno)); }
 
   static bool isComplete(const std::string& text) {
     if (!text.ends_with('\n')) return false;

@@ -2,6 +2,7 @@
 #include "tools/settings/settings_command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <array>
 #include <iostream>
 #include <memory>
@@ -11,6 +12,8 @@
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "base/terminal/layout.h"
+#include "base/terminal/nearest.h"
+#include "platform/setting_keys.h"
 #include "platform/system_paths.h"
 #include "text/ascii.h"
 #include "tools/connection/known_settings.h"
@@ -32,10 +35,15 @@ struct SettingsOptions {
 
 KnownSetting settingNamed(const std::string& key) {
   std::string names;
+  std::vector<std::string> all;
   for (const KnownSetting& setting : knownSettings()) {
     if (equalIgnoringCase(setting.key, key)) return setting;
     names += " " + setting.key;
+    all.push_back(setting.key);
   }
+  if (const std::string near = terminal::nearest(key, all); !near.empty())
+    throw std::runtime_error(say("ninguna clave se llama \"{}\"; ¿quiso decir {}?",
+                                 "no setting \"{}\"; did you mean {}?", {key, near}));
   throw std::runtime_error(
       say("ninguna clave se llama \"{}\": hay{}", "no setting \"{}\": there are{}", {key, names}));
 }
@@ -103,10 +111,34 @@ int get(const SettingsOptions& options) {
   return exitDone;
 }
 
+// "ttyUSB0" is how the kernel calls it, and "sí" how a person switches a trace on.
+std::string meantValue(const KnownSetting& setting, const std::string& value) {
+  const bool isSwitch = setting.key == settingObjectTrace.key || setting.key == settingDriverTrace.key ||
+                        setting.key == settingSuppressDecimals.key;
+  const auto isOneOf = [&](std::initializer_list<std::string_view> words) {
+    return std::ranges::any_of(words, [&](std::string_view word) { return equalIgnoringCase(word, value); });
+  };
+  if (isSwitch && isOneOf({"1", "si", "sí", "yes", "on", "true", "verdadero"})) return "1";
+  if (isSwitch && isOneOf({"0", "no", "off", "false", "falso"})) return "0";
+  if (isSwitch && value.find_first_not_of("0123456789") != std::string::npos)
+    throw std::runtime_error(say("{} es 1 (sí) o 0 (no), no \"{}\"; nada se cambió",
+                                 "{} is 1 (yes) or 0 (no), not \"{}\"; nothing was changed",
+                                 {setting.key, value}));
+  const bool isPort = setting.section == portSection && setting.key.starts_with("COM");
+  return isPort && value.starts_with("tty") ? "/dev/" + value : value;
+}
+
 int set(const SettingsOptions& options) {
   const KnownSetting setting = settingNamed(options.key);
-  checkValue(setting, options.value);
-  SettingsFile(settingsPath()).set(setting.section, setting.key, options.value);
+  const std::string value = meantValue(setting, options.value);
+  checkValue(setting, value);
+  SettingsFile(settingsPath()).set(setting.section, setting.key, value);
+  return exitDone;
+}
+
+int unset(const SettingsOptions& options) {
+  const KnownSetting setting = settingNamed(options.key);
+  SettingsFile(settingsPath()).remove(setting.section, setting.key);
   return exitDone;
 }
 
@@ -144,6 +176,11 @@ void addSettingsCommand(CLI::App& app, int& status) {
       ->required()
       ->type_name("");
   addAction(*setting, options, status, set);
+
+  CLI::App* unsetting = command->add_subcommand("unset", text("Quita un valor: vale otra vez el de fábrica",
+                                                              "Take a value out: the default holds again"));
+  unsetting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
+  addAction(*unsetting, options, status, unset);
 }
 
 }  // namespace zentaro::tools

@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "base/files/careful_file.h"
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 
 namespace zentaro::tools {
@@ -31,7 +32,7 @@ class FolderLock {
     }
     if (folder_ < 0)
       throw std::runtime_error(
-          say("no se puede abrir {}: {}", "cannot open {}: {}", {folder, std::strerror(errno)}));
+          say("no se puede abrir {}: {}", "cannot open {}: {}", {folder, system::errorText(errno)}));
   }
   ~FolderLock() { ::close(folder_); }
   FolderLock(const FolderLock&) = delete;
@@ -47,7 +48,7 @@ std::string folderOf(const files::path& file) {
   files::create_directories(folder, failed);
   if (failed)
     throw std::runtime_error(say("no se puede crear la carpeta de {}: {}", "cannot make the folder of {}: {}",
-                                 {file.string(), failed.message()}));
+                                 {file.string(), system::errorText(failed.value())}));
   return folder.string();
 }
 
@@ -63,11 +64,19 @@ SettingsFile::SettingsFile(std::string path) : path_(std::move(path)) {
 }
 
 void SettingsFile::set(std::string_view section, std::string_view key, std::string_view value) {
+  change([&](SettingsText& settings) { settings.set(section, key, value); });
+}
+
+void SettingsFile::remove(std::string_view section, std::string_view key) {
+  change([&](SettingsText& settings) { settings.remove(section, key); });
+}
+
+void SettingsFile::change(const std::function<void(SettingsText&)>& edit) {
   const files::path target = behindLinks(path_);
   const FolderLock lock(folderOf(target));
   read();
   SettingsText changed = settings_;
-  changed.set(section, key, value);
+  edit(changed);
   replaceFile(target, changed.text());
   std::swap(settings_, changed);
 }

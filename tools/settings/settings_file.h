@@ -1,6 +1,7 @@
 // The user's settings file: read as it stands, and replaced as a whole.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/settings_text.h"
@@ -21,8 +22,11 @@ class SettingsFile {
   /// A reader sees the old file or the new one. Raises std::runtime_error, with the old file as it was, when it
   /// cannot be written, and as SettingsText::set does.
   void set(std::string_view section, std::string_view key, std::string_view value);
+  /// Takes a value out of it in the same way.
+  void remove(std::string_view section, std::string_view key);
 
  private:
+  void change(const std::function<void(SettingsText&)>& edit);
   void read();
 
   std::string path_;

@@ -230,9 +230,10 @@ void addSetupCommand(CLI::App& app, int& status) {
   const auto text = [](std::string_view spanish, std::string_view english) {
     return std::string(say(spanish, english));
   };
-  CLI::App* command = app.add_subcommand("setup", text("Busca la impresora y la deja lista para usar",
-                                                       "Find the printer and make it ready to be used"));
-  command->alias("instalar");
+  CLI::App* command = app.add_subcommand(
+      text("instalar", "setup"),
+      text("Busca la impresora y la deja lista para usar", "Find the printer and make it ready to be used"));
+  command->alias(text("setup", "instalar"));
   command
       ->add_option(
           "--device", options->devices,

@@ -1,0 +1,15 @@
+// Why a text is no JSON, for whoever wrote it by hand.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace zentaro::tools {
+
+/// "parse error at line 3, column 5: a comma is missing before "price"". `position` is the number of characters that
+/// the parser had read, `last` the piece that it stumbled over, `said` its own words.
+std::string jsonProblem(std::string_view text, std::size_t position, const std::string& last,
+                        std::string_view said);
+
+}  // namespace zentaro::tools

@@ -1,0 +1,11 @@
+// What the system says of a failed call, in the program's language.
+#pragma once
+
+#include <string>
+
+namespace zentaro::system {
+
+/// "permiso denegado" in Spanish; in English, and for what is in no table of ours, the system's own words.
+std::string errorText(int error);
+
+}  // namespace zentaro::system
