@@ -27,6 +27,7 @@
 #include "tools/setup/setup_command.h"
 #include "tools/show/guarded.h"
 #include "tools/status/status_command.h"
+#include "tools/today/today_command.h"
 #include "tools/trace/trace_command.h"
 
 namespace zentaro::tools {
@@ -38,12 +39,13 @@ namespace {
 /// Adds a subcommand. When it is the one that was asked for, its callback stores the exit status.
 using AddCommand = void (*)(CLI::App& app, int& status);
 
-constexpr std::array<AddCommand, 12> commands{
+constexpr std::array<AddCommand, 13> commands{
     addDemoCommand,      //
     addPrinterCommand,   //
     addCallCommand,      //
     addStatusCommand,    //
     addCierreCommand,    //
+    addTodayCommand,     //
     addSaleCommand,      //
     addTraceCommand,     //
     addMembersCommand,   //

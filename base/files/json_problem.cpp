@@ -58,21 +58,43 @@ std::string guess(char before, const std::string& piece, bool isAtEnd, std::stri
 
 }  // namespace
 
-std::string jsonProblem(std::string_view text, std::size_t position, const std::string& last,
-                        std::string_view said) {
-  const std::size_t end = std::min(position, text.size());
+// Where the piece begins that ends in front of `end`: a text, a mark, or what should have been a number or a word.
+std::size_t pieceBegin(std::string_view text, std::size_t end, std::string_view said) {
+  constexpr std::string_view marks = "{}[],:";
+  const auto has = [&](std::string_view part) { return said.find(part) != std::string_view::npos; };
+  if (end == 0) return 0;
+  if (has("control character")) return std::min(text.rfind('"', end - 1), end - 1);
+  std::size_t begin = end - 1;
+  if (text[begin] == '"') {
+    do {
+      begin = begin == 0 ? 0 : begin - 1;
+    } while (begin > 0 && (text[begin] != '"' || text[begin - 1] == '\\'));
+    return begin;
+  }
+  if (marks.find(text[begin]) != std::string_view::npos && !has("invalid number")) return begin;
+  const auto belongs = [&](char c) {
+    return marks.find(c) == marks.npos && blanks.find(c) == blanks.npos && c != '"';
+  };
+  while (begin > 0 && belongs(text[begin - 1])) --begin;
+  return begin;
+}
+
+std::string jsonProblem(std::string_view text, std::size_t position, std::string_view said) {
   // The parser counts the end as a character of its own.
   const bool isAtEnd =
       position > text.size() || said.find("unexpected end of input") != std::string_view::npos;
-  const std::size_t begin =
-      isAtEnd ? text.size() : end - std::min(end, std::max<std::size_t>(last.size(), 1));
+  const std::size_t end = std::min(position, text.size());
+  const std::size_t begin = isAtEnd ? text.size() : pieceBegin(text, end, said);
   const std::string_view head = text.substr(0, begin);
   const auto line = std::count(head.begin(), head.end(), '\n') + 1;
   const std::size_t lineStart = head.find_last_of('\n');
   const std::size_t column = begin - (lineStart == std::string_view::npos ? 0 : lineStart + 1) + 1;
+  std::string piece(text.substr(begin, end - begin));
+  if (piece.size() > 1 && (piece.ends_with('}') || piece.ends_with(']') || piece.ends_with(',')))
+    piece.pop_back();
   return say("línea {}, columna {}: no es JSON: {}", "parse error at line {}, column {}: {}",
              {std::to_string(line), std::to_string(column),
-              guess(characterBefore(text, begin), last, isAtEnd, said)});
+              guess(characterBefore(text, begin), piece, isAtEnd, said)});
 }
 
 }  // namespace zentaro::tools

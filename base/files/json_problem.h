@@ -8,8 +8,7 @@
 namespace zentaro::tools {
 
 /// "parse error at line 3, column 5: a comma is missing before "price"". `position` is the number of characters that
-/// the parser had read, `last` the piece that it stumbled over, `said` its own words.
-std::string jsonProblem(std::string_view text, std::size_t position, const std::string& last,
-                        std::string_view said);
+/// the parser had read, `said` its own words.
+std::string jsonProblem(std::string_view text, std::size_t position, std::string_view said);
 
 }  // namespace zentaro::tools

@@ -133,12 +133,12 @@ TEST(SaleFile, TellsWhyItIsNoJson) {
       {"{\"a\": {} {", "parse error at line 1, column 10: a comma is missing before {"},
       {"{\"a\": 1,}", "parse error at line 1, column 9: there is a comma too many before }"},
       {"[1, 2, ]", "parse error at line 1, column 8: there is a comma too many before ]"},
-      {"{\"a\" 1}", "parse error at line 1, column 6: a colon is missing before \"a\" 1"},
+      {"{\"a\" 1}", "parse error at line 1, column 6: a colon is missing before 1"},
       {"{a: 1}", "parse error at line 1, column 2: a name in double quotes is expected, not a"},
       {"{\"a\": 'x'}", "parse error at line 1, column 7: ' is not understood: texts stand in double quotes"},
       {"{\"a\": 1", "parse error at line 1, column 8: it ends in the middle"},
       {"{\"a\": \"x\n\"}", "parse error at line 1, column 7: a text does not end on its line"},
-      {"{\"a\": 1.}", "parse error at line 1, column 7: 1.} is no number such as 12.50"},
+      {"{\"a\": 1.}", "parse error at line 1, column 7: 1. is no number such as 12.50"},
       {"", "parse error at line 1, column 1: there is nothing"},
   };
   for (const auto& row : rows) {

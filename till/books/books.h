@@ -50,6 +50,8 @@ class Books {
   std::vector<Job> queued(std::string_view owner, std::string_view printer) const;
   /// The latest, oldest of them first.
   std::vector<Job> latest(int most) const;
+  /// Those whose attempt began from `begin` on and before `end`, by the clock of the machine: for people.
+  std::vector<Job> begunBetween(Moment begin, Moment end) const;
   /// Of that machine: those that are printing or unknown; `judgeable`: but for those beyond counters.
   std::vector<Job> unsettled(std::string_view machine) const;
   std::vector<Job> judgeable(std::string_view machine) const;

@@ -50,6 +50,11 @@ std::vector<Job> Books::latest(int most) const {
   return all(std::move(query.with(most)), path());
 }
 
+std::vector<Job> Books::begunBetween(Moment begin, Moment end) const {
+  Statement query = database_.prepare(selection("WHERE begun >= ? AND begun < ? ORDER BY seq"));
+  return all(std::move(query.with(begin).with(end)), path());
+}
+
 std::vector<Job> Books::unsettled(std::string_view machine) const {
   Statement query =
       database_.prepare(selection("WHERE state IN ('printing', 'unknown') AND machine = ? ORDER BY seq"));

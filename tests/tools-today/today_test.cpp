@@ -1,0 +1,119 @@
+// `zentaro today`: what counts, and how it is told.
+#include "support/process.h"
+#include "till/books/books.h"
+#include "tools/connection/virtual_printer.h"
+#include "tools/today/day_figures.h"
+
+namespace zentaro::tools::today_test {
+
+using testing::contains;
+using testing::Ran;
+
+till::Job job(till::Kind kind, till::State state, std::int64_t net, std::int64_t total,
+              std::string body = "") {
+  till::Job job;
+  job.kind = kind;
+  job.state = state;
+  job.net = net;
+  job.total = total;
+  job.body = std::move(body);
+  return job;
+}
+
+constexpr auto withIgtf = R"({"document": "invoice", "lines": [{"description": "A", "price": 100, "tax": 16}],
+    "payments": [{"amount": 200}], "igtf": {"base": 50, "rate": 3}})";
+
+TEST(DayFigures, CountWhatWasPrintedAndNameWhatNobodyKnows) {
+  using till::Kind;
+  using till::State;
+  till::Job z = job(Kind::Z, State::Printed, 0, 0);
+  z.number = 12;
+  const DayFigures figures = figuresOf({
+      job(Kind::Invoice, State::Printed, 10000, 11750, withIgtf),
+      job(Kind::Invoice, State::Printed, 1000, 1160),  // its content is gone
+      job(Kind::CreditNote, State::Printed, 500, 580),
+      job(Kind::Invoice, State::NotPrinted, 7000, 8120),
+      job(Kind::Invoice, State::Queued, 7000, 8120),
+      job(Kind::Invoice, State::Unknown, 300, 348),
+      z,
+      job(Kind::Z, State::NotPrinted, 0, 0),
+  });
+  const auto told = [](const Sold& sold) {
+    std::string text = std::to_string(sold.documents);
+    for (const std::int64_t cents : {sold.net, sold.tax, sold.igtf, sold.taxOrIgtf, sold.total()})
+      text += " " + std::to_string(cents);
+    return text;
+  };
+  EXPECT_EQ(told(figures.invoices), "2 11000 1600 150 160 12910");
+  EXPECT_EQ(told(figures.returns), "1 500 0 0 80 580");
+  ASSERT_EQ(figures.unknown.size(), 1U);
+  EXPECT_EQ(figures.unknown[0].total, 348);
+  EXPECT_EQ(figures.lastZ->number, 12);
+}
+
+TEST(DayFigures, WriteAmountsAsThePaperDoes) {
+  for (const auto& [cents, text] : std::initializer_list<std::pair<std::int64_t, const char*>>{
+           {0, "0,00"}, {5, "0,05"}, {99999, "999,99"}, {100000, "1.000,00"}, {-123456789, "-1.234.567,89"}})
+    EXPECT_EQ(paperAmount(cents), text);
+}
+
+class Today : public testing::Shell {
+ protected:
+  Today() { ::setenv("ZENTARO_BOOKS", file("books.db").c_str(), 1); }
+  ~Today() override { ::unsetenv("ZENTARO_BOOKS"); }
+
+  static void sold(const std::string& id, till::State state) {
+    till::Books books;
+    till::Order order;
+    order.id = id;
+    order.body = withIgtf;
+    order.net = 10000;
+    order.total = 11750;
+    till::Outcome outcome;
+    outcome.state = state;
+    books.finish(*books.open(order, {}), outcome);
+  }
+};
+
+TEST_F(Today, TellsTheDayAsTextAsJsonAndAsCsv) {
+  EXPECT_TRUE(contains(run("zentaro today").output, "Remains, total Bs                       0,00\n"));
+  sold("F-1", till::State::Printed);
+  const std::string day = run("date +%F").output.substr(0, 10);
+  const Ran today = run("zentaro hoy");
+  EXPECT_EQ(today.status, 0);
+  for (const std::string& line :
+       {"Sales of " + day + "\n", std::string("  net                                 100,00\n"),
+        std::string("  IGTF                                  1,50\n"),
+        std::string("Remains, total Bs                     117,50\n")})
+    EXPECT_TRUE(contains(today.output, line)) << line << today.output;
+  EXPECT_EQ(run("zentaro today --csv").output,
+            "from,to,kind,documents,net,tax,igtf,tax_or_igtf,total\n" + day + "," + day +
+                ",invoices,1,100.00,16.00,1.50,0.00,117.50\n" + day + "," + day +
+                ",credit-notes,0,0.00,0.00,0.00,0.00,0.00\n" + day + "," + day + ",unknown,0,,,,,\n");
+  EXPECT_TRUE(contains(run("zentaro today --day 2020-01-31 --json").output, "\"documents\": 0"));
+  EXPECT_TRUE(contains(run("zentaro today --from 2020-01-31 --json").output, "\"documents\": 1"));
+  EXPECT_EQ(run("zentaro today --from 2020-01-31 --to 2020-01-30").status, 2);
+  EXPECT_EQ(run("zentaro today --day 31-01-2020").status, 2);
+  sold("F-2", till::State::Unknown);
+  const Ran open = run("zentaro today");
+  EXPECT_EQ(open.status, 1);
+  EXPECT_TRUE(contains(open.output, "NOT KNOWN whether it was printed: F-2 (Bs 117,50)")) << open.output;
+}
+
+TEST_F(Today, AsksThePrinterForItsOwnDay) {
+  const VirtualPrinter printer;
+  const std::string port = " --device " + printer.device();
+  for (const char* step :
+       {"IniciarFactura", "PasarLineaFactura Pan 10 1 16", "RecibirPago 12", "CerrarComprobante"})
+    ASSERT_EQ(run("zentaro call " + std::string(step) + port).status, 0) << step;
+  const std::string paper = printer.paper();
+  const Ran ran = run("zentaro today" + port);
+  EXPECT_TRUE(contains(ran.output,
+                       "The printer ZPV0000001, since its Z 0\n  net                                  10,00\n"
+                       "  tax                                   1,60\n"))
+      << ran.output;
+  EXPECT_TRUE(contains(ran.output, "  last invoice                              1\n")) << ran.output;
+  EXPECT_EQ(printer.paper(), paper) << "nothing is printed";
+}
+
+}  // namespace zentaro::tools::today_test
