@@ -21,7 +21,9 @@ std::atomic<int> signalCount = 0;
 // Two, so that the handler never reads the one that is being written.
 std::array<Text, 2> lastWords{};
 std::atomic<int> readyWords = 0;
-std::array<struct sigaction, endingSignals.size() + 1> previous{};
+// What is written to then fails, and whoever writes knows what to do.
+constexpr std::array ignoredSignals{SIGPIPE, SIGXFSZ};
+std::array<struct sigaction, endingSignals.size() + ignoredSignals.size()> previous{};
 
 void copy(const std::string& from, Text& to) {
   const std::size_t length = std::min(from.size(), longestText);
@@ -51,12 +53,14 @@ Interruption::Interruption() {
     if (previous[i].sa_handler != SIG_IGN) ::sigaction(endingSignals[i], &action, nullptr);
   }
   action.sa_handler = SIG_IGN;
-  ::sigaction(SIGPIPE, &action, &previous.back());
+  for (std::size_t i = 0; i < ignoredSignals.size(); ++i)
+    ::sigaction(ignoredSignals[i], &action, &previous[endingSignals.size() + i]);
 }
 
 Interruption::~Interruption() {
   for (std::size_t i = 0; i < endingSignals.size(); ++i) ::sigaction(endingSignals[i], &previous[i], nullptr);
-  ::sigaction(SIGPIPE, &previous.back(), nullptr);
+  for (std::size_t i = 0; i < ignoredSignals.size(); ++i)
+    ::sigaction(ignoredSignals[i], &previous[endingSignals.size() + i], nullptr);
 }
 
 bool Interruption::isRequested() { return signalCount > 0; }

@@ -16,6 +16,7 @@
 #include "till/books/books.h"
 #include "tools/connection/connection.h"
 #include "tools/connection/known_settings.h"
+#include "tools/doctor/books_facts.h"
 #include "tools/doctor/port_facts.h"
 #include "tools/doctor/printer_facts.h"
 #include "tools/doctor/report_file.h"
@@ -125,35 +126,6 @@ Chapter listDevices() {
   return chapter;
 }
 
-// Books that are damaged, and questions that are open in them.
-Chapter examineBooks() {
-  const std::string path = till::booksPath();
-  Chapter chapter{"books", std::string(say("Libros de las ventas", "Books of the sales"))};
-  if (!std::filesystem::exists(path)) {
-    chapter.findings.add(path, {"no-books", false,
-                                std::string(say("todavía no los hay; la primera venta los abre",
-                                                "there are none yet; the first sale opens them"))});
-    return chapter;
-  }
-  try {
-    const till::Books books(path);
-    books.check();
-    chapter.findings.add(path, {"books", false, std::string(say("en orden", "in order"))});
-    for (const till::Job& job : books.changedAfter(0, {.state = till::State::Unknown}))
-      chapter.findings.add(
-          path, {"unknown-sale", true,
-                 say("no se sabe si la venta {} se imprimió", "whether the sale {} was printed is not known",
-                     {job.id}),
-                 std::string(say("mire el papel; \"zentaro sale ARCHIVO --id ID --resolve printed\" o "
-                                 "\"not-printed\" lo dice",
-                                 "look at the paper; \"zentaro sale FILE --id ID --resolve printed\" or "
-                                 "\"not-printed\" tells it"))});
-  } catch (const std::exception& error) {
-    chapter.findings.add(path, {"bad-books", true, error.what()});
-  }
-  return chapter;
-}
-
 // No port was asked: there is no trace.
 std::string readIfThere(const std::string& path) {
   return std::filesystem::exists(path) ? readInput(path) : "";
@@ -172,8 +144,9 @@ int runDoctor(const DoctorOptions& options) {
                                                    : say(" (no existe: valen los valores de fábrica)",
                                                          " (not there: all have their defaults)")})};
   judgeSettings(file.settings(), settings.findings);
-  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(),
-                                      examineBooks()};
+  Chapter books{"books", std::string(say("Libros de las ventas", "Books of the sales"))};
+  judgeBooks(till::booksPath(), books.findings);
+  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(), books};
 
   int problems = 0;
   std::string page;
