@@ -12,7 +12,7 @@ using terminal::say;
 
 namespace {
 
-using namespace printer;
+using namespace virtual_printer;
 
 enum class Word { Printer, Fiscal };
 
