@@ -223,7 +223,7 @@ TEST(SaleFile, WarnsOfWhatPaperLoses) {
   EXPECT_TRUE(testing::contains(
       told,
       "lines: 297 more texts are cut; shorten them, or give them more room: zentaro settings "
-      "set LenDescripcionZT 27 (now 14)\n"))
+      "set LenDescripcionZT 26 (now 14)\n"))
       << told;
   EXPECT_TRUE(testing::contains(told, "lines[300].text: prints as \"2'\"\n")) << told;
   for (const char* rif : {"V-12345678", "J-12345678-4", "V12345678", "J-50100000-0"})

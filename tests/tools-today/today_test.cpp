@@ -112,7 +112,7 @@ TEST_F(Today, AsksThePrinterForItsOwnDay) {
                        "The printer ZPV0000001, since its Z 0\n  net                                  10,00\n"
                        "  tax                                   1,60\n"))
       << ran.output;
-  EXPECT_TRUE(contains(ran.output, "  last invoice                              1\n")) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "  last invoice                             1\n")) << ran.output;
   EXPECT_EQ(printer.paper(), paper) << "nothing is printed";
 }
 
