@@ -83,10 +83,11 @@ TEST(Money, AmountsAreWrittenForAnswersAndForPaper) {
     EXPECT_EQ(plainDecimal(row.amount), row.plain);
     EXPECT_EQ(paperDecimal(row.amount), row.paper);
   }
-  EXPECT_EQ(paperQuantity(2000), "2");
-  EXPECT_EQ(paperQuantity(525), "0,525");
-  EXPECT_EQ(paperQuantity(1234500), "1.234,500");
-  EXPECT_EQ(paperRate(1650), "16,50%");
+  const std::pair<Thousandths, const char*> quantities[] = {
+      {2000, "2"}, {525, "0,525"}, {1050, "1,050"}, {1, "0,001"}, {1234500, "1.234,500"}};
+  for (const auto& [quantity, written] : quantities) EXPECT_EQ(paperQuantity(quantity), written);
+  const std::pair<Rate, const char*> rates[] = {{1650, "16,50%"}, {800, "8,00%"}, {5, "0,05%"}};
+  for (const auto& [rate, written] : rates) EXPECT_EQ(paperRate(rate), written);
 }
 
 TEST(RateTable, PlacesAreKeptAndTheFourthRateHasNone) {

@@ -115,19 +115,22 @@ TEST(FaultSet, StrikesWhenItsConditionIsMet) {
 }
 
 TEST(FaultSet, ChancesAreSeededAndAboutRight) {
-  const auto pattern = [](unsigned seed) {
+  const auto pattern = [](unsigned seed, const std::string& chance = "25%", int frames = 1000) {
     FaultSet faults{seed};
-    faults.add(parsePlan("noise chance 25% always"));
+    faults.add(parsePlan("noise chance " + chance + " always"));
     std::string struck;
-    for (int frame = 0; frame < 1000; ++frame) struck += faults.strike(0x42, true).empty() ? '.' : 'x';
+    for (int frame = 0; frame < frames; ++frame) struck += faults.strike(0x42, true).empty() ? '.' : 'x';
     return struck;
   };
   EXPECT_EQ(pattern(7), pattern(7));
   EXPECT_NE(pattern(7), pattern(8));
-  const std::string struck = pattern(7);
-  const auto count = std::count(struck.begin(), struck.end(), 'x');
-  EXPECT_GT(count, 180);
-  EXPECT_LT(count, 320);
+  const auto count = [&](const char* chance) {
+    const std::string struck = pattern(7, chance, 20'000);
+    return std::count(struck.begin(), struck.end(), 'x');
+  };
+  EXPECT_NEAR(static_cast<double>(count("25%")), 5000, 300);
+  EXPECT_NEAR(static_cast<double>(count("1%")), 200, 70) << "not every fiftieth";
+  EXPECT_EQ(count("100%"), 20'000);
 }
 
 TEST(FaultSet, RepeatsOnlyWhenThereIsSomethingToRepeat) {

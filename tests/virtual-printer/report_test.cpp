@@ -118,6 +118,7 @@ TEST(Memory, AgreesWithTheZOnWhatSalesAre) {
       EXPECT_NE(paper.find(line), std::string::npos) << paper;
     EXPECT_EQ(bench::occurrences(paper, "Bs 52,33\n"), back == 1 ? 2U : 1U) << paper;
     EXPECT_EQ(bench::occurrences(paper, "Bs 52,93"), 0U) << "IGTF is none of the sales" << paper;
+    EXPECT_EQ(bench::occurrences(paper, "DEVOLUCIONES                    Bs 10,79\n"), back == 1 ? 2U : 0U);
   }
 }
 

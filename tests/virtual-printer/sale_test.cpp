@@ -176,8 +176,13 @@ TEST(Sale, WhatCannotBeSavedIsRefusedAndCanBeSentAgain) {
   till.isDiskFull = true;
   till.dialogue("40 |||||||| => !25\n48 => !25\n39 Z => !25\n58 260101|120000 => !25\n80 => ZPV0000007");
   till.isDiskFull = false;
-  till.dialogue("40 |||||||| => 00000002\n44 |0|C => 00000002\n39 Z");
-  EXPECT_EQ(till.lastSaved.zRecords.size(), 1U);
+  till.dialogue("40 |||||||| => 00000002\n44 |0|C => 00000002");
+  till.faults.add(virtual_printer::parsePlan("day-change"));
+  till.isDiskFull = true;
+  till.dialogue("39 Z => !25");
+  till.isDiskFull = false;
+  till.dialogue("40 |||||||| => !23\n39 Z\n40 |||||||| => 00000003");
+  EXPECT_EQ(till.lastSaved.zRecords.size(), 1U) << "the Z that could not be saved has not been made";
 }
 
 TEST(Sale, CountersAtTheirLimitRefuse) {

@@ -3,9 +3,13 @@
 
 #include <thread>
 
+#include "bench.h"
 #include "virtual-printer/line/address.h"
 #include "virtual-printer/line/inbox.h"
 #include "virtual-printer/web/feed.h"
+#include "virtual-printer/web/line_rows.h"
+#include "virtual-printer/web/sheets.h"
+#include "virtual-printer/web/state_json.h"
 
 namespace virtual_printer::web_test {
 
@@ -36,6 +40,103 @@ TEST(Web, ALatePageIsToldWhatStillHoldsAndNothingTwice) {
   const auto kept = feed.after(0, 0ms);
   EXPECT_EQ(kept.front().json, "new") << "the rows do not push out the state";
   EXPECT_EQ(kept.size(), 1U + 8U) << "not more rows, nor more bytes of them, than allowed";
+}
+
+// The last message of a topic, and of a key in it.
+std::string told(Feed& feed, const std::string& topic, int key = -1) {
+  std::string json = "nothing";
+  for (const Feed::Message& message : feed.after(0, 0ms))
+    if (message.topic == topic && (key < 0 || message.key == key)) json = message.json;
+  return json;
+}
+
+TEST(Web, TheStateIsWhatTheBooksAndTheDocumentSay) {
+  bench::Till till;
+  const auto state = [&] { return stateJson(till.device.works()); };
+  EXPECT_TRUE(bench::contains(state(), R"("document":{"status":0,"phase":"none"},)")) << state();
+  till.dialogue(
+      "5D 1|CALLE REAL; 40 Ana|V1|||||||; 42 Pan|2000|1250|1600|M; 42 Sal|1000|100|0|M; 44 |1000|T; A0");
+  EXPECT_TRUE(bench::contains(
+      state(),
+      R"("document":{"status":1,"phase":"paying","title":"FACTURA 00000001","name":"Ana","rif":"V1",)"
+      R"("items":2,"net":"26,00","tax":"4,00","total":"30,00","paid":"10,00","unpaid":"20,00","change":"0,00"})"))
+      << state();
+  EXPECT_TRUE(bench::contains(state(), R"("slip":true,"header":["CALLE REAL","","","",""])")) << state();
+  till.dialogue("44 |2500|T; 45 A");
+  EXPECT_TRUE(bench::contains(state(), R"("status":4,"phase":"partial")")) << state();
+  EXPECT_TRUE(bench::contains(state(), R"("unpaid":"0,00","change":"5,00")")) << state();
+  till.dialogue("45 E; 40 ||||||D||; 42 Pan|1000|100|1600|m; 45 T; 40 ||||||||; 44 |0|C; 48; 4A");
+  EXPECT_TRUE(bench::contains(
+      state(), R"("sales":{"lines":[{"label":"E","base":"1,00","tax":""},{"label":"G (16,00%)","base":"25,00","tax":"4,00"
+}],)"
+               R"("igtf":"0,00","total":"30,00"},)"))
+      << state();
+EXPECT_TRUE(bench::contains(
+    state(), R"("discounts":"0,00","invoices":1,"creditNotes":1,"nonFiscals":1,"cancelled":1})"))
+    << state();
+EXPECT_TRUE(bench::contains(state(),
+                            R"("memory":{"invoice":2,"creditNote":1,"nonFiscal":1,"z":0,"records":0})"))
+    << state();
+till.dialogue("39 Z");
+EXPECT_TRUE(bench::contains(state(), R"("z":1,"records":1,"closedAt":"24-11-2026 15:04"})")) << state();
+}
+
+// Each command a row, each answer one of its own when it has gone out.
+TEST(Web, TheLineIsListedRowByRow) {
+  bench::Till till;
+  Feed feed;
+  LineRows rows{feed};
+  const auto say = [&](const std::string& line) {
+    till.events.clear();
+    till.engine.receive(zentaro::testing::commandFrame('"', line), till.now);
+    for (const Event& event : till.events) rows.happened(till.now, event);
+    for (const Output& output : till.engine.due(till.now)) rows.sent(till.now, output);
+  };
+  till.faults.add(parsePlan("lose-answer on clock; bad-checksum on close-dnf"));
+  for (const char* line : {"48", "42 Pan|1", "59", "4A"}) say(line);
+  const struct {
+    int row;
+    const char* json;
+  } expected[] = {
+      {1, R"("way":"command","date":"24-11-2026","time":"15:04:00","ms":1000,"name":"open-dnf")"},
+      {2, R"("fields":["00000001"],"printerStatus":"0000","fiscalStatus":"0004","outcome":"ok")"},
+      {3, R"("fields":["Pan","1"],"printerStatus":"0000","fiscalStatus":"8004","outcome":"refused")"},
+      {4, R"("way":"answer")"},
+      {5,
+       R"("name":"clock","bytes":"02 22 59 03 30 30 38 30","size":8,"exchange":3,"code":"59","sequence":34,)"
+       R"("faults":["lose-answer on clock once"])"},
+      {6, R"("way":"command")"},
+      {7, R"("way":"answer")"},
+      {7, R"("faults":["bad-checksum on close-dnf once"])"},
+      {8, "nothing"},
+  };
+  for (const auto& row : expected)
+    EXPECT_TRUE(bench::contains(told(feed, "row", row.row), row.json))
+        << row.row << ": " << told(feed, "row", row.row);
+  rows.happened(till.now, {EventKind::Noise, {}, "x"});
+  EXPECT_TRUE(bench::contains(told(feed, "row", 8), R"("way":"noise")"));
+}
+
+TEST(Web, SheetsGrowAndAreDoneOneByOne) {
+  Feed feed;
+  Sheets sheets{feed};
+  Roll roll;
+  roll.watch(sheets);
+  roll.print({{LineStyle::Plain, "UNO", {}, {}}});
+  EXPECT_EQ(told(feed, "sheet"), "nothing") << "drawn when the loop says so";
+  sheets.draw(0ms);
+  EXPECT_TRUE(bench::contains(told(feed, "sheet"), R"({"id":1,"kind":"roll","title":"","done":false)"));
+  roll.printApart({SheetKind::ChequeFace, "CHEQUE", {{LineStyle::Plain, "DOS", {}, {}}}});
+  EXPECT_TRUE(
+      bench::contains(told(feed, "sheet", 2), R"({"id":2,"kind":"cheque","title":"CHEQUE","done":true)"));
+  roll.cut("FACTURA 1");
+  EXPECT_TRUE(
+      bench::contains(told(feed, "sheet", 1), R"({"id":1,"kind":"roll","title":"FACTURA 1","done":true)"));
+  roll.print({{LineStyle::Plain, "TRES", {}, {}}});
+  sheets.draw(0ms);
+  EXPECT_TRUE(bench::contains(told(feed, "sheet", 3), R"("done":false)"));
+  EXPECT_TRUE(bench::contains(told(feed, "sheet", 3), "TRES")) << told(feed, "sheet", 3);
+  EXPECT_FALSE(bench::contains(told(feed, "sheet", 3), "UNO"));
 }
 
 TEST(Web, JobsAreDoneByTheLoopOrGivenUpAtItsEnd) {

@@ -159,6 +159,15 @@ test("only the page itself may act", async () => {
     assert.strictEqual(await ask(method, where, headers), status, `${method} ${where} ${JSON.stringify(headers)}`);
 });
 
+test("while the line is gone the page does not show it", async () => {
+  await page.fill("#plan", "hang-up=2 on open");
+  await page.press("#plan", "Enter");
+  await page.click("#sample");
+  await page.locator("#device:not(:text('printer'))").waitFor();
+  assert.strictEqual(await page.locator("#line-lamp").getAttribute("data-color"), "red");
+  await page.locator("#device", { hasText: device }).waitFor();
+});
+
 test("after the printer has died nothing looks ready", async () => {
   printer.kill("SIGKILL");
   await page.locator("#notice:not([hidden])").waitFor();
