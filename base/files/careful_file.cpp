@@ -57,13 +57,9 @@ class Replacement {
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
 
-  void write(std::string_view rest) const {
-    while (!rest.empty()) {
-      const ssize_t count = ::write(file_.get(), rest.data(), rest.size());
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) failToWrite(path_);
-      rest.remove_prefix(static_cast<std::size_t>(count));
-    }
+  void write(std::string_view content) const {
+    errno = files::writeAll(file_.get(), content);
+    if (errno != 0) failToWrite(path_);
   }
   void takePlace() {
     struct stat old {};

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace zentaro::files {
@@ -19,6 +20,16 @@ int Descriptor::release() { return std::exchange(number_, -1); }
 
 void Descriptor::close() {
   if (isOpen()) ::close(release());
+}
+
+int writeAll(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const auto count = ::write(descriptor, text.data(), text.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return errno;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return 0;
 }
 
 }  // namespace zentaro::files

@@ -1,6 +1,8 @@
 // A file descriptor that is closed with its owner.
 #pragma once
 
+#include <string_view>
+
 namespace zentaro::files {
 
 class Descriptor {
@@ -18,5 +20,8 @@ class Descriptor {
  private:
   int number_;
 };
+
+/// 0, or the system's reason why not all of it was written.
+int writeAll(int descriptor, std::string_view text);
 
 }  // namespace zentaro::files

@@ -1,33 +1,21 @@
 // The queue between the printer and the thread that writes.
 #include "virtual-printer/shell/outlet.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <string_view>
 #include <thread>
 #include <utility>
+
+#include "base/files/descriptor.h"
 
 namespace virtual_printer {
 namespace {
 
 constexpr std::chrono::milliseconds patience{250};
 constexpr std::size_t mostKept = 1'000'000;  // bytes
-
-// 0, or the reason why it is not all written.
-int writeAll(int descriptor, std::string_view rest) {
-  while (!rest.empty()) {
-    const auto count = ::write(descriptor, rest.data(), rest.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return errno;
-    rest.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return 0;
-}
 
 }  // namespace
 
@@ -48,7 +36,7 @@ struct Outlet::Channel {
       if (waiting.empty()) return;
       const std::string& text = waiting.front();
       lock.unlock();
-      const int result = writeAll(descriptor, text);
+      const int result = zentaro::files::writeAll(descriptor, text);
       lock.lock();
       error = result;
       kept -= text.size();
