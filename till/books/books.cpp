@@ -64,20 +64,26 @@ std::optional<Job> Books::enter(const Order& order, State state, const Evidence&
     if (known) {
       job.key = known->key;
       job.attempt = known->attempt + 1;
-      database_.prepare("INSERT INTO attempt SELECT * FROM job WHERE seq = ?").with(known->key).run();
-      database_.prepare("UPDATE attempt SET body = '' WHERE seq = ?").with(known->key).run();
-      database_.prepare("DELETE FROM job WHERE seq = ?").with(known->key).run();
     }
-    std::string places = "?";
-    for (const char c : jobColumns) places += c == ',' ? ",?" : "";
-    Statement insertion = database_.prepare("INSERT INTO job(" + std::string(jobColumns) + ") VALUES(" +
-                                            places + ") RETURNING seq");
-    bindJob(insertion, job);
-    if (insertion.next()) job.key = insertion.number(0);
-    insertion.run();
+    insert(job);
     entered = job;
   });
   return entered;
+}
+
+void Books::insert(Job& job) {
+  if (job.key != 0) {
+    database_.prepare("INSERT INTO attempt SELECT * FROM job WHERE seq = ?").with(job.key).run();
+    database_.prepare("UPDATE attempt SET body = '' WHERE seq = ?").with(job.key).run();
+    database_.prepare("DELETE FROM job WHERE seq = ?").with(job.key).run();
+  }
+  std::string places = "?";
+  for (const char c : jobColumns) places += c == ',' ? ",?" : "";
+  Statement insertion = database_.prepare("INSERT INTO job(" + std::string(jobColumns) + ") VALUES(" +
+                                          places + ") RETURNING seq");
+  bindJob(insertion, job);
+  if (insertion.next()) job.key = insertion.number(0);
+  insertion.run();
 }
 
 // One row, as long as the condition holds and nobody has begun another attempt.

@@ -105,11 +105,18 @@ class Books {
   /// What a person saw on the paper. False unless it is unsettled; that nobody prints it is the caller's to know.
   bool finding(const Job& job, bool isPrinted);
 
+  /// Jobs from elsewhere, with what came of them; those of an owner that is known are only brought up to date.
+  void takeOver(const std::vector<Job>& jobs);
+
   /// The bodies of final jobs that ended before; at most `most`. finish() does it for those older than 60 days.
   void blankBodies(Moment endedBefore, int most);
 
  private:
   std::optional<Job> enter(const Order& order, State state, const Evidence& before);
+  void takeOver(Job job);
+  void update(std::int64_t key, const Job& job);
+  /// A row of its own, or the next attempt of the one that has its key.
+  void insert(Job& job);
   bool change(std::string_view assignments, const Job& job, std::string_view condition,
               const std::function<void(Statement&)>& bind);
 
