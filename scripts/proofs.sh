@@ -12,7 +12,7 @@ quietly() {
 # ThreadSanitizer.
 build_proofs() {
   quietly cmake --preset release -Wno-dev
-  quietly cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs
+  quietly cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs --target till_test
   quietly cmake --preset fuzz -Wno-dev
   quietly cmake --build --preset fuzz
   quietly cmake --preset tsan -Wno-dev

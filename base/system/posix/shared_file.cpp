@@ -19,6 +19,14 @@ constexpr mode_t forTheGroup = 0660;
   throw std::system_error(errno, std::generic_category(), path.string());
 }
 
+// A new name is on the disk only when its folder is.
+void syncFolder(const std::filesystem::path& folder) {
+  const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  ::fsync(handle);
+  ::close(handle);
+}
+
 struct flock wholeFile() {
   struct flock lock {};
   lock.l_type = F_WRLCK;
@@ -45,6 +53,7 @@ void makeShared(const std::filesystem::path& file) {
   ::close(handle);
   errno = error;
   if (!isDone) fail(file);
+  syncFolder(file.parent_path());
 }
 
 void makeFolders(const std::filesystem::path& folder) {
@@ -54,6 +63,7 @@ void makeFolders(const std::filesystem::path& folder) {
     if (errno != EEXIST) fail(folder);
     return;
   }
+  syncFolder(folder.parent_path());
   struct stat made {};
   if (::stat(folder.c_str(), &made) != 0) fail(folder);
   constexpr mode_t andItsGroup = S_ISGID | 0770;
