@@ -17,7 +17,8 @@ int main(int count, char** words) {
   constexpr std::array sections{
       Section{"exchange", bench::measureExchange}, Section{"waiting", bench::measureWaiting},
       Section{"frames", bench::measureFrames},     Section{"sale", bench::measurePacedSale},
-      Section{"programs", bench::measurePrograms}, Section{"growth", bench::measureGrowth}};
+      Section{"programs", bench::measurePrograms}, Section{"growth", bench::measureGrowth},
+      Section{"books", bench::measureBooks}};
   bool isShort = false;
   std::vector<const Section*> wanted;
   for (const std::string_view word : std::span(words + 1, words + count)) {

@@ -10,5 +10,6 @@ void measureFrames(bool isShort);
 void measurePacedSale(bool isShort);
 void measurePrograms(bool isShort);
 void measureGrowth(bool isShort);
+void measureBooks(bool isShort);
 
 }  // namespace bench
