@@ -62,6 +62,7 @@ TEST_F(BooksFile, TakeAJobFromStateToStateAndNowhereElse) {
       {"requeue", [](Books& b, const Job& j) { return b.requeue(j, "paper"), true; }},
       {"opened", [](Books& b, const Job& j) { return b.opened(j, 8), true; }},
       {"close", [](Books& b, const Job& j) { return b.turn(j, Turn::Close), true; }},
+      {"cancel", [](Books& b, const Job& j) { return b.turn(j, Turn::Cancel), true; }},
       {"withdraw", [](Books& b, const Job& j) { return b.withdraw(j.id, "withdrawn", ""); }},
       {"finding", [](Books& b, const Job& j) { return b.finding(j, true); }},
       {"not printed",
@@ -76,9 +77,9 @@ TEST_F(BooksFile, TakeAJobFromStateToStateAndNowhereElse) {
   const std::pair<const char*, const char*> rows[] = {
       {"", "put open"},
       {"queued", "begin withdraw printed"},
-      {"open", "requeue opened close finding 'not printed' printed"},
-      {"lines", "opened close finding 'not printed' printed"},
-      {"unknown", "finding 'not printed' printed"},
+      {"open", "requeue opened close cancel finding 'not printed' printed"},
+      {"lines", "opened close cancel finding 'not printed' printed"},
+      {"unknown", "cancel finding 'not printed' printed"},
       {"printed", "printed"},
       {"not-printed", "put open printed"},
   };

@@ -135,8 +135,10 @@ void Books::opened(const Job& job, const std::optional<std::int64_t>& number) {
 
 void Books::turn(const Job& job, Turn turn) {
   const std::string_view reached = turn == Turn::Close || turn == Turn::Finish ? ", reached_close = 1" : "";
-  const bool isDone = change("turn = ?" + std::string(reached), job, isPrintingNow,
-                             [&](Statement& update) { update.with(nameOf(turn)); });
+  const bool endsWhatIsOpen = turn == Turn::Finish || turn == Turn::Cancel;
+  const bool isDone =
+      change("turn = ?" + std::string(reached), job, endsWhatIsOpen ? isUnsettledNow : isPrintingNow,
+             [&](Statement& update) { update.with(nameOf(turn)); });
   if (!isDone) throw BooksError(BooksError::Cause::Settled, path(), std::string(nameOf(turn)));
 }
 

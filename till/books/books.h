@@ -91,7 +91,8 @@ class Books {
   void waits(const Job& job, std::string_view cause);
 
   /// Each of these is written before the frame that it announces. A job that is no longer printing in this attempt,
-  /// because somebody judged it, raises BooksError: nothing more may then be sent for it but a cancellation.
+  /// because somebody judged it, raises BooksError: nothing more may then be sent for it but what ends its document,
+  /// which an unknown job may have open yet.
   void opened(const Job& job, const std::optional<std::int64_t>& number);
   void turn(const Job& job, Turn turn);
 
