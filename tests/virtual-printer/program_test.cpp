@@ -247,6 +247,23 @@ TEST(Program, AfterAHangUpTheLinkLeadsToANewDevice) {
   EXPECT_EQ(Port{scratch / "port"}.say("80"), "ZPV0000001");
 }
 
+TEST(Program, ALineThatCannotBeHadAfterAHangUpIsHadLater) {
+  const Scratch scratch;
+  Printer printer{with(scratch, {"--fault", "hang-up=0.1 on serial"})};
+  ASSERT_TRUE(printer.isReady());
+  Port port{scratch / "port"};
+  const auto allow = [&](rlim_t descriptors) {
+    const rlimit limit{descriptors, 1024};
+    return ::prlimit(printer.id(), RLIMIT_NOFILE, &limit, nullptr);
+  };
+  ASSERT_EQ(allow(3), 0);
+  EXPECT_EQ(port.say("80"), "no answer");
+  ASSERT_TRUE(printer.says("Too many open files")) << printer.errors();
+  ASSERT_EQ(allow(1024), 0);
+  ASSERT_TRUE(eventually([&] { return occurrences(printer.errors(), "ready: ") == 2; })) << printer.errors();
+  EXPECT_EQ(Port{scratch / "port"}.say("80"), "ZPV0000001");
+}
+
 TEST(Program, FaultsAreSwitchedOnBothControlChannels) {
   const Scratch scratch;
   Printer printer{with(scratch, {"--control", scratch / "control", "--log", scratch / "log"})};

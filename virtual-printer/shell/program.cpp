@@ -52,6 +52,7 @@ class Program {
   void showOnThePage(const Address& address);
   void tell(const Moment& moment, const Event& event);
   void connect();
+  void reconnect();
   void carry(const Output& output);
   std::string beginSample();
   void endSample();
@@ -76,7 +77,9 @@ class Program {
   std::optional<SampleSale> sample_;
   // Whose answers are not the host's: the commands of the sample, by their count.
   int beforeSample_ = 0, lastOfSample_ = 0;
-  int leftOpen_ = 0;  // the number of a document that a sample could not end
+  int leftOpen_ = 0;            // the number of a document that a sample could not end
+  bool isLineLacking_ = false;  // it was not to be had after a hang-up
+  Trouble lineTrouble_;
   bool isQuitting_ = false;
 };
 
@@ -132,6 +135,18 @@ void Program::connect() {
   notice("ready: " + line_->name());  // in no language: programs wait for it
 }
 
+// What is lacking now, a descriptor or the port, may be had a second later.
+void Program::reconnect() {
+  try {
+    connect();
+    isLineLacking_ = false;
+    lineTrouble_.pass();
+  } catch (const std::runtime_error& error) {
+    isLineLacking_ = true;
+    lineTrouble_.meet(error.what());
+  }
+}
+
 void Program::carry(const Output& output) {
   switch (output.kind) {
     case Output::Kind::Bytes:
@@ -144,7 +159,7 @@ void Program::carry(const Output& output) {
       line_->hangUp();
       if (web_) web_->lineIs({});
       break;
-    case Output::Kind::Reconnect: connect(); break;
+    case Output::Kind::Reconnect: reconnect(); break;
     case Output::Kind::PowerOn: break;
   }
 }
@@ -207,6 +222,7 @@ void Program::run() {
     if (control_) control_->serve(watched);
     for (const Output& output : engine_.due(clock_.now())) carry(output);
     if (web_) web_->show(clock_.now(), device_.works(), faults_);
+    if (isIdle && isLineLacking_) reconnect();
     if (isIdle) line_->rest();
   }
 }
