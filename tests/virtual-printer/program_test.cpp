@@ -40,6 +40,16 @@ TEST(Program, ASignalEndsItCleanly) {
   }
 }
 
+TEST(Program, WhatWasIgnoredAtTheStartStaysIgnored) {
+  const Scratch scratch;
+  const std::string port = scratch / "port";
+  Process printer{{"sh", "-c", "trap '' HUP; exec zentaro-printer --quiet --link " + port}};
+  ASSERT_TRUE(printer.says("ready: "));
+  ::kill(printer.id(), SIGHUP);
+  EXPECT_EQ(Port{port}.say("80"), "ZPV0000001");
+  EXPECT_EQ(printer.end(SIGTERM), 0);
+}
+
 TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
   const Scratch scratch;
   scratch.write("file", "precious");
@@ -73,6 +83,7 @@ TEST(Program, MistakesOnTheCommandLineEndItBeforeAnythingStarts) {
       {{"--tcp", "192.0.2.1:0"}, "--tcp 192.0.2.1:0: Cannot assign"},
       {{"--clock", "2026-02-30T10:00"}, "--clock: a time like"},
       {{"--clock", "1999-12-31T10:00"}, "--clock: a time like"},
+      {{"--clock", "2026-01-31T10:00:00x"}, "--clock: a time like"},
   };
   for (const auto& row : rows) {
     Printer printer{row.options};
