@@ -8,7 +8,7 @@
 namespace {
 
 using fuzz::require;
-using zentaro::tools::Json;
+using zentaro::Json;
 
 void check(const Json& request, const std::string& answered) {
   const Json response = Json::parse(answered, nullptr, false);

@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace zentaro::tools;
+using namespace zentaro::till;
 using fuzz::require;
 
 void print(const Sale& sale, const Totals& totals) {

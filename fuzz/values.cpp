@@ -123,9 +123,9 @@ Variant anyValue(FuzzedDataProvider& input, int depth = 0) {
 
 void checkJson(const Variant& value) {
   tools::ObjectTable objects;
-  const auto line = converted([&] { return tools::jsonLine(tools::jsonOf(value, objects)); });
+  const auto line = converted([&] { return jsonLine(tools::jsonOf(value, objects)); });
   if (!line) return;
-  require(isSame(tools::variantOf(tools::Json::parse(*line), objects), value), "a value survives JSON");
+  require(isSame(tools::variantOf(Json::parse(*line), objects), value), "a value survives JSON");
 }
 
 }  // namespace

@@ -14,7 +14,7 @@
 #include "base/system/error_text.h"
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 namespace {
 
@@ -146,4 +146,4 @@ void replaceFile(const fs::path& path, std::string_view content) {
   flushFolder(real);
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

@@ -9,7 +9,7 @@
 
 #include "base/files/descriptor.h"
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 /// What a chain of links leads to, whether it is there or not: it is what is locked and replaced, not a link.
 std::filesystem::path behindLinks(std::filesystem::path path);
@@ -25,4 +25,4 @@ files::Descriptor openToAppend(const std::filesystem::path& path);
 /// may be one file with ".new" behind its name, which the next replacement takes over.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

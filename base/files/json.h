@@ -6,7 +6,7 @@
 
 #include "base/files/json_fwd.h"
 
-namespace zentaro::tools {
+namespace zentaro {
 
 /// One line, without the line end.
 inline std::string jsonLine(const Json& json) {
@@ -18,4 +18,4 @@ inline std::string jsonPage(const Json& json) {
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro

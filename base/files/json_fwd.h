@@ -3,8 +3,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-namespace zentaro::tools {
+namespace zentaro {
 
 using Json = nlohmann::ordered_json;
 
-}  // namespace zentaro::tools
+}  // namespace zentaro

@@ -9,7 +9,7 @@
 
 #include "base/system/error_text.h"
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 std::string readInput(const std::string& path) {
   const bool isInput = path == "-";
@@ -24,4 +24,4 @@ std::string readInput(const std::string& path) {
   return text.str();
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 TemporaryFolder::TemporaryFolder() {
   std::string name = (std::filesystem::temp_directory_path() / "zentaro-XXXXXX").string();
@@ -18,4 +18,4 @@ TemporaryFolder::~TemporaryFolder() {
   std::filesystem::remove_all(path_, ignored);
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 class TemporaryFolder {
  public:
@@ -19,4 +19,4 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

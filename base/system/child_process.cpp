@@ -18,7 +18,7 @@
 
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 namespace {
 
@@ -126,4 +126,4 @@ bool ChildProcess::readErrorLine(std::string& line, int milliseconds) {
   }
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

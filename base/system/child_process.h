@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 /// The program of that name beside the running one, else the bare name, which is then looked up in PATH.
 std::string companionProgram(const std::string& name);
@@ -42,4 +42,4 @@ class ChildProcess {
   std::thread drain_;
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

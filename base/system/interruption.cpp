@@ -9,7 +9,7 @@
 #include <csignal>
 #include <cstring>
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 namespace {
 
@@ -71,4 +71,4 @@ void Interruption::setLastWords(const std::string& text) {
   readyWords = next;
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 /// While it lives the first of these signals only sets a flag: the command ends what it has begun and says what
 /// came of it. The second one writes the last words and ends the process with exit status 4, and with it a virtual
@@ -22,4 +22,4 @@ class Interruption {
   static void setLastWords(const std::string& text);
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

@@ -93,6 +93,7 @@ class Shell : public ::testing::Test {
   Shell() {
     ::setenv("ZENTARO_SETTINGS", file("settings.ini").c_str(), 1);
     ::setenv("XDG_STATE_HOME", file("state").c_str(), 1);
+    ::setenv("ZENTARO_BOOKS", file("books/books.db").c_str(), 1);
   }
 
   std::string file(const std::string& name) const { return folder / name; }

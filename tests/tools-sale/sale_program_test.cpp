@@ -168,7 +168,7 @@ class SaleFault : public testing::Shell {
     else
       printer.emplace(with(options, printerOption));
     const Ran ran =
-        run("XDG_STATE_HOME=" + file(name) + ".d zentaro sale --timeout 2 --give-up 10 " +
+        run("ZENTARO_BOOKS=" + file(name) + ".d/books.db zentaro sale --timeout 2 --give-up 10 " +
             file(name + ".sale") + " --device " + (printer ? printer->device() : distant->device()));
     const bool isPrinted = row.end == "printed", isUnknown = contains(row.end, "unknown");
     const int status = isPrinted ? 0 : contains(row.end, "not printed") ? 3 : 4;

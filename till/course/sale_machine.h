@@ -6,94 +6,78 @@
 //                                           v
 //     +---------------------------------> Judging --nothing open--> printed, not printed or unknown,
 //     |                                     |  |                    by the counters
-//     |                 a document is open  |  |  it is partially closed
-//     |                                     v  +-----> Finishing --done--> printed, extra lines missing
+//     |                 its own document is |  |  it is partially closed
+//     |                 open                v  +-----> Finishing --done--> printed, extra lines missing
 //     +-- whatever came of it -- Cancelling             |
 //     +-- refused or lost ------------------------------+
 //
-// Required: the number of the last document alone proves nothing. A printer may give it when a document is opened,
-// and a cancelled document then keeps it. What proves that a document was counted are the amounts of the day.
+// What the counters prove is the rule of evidence.h, the same as for a sale whose process has died.
 #pragma once
 
 #include <cstddef>
 #include <optional>
 
-#include "till/document/decimal.h"
+#include "till/books/evidence.h"
+#include "till/course/reply.h"
+#include "till/course/verdict.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
-/// What came of a command. Refused: the printer, or the library before sending, has done nothing. Lost: no
-/// usable answer (outcomes 1 to 4), so nobody knows whether it took effect.
-enum class Fate { Done, Refused, Lost };
-
-/// What the printer says of itself; numbers and amounts are those of the kind of document to be printed.
-struct Counters {
-  int document = 0;  // 0: none is open
-  int lastNumber = 0;
-  std::optional<Cents> dayNet;  // without tax, of the documents of the day; not known while one is open
-};
+/// The state of a document that is paid and can no longer be cancelled.
 inline constexpr int partiallyClosed = 4;
 
 enum class Action { AskCounters, SendStep, Cancel, Finish, Stop };
 
-enum class Verdict {
-  Printed,
-  PrintedInPart,  // closed and counted, but extra lines may be missing
-  NotPrinted,
-  Unknown,
-  StillOpen,        // not counted; the printer refuses to cancel it
-  StillToBeClosed,  // partially closed; the printer refuses the definitive close
-  OpenBefore,       // a document was open before; nothing was sent
-  Unreachable       // the printer did not give its counters at the start; nothing was sent
-};
-
-/// Whether a document that adds `net` to the day's amounts was counted between the two: Printed, NotPrinted or
-/// Unknown. No document is open now.
-Verdict judgedByCounters(const Counters& before, const Counters& now, Cents net);
-
 class SaleMachine {
  public:
-  /// `net` is what the document adds to the day's amounts.
-  SaleMachine(std::size_t steps, Cents net) : steps_(steps), net_(net) {}
+  /// The first close is the first step that may count the document. Of the job, kind and net are used.
+  SaleMachine(std::size_t steps, std::size_t firstClose, const Job& job)
+      : steps_(steps), firstClose_(firstClose), job_(job) {}
 
-  /// That of a sale which was cut short after `before`, when its document may be open: it is only judged.
-  static SaleMachine resumed(const Counters& before, Cents net);
+  /// That of a job which was cut short, when its document may be open: it is only judged. Of a document that does not
+  /// bear its number nothing is said but that it is open.
+  static SaleMachine resumed(const Job& job);
 
   Action next() const;
   /// The step that SendStep means.
   std::size_t step() const { return step_; }
   /// After Stop.
-  Verdict verdict() const { return verdict_; }
-
-  /// No further step is to be sent: the document is cancelled or, when it is partially closed, finished.
-  void interrupt();
-  /// What the printer said before the first step.
-  const Counters& before() const { return before_; }
+  Ending ending() const { return ending_; }
+  /// Of an unknown end: that no counter will ever say more.
+  bool isBeyondCounters() const { return judgement_ == Judgement::BeyondCounters; }
+  /// The job as far as it got: its evidence, its turn, its number.
+  const Job& job() const { return job_; }
   /// Whether the document may have been opened on the paper.
   bool wasOpened() const { return wasOpened_; }
 
+  /// No further step is to be sent: the document is cancelled or, when it is partially closed, finished.
+  void interrupt();
+  /// What the opened document is called, when the printer said it.
+  void opened(const std::optional<std::int64_t>& number) { job_.number = number; }
   /// The fate of a step, a cancellation or a finishing close.
   void sent(Fate fate);
-  /// The answer to AskCounters; nothing when it could not be had, however often it was asked.
-  void counted(const std::optional<Counters>& now);
+  /// The answer to AskCounters; nothing when it could not be had, however often it was asked. `otherHolder` is
+  /// what the books say of the number.
+  void counted(const std::optional<Standing>& now, const std::optional<State>& otherHolder = {});
 
  private:
-  enum class State { Starting, Printing, Judging, Cancelling, Finishing, Ended };
+  enum class Phase { Starting, Printing, Judging, Cancelling, Finishing, Ended };
 
-  void start(const Counters& now);
-  void judge(const Counters& now);
-  Verdict printed() const;
-  void tryToEnd(State how);
-  void end(Verdict verdict);
+  void start(const Standing& now);
+  void judge(const Standing& now, const std::optional<State>& otherHolder);
+  bool isItsOwn(const Standing& now, const std::optional<State>& otherHolder) const;
+  Ending printed() const;
+  void tryToEnd(Phase how);
+  void end(Ending ending);
 
-  std::size_t steps_;
-  Cents net_;
-  State state_ = State::Starting;
+  std::size_t steps_, firstClose_;
+  Job job_;
+  Phase phase_ = Phase::Starting;
   std::size_t step_ = 0;
   int attempts_ = 0;  // to cancel or to finish
-  bool wasOpened_ = false;
-  Counters before_;
-  Verdict verdict_ = Verdict::Unknown;
+  bool isResumed_ = false, wasOpened_ = false;
+  std::optional<Judgement> judgement_;
+  Ending ending_ = Ending::Unknown;
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

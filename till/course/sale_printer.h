@@ -5,24 +5,13 @@
 #include <optional>
 #include <string>
 
-#include "till/course/sale_machine.h"
+#include "till/books/evidence.h"
+#include "till/course/reply.h"
 #include "till/course/steps.h"
+#include "till/course/verdict.h"
 #include "till/line/printer_line.h"
 
-namespace zentaro::tools {
-
-struct Reply {
-  Fate fate = Fate::Done;
-  std::string text =
-      {};  // why, unless it is done: the printer's own error text, or what came instead of an answer
-};
-
-/// What the printer said when it closed a document.
-struct Receipt {
-  int number = 0;
-  Cents total = 0;  // with the IGTF
-  Cents change = 0;
-};
+namespace zentaro::till {
 
 class SalePrinter {
  public:
@@ -32,28 +21,33 @@ class SalePrinter {
   /// The definitive close of a partially closed document.
   virtual Reply finish() = 0;
   /// Asks until it is in step with the printer: a status request changes nothing.
-  virtual std::optional<Counters> counters() = 0;
+  virtual std::optional<Standing> counters() = 0;
   /// Why counters() gave nothing.
   virtual std::string trouble() const = 0;
-  /// The number of the last document, asked for behind a sale; nothing when it cannot be had at once.
-  virtual std::optional<int> lastNumber() = 0;
+  /// The number of the last document, or of the last Z; nothing when it cannot be had at once.
+  virtual std::optional<std::int64_t> lastNumber() = 0;
   /// What the answer to the opening gives as the document's number; nothing when it holds none.
-  virtual std::optional<int> openedNumber() const = 0;
+  virtual std::optional<std::int64_t> openedNumber() const = 0;
   /// The figures of the last close; nothing when its answer was lost or holds other fields.
   virtual std::optional<Receipt> receipt() const = 0;
 };
 
-/// The printer object must be open; it and the line must outlive this. Checksums are verified from now on.
+/// The printer object must be open; it and the line must outlive this. Checksums are verified from now on. Amounts
+/// and numbers are those of the kind of document.
 class ObjectSalePrinter : public SalePrinter {
  public:
-  ObjectSalePrinter(CZentaro& printer, PrinterLine& line, bool isCreditNote);
+  ObjectSalePrinter(CZentaro& printer, PrinterLine& line, Kind kind);
+  /// The number of the last Z was heard just now, or that the printer gives none: it is not asked for again unless
+  /// something is lost.
+  void heardLastZ(const std::optional<std::int64_t>& number);
+
   Reply send(const SaleStep& step) override;
   Reply cancel() override;
   Reply finish() override;
-  std::optional<Counters> counters() override;
+  std::optional<Standing> counters() override;
   std::string trouble() const override { return trouble_; }
-  std::optional<int> lastNumber() override;
-  std::optional<int> openedNumber() const override;
+  std::optional<std::int64_t> lastNumber() override;
+  std::optional<std::int64_t> openedNumber() const override;
   std::optional<Receipt> receipt() const override { return receipt_; }
 
  private:
@@ -61,17 +55,24 @@ class ObjectSalePrinter : public SalePrinter {
 
   Reply run(const Operation& operation);
   Reply replyOf(std::int16_t outcome);
+  Reply lost(std::string text);
   std::string refusal(std::int16_t outcome) const;
-  Heard askCounters(std::optional<Counters>& counters);
-  Heard askStatus(std::optional<Counters>& counters);
-  Heard askDayNet(std::optional<Cents>& net);
+  Heard askCounters(std::optional<Standing>& standing);
+  Heard askLastZ();
+  Heard askStatus(std::optional<Standing>& standing);
+  Heard askDayAmount(std::optional<std::int64_t>& amount);
   void takeReceipt();
 
   CZentaro& printer_;
   PrinterLine& line_;
-  bool isCreditNote_;
+  Kind kind_;
+  std::optional<std::int64_t> lastZ_;
+  bool knowsLastZ_ = false;
   std::string trouble_;
   std::optional<Receipt> receipt_;
 };
 
-}  // namespace zentaro::tools
+/// The number of the last Z in the status that the object asked for last; nothing when it is not in there.
+std::optional<std::int64_t> lastZOf(const CZentaro& printer);
+
+}  // namespace zentaro::till

@@ -3,7 +3,7 @@
 
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -118,4 +118,4 @@ std::vector<SaleStep> stepsOf(const Sale& sale, const Totals& totals) {
   return steps;
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

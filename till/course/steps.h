@@ -9,7 +9,7 @@
 #include "till/document/totals.h"
 #include "zentaro.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 struct SaleStep {
   enum class Kind { Open, Middle, Close };
@@ -24,4 +24,4 @@ struct SaleStep {
 /// the definitive close. The subtotal is compared with `totals`.
 std::vector<SaleStep> stepsOf(const Sale& sale, const Totals& totals);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 namespace {
 
@@ -84,4 +84,4 @@ std::string digestBy(int rule, const Sale& sale) {
 std::string contentDigest(const Sale& sale) { return digestBy(2, sale); }
 std::string oldContentDigest(const Sale& sale) { return digestBy(1, sale); }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -6,7 +6,7 @@
 
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -74,4 +74,4 @@ std::string shortDecimalText(std::int64_t value, int decimals) {
   return std::string(kept.ends_with('.') ? kept.substr(0, kept.size() - 1) : kept);
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using Cents = std::int64_t;
 using Thousandths = std::int64_t;
@@ -27,4 +27,4 @@ std::string shortDecimalText(std::int64_t value, int decimals);
 
 inline std::string centsText(Cents amount) { return decimalText(amount, 2); }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

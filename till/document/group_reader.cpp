@@ -6,7 +6,7 @@
 #include "base/terminal/language.h"
 #include "text/unicode.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -168,4 +168,4 @@ std::string indexed(std::string_view path, std::size_t index) {
   return std::string(path) + "[" + std::to_string(index) + "]";
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

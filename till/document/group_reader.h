@@ -10,7 +10,7 @@
 #include "till/document/member_names.h"
 #include "till/document/node.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 struct Problem {
   std::string path;  // "lines[2].price"; empty for the whole file
@@ -69,4 +69,4 @@ std::string readText(const Node& node, const std::string& path, const TextRule& 
 
 std::string indexed(std::string_view path, std::size_t index);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -5,7 +5,7 @@
 #include <array>
 #include <utility>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 namespace {
 
@@ -50,4 +50,4 @@ std::string_view translatedName(std::string_view other, FileLanguage language) {
   return {};
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

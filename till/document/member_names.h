@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 enum class FileLanguage { English, Spanish };
 
@@ -15,4 +15,4 @@ std::string_view memberName(std::string_view english, FileLanguage language);
 /// for a name that is none.
 std::string_view translatedName(std::string_view other, FileLanguage language);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -7,7 +7,7 @@
 #include "base/files/json_problem.h"
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -110,4 +110,4 @@ ParsedNode parseNode(std::string_view json) {
   return std::move(builder).result();
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 struct Node {
   enum class Kind { Null, Boolean, Number, Text, List, Group };
@@ -30,4 +30,4 @@ struct ParsedNode {
 /// Refuses what is no JSON, a name given twice in one group, and deep nesting.
 ParsedNode parseNode(std::string_view json);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

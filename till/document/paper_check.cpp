@@ -10,7 +10,7 @@
 #include "text/unicode.h"
 #include "till/document/totals.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -152,4 +152,4 @@ Problems paperWarnings(const Sale& sale, int descriptionLength) {
   return std::move(paper).take();
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

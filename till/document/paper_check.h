@@ -4,7 +4,7 @@
 #include "till/document/group_reader.h"
 #include "till/document/sale.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 /// Texts that are cut, characters that paper does not show, a RIF that is none, and payments that do not fit a
 /// printer with the usual IGTF rate. `descriptionLength` is what the library cuts descriptions at.
@@ -14,4 +14,4 @@ Problems paperWarnings(const Sale& sale, int descriptionLength);
 /// doubtful about it.
 std::string rifDoubt(std::string_view rif);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

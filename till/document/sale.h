@@ -8,7 +8,7 @@
 #include "till/document/decimal.h"
 #include "till/document/member_names.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 struct Item {
   std::string description;
@@ -50,4 +50,4 @@ struct Sale {
   std::vector<std::string> extraLines;  // behind the payments
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

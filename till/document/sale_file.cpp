@@ -9,7 +9,7 @@
 #include "base/terminal/language.h"
 #include "till/document/plain_capitals.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -230,4 +230,4 @@ SaleReading readSale(const Node& root) {
   return {{}, {{"", say("no hay un grupo entre llaves", "there is no group in braces", {})}}};
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -6,7 +6,7 @@
 #include "till/document/group_reader.h"
 #include "till/document/sale.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 struct SaleReading {
   Sale sale;
@@ -17,4 +17,4 @@ struct SaleReading {
 SaleReading readSale(std::string_view json);
 SaleReading readSale(const Node& root);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

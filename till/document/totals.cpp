@@ -8,7 +8,7 @@
 
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 using terminal::say;
 
@@ -152,4 +152,4 @@ Totals reckon(const Sale& sale, Problems& problems) {
   return totals;
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -18,7 +18,7 @@
 #include "till/document/group_reader.h"
 #include "till/document/sale.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 struct Totals {
   Cents net = 0, tax = 0, igtf = 0;
@@ -32,4 +32,4 @@ struct Totals {
 /// above the net amount, an IGTF base above the total, payments that are too small or too many.
 Totals reckon(const Sale& sale, Problems& problems);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

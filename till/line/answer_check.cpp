@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 namespace {
 
@@ -19,16 +19,24 @@ bool isCode(const Variant& field, Command command) {
   return field.is(Variant::Kind::Int16) && field.int16() == static_cast<std::int16_t>(command);
 }
 
+Heard heardOf(Command command, ENVERR_CODES outcome, const Variant& fields) {
+  if (outcome == ENVERR_COMM) return Heard::Nothing;
+  const bool isAnswer = (outcome == ENVERR_OK || outcome == ENVERR_STATUS) && fields.is(Variant::Kind::Array);
+  if (!isAnswer || !isCode(fields.array().at(0), command)) return Heard::OutOfStep;
+  constexpr int leastFields = 5, fieldsOfARefusal = 4;
+  const Array& answer = fields.array();
+  const bool isComplete = answer.upperBound() + 1 >= (outcome == ENVERR_OK ? leastFields : fieldsOfARefusal);
+  return isComplete && isHexWord(answer.at(1)) && isHexWord(answer.at(2)) ? Heard::InStep : Heard::Echo;
+}
+
 }  // namespace
 
 Heard heardOfStatus(ENVERR_CODES outcome, const Variant& fields) {
-  if (outcome == ENVERR_COMM) return Heard::Nothing;
-  const bool isAnswer = (outcome == ENVERR_OK || outcome == ENVERR_STATUS) && fields.is(Variant::Kind::Array);
-  if (!isAnswer || !isCode(fields.array().at(0), Command::Status)) return Heard::OutOfStep;
-  const Array& answer = fields.array();
-  const int leastFields = outcome == ENVERR_OK ? 5 : 4;
-  const bool isComplete = answer.upperBound() + 1 >= leastFields;
-  return isComplete && isHexWord(answer.at(1)) && isHexWord(answer.at(2)) ? Heard::InStep : Heard::Echo;
+  return heardOf(Command::Status, outcome, fields);
+}
+
+Heard heardOfSerial(ENVERR_CODES outcome, const Variant& fields) {
+  return heardOf(Command::SerialNumber, outcome, fields);
 }
 
 bool answersLastCommand(const CZentaro& printer) {
@@ -62,4 +70,4 @@ Stepping steppingOf(const Member& member, const std::vector<Variant>& arguments)
   return asksForRecord || asksForStatus ? Stepping::Own : Stepping::Required;
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

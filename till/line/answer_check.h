@@ -7,12 +7,14 @@
 #include "printer/czentaro.h"
 #include "till/line/recovery.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 /// What came of a status request that ended with this outcome and left these answer fields. An answer has its
 /// command code, two hexadecimal status words, values (none in a refusal) and the checksum; on a line that
 /// returns what is sent the request's own selector stands where the first status word belongs.
 Heard heardOfStatus(ENVERR_CODES outcome, const Variant& fields);
+/// The same of a request for the serial number.
+Heard heardOfSerial(ENVERR_CODES outcome, const Variant& fields);
 
 /// Whether the answer that is stored is one to the command that was sent last; true when none is stored. Of
 /// cheques it is the answer to the cheque, behind which the slip station was switched off.
@@ -32,4 +34,4 @@ enum class Stepping {
 };
 Stepping steppingOf(const Member& member, const std::vector<Variant>& arguments);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

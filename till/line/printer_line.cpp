@@ -1,22 +1,17 @@
-// The shell around the recovery: clock, port and what the user is told.
+// The shell around the recovery: clock and port.
 #include "till/line/printer_line.h"
 
 #include <algorithm>
 #include <chrono>
-#include <iostream>
 #include <random>
-#include <stdexcept>
 #include <thread>
 
 #include "automation/conversions.h"
-#include "base/system/interruption.h"
-#include "base/terminal/language.h"
+#include "platform/setting_keys.h"
 #include "serial/driver_trace.h"
 #include "serial/modCOMM.h"
 
-namespace zentaro::tools {
-
-using terminal::say;
+namespace zentaro::till {
 
 namespace {
 
@@ -24,35 +19,31 @@ PrinterLine::Time now() {
   return std::chrono::duration_cast<PrinterLine::Time>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
-std::string seconds(PrinterLine::Time time) {
-  return std::to_string(std::chrono::round<std::chrono::seconds>(time).count());
-}
-
-void sayThatItWaits(PrinterLine::Time limit) {
-  std::cerr << say("zentaro: sin respuesta en orden; se espera a la impresora, {} s a lo sumo (--give-up)\n",
-                   "zentaro: no answer in step; waiting for the printer, {} s at most (--give-up)\n",
-                   {seconds(limit)});
-}
-
-void sayHowLong(PrinterLine::Time waited, PrinterLine::Time limit) {
-  std::cerr << say("zentaro: se sigue esperando, {} de {} s\n", "zentaro: still waiting, {} of {} s\n",
-                   {seconds(waited), seconds(limit)});
+Heard heardOfLastStatus(const CZentaro& printer) {
+  return heardOfStatus(printer.nEnvironmentError, printer.getResponse(0));
 }
 
 }  // namespace
 
-bool endedTrace(CZentaro& printer, const AutomationError& error) {
-  constexpr int firstOfFiles = 52, lastOfFiles = 76;
-  if (error.number() < firstOfFiles || error.number() > lastOfFiles) return false;
-  printer.DebugMode(false);
-  std::cerr << say("zentaro: aviso: la traza no se puede escribir ({}); se sigue sin ella\n",
-                   "zentaro: warning: the trace cannot be written ({}); going on without it\n",
-                   {error.what()});
-  return true;
+int timeOutSeconds() {
+  constexpr int fallback = 12;
+  try {
+    return toInt16(readSetting(settingTimeOut));
+  } catch (const AutomationError&) {
+    return fallback;
+  }
 }
 
-PrinterLine::Time patienceOf(const std::optional<int>& giveUpSeconds, int timeOutSeconds) {
-  return std::chrono::seconds(giveUpSeconds.value_or(std::max(30, 3 * timeOutSeconds)));
+PrinterLine::Time patienceOf(const std::optional<int>& giveUpSeconds) {
+  return std::chrono::seconds(giveUpSeconds.value_or(std::max(30, 3 * timeOutSeconds())));
+}
+
+bool PrinterLine::endedTrace(const AutomationError& error) {
+  constexpr int firstOfFiles = 52, lastOfFiles = 76;
+  if (error.number() < firstOfFiles || error.number() > lastOfFiles) return false;
+  printer_.DebugMode(false);
+  if (observer_ != nullptr) observer_->traceEnded(error.what());
+  return true;
 }
 
 void PrinterLine::startAnywhere() {
@@ -67,23 +58,22 @@ void PrinterLine::traceDriver() {
   modCOMM::CommTraceStart();
 }
 
-Heard PrinterLine::ask(const std::function<Heard()>& request) { return ask(request, patience_); }
-
 Heard PrinterLine::ask(const std::function<Heard()>& request, Time patience) {
   using Act = Recovery::Act;
-  constexpr Time rarely{5000};
   Recovery recovery(hasLost_ ? Act::Listen : Act::Ask, patience, now());
   hasLost_ = false;
-  std::optional<Time> said;
+  std::optional<Time> told;
   for (;;) {
     switch (recovery.next()) {
-      case Act::Ask: recovery.asked(request(), now()); break;
+      case Act::Ask: {
+        const Heard machine = mayBeAnotherMachine_ ? compareMachine() : Heard::InStep;
+        recovery.asked(machine == Heard::InStep ? request() : machine, now());
+        break;
+      }
       case Act::Listen: {
-        if (isToEnd()) return recovery.heard();
+        if (isStopped()) return Heard::Stopped;
         const Time waited = recovery.waited(now());
-        if (!said) sayThatItWaits(patience);
-        if (said && waited - *said > rarely) sayHowLong(waited, patience);
-        if (!said || waited - *said > rarely) said = waited;
+        tellWait(waited, patience, told);
         listen(recovery.silence(), std::max(Time(0), patience - waited));
         recovery.listened();
         break;
@@ -94,26 +84,52 @@ Heard PrinterLine::ask(const std::function<Heard()>& request, Time patience) {
   }
 }
 
-void PrinterLine::getInStep() {
-  const bool verifies = std::exchange(printer_.verifyCheckSum, true);
-  const Heard heard = ask([this] { return heardOfStatus(printer_, [this] { printer_.StatusIF(u"N"); }); });
-  printer_.verifyCheckSum = verifies;
-  if (isToEnd()) throw std::runtime_error(std::string(say("interrumpido", "interrupted")));
-  if (heard != Heard::InStep) throw std::runtime_error(trouble(heard));
+void PrinterLine::tellWait(Time waited, Time patience, std::optional<Time>& told) {
+  constexpr Time rarely{5000};
+  if (observer_ == nullptr || (told && waited - *told <= rarely)) return;
+  if (told)
+    observer_->stillWaiting(waited, patience);
+  else
+    observer_->waiting(patience);
+  told = waited;
 }
 
-std::string PrinterLine::trouble(Heard heard) {
-  switch (heard) {
-    case Heard::InStep: return {};
-    case Heard::Nothing: return std::string(say("la impresora no responde", "the printer does not answer"));
-    case Heard::OutOfStep:
-      return std::string(say("lo que llega no es la respuesta a lo que se pregunta",
-                             "what arrives is not the answer to what is asked"));
-    case Heard::Echo:
-      return std::string(say("la línea devuelve lo que se le envía: no hay impresora en ella",
-                             "the line returns what is sent: there is no printer on it"));
+// Required: before anything else is asked. What another machine says of itself would be believed.
+Heard PrinterLine::compareMachine() {
+  const std::u16string serial = printer_.SerialImpresora();
+  const Heard heard = heardOfSerial(printer_.nEnvironmentError, printer_.getResponse(0));
+  if (heard != Heard::InStep) return heard;
+  if (utf8(serial) != serial_) return Heard::OtherMachine;
+  mayBeAnotherMachine_ = false;
+  return Heard::InStep;
+}
+
+Heard PrinterLine::askSerial(std::string& serial) {
+  return ask([&] {
+    serial = utf8(printer_.SerialImpresora());
+    return heardOfSerial(printer_.nEnvironmentError, printer_.getResponse(0));
+  });
+}
+
+Heard PrinterLine::askStatus(const std::function<void()>& request) {
+  return ask([&] { return heardOf(request); });
+}
+
+Heard PrinterLine::heardOf(const std::function<void()>& request) {
+  try {
+    request();
+  } catch (const AutomationError& error) {
+    if (endedTrace(error)) return Heard::OutOfStep;
+    if (heardOfLastStatus(printer_) == Heard::InStep) throw;
   }
-  return {};
+  return heardOfLastStatus(printer_);
+}
+
+Heard PrinterLine::getInStep() {
+  const bool verifies = std::exchange(printer_.verifyCheckSum, true);
+  const Heard heard = askStatus([this] { printer_.StatusIF(u"N"); });
+  printer_.verifyCheckSum = verifies;
+  return isStopped() ? Heard::Stopped : heard;
 }
 
 // What arrives is thrown away here already; the port's own trace shows it.
@@ -122,7 +138,7 @@ void PrinterLine::listen(Time silence, Time limit) {
   const Time end = now() + std::max(limit, silence);
   Time quietSince = now();
   std::u16string data;
-  for (Time moment = now(); moment - quietSince < silence && moment < end && !isToEnd(); moment = now()) {
+  for (Time moment = now(); moment - quietSince < silence && moment < end && !isStopped(); moment = now()) {
     modCOMM::CommWait(port(), silence - (moment - quietSince));
     if (modCOMM::CommRead(port(), data, chunk) > 0)
       quietSince = now();
@@ -137,6 +153,7 @@ bool PrinterLine::reopen() {
     printer_.PortOpen(false);
     printer_.PortOpen(true);
     if (tracesDriver_) modCOMM::CommTraceStart();
+    mayBeAnotherMachine_ = !serial_.empty();
     return true;
   } catch (const AutomationError&) {
     printer_.PortOpen(false);
@@ -144,8 +161,6 @@ bool PrinterLine::reopen() {
   }
 }
 
-bool PrinterLine::isToEnd() const { return !persists_ && Interruption::isRequested(); }
-
 std::int16_t PrinterLine::port() const { return toInt16(printer_.CommPort); }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -7,16 +7,19 @@
 
 #include "automation/automation_error.h"
 #include "till/line/answer_check.h"
+#include "till/line/line_observer.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 class PrinterLine {
  public:
   using Time = Recovery::Time;
 
-  /// The printer must be open on its port and outlive it. `patience` is how long an answer that got
-  /// lost is waited for.
-  PrinterLine(CZentaro& printer, Time patience) : printer_(printer), patience_(patience) {}
+  /// The printer must be open on its port; it and the observer must outlive this. `patience` is how long an answer
+  /// that got lost is waited for; `stop` is asked while that lasts.
+  PrinterLine(CZentaro& printer, Time patience, LineObserver* observer = nullptr,
+              std::function<bool()> stop = {})
+      : printer_(printer), patience_(patience), observer_(observer), stop_(std::move(stop)) {}
 
   /// Begins at a random place in the sequence of commands, so that a late answer to another program's command
   /// is not taken for one's own.
@@ -28,56 +31,54 @@ class PrinterLine {
   /// Notes that a command's answer was lost: the next question first waits until the line is silent.
   void lostAnswer() { hasLost_ = true; }
 
-  /// From now on a signal does not end the waiting: something is to be finished on the printer.
+  /// From now on nothing stops the waiting: something is to be finished on the printer.
   void persist() { persists_ = true; }
+  /// Whether the waiting is to end, or has ended, because somebody wants to stop.
+  bool isStopped() const { return !persists_ && stop_ && stop_(); }
 
-  /// Asks until the answer is in step, the patience is over or a signal has come, and says on standard error that it waits.
+  /// From now on only the machine with this serial number is in step after a further opening; an empty one is not
+  /// compared.
+  void expect(std::string serial) { serial_ = std::move(serial); }
+
+  /// Asks until the answer is in step, the patience is over or somebody wants to stop.
   /// `request` changes nothing on the printer; heardOfStatus() judges its answer.
-  Heard ask(const std::function<Heard()>& request);
+  Heard ask(const std::function<Heard()>& request) { return ask(request, patience_); }
   /// The same with less patience.
   Heard ask(const std::function<Heard()>& request, Time patience);
+  /// The same for a request for a status. An error that is raised because a record cannot be filled from an answer
+  /// which is in step is passed on.
+  Heard askStatus(const std::function<void()>& request);
 
-  /// Asks for the printer's status, with its checksum verified. Raises std::runtime_error when line and
-  /// printer do not get in step.
-  void getInStep();
+  /// Asks for the printer's status, with its checksum verified.
+  Heard getInStep();
+  /// Asks for the machine's serial number; empty when it gives none.
+  Heard askSerial(std::string& serial);
 
-  /// What came of ask(), as a sentence without a full stop.
-  static std::string trouble(Heard heard);
+  /// Whether the error comes from an object trace that cannot be written. That trace is off then, so that the
+  /// printer can be asked all the same.
+  bool endedTrace(const AutomationError& error);
 
  private:
+  Heard heardOf(const std::function<void()>& request);
+  Heard compareMachine();
+  void tellWait(Time waited, Time patience, std::optional<Time>& told);
   void listen(Time silence, Time limit);
   bool reopen();
-  bool isToEnd() const;
   std::int16_t port() const;
 
   CZentaro& printer_;
   Time patience_;
+  LineObserver* observer_;
+  std::function<bool()> stop_;
+  std::string serial_;
   bool hasLost_ = false, persists_ = false, tracesDriver_ = false;
+  bool mayBeAnotherMachine_ = false;
 };
 
-/// What came of the status request that the printer object sent last.
-inline Heard heardOfStatus(const CZentaro& printer) {
-  return heardOfStatus(printer.nEnvironmentError, printer.getResponse(0));
-}
-
-/// Whether the error comes from an object trace that cannot be written. That trace is off then, so that the printer
-/// can be asked all the same, and the user knows.
-bool endedTrace(CZentaro& printer, const AutomationError& error);
-
-/// The same of a request that is sent here. A record that cannot be filled raises, which is passed on only when
-/// the answer was one to the request.
-template <class Request>
-Heard heardOfStatus(CZentaro& printer, const Request& request) {
-  try {
-    request();
-  } catch (const AutomationError& error) {
-    if (endedTrace(printer, error)) return Heard::OutOfStep;
-    if (heardOfStatus(printer) == Heard::InStep) throw;
-  }
-  return heardOfStatus(printer);
-}
+/// The setting TimeOutZT as it is in force.
+int timeOutSeconds();
 
 /// How long a command waits: what the user says, else three times the time-out of an answer, at least 30 s.
-PrinterLine::Time patienceOf(const std::optional<int>& giveUpSeconds, int timeOutSeconds);
+PrinterLine::Time patienceOf(const std::optional<int>& giveUpSeconds);
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -3,11 +3,12 @@
 
 #include <algorithm>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 void Recovery::asked(Heard heard, Time now) {
   heard_ = heard;
-  if (heard == Heard::InStep || heard == Heard::Echo)
+  const bool isAnswered = heard == Heard::InStep || heard == Heard::Echo || heard == Heard::OtherMachine;
+  if (isAnswered)
     act_ = Act::Stop;
   else
     pauseOrGiveUp(now);
@@ -31,4 +32,4 @@ void Recovery::pauseOrGiveUp(Time now) {
   if (hasListened_) silence_ = std::min(silence_ * 2, longestSilence);
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -16,14 +16,16 @@
 
 #include <chrono>
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 /// What came of a request.
 enum class Heard {
-  InStep,     // the answer to it
-  Nothing,    // no complete answer
-  OutOfStep,  // something that is no answer to it
-  Echo        // the request itself: the line returns what is sent, and there is no printer on it
+  InStep,        // the answer to it
+  Nothing,       // no complete answer
+  OutOfStep,     // something that is no answer to it
+  Echo,          // the request itself: the line returns what is sent, and there is no printer on it
+  OtherMachine,  // an answer, but from another printer than before the port was reopened
+  Stopped        // whoever waits does not want to any longer
 };
 
 class Recovery {
@@ -57,4 +59,4 @@ class Recovery {
   Heard heard_ = Heard::Nothing;
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -11,6 +11,8 @@
 #include "base/terminal/language.h"
 #include "interface/library.h"
 #include "text/unicode.h"
+#include "till/line/line_words.h"
+#include "till/words/verdict_words.h"
 #include "tools/call/call_arguments.h"
 #include "tools/connection/connection.h"
 #include "tools/show/guarded.h"
@@ -48,22 +50,21 @@ Outcome callOnce(Connection& connection, CallRequest& request) {
 
 // The answer to another command says nothing about this one, whatever it says.
 Outcome callInStep(Connection& connection, CallRequest& request) {
-  PrinterLine& line = connection.line();
-  const Stepping stepping = steppingOf(request.member.front(), request.arguments);
-  if (stepping == Stepping::None) return callOnce(connection, request);
+  till::PrinterLine& line = connection.line();
+  const till::Stepping stepping = till::steppingOf(request.member.front(), request.arguments);
+  if (stepping == till::Stepping::None) return callOnce(connection, request);
   line.startAnywhere();
-  if (stepping == Stepping::Required) {
-    line.getInStep();
+  if (stepping == till::Stepping::Required) {
+    connection.getInStep();
     Outcome outcome = callOnce(connection, request);
     const bool isAnswered = outcome.code == ENVERR_OK || outcome.code == ENVERR_STATUS;
-    if (isAnswered && !answersLastCommand(connection.printer())) outcome.code = ENVERR_BADSEQ;
+    if (isAnswered && !till::answersLastCommand(connection.printer())) outcome.code = ENVERR_BADSEQ;
     return outcome;
   }
   connection.printer().verifyCheckSum = true;
   std::optional<Outcome> outcome;
-  const Heard heard = line.ask(
-      [&] { return heardOfStatus(connection.printer(), [&] { outcome = callOnce(connection, request); }); });
-  if (heard == Heard::Echo || !outcome) throw std::runtime_error(PrinterLine::trouble(heard));
+  const till::Heard heard = line.askStatus([&] { outcome = callOnce(connection, request); });
+  if (heard == till::Heard::Echo || !outcome) throw std::runtime_error(till::trouble(heard));
   return *outcome;
 }
 
@@ -73,11 +74,11 @@ Outcome call(Connection& connection, CallRequest& request) {
     return callInStep(connection, request);
   } catch (const AutomationError& error) {
     const Member& member = request.member.front();
-    if (member.outcomes != noOutcome && mayBeRaisedBehindTheCommand(error.number(), member))
+    if (member.outcomes != noOutcome && till::mayBeRaisedBehindTheCommand(error.number(), member))
       std::cerr << say(
           "zentaro: el error puede ser posterior al comando: mire el papel antes de repetirlo\n",
           "zentaro: the error may be raised behind the command: see the paper before you repeat it\n");
-    if (!mayBeRaisedBehindTheCommand(error.number()))
+    if (!till::mayBeRaisedBehindTheCommand(error.number()))
       std::cerr << say("zentaro: algún argumento no se entiende: {}\n",
                        "zentaro: an argument is not understood: {}\n", {signature(request.member)});
     throw;
@@ -94,7 +95,7 @@ void showText(Connection& connection, const CallRequest& request, const Outcome&
   }
   if (outcome.isTransaction) std::cout << answerText(printer);
   if (const VirtualPrinter* virtualPrinter = connection.virtualPrinter())
-    std::cout << virtualPrinter->paper() << virtualNotice() << '\n';
+    std::cout << virtualPrinter->paper() << till::virtualNotice() << '\n';
 }
 
 void showJson(Connection& connection, const CallRequest& request, const Outcome& outcome) {

@@ -1,19 +1,20 @@
-// Prints a closing and shows the record of its figures. A Z whose answer is lost is judged by the number of the
-// last Z, because a second one would close an empty day and cannot be taken back.
+// Prints a closing, shows its figures, and says how it ended.
 #include "tools/cierre/cierre_command.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
-#include <optional>
 
-#include "automation/automation_error.h"
+#include "base/files/json.h"
 #include "base/terminal/command_line.h"
-#include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "interface/library.h"
+#include "till/words/closing_words.h"
+#include "tools/connection/known_settings.h"
+#include "tools/sale/exit_status.h"
 #include "tools/show/guarded.h"
 #include "tools/show/report.h"
-#include "zentaro.h"
+#include "tools/show/show.h"
 
 namespace zentaro::tools {
 
@@ -21,93 +22,58 @@ using terminal::say;
 
 namespace {
 
-constexpr int exitNotPrinted = 3, exitUnknown = 4;
-
 struct CierreOptions {
   ReportOptions report;
   std::string closing;
 };
 
-/// The number of the last Z, by the status that got line and printer in step; nothing when it is not in there.
-std::optional<int> lastZ(Connection& connection) {
-  connection.line().getInStep();
-  try {
-    statusN status;
-    status.LoadFromResponse(connection.printer().getResponse(0));
-    return status.UltimoCierreZ();
-  } catch (const AutomationError&) {
-    return std::nullopt;
-  }
+till::CloseOptions closeOptions(const PortOptions& port, till::Observer& observer) {
+  till::CloseOptions made;
+  made.stop = {base::Interruption::isRequested,
+               std::string(say("interrumpido por una señal", "interrupted by a signal"))};
+  made.observer = &observer;
+  made.wait = std::chrono::seconds(port.wait.value_or(0));
+  made.keepsBooks = !deviceNamedBy(port).empty();
+  made.owner = "cierre";
+  made.printerName = port.port ? portKey(*port.port) : port.device;
+  made.evenIfUnknown = true;  // a person asks for it, and is told
+  return made;
 }
 
-int tellVerdict(int status, std::string_view spanish, std::string_view english,
-                const std::string& number = "") {
-  std::cerr << say(spanish, english, {number}) << '\n';
+Json recordJson(const till::ClosingVerdict& verdict) {
+  if (!verdict.figures) return nullptr;
+  return valueJson(
+      Object(*findClass("ResultadoCierre"), std::make_shared<ResultadoCierre>(*verdict.figures)));
+}
+
+int tellVerdict(const till::ClosingVerdict& verdict, const till::SalePlace& place, bool isJson) {
+  const int status = exitStatus(verdict);
+  if (isJson) {
+    Json page{{"ResultadoCierre", recordJson(verdict)}};
+    page.update(till::closingJson(verdict, place));
+    std::cout << jsonPage(page) << std::flush;
+    return status;
+  }
+  std::cout << till::figuresText(verdict) << std::flush;
+  std::ostream& output = status == exitDone ? std::cout : std::cerr;
+  output << till::closingText(verdict, place) << std::endl;
   return status;
 }
 
-int judgeLostZ(const std::optional<int>& before, Connection& connection) {
-  std::optional<int> now;
-  try {
-    now = lastZ(connection);
-  } catch (const std::runtime_error& error) {
-    std::cerr << "zentaro: " << error.what() << '\n';
-  }
-  if (before && now && *now == *before + 1) {
-    return tellVerdict(
-        exitDone, "El cierre Z se imprimió con el número {}; sus montos no llegaron. No cierre otra vez.",
-        "The Z closing was printed as number {}; its figures did not arrive. Do not close again.",
-        std::to_string(*now));
-  }
-  if (before && now == before)
-    return tellVerdict(exitNotPrinted, "El cierre Z no se imprimió.", "The Z closing was not printed.");
-  return tellVerdict(
-      exitUnknown,
-      "No se sabe si el día ya está cerrado. Mire el papel, y UltimoCierreZ de \"zentaro status\", "
-      "antes de cerrar otra vez.",
-      "The day may be closed already. Look at the paper, and at UltimoCierreZ of \"zentaro status\", "
-      "before you close again.");
-}
-
-/// The record, or nothing when the printer refuses, or the answer is lost or cannot be loaded.
-Object close(Connection& connection, int closing, bool& isLost) {
-  CZentaro& printer = connection.printer();
-  const auto lose = [&] {
-    isLost = true;
-    connection.line().lostAnswer();
-    return Object();
-  };
-  try {
-    std::vector<Variant> arguments{closing};
-    const Object record = connection.object().call("PerformReturnCierre", arguments).object();
-    if (!answersLastCommand(printer)) return lose();
-    if (record.isNothing()) sayWhy("PerformReturnCierre", printer);
-    const bool isRefused = printer.nEnvironmentError == ENVERR_STATUS;
-    return record.isNothing() && !isRefused ? lose() : record;
-  } catch (const AutomationError& error) {  // behind the command: from a trace, or its figures cannot be read
-    std::cerr << "zentaro: PerformReturnCierre: " << terminal::harmless(error.what()) << '\n';
-    return lose();
-  }
-}
-
 int runCierre(const CierreOptions& options) {
-  Connection connection(options.report.port);
-  connection.printer().verifyCheckSum = true;
-  connection.line().startAnywhere();
-  const bool isZ = options.closing == "z";
-  const std::optional<int> before = lastZ(connection);
-  connection.line().persist();
-  bool isLost = false;
-  const Object record = close(connection, isZ ? CIERRE_Z : CIERRE_X, isLost);
-  if (isLost && isZ) return judgeLostZ(before, connection);
-  if (isLost)
-    return tellVerdict(
-        exitRefused,
-        "El cierre X puede estar impreso; sus montos no llegaron. Pedirlo otra vez no cambia nada.",
-        "The X closing may be printed; its figures did not arrive. Asking again changes nothing.");
-  if (record.isNothing()) return exitRefused;
-  showRecords({record}, options.report, connection);
-  return exitDone;
+  demandReadableSettings();
+  ConsoleTeller teller(Progress::Hidden);
+  const PortOptions& port = options.report.port;
+  till::ClosingCourse course(options.closing == "z" ? till::Kind::Z : till::Kind::X,
+                             closeOptions(port, teller));
+  if (const auto verdict = course.beforePort(deviceNamedBy(port)))
+    return tellVerdict(*verdict, {portWordsOf(port)}, options.report.isJson);
+  Connection connection(port, {}, Unasked::Nothing, &teller);
+  const till::SalePlace place{connection.portWords(), connection.virtualPrinter() != nullptr};
+  const till::ClosingVerdict verdict = course.print(connection.printer(), connection.line());
+  const int status = tellVerdict(verdict, place, options.report.isJson);
+  course.told();
+  return status;
 }
 
 }  // namespace
@@ -125,9 +91,9 @@ void addCierreCommand(CLI::App& app, int& status) {
       ->check(terminal::oneOf({"x", "z"}))
       ->transform([](const std::string& closing) { return CLI::detail::to_lower(closing); });
   command->footer(
-      std::string(say("Estado de salida: 0 impreso, 1 rechazado, 2 no se intentó, 3 el Z no se imprimió, "
+      std::string(say("Estado de salida: 0 impreso, 1 rechazado, 2 no se intentó, 3 no impreso, "
                       "4 no se sabe.",
-                      "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 the Z was not printed, "
+                      "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 not printed, "
                       "4 unknown.")));
   command->callback([options, &status] { status = guarded([&] { return runCierre(*options); }); });
 }

@@ -11,6 +11,9 @@
 #include "base/terminal/language.h"
 #include "interface/library.h"
 #include "platform/system_paths.h"
+#include "till/line/line_words.h"
+#include "till/line/machine.h"
+#include "till/words/verdict_words.h"
 #include "tools/connection/known_settings.h"
 
 namespace zentaro::tools {
@@ -23,7 +26,7 @@ namespace {
 constexpr int ownPort = 1;  // the number under which a device that was named by its path is opened
 
 // Where a shop has its printer, nobody should sell on another one by mistake.
-void demandChoice() {
+void demandChoice(Unasked unasked) {
   for (int port = 1; port <= portCount; ++port) {
     const std::string device =
         utf8(services().settings->read(settingsApplication, portSection, portKey(port), u""));
@@ -35,14 +38,23 @@ void demandChoice() {
         "virtual one",
         {portKey(port), harmless(device), std::to_string(port)}));
   }
+  if (unasked == Unasked::Virtual) return;
+  throw std::runtime_error(say(
+      "no se dijo qué impresora, y la configuración de esta cuenta no tiene ninguna: diga --port N o --device "
+      "RUTA, póngala con \"zentaro settings set COM1 RUTA\" (--system para todas las cuentas), o diga --virtual "
+      "para la virtual",
+      "no printer was named, and this account's settings have none: say --port N or --device PATH, set it by "
+      "\"zentaro settings set COM1 PATH\" (--system for all accounts), or say --virtual for the virtual one",
+      {}));
 }
 
-std::unique_ptr<VirtualPrinter> printerFor(const PortOptions& options,
+std::unique_ptr<VirtualPrinter> printerFor(const PortOptions& options, Unasked unasked,
                                            const std::vector<std::string>& words) {
+  demandReadableSettings();
   if (options.port || !options.device.empty()) return nullptr;
-  if (!options.isVirtual && words.empty()) demandChoice();
+  if (!options.isVirtual && words.empty()) demandChoice(unasked);
   auto printer = std::make_unique<VirtualPrinter>(words);
-  std::cerr << "zentaro: " << virtualNotice() << " (" << printer->device() << ")\n";
+  std::cerr << "zentaro: " << till::virtualNotice() << " (" << printer->device() << ")\n";
   return printer;
 }
 
@@ -62,28 +74,35 @@ std::string quoted(const std::string& word) {
   return text + "'";
 }
 
-std::string wordsFor(const PortOptions& options) {
+}  // namespace
+
+void demandReadableSettings() {
+  const auto unreadable = unreadableSettings();
+  if (!unreadable) return;
+  throw std::runtime_error(say(
+      "la configuración {} no se puede leer ({}): déle permiso de lectura a esta cuenta, o diga otra en "
+      "ZENTARO_SETTINGS",
+      "the settings {} cannot be read ({}): let this account read them, or name others in ZENTARO_SETTINGS",
+      {harmless(unreadable->path), unreadable->reason.message()}));
+}
+
+std::string portWordsOf(const PortOptions& options) {
   if (options.port) return "--port " + std::to_string(*options.port);
   return options.device.empty() ? "--virtual" : "--device " + quoted(options.device);
 }
 
-}  // namespace
-
-int timeOutSeconds() {
-  constexpr int fallback = 12;
-  try {
-    return toInt16(readSetting(settingTimeOut));
-  } catch (const AutomationError&) {
-    return fallback;
-  }
+std::string deviceNamedBy(const PortOptions& options) {
+  if (options.port) return till::resolvedDevice(portKey(*options.port));
+  return options.device.empty() ? std::string() : till::resolvedDevice(options.device);
 }
 
-Connection::Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions)
-    : virtualPrinter_(printerFor(options, virtualPrinterOptions)),
+Connection::Connection(const PortOptions& options, const std::vector<std::string>& virtualPrinterOptions,
+                       Unasked unasked, till::LineObserver* observer)
+    : virtualPrinter_(printerFor(options, unasked, virtualPrinterOptions)),
       settings_(*services().settings),
       scope_(withSettings(settings_)),
-      portWords_(wordsFor(options)) {
-  Interruption::setLastWords(
+      portWords_(portWordsOf(options)) {
+  base::Interruption::setLastWords(
       std::string(say("\nzentaro: interrumpido; si la orden imprime, puede estar impreso: mire el papel\n",
                       "\nzentaro: ended; if the command prints, it may be printed: look at the paper\n")));
   device_ = virtualPrinter_ ? virtualPrinter_->device() : options.device;
@@ -100,7 +119,8 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
   if (isTraced) traceObject(options.traceFile.empty());
   printer().CommPort = options.port.value_or(ownPort);
   printer().PortOpen(true);
-  line_.emplace(printer(), patienceOf(options.giveUp, timeOutSeconds()));
+  line_.emplace(printer(), till::patienceOf(options.giveUp), observer == nullptr ? &teller_ : observer,
+                base::Interruption::isRequested);
   if (!options.traceFile.empty()) line_->traceDriver();
 }
 
@@ -129,9 +149,9 @@ void Connection::traceTo(const std::string& path) {
     settings_.replace(name.section, name.key, file);
 }
 
-std::string virtualNotice() {
-  return std::string(say("EN LA IMPRESORA VIRTUAL: no es un documento fiscal",
-                         "ON THE VIRTUAL PRINTER: not a fiscal document"));
+void Connection::getInStep() {
+  if (const till::Heard heard = line_->getInStep(); heard != till::Heard::InStep)
+    throw std::runtime_error(till::trouble(heard));
 }
 
 }  // namespace zentaro::tools

@@ -48,6 +48,12 @@ void addPortOptions(CLI::App& command, PortOptions& options) {
       ->check(terminal::wholeNumber(0, 32767))
       ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
   command
+      .add_option("--wait", options.wait,
+                  std::string(say("Cuánto se espera por una impresora que otro programa usa (0)",
+                                  "How long a printer that another program uses is waited for (0)")))
+      ->check(terminal::wholeNumber(0, 32767))
+      ->type_name(std::string(say("SEGUNDOS", "SECONDS")));
+  command
       .add_option("--trace", options.traceFile,
                   std::string(say("Anota lo enviado y lo recibido; \"zentaro trace\" lo lee",
                                   "Note what is sent and read; \"zentaro trace\" reads it")))

@@ -16,10 +16,11 @@ struct PortOptions {
   bool isVirtual = false;           // --virtual: a virtual printer, although a port is configured
   std::optional<int> timeout = {};  // --timeout: whole seconds, instead of the setting TimeOutZT
   std::optional<int> giveUp = {};   // --give-up: how many seconds a lost answer is waited for
+  std::optional<int> wait = {};     // --wait: how many seconds a port that is in use is waited for
   std::string traceFile = {};       // --trace: what is sent and read, by the object and by the driver
 };
 
-/// Adds --port, --device, --virtual, --timeout, --give-up and --trace; `options` must live until
+/// Adds --port, --device, --virtual, --timeout, --give-up, --wait and --trace; `options` must live until
 /// the command line is parsed.
 void addPortOptions(CLI::App& command, PortOptions& options);
 

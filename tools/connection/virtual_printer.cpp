@@ -14,7 +14,8 @@ namespace {
 constexpr int longestStart = 10000;  // milliseconds; a busy machine may take a while
 
 std::vector<std::string> wordsWith(const std::vector<std::string>& options) {
-  std::vector<std::string> words{companionProgram("zentaro-printer"), "--quiet", "--temporary", "--lang"};
+  std::vector<std::string> words{base::companionProgram("zentaro-printer"), "--quiet", "--temporary",
+                                 "--lang"};
   words.emplace_back(terminal::say("es", "en"));
   words.insert(words.end(), options.begin(), options.end());
   return words;

@@ -25,7 +25,7 @@ class VirtualPrinter {
  private:
   void waitUntilReady();
 
-  ChildProcess process_;
+  base::ChildProcess process_;
   std::filesystem::path device_, paper_;  // in a folder of the printer's own, which it removes at its end
   std::string page_;
 };

@@ -13,6 +13,7 @@
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "base/terminal/layout.h"
+#include "till/words/verdict_words.h"
 #include "tools/connection/connection.h"
 #include "tools/demo/chapters.h"
 #include "tools/demo/stage.h"
@@ -71,7 +72,7 @@ bool play(const DemoChapter& chapter, Connection& connection, Stage& stage, bool
   stage.begin(chapter.title);
   bool isGood = true;
   for (const DemoStep& step : chapter.steps)
-    isGood = isGood && !Interruption::isRequested() && take(step, connection, stage);
+    isGood = isGood && !base::Interruption::isRequested() && take(step, connection, stage);
   const std::string paper = connection.virtualPrinter()->paper();
   stage.end(showsPaper && paper.size() > before ? paper.substr(before) : "");
   return isGood;
@@ -83,7 +84,7 @@ void waitForEnter(std::string_view spanish, std::string_view english) {
   std::cout << '\n' << say(spanish, english) << std::flush;
   constexpr int glance = 300;  // milliseconds
   pollfd watched{STDIN_FILENO, POLLIN, 0};
-  while (!Interruption::isRequested()) {
+  while (!base::Interruption::isRequested()) {
     if (::poll(&watched, 1, glance) <= 0) continue;
     std::cin.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
     return;
@@ -91,7 +92,7 @@ void waitForEnter(std::string_view spanish, std::string_view english) {
 }
 
 void sayWhatNext(const DemoOptions& options) {
-  std::cout << '\n' << virtualNotice() << '\n';
+  std::cout << '\n' << till::virtualNotice() << '\n';
   if (!options.paper.empty())
     std::cout << say("El papel está en {}\n", "The paper is in {}\n", {terminal::harmless(options.paper)});
   std::cout << terminal::coloured(Colour::Strong, say("\nPara seguir:\n\n", "\nWhat to try next:\n\n"))

@@ -128,12 +128,12 @@ Chapter listDevices() {
 
 // No port was asked: there is no trace.
 std::string readIfThere(const std::string& path) {
-  return std::filesystem::exists(path) ? readInput(path) : "";
+  return std::filesystem::exists(path) ? base::readInput(path) : "";
 }
 
 int runDoctor(const DoctorOptions& options) {
   PortOptions port = options.port;
-  TemporaryFolder folder;
+  base::TemporaryFolder folder;
   const std::string trace = (folder.path() / "trace").string();
   if (!options.reportFile.empty() && port.traceFile.empty()) port.traceFile = trace;
 

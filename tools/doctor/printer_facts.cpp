@@ -12,6 +12,7 @@
 #include "serial/modCOMM.h"
 #include "text/code_page.h"
 #include "text/digits.h"
+#include "till/line/line_words.h"
 #include "tools/connection/holders.h"
 #include "tools/show/show.h"
 #include "zentaro.h"
@@ -71,14 +72,14 @@ Finding noAnswer(const PrinterFacts& facts) {
                 "¿otro aparato (un módem, una balanza), o el cable de otro?",
                 "another speed? The line runs at 9600 baud, 8N1, in the printer's menu, too\n"
                 "another device (a modem, a scale), or another one's cable?"))};
-  const char* code = facts.heard == Heard::Echo        ? "echo"
-                     : facts.heard == Heard::OutOfStep ? "out-of-step"
+  const char* code = facts.heard == till::Heard::Echo        ? "echo"
+                     : facts.heard == till::Heard::OutOfStep ? "out-of-step"
                                                        : "silent";
   return {
       code, true,
-      PrinterLine::trouble(facts.heard) +
+      till::trouble(facts.heard) +
           (facts.outcome == ENVERR_OK ? "" : " (" + outcomeLine(facts.outcome) + ")"),
-      facts.heard == Heard::Nothing
+      facts.heard == till::Heard::Nothing
           ? std::string(say(
                 "¿está encendida, fuera de su menú, y el cable conectado? La línea va a 9600 baudios, 8N1",
                 "is it on, out of its menu, and the cable plugged in? The line runs at 9600 baud, 8N1"))
@@ -152,13 +153,12 @@ PrinterFacts examinePrinter(Connection& connection) {
   printer.verifyCheckSum = true;
   connection.line().startAnywhere();
   PrinterFacts facts;
-  facts.heard =
-      connection.line().ask([&] { return heardOfStatus(printer, [&] { printer.StatusIF(u"N"); }); });
+  facts.heard = connection.line().askStatus([&] { printer.StatusIF(u"N"); });
   facts.outcome = printer.nEnvironmentError;
   facts.words = {printer.dwordPrinterStatus, printer.dwordStatusFiscal};
   facts.errorText = utf8(printer.sLastError);
-  if (facts.heard == Heard::Nothing || facts.heard == Heard::OutOfStep) facts.stray = strayBytes(printer);
-  if (facts.heard != Heard::InStep) return facts;
+  if (facts.heard == till::Heard::Nothing || facts.heard == till::Heard::OutOfStep) facts.stray = strayBytes(printer);
+  if (facts.heard != till::Heard::InStep) return facts;
   facts.serialNumber = utf8(printer.SerialImpresora());
   const bool isVirtual = connection.virtualPrinter() != nullptr || isVirtualPrinterOn(connection.device()) ||
                          facts.serialNumber.starts_with("ZPV");
@@ -176,7 +176,7 @@ PrinterFacts examinePrinter(Connection& connection) {
 
 void judgePrinter(const PrinterFacts& facts, const std::string& subject, const std::string& portWords,
                   Findings& findings) {
-  if (facts.heard != Heard::InStep) return findings.add(subject, noAnswer(facts));
+  if (facts.heard != till::Heard::InStep) return findings.add(subject, noAnswer(facts));
   findings.add(subject, statusOf(facts));
   if (!facts.serialNumber.empty())
     findings.add(subject, {"serial-number", false,

@@ -12,7 +12,7 @@
 namespace zentaro::tools {
 
 struct PrinterFacts {
-  Heard heard = Heard::Nothing;
+  till::Heard heard = till::Heard::Nothing;
   ENVERR_CODES outcome = ENVERR_OK;
   std::string stray = {};  // bytes that came and are no answer, in hexadecimal: of a line that is not silent
   StatusWords words = {};

@@ -34,7 +34,7 @@ int serve(std::istream& input, std::ostream& output) {
   for (std::string line; readLine(input, line);) {
     if (output << session.answer(line) << '\n' << std::flush) session.delivered();
     // Nobody reads any more, or a signal that a sale has put off asks to end.
-    if (!output || Interruption::isRequested()) return 1;
+    if (!output || base::Interruption::isRequested()) return 1;
   }
   return 0;
 }

@@ -1,78 +1,89 @@
 // A sale from a document in a request to its verdict.
 #include "tools/host/host_sale.h"
 
+#include <iostream>
 #include <memory>
-#include <ostream>
-#include <streambuf>
 
 #include "automation/conversions.h"
 #include "base/files/json.h"
-#include "till/document/sale_file.h"
-#include "tools/connection/connection.h"
+#include "base/system/interruption.h"
+#include "base/terminal/language.h"
+#include "till/course/sale_course.h"
+#include "till/words/teller.h"
+#include "till/words/verdict_words.h"
+#include "till/zentaro_till.h"
 #include "tools/host/rpc_error.h"
-#include "tools/sale/sale_job.h"
 
 namespace zentaro::tools {
 
 namespace {
 
-/// Hands on what is written to it, line by line.
-class Lines : public std::streambuf {
- public:
-  explicit Lines(const std::function<void(std::string_view)>& take) : take_(take) {}
-
- protected:
-  int_type overflow(int_type next) override {
-    if (next == '\n') {
-      take_(line_);
-      line_.clear();
-    } else if (next != traits_type::eof()) {
-      line_ += traits_type::to_char_type(next);
-    }
-    return traits_type::not_eof(next);
-  }
-
- private:
-  const std::function<void(std::string_view)>& take_;
-  std::string line_;
-};
-
-[[noreturn]] void refuse(const Problems& problems) {
+[[noreturn]] void refuse(const till::Problems& problems) {
   std::string text;
-  for (const Problem& problem : problems) {
+  for (const till::Problem& problem : problems) {
     text += (text.empty() ? "\"document\" is not in order, nothing was sent: " : "; ") + problem.path +
             (problem.path.empty() ? "" : ": ") + problem.text;
   }
   throw invalidParameters(text);
 }
 
-SaleOrder orderOf(const HostSale& asked, const std::string& device) {
-  auto [sale, problems] = readSale(asked.document);
+till::Document documentFrom(const till::Node& node) {
+  auto [sale, problems] = till::readSale(node);
   if (!problems.empty()) refuse(problems);
-  const Totals totals = reckon(sale, problems);
+  const till::Totals totals = till::reckon(sale, problems);
   if (!problems.empty()) refuse(problems);
-  return {std::move(sale), totals, asked.key, asked.again, device};
+  return {std::move(sale), totals};
 }
+
+/// Hands on what is told about the sale, line by line.
+class LineTeller : public till::Teller {
+ public:
+  explicit LineTeller(const std::function<void(std::string_view)>& take)
+      : Teller([this, &take](std::string_view text) { add(text, take); },
+               [](std::string_view text) { std::cerr << text << std::flush; }) {}
+
+ private:
+  void add(std::string_view text, const std::function<void(std::string_view)>& take) {
+    line_ += text;
+    for (auto end = line_.find('\n'); end != std::string::npos; end = line_.find('\n')) {
+      take(std::string_view(line_).substr(0, end));
+      line_.erase(0, end + 1);
+    }
+  }
+
+  std::string line_;
+};
+
+/// What outlives the answer: the books are told when it was delivered.
+struct Kept {
+  Kept(till::Document made, const std::function<void(std::string_view)>& progress)
+      : document(std::move(made)), teller(progress) {}
+
+  till::Document document;
+  LineTeller teller;
+  std::optional<till::SaleCourse> course;
+};
 
 }  // namespace
 
 HostVerdict sellOn(CZentaro& printer, const HostSale& sale,
                    const std::function<void(std::string_view)>& progress) {
   const std::string number = std::to_string(toInt16(printer.CommPort));
-  const auto kept = std::make_shared<SaleJob>(orderOf(sale, "COM" + number));
-  SaleJob& job = *kept;
+  const auto kept = std::make_shared<Kept>(documentFrom(sale.document), progress);
   if (!printer.isPortOpen) throw invalidParameters("the port of the object is closed: put PortOpen first");
-  const Interruption interruption;
-  job.openJournal();
-  if (const auto verdict = job.refusal()) return {verdictJson(*verdict)};
-  PrinterLine line(printer, patienceOf({}, timeOutSeconds()));
-  const SalePrinterPort port{printer, line, {"--port " + number}};
-  if (const auto end = SaleJob::getInStep(port)) return {verdictJson(*end, job.totals(), port.place)};
-  if (const auto verdict = job.refusal(port)) return {verdictJson(*verdict)};
-  Lines lines(progress);
-  std::ostream told(&lines);
-  const SaleEnd end = job.print(port, told, Interruption::isRequested);
-  return {verdictJson(end, job.totals(), port.place), [kept] { kept->told(); }};
+  const base::Interruption interruption;
+  till::SellOptions options;
+  options.stop = {base::Interruption::isRequested,
+                  std::string(terminal::say("interrumpido por una señal", "interrupted by a signal"))};
+  options.observer = &kept->teller;
+  options.owner = "host";
+  options.printerName = "COM" + number;
+  options.id = sale.key;
+  options.again = sale.again;
+  kept->course.emplace(kept->document.sale, kept->document.totals, options);
+  till::PrinterLine line(printer, till::patienceOf({}), &kept->teller, base::Interruption::isRequested);
+  const till::Verdict verdict = kept->course->print(printer, line);
+  return {till::verdictJson(verdict, {"--port " + number}), [kept] { kept->course->told(); }};
 }
 
 }  // namespace zentaro::tools

@@ -12,7 +12,7 @@
 namespace zentaro::tools {
 
 struct HostSale {
-  const Node& document;
+  const till::Node& document;
   std::string key;     // under it nothing is printed twice; empty: none
   bool again = false;  // the same content for a new customer
 };

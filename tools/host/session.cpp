@@ -150,11 +150,11 @@ Json paramsOf(const Json& request, const Method& method) {
 }
 
 // As it was written: what the line was parsed into keeps doubles, and the last of two members of one name.
-Node documentIn(std::string_view line) {
-  const ParsedNode request = parseNode(line);
+till::Node documentIn(std::string_view line) {
+  const till::ParsedNode request = till::parseNode(line);
   if (!request.root) throw invalidParameters(request.problem);
-  const Node* params = request.root->find("params");
-  const Node* document = params != nullptr ? params->find("document") : nullptr;
+  const till::Node* params = request.root->find("params");
+  const till::Node* document = params != nullptr ? params->find("document") : nullptr;
   if (document == nullptr) throw invalidParameters("\"document\" is missing in params");
   return *document;
 }
@@ -251,7 +251,7 @@ std::string HostSession::sale(const Json& params) {
   if (params.contains("id") && key.empty())
     throw invalidParameters("\"id\" is empty: name the sale, or leave it out");
   const bool wantsProgress = flagParameter(params, "progress"), again = flagParameter(params, "again");
-  const Node document = documentIn(line_);
+  const till::Node document = documentIn(line_);
   const auto progress = [&](std::string_view text) {
     const Json note{{"jsonrpc", "2.0"}, {"method", "progress"}, {"params", {{"text", text}}}};
     if (wantsProgress) notify_(jsonLine(note));

@@ -35,11 +35,11 @@ bool asksForPage(const std::vector<std::string>& words) {
 }
 
 int become(std::vector<std::string> words) {
-  const std::string program = companionProgram("zentaro-printer");
+  const std::string program = base::companionProgram("zentaro-printer");
   if (asksForPage(words)) words.emplace_back("--open");
   words.insert(words.begin(), program);
   ::setenv("ZENTARO_LANG", text("es", "en").c_str(), 1);
-  ::execvp(program.c_str(), argumentVector(words).data());
+  ::execvp(program.c_str(), base::argumentVector(words).data());
   throw std::runtime_error(
       say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, system::errorText(errno)}));
 }

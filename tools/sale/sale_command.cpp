@@ -6,12 +6,27 @@
 
 #include "base/terminal/command_line.h"
 #include "base/terminal/language.h"
+#include "till/books/job.h"
+#include "tools/sale/journal.h"
 #include "tools/sale/sale_run.h"
 #include "tools/show/guarded.h"
 
 namespace zentaro::tools {
 
 using terminal::say;
+
+namespace {
+
+CLI::Validator jobId() {
+  return {[](const std::string& text) {
+            return till::isJobId(text) ? std::string()
+                                       : std::string(say("de 1 a 128 caracteres de A-Z a-z 0-9 . _ ~ : -",
+                                                         "1 to 128 characters of A-Z a-z 0-9 . _ ~ : -"));
+          },
+          ""};
+}
+
+}  // namespace
 
 void addSaleCommand(CLI::App& app, int& status) {
   const auto text = [](std::string_view spanish, std::string_view english) {
@@ -31,17 +46,14 @@ void addSaleCommand(CLI::App& app, int& status) {
   command->add_flag(
       "--check", options->isCheckOnly,
       text("Solo revisa el archivo y muestra sus totales", "Only check the file and show its totals"));
-  command
-      ->add_flag("--json", options->isJson,
-                 text("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"))
-      ->excludes(listing)
-      ->excludes("--check");
+  command->add_flag("--json", options->isJson,
+                    text("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"));
   addPortOptions(*command, options->port);
   command
       ->add_option("--id", options->key,
                    text("Clave de la venta, p. ej. su número de pedido: con ella nada se imprime dos veces",
                         "The sale's key, such as its order number: under it nothing is printed twice"))
-      ->check(terminal::notEmpty())
+      ->check(jobId())
       ->type_name(text("CLAVE", "KEY"));
   command->add_flag("--again", options->again,
                     text("El mismo contenido para otro cliente", "The same content for a new customer"));
@@ -66,7 +78,7 @@ void addSaleCommand(CLI::App& app, int& status) {
       "4 unknown, 5 a document was open before, 6 printed before, and nobody was told."));
   command->callback([=, &status] {
     if (!*wantsJournal && file->empty()) throw CLI::RequiredError(file->get_name());
-    status = guarded([&] { return *wantsJournal ? showJournal() : runSale(*options); });
+    status = guarded([&] { return *wantsJournal ? showJournal(options->isJson) : runSale(*options); });
   });
 }
 

@@ -1,4 +1,4 @@
-// Reads the file, checks all of it, asks the journal, opens the port and prints.
+// Reads the file, checks all of it, and takes it through its course.
 #include "tools/sale/sale_run.h"
 
 #include <iostream>
@@ -9,9 +9,13 @@
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "platform/setting_keys.h"
+#include "till/course/sale_course.h"
 #include "till/document/paper_check.h"
 #include "till/document/sale_file.h"
-#include "tools/sale/sale_job.h"
+#include "till/words/verdict_words.h"
+#include "tools/connection/known_settings.h"
+#include "tools/sale/exit_status.h"
+#include "tools/sale/journal.h"
 #include "tools/show/guarded.h"
 
 namespace zentaro::tools {
@@ -21,30 +25,31 @@ using terminal::say;
 
 namespace {
 
-int refuse(const std::string& file, const Problems& problems) {
-  for (const Problem& problem : problems)
+int refuse(const std::string& file, const till::Problems& problems) {
+  for (const till::Problem& problem : problems)
     std::cerr << harmless(file + ": " + problem.path + (problem.path.empty() ? "" : ": ") + problem.text)
               << '\n';
   std::cerr << say("No se envió nada a la impresora.\n", "Nothing was sent to the printer.\n");
   return exitFailed;
 }
 
-void showTotals(const Sale& sale, const Totals& totals) {
+void showTotals(const till::Sale& sale, const till::Totals& totals) {
   std::cout << (sale.isCreditNote ? say("nota de crédito", "credit note") : say("factura", "invoice"))
             << say(": neto {}, impuesto {}, total {}, IGTF {}, pagado {}, vuelto {}\n",
                    ": net {}, tax {}, total {}, IGTF {}, paid {}, change {}\n",
-                   {centsText(totals.net), centsText(totals.tax), centsText(totals.total()),
-                    centsText(totals.igtf), centsText(totals.paid), centsText(totals.change())});
+                   {till::centsText(totals.net), till::centsText(totals.tax), till::centsText(totals.total()),
+                    till::centsText(totals.igtf), till::centsText(totals.paid),
+                    till::centsText(totals.change())});
 }
 
-int warn(const Sale& sale) {
+int warn(const till::Sale& sale) {
   constexpr int usualLength = 20;
   int length = usualLength;
   try {
     length = toInt16(readSetting(settingDescriptionLength));
   } catch (const AutomationError&) {  // the library then goes by its default, too
   }
-  for (const Problem& warning : paperWarnings(sale, length > 0 ? length : usualLength))
+  for (const till::Problem& warning : till::paperWarnings(sale, length > 0 ? length : usualLength))
     std::cout << say("aviso: ", "warning: ") << harmless(warning.path + ": " + warning.text) << '\n';
   return exitDone;
 }
@@ -62,7 +67,7 @@ void tell(const std::string& text, bool isGood) {
 }
 
 // What a second signal says: by then nobody knows how far the sale is.
-std::string lastWords(const SalePlace& place) {
+std::string lastWords(const till::SalePlace& place) {
   if (place.isVirtual)
     return std::string(say("\nzentaro: interrumpido; la impresora virtual ya no está\n",
                            "\nzentaro: ended; the virtual printer is gone\n"));
@@ -74,72 +79,58 @@ std::string lastWords(const SalePlace& place) {
       {place.portWords});
 }
 
-int tellJournal(const JournalVerdict& verdict, bool isJson) {
+int tellVerdict(const till::Verdict& verdict, const till::SalePlace& place, bool isJson) {
+  const int status = exitStatus(verdict);
   if (isJson)
-    tell(jsonLine(verdictJson(verdict)), true);
+    tell(jsonLine(till::verdictJson(verdict, place)), true);
   else
-    tell(verdict.text, verdict.exitStatus == exitDone);
-  return verdict.exitStatus;
+    tell(till::verdictText(verdict, place), status == exitDone);
+  return status;
 }
 
-void tellEnd(const SaleEnd& end, const SaleJob& job, const SalePlace& place, bool isJson) {
-  if (isJson)
-    tell(jsonLine(verdictJson(end, job.totals(), place)), true);
-  else
-    tell(verdictText(end, job.totals(), place), exitStatus(end.verdict) == exitDone);
+till::SellOptions sellOptions(const SaleOptions& options, till::Observer& observer) {
+  till::SellOptions made;
+  made.stop = {base::Interruption::isRequested,
+               std::string(say("interrumpido por una señal", "interrupted by a signal"))};
+  made.observer = &observer;
+  made.wait = std::chrono::seconds(options.port.wait.value_or(0));
+  made.keepsBooks = !deviceNamedBy(options.port).empty();
+  made.owner = "sale";
+  made.printerName = options.port.port ? portKey(*options.port.port) : options.port.device;
+  made.id = options.key;
+  made.again = options.again;
+  return made;
 }
 
-int print(SaleJob& job, Connection& connection, const SalePrinterPort& port, bool isJson) {
-  std::ostream silence(nullptr);
-  std::ostream& progress = isJson ? silence : std::cout;
-  Interruption::setLastWords(lastWords(port.place));
-  const SaleEnd end = job.print(port, progress, Interruption::isRequested);
-  if (port.place.isVirtual) progress << '\n' << connection.virtualPrinter()->paper() << '\n';
-  tellEnd(end, job, port.place, isJson);
-  job.told();
-  return job.exitStatus(end);
-}
-
-std::string deviceOf(const PortOptions& port) {
-  return port.port ? "COM" + std::to_string(*port.port) : port.device;
-}
-
-int run(const SaleOptions& options, SaleJob& job) {
-  const bool isReal = !deviceOf(options.port).empty();
-  if (isReal || !options.resolve.empty()) job.openJournal();
-  if (!options.resolve.empty()) {
-    const Fact fact = options.resolve == "printed" ? Fact::Printed : Fact::NotPrinted;
-    return tellJournal(job.resolve(fact), options.isJson);
-  }
-  if (const auto verdict = job.refusal()) return tellJournal(*verdict, options.isJson);
-  Connection connection(options.port, printerWords(options.faults));
-  const SalePrinterPort port{connection.printer(),
-                             connection.line(),
-                             {connection.portWords(), connection.virtualPrinter() != nullptr}};
-  if (const auto end = SaleJob::getInStep(port)) {
-    tellEnd(*end, job, port.place, options.isJson);
-    return exitStatus(end->verdict);
-  }
-  if (const auto verdict = job.refusal(port)) return tellJournal(*verdict, options.isJson);
-  return print(job, connection, port, options.isJson);
+int print(const SaleOptions& options, const till::Sale& sale, const till::Totals& totals) {
+  demandReadableSettings();
+  ConsoleTeller teller(options.isJson ? Progress::Hidden : Progress::Shown);
+  till::SaleCourse course(sale, totals, sellOptions(options, teller));
+  if (const auto verdict = course.beforePort(deviceNamedBy(options.port)))
+    return tellVerdict(*verdict, {portWordsOf(options.port)}, options.isJson);
+  const Unasked unasked = options.key.empty() ? Unasked::Virtual : Unasked::Nothing;
+  Connection connection(options.port, printerWords(options.faults), unasked, &teller);
+  const till::SalePlace place{connection.portWords(), connection.virtualPrinter() != nullptr};
+  base::Interruption::setLastWords(lastWords(place));
+  const till::Verdict verdict = course.print(connection.printer(), connection.line());
+  if (place.isVirtual && !options.isJson) std::cout << '\n' << connection.virtualPrinter()->paper() << '\n';
+  const int status = tellVerdict(verdict, place, options.isJson);
+  course.told();
+  return status;
 }
 
 }  // namespace
 
 int runSale(const SaleOptions& options) {
-  auto [sale, problems] = readSale(readInput(options.file));
+  auto [sale, problems] = till::readSale(base::readInput(options.file));
   if (!problems.empty()) return refuse(options.file, problems);
-  const Totals totals = reckon(sale, problems);
+  const till::Totals totals = till::reckon(sale, problems);
   if (!problems.empty()) return refuse(options.file, problems);
   if (!options.isJson) showTotals(sale, totals);
   if (options.isCheckOnly) return warn(sale);
-  SaleJob job({std::move(sale), totals, options.key, options.again, deviceOf(options.port)});
-  return run(options, job);
-}
-
-int showJournal() {
-  std::cout << listText(Journal(stateFolder()).entries());
-  return exitDone;
+  if (!options.resolve.empty())
+    return resolve(sale, options.key, options.resolve == "printed", options.isJson);
+  return print(options, sale, totals);
 }
 
 }  // namespace zentaro::tools

@@ -21,7 +21,4 @@ struct SaleOptions {
 /// Gives the exit status.
 int runSale(const SaleOptions& options);
 
-/// Shows the journal. Gives the exit status.
-int showJournal();
-
 }  // namespace zentaro::tools

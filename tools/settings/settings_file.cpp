@@ -72,17 +72,17 @@ void SettingsFile::remove(std::string_view section, std::string_view key) {
 }
 
 void SettingsFile::change(const std::function<void(SettingsText&)>& edit) {
-  const files::path target = behindLinks(path_);
+  const files::path target = base::behindLinks(path_);
   const FolderLock lock(folderOf(target));
   read();
   SettingsText changed = settings_;
   edit(changed);
-  replaceFile(target, changed.text());
+  base::replaceFile(target, changed.text());
   std::swap(settings_, changed);
 }
 
 void SettingsFile::read() {
-  const auto content = contentOf(path_);
+  const auto content = base::contentOf(path_);
   exists_ = content.has_value();
   settings_ = SettingsText(content.value_or(""));
 }

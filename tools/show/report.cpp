@@ -7,6 +7,8 @@
 #include "automation/description.h"
 #include "base/files/json.h"
 #include "base/terminal/language.h"
+#include "till/line/line_words.h"
+#include "till/words/verdict_words.h"
 #include "tools/show/guarded.h"
 #include "tools/show/record_words.h"
 #include "tools/show/show.h"
@@ -19,12 +21,12 @@ Object askStatusRecord(Connection& connection, std::string_view member) {
   CZentaro& printer = connection.printer();
   Object record;
   const auto request = [&] { record = connection.object().call(member, {}).object(); };
-  const Heard heard = connection.line().ask([&] { return heardOfStatus(printer, request); });
-  if (heard == Heard::InStep && !record.isNothing()) return record;
-  if (heard == Heard::InStep)
+  const till::Heard heard = connection.line().askStatus(request);
+  if (heard == till::Heard::InStep && !record.isNothing()) return record;
+  if (heard == till::Heard::InStep)
     sayWhy(member, printer);
   else
-    std::cerr << "zentaro: " << member << ": " << PrinterLine::trouble(heard) << " ("
+    std::cerr << "zentaro: " << member << ": " << till::trouble(heard) << " ("
               << outcomeLine(printer.nEnvironmentError) << ")\n";
   return {};
 }
@@ -48,7 +50,7 @@ void showRecords(const std::vector<Object>& records, const ReportOptions& option
   if (options.isJson)
     std::cout << jsonPage(page);
   else if (isVirtual)
-    std::cout << virtualNotice() << '\n';
+    std::cout << till::virtualNotice() << '\n';
 }
 
 CLI::App* addReport(CLI::App& app, ReportOptions& options, const char* name, const std::string& help) {

@@ -23,7 +23,7 @@ struct TraceOptions {
 };
 
 int runTrace(const TraceOptions& options) {
-  const Trace trace = parseTrace(readInput(options.file));
+  const Trace trace = parseTrace(base::readInput(options.file));
   const std::vector<Exchange> exchanges = exchangesOf(trace.records);
   if (options.isReplay && exchanges.empty())
     throw std::runtime_error(terminal::say("{}: no hay ninguna orden que responder en esta traza",

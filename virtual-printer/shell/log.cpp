@@ -61,7 +61,7 @@ std::string logLine(const Moment& moment, const Event& event) {
 
 LogFile::LogFile(const std::string& path) {
   try {
-    file_ = zentaro::tools::openToAppend(path);
+    file_ = zentaro::base::openToAppend(path);
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(std::string{"--log: "} + error.what());
   }

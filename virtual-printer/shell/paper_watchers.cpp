@@ -13,8 +13,8 @@
 
 namespace virtual_printer {
 
+using zentaro::base::replaceFile;
 using zentaro::terminal::say;
-using zentaro::tools::replaceFile;
 
 void RollOnScreen::printed(const Sheet& sheet, const Line& line) {
   const char* indent = sheet.kind == SheetKind::Roll ? "" : "      | ";
@@ -37,7 +37,7 @@ PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr
     throw std::runtime_error(say("--paper {}: el nombre debe terminar en .txt, .svg o .html",
                                  "--paper {}: the name must end in .txt, .svg or .html", {path_}));
   try {
-    replaceFile(path_, render_({}));
+    zentaro::base::replaceFile(path_, render_({}));
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(std::string{"--paper: "} + error.what());
   }
@@ -45,7 +45,7 @@ PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr
 
 void PaperFile::finished(const std::deque<Sheet>& sheets) {
   try {
-    replaceFile(path_, render_(sheets));
+    zentaro::base::replaceFile(path_, render_(sheets));
     trouble_.pass();
   } catch (const std::runtime_error& error) {
     trouble_.meet(std::string{"--paper: "} + error.what());

@@ -233,7 +233,7 @@ void Program::run() {
 void runProgram(Options options) {
   const auto inbox = std::make_shared<Inbox>();
   const Ending ending{inbox->wake()};
-  std::optional<zentaro::tools::TemporaryFolder> folder;
+  std::optional<zentaro::base::TemporaryFolder> folder;
   if (options.isTemporary) {
     folder.emplace();
     if (!options.tcp) options.link = folder->path() / "printer";

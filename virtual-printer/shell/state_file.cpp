@@ -12,7 +12,7 @@ namespace virtual_printer {
 using zentaro::terminal::say;
 
 // The lock has a file of its own, because the state file itself is replaced with every change.
-StateFile::StateFile(const std::filesystem::path& path) : path_{zentaro::tools::behindLinks(path)} {
+StateFile::StateFile(const std::filesystem::path& path) : path_{zentaro::base::behindLinks(path)} {
   if (std::filesystem::exists(path_) && !std::filesystem::is_regular_file(path_))
     throw std::runtime_error(say("--state: {} no es un archivo", "--state: {} is no file", {path_.string()}));
   try {
@@ -26,7 +26,7 @@ StateFile::StateFile(const std::filesystem::path& path) : path_{zentaro::tools::
 }
 
 Books StateFile::load() const {
-  const auto text = zentaro::tools::contentOf(path_);
+  const auto text = zentaro::base::contentOf(path_);
   if (!text) return {};
   try {
     return booksFromJson(*text);
@@ -37,6 +37,6 @@ Books StateFile::load() const {
   }
 }
 
-void StateFile::save(const Books& books) const { zentaro::tools::replaceFile(path_, toJson(books)); }
+void StateFile::save(const Books& books) const { zentaro::base::replaceFile(path_, toJson(books)); }
 
 }  // namespace virtual_printer

@@ -1,0 +1,105 @@
+// The lines.
+#include "till/words/teller.h"
+
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "till/words/moments.h"
+#include "till/words/verdict_words.h"
+
+namespace zentaro::till {
+
+using terminal::harmless;
+using terminal::say;
+
+namespace {
+
+std::string seconds(LineObserver::Time time) {
+  return std::to_string(std::chrono::round<std::chrono::seconds>(time).count());
+}
+
+}  // namespace
+
+void Teller::waiting(Time limit) {
+  notice_(say("zentaro: sin respuesta en orden; se espera a la impresora, {} s a lo sumo (--give-up)\n",
+              "zentaro: no answer in step; waiting for the printer, {} s at most (--give-up)\n",
+              {seconds(limit)}));
+}
+
+void Teller::stillWaiting(Time waited, Time limit) {
+  notice_(say("zentaro: se sigue esperando, {} de {} s\n", "zentaro: still waiting, {} of {} s\n",
+              {seconds(waited), seconds(limit)}));
+}
+
+void Teller::traceEnded(const std::string& why) {
+  notice_(say("zentaro: aviso: la traza no se puede escribir ({}); se sigue sin ella\n",
+              "zentaro: warning: the trace cannot be written ({}); going on without it\n", {harmless(why)}));
+}
+
+void Teller::asksForCounters() { progress_("  --  " + std::string(say("contadores", "counters")) + "\n"); }
+
+void Teller::counters(const std::optional<Standing>& now, const std::string& trouble) {
+  std::string text = "  --  ";
+  if (!now)
+    text += std::string(say("ninguno, ", "none, ")) + harmless(trouble);
+  else
+    text += std::string(say("último número ", "last number ")) + std::to_string(now->lastNumber) +
+            std::string(now->document == 0 ? say(", ningún documento abierto", ", no document open")
+                                           : say(", hay un documento abierto", ", a document is open"));
+  progress_(text + "\n");
+}
+
+void Teller::begins(const StepPlace& step) {
+  std::string place;
+  if (step.count > 0) {
+    constexpr std::size_t width = 7;
+    place = std::to_string(step.number) + "/" + std::to_string(step.count);
+    place = std::string(width - std::min(width, place.size()), ' ') + place + "  ";
+  }
+  progress_(place + harmless(step.label) + ": ");
+}
+
+void Teller::ended(const Reply& reply) {
+  std::string text;
+  if (reply.fate == Fate::Done) text = "ok";
+  if (reply.fate == Fate::Refused) text = say("rechazado, ", "refused, ");
+  progress_(text + harmless(reply.text) + "\n");
+}
+
+void Teller::endsDocumentOf(const Job& job) {
+  notice_(say("zentaro: queda abierto el documento de las {}; se termina\n",
+              "zentaro: the document of {} is still open; ending it\n", {momentText(job.begun)}));
+}
+
+void Teller::judged(const Job& job) {
+  const std::string when = momentText(job.begun);
+  const std::string what =
+      job.state == State::Printed ? say("la venta de las {} se imprimió como {}",
+                                        "the sale of {} was printed as {}", {when, numberText(job.number)})
+      : job.state == State::NotPrinted
+          ? say("la venta de las {} no se imprimió", "the sale of {} was not printed", {when})
+          : say("no se sabe si la venta de las {} se imprimió",
+                "it is not known whether the sale of {} was printed", {when});
+  notice_("zentaro: " + what + "\n");
+}
+
+void Teller::goesOnWithoutBooks(const std::string& why) {
+  notice_(say("zentaro: aviso: la venta no queda en los libros: {}\n",
+              "zentaro: warning: the books miss this sale: {}\n", {harmless(why)}));
+}
+
+void Teller::booksFell(const std::string& why) {
+  notice_(say("zentaro: aviso: no se pueden escribir los libros: {}\n",
+              "zentaro: warning: the books cannot be written: {}\n", {harmless(why)}));
+}
+
+void Teller::waitsForBooks() {
+  notice_(say("zentaro: otro programa ocupa los libros; se espera\n",
+              "zentaro: another program holds the books; waiting\n", {}));
+}
+
+void Teller::waitsForMachine() {
+  notice_(
+      say("zentaro: la impresora está en uso; se espera\n", "zentaro: the printer is in use; waiting\n", {}));
+}
+
+}  // namespace zentaro::till
