@@ -23,6 +23,7 @@
 #include "tools/members/members_command.h"
 #include "tools/printer/printer_command.h"
 #include "tools/sale/sale_command.h"
+#include "tools/serve/serve_command.h"
 #include "tools/settings/settings_command.h"
 #include "tools/setup/setup_command.h"
 #include "tools/show/guarded.h"
@@ -39,7 +40,7 @@ namespace {
 /// Adds a subcommand. When it is the one that was asked for, its callback stores the exit status.
 using AddCommand = void (*)(CLI::App& app, int& status);
 
-constexpr std::array<AddCommand, 13> commands{
+constexpr std::array<AddCommand, 14> commands{
     addDemoCommand,      //
     addPrinterCommand,   //
     addCallCommand,      //
@@ -47,6 +48,7 @@ constexpr std::array<AddCommand, 13> commands{
     addCierreCommand,    //
     addTodayCommand,     //
     addSaleCommand,      //
+    addServeCommand,     //
     addTraceCommand,     //
     addMembersCommand,   //
     addSettingsCommand,  //

@@ -57,7 +57,7 @@ void Server::setUp() {
       refuse_(request, response, std::stoi(request.get_header_value(refusedHeader)));
     } else {
       response.status = 200;
-      handler_(request, response);
+      handler_(*this, request, response);
     }
     return HandlerResponse::Handled;
   });
@@ -166,7 +166,10 @@ bool Server::stream(const Request& request, Response& response, Next next) {
   response.set_chunked_content_provider(
       "text/event-stream",
       [this, next = std::move(next)](std::size_t, httplib::DataSink& sink) {
-        const std::optional<std::string> text = isEnding_ ? std::nullopt : next();
+        std::optional<std::string> text;
+        do {
+          text = isEnding_ ? std::nullopt : next();
+        } while (text && text->empty());  // httplib takes an empty piece for the end
         if (!text) sink.done();
         return !text || sink.write(text->data(), text->size());
       },

@@ -23,11 +23,11 @@ using Response = httplib::Response;
 class Server final : private httplib::Server {
  public:
   /// Called by many threads at once. A request's body is complete; its address and port are not told.
-  using Handler = std::function<void(const Request&, Response&)>;
+  using Handler = std::function<void(Server&, const Request&, Response&)>;
   /// Words an answer with this status, which the server gives by itself (refusalText has the usual ones).
   using Refuse = std::function<void(const Request&, Response&, int status)>;
-  /// The next text of a stream, nothing at its end. Waits a few seconds at most and then gives a comment, which
-  /// finds out whether the client is still there.
+  /// The next text of a stream, nothing at its end; asked again after an empty one. Waits a few seconds at most and
+  /// then gives a comment, which finds out whether the client is still there.
   using Next = std::function<std::optional<std::string>()>;
 
   struct Settings {

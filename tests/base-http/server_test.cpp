@@ -27,7 +27,9 @@ class Echo {
                  {{"Tienda.local"}, {"https://tienda.example"}},
                  limits,
                  {{"X-Always", "yes"}}},
-                [this](const Request& request, Response& response) { answer(request, response); },
+                [this](Server& server, const Request& request, Response& response) {
+                  answer(server, request, response);
+                },
                 [](const Request&, Response& response, int status) {
                   response.status = status;
                   response.set_content(refusalText(status), "text/plain");
@@ -52,12 +54,12 @@ class Echo {
   bool answers() const { return ask(httpRequest("GET /x")).ends_with("GET /x "); }
 
  private:
-  void answer(const Request& request, Response& response) {
+  void answer(Server& server, const Request& request, Response& response) {
     if (request.path == "/throw") throw std::runtime_error("secret");
     if (request.path == "/large") return response.set_content(std::string(8'000'000, 'x'), "text/plain");
     if (request.path != "/events")
       return response.set_content(request.method + " " + request.path + " " + request.body, "text/plain");
-    server_.stream(request, response, [this]() -> std::optional<std::string> {
+    server.stream(request, response, [this]() -> std::optional<std::string> {
       std::unique_lock lock{mutex_};
       changed_.wait_for(lock, 20ms, [&] { return isOver_; });
       return isOver_ ? std::nullopt : std::optional<std::string>{": still here\n\n"};

@@ -3,8 +3,8 @@
 
 #include <thread>
 
+#include "base/system/address.h"
 #include "bench.h"
-#include "virtual-printer/line/address.h"
 #include "virtual-printer/line/inbox.h"
 #include "virtual-printer/web/feed.h"
 #include "virtual-printer/web/line_rows.h"
@@ -14,6 +14,7 @@
 namespace virtual_printer::web_test {
 
 using namespace std::chrono_literals;
+using zentaro::system::parseAddress;
 
 TEST(Web, AddressesAreReadOrRefused) {
   const std::pair<const char*, const char*> good[]{{"80", "127.0.0.1:80"},

@@ -1,8 +1,10 @@
 // A closing as a document of one step.
 #include "till/course/closing.h"
 
+#include "base/files/json.h"
 #include "base/terminal/language.h"
 #include "till/books/admission.h"
+#include "till/course/figures.h"
 
 namespace zentaro::till {
 
@@ -104,6 +106,9 @@ ClosingVerdict ClosingCourse::print(CZentaro& printer, PrinterLine& line) {
   else
     keeper_.emplace(station_->books(), wanted, options_.id.empty() ? BooksNeed::Wanted : BooksNeed::Required,
                     station_->observer());
+  keeper_->shows([&made](const Verdict&) {
+    return made.figures ? jsonLine({{"figures", figuresJson(*made.figures)}}) : std::string();
+  });
   const Verdict course =
       printSale({step}, wanted, station_->machine(), asked, *keeper_, station_->observer(), options_.stop);
   made.ending = course.ending;

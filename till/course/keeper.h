@@ -2,6 +2,7 @@
 // comes next.
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "till/books/books.h"
@@ -36,6 +37,12 @@ class Keeper {
   /// The job as it is in the books; nothing for one that they do not keep.
   const std::optional<Job>& job() const { return job_; }
 
+  /// What programs read of something printed: it stands in the books with its end.
+  void shows(std::function<std::string(const Verdict&)> result) { result_ = std::move(result); }
+  std::string resultOf(const Verdict& verdict) const {
+    return result_ && isPrinted(verdict.ending) ? result_(verdict) : std::string();
+  }
+
   void finish(const Outcome& outcome);
   void told();
 
@@ -47,6 +54,7 @@ class Keeper {
   BooksNeed need_;
   Observer& observer_;
   std::optional<Job> queued_, job_;
+  std::function<std::string(const Verdict&)> result_;
 };
 
 }  // namespace zentaro::till

@@ -169,7 +169,11 @@ Verdict printSale(const std::vector<SaleStep>& steps, const Order& order, const 
   Verdict verdict = carrier.carry(stop, machine);
   // What waited in the books and was refused before it was opened may wait on: its owner knows.
   const bool mayWaitOn = keeper.cameFromQueue() && verdict.ending == Ending::NotPrinted && !verdict.wasOpened;
-  if (!mayWaitOn) keeper.finish(outcomeOf(verdict, carrier.isBeyondCounters()));
+  if (!mayWaitOn) {
+    Outcome outcome = outcomeOf(verdict, carrier.isBeyondCounters());
+    outcome.result = keeper.resultOf(verdict);
+    keeper.finish(outcome);
+  }
   verdict.job = keeper.job();
   return verdict;
 }

@@ -1,6 +1,8 @@
 // The order of the questions.
 #include "till/course/sale_course.h"
 
+#include "base/files/json.h"
+#include "till/course/figures.h"
 #include "till/document/content.h"
 
 namespace zentaro::till {
@@ -92,6 +94,11 @@ Verdict SaleCourse::print(CZentaro& printer, PrinterLine& line) {
     keeper_.emplace(*station_->books(), *options_.queued, station_->observer());
   else
     keeper_.emplace(station_->books(), wanted, needOf(options_), station_->observer());
+  keeper_->shows([this](const Verdict& verdict) {
+    Verdict whole = verdict;
+    whole.totals = totals_;
+    return jsonLine(amountsJson(whole));
+  });
   Verdict made = printSale(stepsOf(sale_, totals_), wanted, station_->machine(), asked, *keeper_,
                            station_->observer(), options_.stop);
   made.totals = totals_;

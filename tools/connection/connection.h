@@ -13,9 +13,9 @@
 #include "base/system/interruption.h"
 #include "platform/services.h"
 #include "printer/czentaro.h"
+#include "till/line/overlay_settings.h"
 #include "till/line/printer_line.h"
 #include "tools/connection/console_teller.h"
-#include "tools/connection/overlay_settings.h"
 #include "tools/connection/port_options.h"
 #include "tools/connection/virtual_printer.h"
 
@@ -55,7 +55,7 @@ class Connection {
   base::Interruption interruption_;
   ConsoleTeller teller_;
   std::unique_ptr<VirtualPrinter> virtualPrinter_;
-  OverlaySettings settings_;
+  till::OverlaySettings settings_;
   ServicesScope scope_;
   Object object_;
   std::optional<till::PrinterLine> line_;

@@ -9,9 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "virtual-printer/line/address.h"
+#include "base/system/address.h"
 
 namespace virtual_printer {
+
+using zentaro::system::Address;
 
 /// A socket, or on POSIX any descriptor.
 using Handle = std::intptr_t;

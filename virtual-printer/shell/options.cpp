@@ -97,7 +97,8 @@ void addLine(CLI::App& app, Options& options) {
                       "Symbolic link to the device; removed at the end"))
       ->type_name(text("RUTA", "PATH"));
   app.add_option_function<std::string>(
-         "--tcp", [&](const std::string& given) { options.tcp = parseAddress("--tcp", given); },
+         "--tcp",
+         [&](const std::string& given) { options.tcp = zentaro::system::parseAddress("--tcp", given); },
          text("La línea por TCP (127.0.0.1) y no en un pseudoterminal",
               "The line over TCP (127.0.0.1), not a pseudo-terminal"))
       ->type_name(text("[DIRECCIÓN:]PUERTO", "[ADDRESS:]PORT"));
@@ -135,7 +136,8 @@ void addWeb(CLI::App& app, Options& options) {
   CLI::Option* web = app.add_option_function<std::string>(
                             "--web",
                             [&](const std::string& given) {
-                              options.web = parseAddress("--web", given.empty() ? "8210" : given);
+                              options.web =
+                                  zentaro::system::parseAddress("--web", given.empty() ? "8210" : given);
                             },
                             text("La impresora en una página web (127.0.0.1:8210)",
                                  "The printer on a web page (127.0.0.1:8210)"))

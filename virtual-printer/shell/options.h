@@ -6,11 +6,13 @@
 #include <variant>
 #include <vector>
 
+#include "base/system/address.h"
 #include "virtual-printer/faults/plan.h"
-#include "virtual-printer/line/address.h"
 #include "virtual-printer/line/engine.h"
 
 namespace virtual_printer {
+
+using zentaro::system::Address;
 
 struct Options {
   Identity identity{{"J-00000000-0", "COMERCIO DE DEMOSTRACION, C.A.", "ZPV0000001"}, 300};

@@ -2,17 +2,12 @@
 #pragma once
 
 #include <span>
-#include <string_view>
+
+#include "base/http/page_file.h"
 
 namespace virtual_printer {
 
-struct PageFile {
-  std::string_view path;  // of the URL
-  std::string_view type;
-  std::string_view content;
-};
-
-std::span<const PageFile> pageFiles();
+std::span<const zentaro::http::PageFile> pageFiles();
 
 // Stands in index.html for the token that lets the page act.
 inline constexpr std::string_view tokenMark = "@TOKEN@";

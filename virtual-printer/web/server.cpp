@@ -3,18 +3,20 @@
 
 #include <charconv>
 #include <map>
-#include <random>
 #include <stdexcept>
 #include <system_error>
 #include <thread>
 
 #include "base/http/refusal.h"
 #include "base/http/server.h"
+#include "base/system/random.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/web/page_files.h"
-#include "virtual-printer/wire/frame.h"
 
 namespace virtual_printer {
+
+using zentaro::system::authority;
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -25,13 +27,6 @@ using zentaro::terminal::say;
 // Rows that change byte by byte are sent once in this time.
 constexpr auto breath = 40ms;
 constexpr auto heartbeat = 2s;
-
-std::string newToken() {
-  std::random_device dice;
-  std::string token;
-  for (int part = 0; part < 4; ++part) token += hexadecimal(dice(), 8);
-  return token;
-}
 
 // Only what the page offers: it cannot end the printer.
 bool isOffered(const std::string& line) {
@@ -67,14 +62,8 @@ zentaro::http::Server::Settings settingsFor(const Address& address) {
   settings.guard.hosts = {address.host};
   settings.limits.body = 4096;   // as long as a line on the control socket
   settings.limits.streams = 16;  // pages open at once
-  settings.headers = {
-      {"Content-Security-Policy",
-       "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src data: blob:; "
-       "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
-      {"X-Content-Type-Options", "nosniff"},
-      {"Referrer-Policy", "no-referrer"},
-      {"Cross-Origin-Resource-Policy", "same-origin"},
-      {"Cache-Control", "no-store"}};
+  settings.headers = zentaro::http::pageHeaders();
+  settings.headers.emplace("Cross-Origin-Resource-Policy", "same-origin");
   return settings;
 }
 
@@ -86,7 +75,10 @@ class WebServer::Service {
       : feed_{feed},
         act_{std::move(act)},
         server_{settingsFor(address),
-                [this](const Request& request, Response& response) { handle(request, response); }, refuse} {}
+                [this](zentaro::http::Server& server, const Request& request, Response& response) {
+                  handle(server, request, response);
+                },
+                refuse} {}
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;
   ~Service() { feed_.close(); }
@@ -94,7 +86,7 @@ class WebServer::Service {
   int port() const { return server_.port(); }
 
  private:
-  void handle(const Request& request, Response& response);
+  void handle(zentaro::http::Server& server, const Request& request, Response& response);
   void servePage(const std::string& path, Response& response) const;
   bool hasToken(const std::string& given, Response& response) const;
   void act(const Request& request, Response& response) const;
@@ -102,21 +94,21 @@ class WebServer::Service {
 
   Feed& feed_;
   Act act_;
-  const std::string token_ = newToken();
+  const std::string token_ = zentaro::system::randomHex(16);
   zentaro::http::Server server_;
 };
 
-void WebServer::Service::handle(const Request& request, Response& response) {
+void WebServer::Service::handle(zentaro::http::Server& server, const Request& request, Response& response) {
   const bool isReading = request.method == "GET" || request.method == "HEAD";
   if (request.path == "/control" && request.method == "POST") return act(request, response);
   if (!isReading) return answer(response, 405, say("eso no se hace aquí", "that is not done here"));
   if (request.path != "/events") return servePage(request.path, response);
   if (!hasToken(request.get_param_value("token"), response)) return;
-  server_.stream(request, response, [this, seen = lastSeen(request)]() mutable { return next(seen); });
+  server.stream(request, response, [this, seen = lastSeen(request)]() mutable { return next(seen); });
 }
 
 void WebServer::Service::servePage(const std::string& path, Response& response) const {
-  for (const PageFile& file : pageFiles()) {
+  for (const zentaro::http::PageFile& file : pageFiles()) {
     if (file.path != path) continue;
     std::string content{file.content};
     if (const std::size_t mark = content.find(tokenMark); mark != std::string::npos)

@@ -6,10 +6,12 @@
 #include <optional>
 #include <string>
 
-#include "virtual-printer/line/address.h"
+#include "base/system/address.h"
 #include "virtual-printer/web/feed.h"
 
 namespace virtual_printer {
+
+using zentaro::system::Address;
 
 class WebServer {
  public:

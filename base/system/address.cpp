@@ -1,15 +1,15 @@
 // Reading and writing of addresses.
-#include "virtual-printer/line/address.h"
+#include "base/system/address.h"
 
 #include <charconv>
 #include <stdexcept>
 
 #include "base/terminal/language.h"
 
-namespace virtual_printer {
+namespace zentaro::system {
 namespace {
 
-using zentaro::terminal::say;
+using terminal::say;
 
 constexpr int largestPort = 65535;
 
@@ -50,4 +50,4 @@ std::string authority(const Address& address) {
   return host + ":" + std::to_string(address.port);
 }
 
-}  // namespace virtual_printer
+}  // namespace zentaro::system

@@ -1,10 +1,10 @@
-// Addresses on the network: what stands after --tcp and --web.
+// Addresses on the network, as options name them.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-namespace virtual_printer {
+namespace zentaro::system {
 
 struct Address {
   std::string host = "127.0.0.1";
@@ -21,4 +21,4 @@ bool isLocal(const Address& address);
 /// The address as it stands in a URL, with its port.
 std::string authority(const Address& address);
 
-}  // namespace virtual_printer
+}  // namespace zentaro::system

@@ -7,7 +7,7 @@
 
 #include "platform/settings_store.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 class OverlaySettings : public SettingsStore {
  public:
@@ -28,4 +28,4 @@ class OverlaySettings : public SettingsStore {
   std::map<std::pair<std::string, std::string>, std::u16string> values_;
 };
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -1,0 +1,91 @@
+// The members of the answers.
+#include "service/http/job_json.h"
+
+#include <ctime>
+
+#include "base/terminal/language.h"
+#include "service/workers/words.h"
+#include "till/document/decimal.h"
+
+namespace zentaro::service {
+
+using till::Job;
+using till::State;
+
+namespace {
+
+Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+
+template <class T>
+Json orNull(const std::optional<T>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
+
+// The figures that were kept with the job when it ended.
+Json kept(const Json& result, const char* name) {
+  return result.is_object() && result.contains(name) ? result.at(name) : Json(nullptr);
+}
+
+}  // namespace
+
+Json timeJson(std::int64_t seconds) {
+  if (seconds == 0) return nullptr;
+  const std::time_t moment = seconds;
+  std::tm parts{};
+  ::gmtime_r(&moment, &parts);
+  char text[32];
+  std::strftime(text, sizeof text, "%FT%TZ", &parts);
+  return text;
+}
+
+Json jobJson(const Job& job, bool isVirtual) {
+  const Json result = Json::parse(job.result, nullptr, false);
+  const bool isDocument = job.kind == till::Kind::Invoice || job.kind == till::Kind::CreditNote;
+  const Json total = kept(result, "total");
+  return {{"id", job.id},
+          {"printer", job.printer},
+          {"kind", till::nameOf(job.kind)},
+          {"attempt", job.attempt},
+          {"state", till::nameOf(job.state)},
+          {"verdict", orNull(job.verdict)},
+          {"number", orNull(job.number)},
+          {"machine", orNull(job.before.machine)},
+          {"total", total.is_null() && isDocument ? Json(till::centsText(job.total)) : total},
+          {"igtf", kept(result, "igtf")},
+          {"change", kept(result, "change")},
+          {"figures", kept(result, "figures")},
+          {"cause", orNull(job.cause)},
+          {"next", orNull(nextOf(job))},
+          {"accepted", timeJson(job.accepted)},
+          {"begun", timeJson(job.begun)},
+          {"ended", timeJson(job.ended)},
+          {"revision", job.revision},
+          {"virtual", isVirtual}};
+}
+
+Json printerJson(const PrinterReport& report, const Queue& queue) {
+  Json running = nullptr;
+  if (report.running)
+    running = {{"id", report.running->id},
+               {"step", report.running->step},
+               {"steps", report.running->steps},
+               {"label", report.running->label}};
+  return {{"name", report.name},
+          {"device", report.device},
+          {"state", nameOf(report.condition)},
+          {"cause", orNull(report.cause)},
+          {"next", orNull(report.next)},
+          {"machine", orNull(report.machine)},
+          {"running", running},
+          {"queue", queue.length},
+          {"oldest", queue.oldestSeconds},
+          {"unknown", queue.unknown},
+          {"lastInvoice", orNull(report.lastInvoice)},
+          {"lastCreditNote", orNull(report.lastCreditNote)},
+          {"lastZ", orNull(report.lastZ)},
+          {"booksMiss", report.booksMiss},
+          {"heard", timeJson(report.heard)},
+          {"virtual", report.isVirtual}};
+}
+
+}  // namespace zentaro::service

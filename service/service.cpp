@@ -1,0 +1,109 @@
+// Putting the service together, and taking it apart in the right order.
+#include "service/service.h"
+
+#include <stdexcept>
+#include <system_error>
+
+#include "base/http/page_file.h"
+#include "base/terminal/language.h"
+#include "service/http/api.h"
+#include "till/books/claims.h"
+
+namespace zentaro::service {
+
+using terminal::say;
+
+namespace {
+
+// One service alone keeps these books' queue.
+till::Claim claimed(const std::string& books) {
+  if (std::optional<till::Claim> claim = till::Claims(books).part("serve")) return std::move(*claim);
+  throw std::runtime_error(
+      say("ya hay un servicio con los libros {}; deténgalo, o use otros con ZENTARO_BOOKS",
+          "another service keeps the books {}; stop it, or use others with ZENTARO_BOOKS", {books}));
+}
+
+std::string checked(std::string books) {
+  till::Books(books).check();
+  return books;
+}
+
+}  // namespace
+
+struct Service::Inside {
+  Inside(ServiceSettings given, Chronicle::Say say)
+      : settings{std::move(given)},
+        claim{claimed(settings.books)},
+        books{checked(settings.books)},
+        chronicle{books, bell, std::move(say)},
+        tokens{settings.tokens, settings.ownToken},
+        workers{makeWorkers()},
+        api{{tokens, books, workers, bell, chronicle, settings.origins}} {}
+
+  std::vector<std::unique_ptr<Worker>> makeWorkers() {
+    std::vector<std::unique_ptr<Worker>> made;
+    for (const NamedPrinter& printer : settings.printers)
+      made.push_back(std::make_unique<Worker>(Worker::Settings{
+          printer.name, printer.device, printer.isVirtual, settings.books, [this] { bell.ring(); }}));
+    return made;
+  }
+
+  void listen() {
+    http::Server::Settings door;
+    door.host = settings.listen->host;
+    door.port = settings.listen->port;
+    door.guard = {settings.hosts, settings.origins};
+    door.guard.hosts.push_back(door.host);
+    door.headers = http::pageHeaders();
+    const auto answer = [this](http::Server& asked, const http::Request& request, http::Response& response) {
+      api.answer(asked, request, response);
+    };
+    const auto refuse = [this](const http::Request& request, http::Response& response, int status) {
+      api.refuse(request, response, status);
+    };
+    try {
+      server = std::make_unique<http::Server>(std::move(door), answer, refuse);
+    } catch (const std::system_error& error) {
+      throw std::runtime_error(say("--listen {}: no se puede escuchar allí ({}); indique otro puerto",
+                                   "--listen {}: cannot listen there ({}); name another port",
+                                   {system::authority(*settings.listen), error.code().message()}));
+    }
+    settings.listen->port = server->port();
+  }
+
+  ServiceSettings settings;
+  till::Claim claim;
+  BooksPool books;
+  Bell bell;
+  Chronicle chronicle;
+  Tokens tokens;
+  Workers workers;
+  Api api;
+  std::unique_ptr<http::Server> server;
+};
+
+Service::Service(ServiceSettings settings, Chronicle::Say say)
+    : inside_{std::make_unique<Inside>(std::move(settings), std::move(say))} {
+  if (!inside_->settings.listen) return;
+  try {
+    inside_->listen();
+  } catch (...) {
+    inside_->workers.end();
+    inside_->bell.close();
+    throw;
+  }
+}
+
+// A sale that is under way ends first, while its client may still ask for it.
+Service::~Service() {
+  inside_->api.end();
+  inside_->workers.end();
+  inside_->bell.close();
+  inside_->server.reset();
+}
+
+std::string Service::url() const {
+  return inside_->settings.listen ? "http://" + system::authority(*inside_->settings.listen) : std::string{};
+}
+
+}  // namespace zentaro::service

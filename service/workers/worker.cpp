@@ -1,0 +1,99 @@
+// The thread's side for others, and its wake-ups.
+#include "service/workers/worker.h"
+
+#include "service/workers/worker_loop.h"
+
+namespace zentaro::service {
+
+using namespace std::chrono_literals;
+
+std::string_view nameOf(Condition condition) {
+  switch (condition) {
+    case Condition::Ready: return "ready";
+    case Condition::Busy: return "busy";
+    case Condition::Unreachable: return "unreachable";
+    case Condition::Blocked: break;
+  }
+  return "blocked";
+}
+
+Worker::Worker(Settings settings) : settings_{std::move(settings)} {
+  report_.name = settings_.name;
+  report_.device = settings_.device;
+  report_.isVirtual = settings_.isVirtual;
+  thread_ = std::thread{[this] { Loop{*this}.run(); }};
+}
+
+Worker::~Worker() {
+  end();
+  join();
+}
+
+void Worker::wake() {
+  {
+    const std::lock_guard lock{mutex_};
+    isWoken_ = true;
+  }
+  woken_.notify_all();
+}
+
+void Worker::end() {
+  isEnding_ = true;
+  wake();
+}
+
+void Worker::join() {
+  if (thread_.joinable()) thread_.join();
+  const std::lock_guard lock{mutex_};
+  asked_.clear();  // whoever waits is told that nothing came
+}
+
+PrinterReport Worker::report() const {
+  const std::lock_guard lock{mutex_};
+  return report_;
+}
+
+std::optional<Json> Worker::ask(Question question, std::chrono::seconds patience) {
+  std::future<std::optional<Json>> answer;
+  {
+    const std::lock_guard lock{mutex_};
+    if (isEnding_) return std::nullopt;
+    asked_.push_back({question, {}});
+    answer = asked_.back().answer.get_future();
+    isWoken_ = true;
+  }
+  woken_.notify_all();
+  if (answer.wait_for(patience) != std::future_status::ready) return std::nullopt;
+  try {
+    return answer.get();
+  } catch (const std::future_error&) {  // the thread has ended
+    return std::nullopt;
+  }
+}
+
+bool Worker::hasOpenDocument() {
+  ask(Question::Status, 3s);
+  return report().document != 0;
+}
+
+bool Worker::waitUntil(std::chrono::steady_clock::time_point until) {
+  std::unique_lock lock{mutex_};
+  const bool isWoken = woken_.wait_until(lock, until, [this] { return isWoken_ || isEnding_; });
+  isWoken_ = false;
+  return isWoken;
+}
+
+void Worker::change(const std::function<void(PrinterReport&)>& edit) {
+  {
+    const std::lock_guard lock{mutex_};
+    edit(report_);
+  }
+  settings_.changed();
+}
+
+std::deque<Worker::Asked> Worker::takeAsked() {
+  const std::lock_guard lock{mutex_};
+  return std::exchange(asked_, {});
+}
+
+}  // namespace zentaro::service

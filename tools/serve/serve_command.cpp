@@ -1,0 +1,168 @@
+// The subcommand: options, the running service, and its end by a signal.
+#include "tools/serve/serve_command.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "base/files/temporary_folder.h"
+#include "base/system/interruption.h"
+#include "base/system/random.h"
+#include "base/terminal/command_line.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "till/books/books.h"
+#include "till/words/verdict_words.h"
+#include "tools/connection/connection.h"
+#include "tools/serve/serve_options.h"
+#include "tools/serve/token_command.h"
+#include "tools/show/guarded.h"
+
+namespace zentaro::tools {
+
+using terminal::say;
+
+namespace {
+
+// One virtual printer with books of its own: a printer that forgets its counters would not fit others.
+struct Trial {
+  VirtualPrinter printer;
+  base::TemporaryFolder folder;
+};
+
+void log(const std::string& line) {
+  static std::mutex mutex;
+  const std::lock_guard lock{mutex};
+  std::cerr << terminal::harmless(line) << std::endl;
+}
+
+void warnOfListening(const std::optional<system::Address>& listen) {
+  if (!listen || listen->host == "localhost" || listen->host == "::1" || listen->host.starts_with("127."))
+    return;
+  log(say("zentaro: aviso: {} se oye desde otras máquinas, sin cifrar; ponga delante un proxy con TLS",
+          "zentaro: warning: {} is heard from other machines, not encrypted; put a proxy with TLS in front",
+          {listen->host}));
+}
+
+int runServe(const ServeOptions& options) {
+  base::Interruption::setLastWords(
+      say("\nzentaro: terminado; lo que se imprimía se juzga al arrancar otra vez\n",
+          "\nzentaro: ended; what was being printed is judged at the next start\n", {}));
+  const base::Interruption interruption;
+  std::optional<Trial> trial;
+  service::ServiceSettings settings;
+  settings.listen = listenAddress(options);
+  settings.origins = options.origins;
+  settings.hosts = options.hosts;
+  settings.tokens = tokensPathOf(options);
+  if (options.isVirtual) {
+    trial.emplace();
+    settings.printers = {{"virtual", trial->printer.device(), true}};
+    settings.books = (trial->folder.path() / "books.db").string();
+    settings.ownToken = "zt_" + system::randomHex(16);
+    log("zentaro: " + till::virtualNotice());
+  } else {
+    settings.printers = namedPrinters(options);
+    settings.books = till::booksPath();
+  }
+  warnOfListening(settings.listen);
+  const std::string ownToken = settings.ownToken;
+  const service::Service service{std::move(settings), log};
+  if (!ownToken.empty() && !service.url().empty())
+    log(say("página: {}", "page: {}", {service.url() + "/#token=" + ownToken}));
+  log("ready: " + (service.url().empty() ? "-" : service.url()));
+  while (!base::Interruption::isRequested()) std::this_thread::sleep_for(std::chrono::milliseconds{100});
+  log(say("zentaro: termina; lo que se imprime llega a su fin, lo demás espera en los libros",
+          "zentaro: ending; what is being printed comes to its end, the rest waits in the books", {}));
+  return exitDone;
+}
+
+// Options that the command line does not give, from lines such as printer = ["caja1=/dev/ttyUSB0"].
+void readConfig(CLI::App& command, const std::string& path) {
+  for (const CLI::ConfigItem& item : CLI::ConfigTOML{}.from_file(path)) {
+    CLI::Option* option = item.parents.empty() ? command.get_option_no_throw("--" + item.name) : nullptr;
+    if (option == nullptr || item.name == "config")
+      throw std::runtime_error(say("{}: no hay una opción \"{}\"", "{}: there is no option \"{}\"",
+                                   {path, terminal::harmless(item.fullname())}));
+    if (option->count() > 0) continue;
+    const bool isFlag = option->get_expected_max() == 0;
+    if (isFlag && item.inputs == std::vector<std::string>{"false"}) continue;
+    for (const std::string& input : item.inputs) option->add_result(input);
+    option->run_callback();
+  }
+}
+
+void addServeOptions(CLI::App& command, ServeOptions& options) {
+  const auto word = [](std::string_view spanish, std::string_view english) {
+    return say(spanish, english, {});
+  };
+  command
+      .add_option(
+          "--printer", options.printers,
+          word("Una impresora y su nombre: caja1=/dev/ttyUSB0 (repetible); sin ella, las de la configuración",
+               "A printer and its name: caja1=/dev/ttyUSB0 (repeatable); without it, those of the settings"))
+      ->type_name(word("NOMBRE=DISPOSITIVO", "NAME=DEVICE"))
+      ->expected(1)
+      ->take_all();
+  command.add_flag("--virtual", options.isVirtual,
+                   word("Una impresora virtual, para probar", "One virtual printer, to try it"));
+  command
+      .add_option("--listen", options.listen,
+                  word("Dónde se oye (127.0.0.1:8211); none: sin HTTP",
+                       "Where it is heard (127.0.0.1:8211); none: without HTTP"))
+      ->type_name(word("[DIRECCIÓN:]PUERTO", "[ADDRESS:]PORT"));
+  command
+      .add_option("--origin", options.origins,
+                  word("Una página de otra parte que puede preguntar: https://tienda.example (repetible)",
+                       "A page from elsewhere that may ask: https://tienda.example (repeatable)"))
+      ->type_name("ORIGIN")
+      ->expected(1)
+      ->take_all();
+  command
+      .add_option("--name", options.hosts,
+                  word("Otro nombre por el que se llama a esta máquina (repetible)",
+                       "A further name by which this machine is called (repeatable)"))
+      ->type_name("HOST")
+      ->expected(1)
+      ->take_all();
+  command
+      .add_option(
+          "--tokens", options.tokens,
+          word("El archivo de los tokens, en vez del usual", "The file of tokens, instead of the usual"))
+      ->type_name(word("ARCHIVO", "FILE"));
+}
+
+}  // namespace
+
+void addServeCommand(CLI::App& app, int& status) {
+  auto options = std::make_shared<ServeOptions>();
+  auto config = std::make_shared<std::string>();
+  CLI::App* command =
+      app.add_subcommand("serve", say("El servicio para tiendas web y varias cajas, por HTTP",
+                                      "Run the service for web shops and several tills, over HTTP", {}));
+  addServeOptions(*command, *options);
+  command
+      ->add_option("--config", *config, say("Un archivo con estas opciones", "A file with these options", {}))
+      ->type_name(say("ARCHIVO", "FILE", {}));
+  command->footer(say(
+      "Está listo cuando dice \"ready: http://...\" en la salida de errores. Cada cliente necesita un token: "
+      "\"zentaro serve token add NOMBRE\".",
+      "It is ready when it says \"ready: http://...\" on standard error. Each client needs a token: \"zentaro serve "
+      "token add NAME\".",
+      {}));
+  const auto complete = [command, config] {
+    if (!config->empty()) readConfig(*command, *config);
+  };
+  addTokenCommand(*command, options, complete, status);
+  command->callback([command, options, complete, &status] {
+    if (!command->get_subcommands().empty()) return;
+    status = guarded([&] {
+      complete();
+      return runServe(*options);
+    });
+  });
+}
+
+}  // namespace zentaro::tools

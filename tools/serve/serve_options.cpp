@@ -1,0 +1,87 @@
+// What the options mean.
+#include "tools/serve/serve_options.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "automation/conversions.h"
+#include "base/terminal/harmless.h"
+#include "base/terminal/language.h"
+#include "platform/services.h"
+#include "platform/setting_keys.h"
+#include "platform/system_paths.h"
+#include "service/http/tokens.h"
+#include "tools/connection/known_settings.h"
+
+namespace zentaro::tools {
+
+using terminal::harmless;
+using terminal::say;
+
+namespace {
+
+service::NamedPrinter printerFrom(const std::string& text) {
+  const std::size_t equals = text.find('=');
+  const std::string name = text.substr(0, equals);
+  const bool isWord =
+      !name.empty() && name.size() <= 40 &&
+      name.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-.") ==
+          std::string::npos;
+  if (equals == std::string::npos || equals + 1 == text.size() || !isWord)
+    throw std::runtime_error(
+        say("--printer {}: se espera NOMBRE=DISPOSITIVO, como caja1=/dev/ttyUSB0; el nombre, de "
+            "letras sin acento, cifras, _ - y .",
+            "--printer {}: NAME=DEVICE is expected, such as caja1=/dev/ttyUSB0; the name, of "
+            "letters without accents, digits, _ - and .",
+            {harmless(text)}));
+  return {name, text.substr(equals + 1)};
+}
+
+std::vector<service::NamedPrinter> ofTheSettings() {
+  if (const auto unreadable = unreadableSettings())
+    throw std::runtime_error(say(
+        "la configuración {} no se puede leer ({}): dé permiso, o nombre la impresora con --printer, o --virtual",
+        "the settings {} cannot be read ({}): give the right to, or name the printer with --printer, or --virtual",
+        {harmless(unreadable->path), unreadable->reason.message()}));
+  std::vector<service::NamedPrinter> printers;
+  for (int port = 1; port <= portCount; ++port) {
+    const std::string device =
+        utf8(services().settings->read(settingsApplication, portSection, portKey(port), u""));
+    if (!device.empty()) printers.push_back({portKey(port), device});
+  }
+  return printers;
+}
+
+}  // namespace
+
+std::optional<system::Address> listenAddress(const ServeOptions& options) {
+  if (options.listen == "none") return std::nullopt;
+  return system::parseAddress("--listen", options.listen);
+}
+
+std::vector<service::NamedPrinter> namedPrinters(const ServeOptions& options) {
+  std::vector<service::NamedPrinter> printers;
+  for (const std::string& text : options.printers) printers.push_back(printerFrom(text));
+  if (printers.empty()) printers = ofTheSettings();
+  if (printers.empty())
+    throw std::runtime_error(
+        say("no hay ninguna impresora: nómbrela con --printer caja1=/dev/ttyUSB0, o pruebe con "
+            "--virtual",
+            "there is no printer: name it with --printer caja1=/dev/ttyUSB0, or try with "
+            "--virtual",
+            {}));
+  for (std::size_t index = 0; index < printers.size(); ++index)
+    for (std::size_t other = 0; other < index; ++other) {
+      const bool isSameName = printers[index].name == printers[other].name;
+      if (!isSameName && printers[index].device != printers[other].device) continue;
+      throw std::runtime_error(say("--printer: {} está dos veces", "--printer: {} stands twice",
+                                   {isSameName ? printers[index].name : harmless(printers[index].device)}));
+    }
+  return printers;
+}
+
+std::string tokensPathOf(const ServeOptions& options) {
+  return options.tokens.empty() ? service::tokensPath() : options.tokens;
+}
+
+}  // namespace zentaro::tools
