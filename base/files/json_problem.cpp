@@ -6,7 +6,7 @@
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 
-namespace zentaro::tools {
+namespace zentaro::base {
 
 using terminal::say;
 
@@ -97,4 +97,4 @@ std::string jsonProblem(std::string_view text, std::size_t position, std::string
               guess(characterBefore(text, begin), piece, isAtEnd, said)});
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::base

@@ -11,8 +11,6 @@ namespace zentaro::till {
 
 namespace {
 
-using tools::Json;
-
 // What cannot be read counts as absent.
 std::string textAt(const Json& json, const char* name) {
   const auto found = json.find(name);

@@ -39,7 +39,7 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
   bool end_array() override { return close(); }
   bool parse_error(std::size_t position, const std::string&, const Json::exception& error) override {
     const bool isUtf16 = text_.starts_with('\xFF') || text_.starts_with('\xFE');
-    return fail(jsonProblem(text_, position, isUtf16 ? "UTF-8" : error.what()));
+    return fail(base::jsonProblem(text_, position, isUtf16 ? "UTF-8" : error.what()));
   }
 
   explicit TreeBuilder(std::string_view text) : text_(text) {}

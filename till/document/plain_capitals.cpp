@@ -3,7 +3,7 @@
 
 #include "text/unicode.h"
 
-namespace zentaro::tools {
+namespace zentaro::till {
 
 namespace {
 
@@ -24,4 +24,4 @@ std::string withPlainCapitals(std::string_view text) {
   return utf8(characters);
 }
 
-}  // namespace zentaro::tools
+}  // namespace zentaro::till

@@ -16,7 +16,7 @@ struct Discovery {
   PrinterFacts printer = {};  // of a device that was asked
   Findings findings = {};     // what was found out, for people
 
-  bool isPrinter() const { return wasAsked && printer.heard == Heard::InStep; }
+  bool isPrinter() const { return wasAsked && printer.heard == till::Heard::InStep; }
 };
 
 /// Looks at the device without touching its line.

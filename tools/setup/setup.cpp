@@ -106,7 +106,7 @@ void Setup::execute(const std::vector<std::string>& words, const std::string& qu
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + word;
   if (::geteuid() != 0 || !questions().confirm(question)) return tell("      -> sudo " + line + "\n");
-  const int status = runProgram(words);
+  const int status = base::runProgram(words);
   tell(status == 0 ? say("  hecho: {}\n", "  done: {}\n", {line})
                    : say("  falló ({}): {}\n", "  failed ({}): {}\n", {std::to_string(status), line}));
 }

@@ -10,13 +10,13 @@ namespace {
 void add(Sold& sold, const till::Job& job) {
   ++sold.documents;
   sold.net += job.net;
-  const SaleReading reading = readSale(job.body);
+  const till::SaleReading reading = till::readSale(job.body);
   if (job.body.empty() || !reading.problems.empty()) {
     sold.taxOrIgtf += job.total - job.net;
     return;
   }
-  Problems none;
-  const Totals totals = reckon(reading.sale, none);
+  till::Problems none;
+  const till::Totals totals = till::reckon(reading.sale, none);
   sold.tax += totals.tax;
   sold.igtf += totals.igtf;
 }

@@ -33,7 +33,7 @@ std::string soldText(std::string_view title, const Sold& sold) {
 }
 
 Json jsonOf(const Sold& sold) {
-  const auto amount = [](std::int64_t cents) { return decimalText(cents, 2); };
+  const auto amount = [](std::int64_t cents) { return till::decimalText(cents, 2); };
   return {{"documents", sold.documents},
           {"net", amount(sold.net)},
           {"tax", amount(sold.tax)},
@@ -70,7 +70,7 @@ std::string dayText(const Range& range, const DayFigures& figures, const std::op
 Json dayJson(const Range& range, const DayFigures& figures, const std::optional<PrinterDay>& printer) {
   Json unknown = Json::array();
   for (const till::Job& job : figures.unknown)
-    unknown.push_back({{"id", job.id}, {"total", decimalText(job.total, 2)}});
+    unknown.push_back({{"id", job.id}, {"total", till::decimalText(job.total, 2)}});
   Json page{{"from", range.from},
             {"to", range.to},
             {"invoices", jsonOf(figures.invoices)},
@@ -79,9 +79,9 @@ Json dayJson(const Range& range, const DayFigures& figures, const std::optional<
             {"lastZ", figures.lastZ && figures.lastZ->number ? Json(*figures.lastZ->number) : Json()}};
   if (printer)
     page["printer"] = {
-        {"serialNumber", printer->serialNumber}, {"lastZ", printer->lastZ},
-        {"lastInvoice", printer->lastInvoice},   {"net", decimalText(printer->net, 2)},
-        {"tax", decimalText(printer->tax, 2)},   {"returned", decimalText(printer->returned, 2)}};
+        {"serialNumber", printer->serialNumber},     {"lastZ", printer->lastZ},
+        {"lastInvoice", printer->lastInvoice},       {"net", till::decimalText(printer->net, 2)},
+        {"tax", till::decimalText(printer->tax, 2)}, {"returned", till::decimalText(printer->returned, 2)}};
   return page;
 }
 
@@ -91,7 +91,7 @@ std::string dayCsv(const Range& range, const DayFigures& figures) {
        {std::pair("invoices", &figures.invoices), std::pair("credit-notes", &figures.returns)}) {
     csv += range.from + "," + range.to + "," + kind + "," + std::to_string(sold->documents);
     for (const std::int64_t cents : {sold->net, sold->tax, sold->igtf, sold->taxOrIgtf, sold->total()})
-      csv += "," + decimalText(cents, 2);
+      csv += "," + till::decimalText(cents, 2);
     csv += "\n";
   }
   return csv + range.from + "," + range.to + ",unknown," + std::to_string(figures.unknown.size()) + ",,,,,\n";
