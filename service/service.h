@@ -21,10 +21,10 @@ struct NamedPrinter {
 struct ServiceSettings {
   std::vector<NamedPrinter> printers;
   std::optional<system::Address> listen;  // nothing: no HTTP
-  std::vector<std::string> origins;     // of pages that may ask from elsewhere
-  std::vector<std::string> hosts;       // further names that Host may have
-  std::string books, tokens;            // paths
-  std::string ownToken;                 // with all rights, of this run alone; empty for none
+  std::vector<std::string> origins;       // of pages that may ask from elsewhere
+  std::vector<std::string> hosts;         // further names that Host may have
+  std::string books, tokens;              // paths
+  std::string ownToken;                   // with all rights, of this run alone; empty for none
 };
 
 class Service {

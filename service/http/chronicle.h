@@ -21,7 +21,7 @@ struct Counts {
   std::map<std::string, std::int64_t> seconds, ended;                              // by printer
   std::map<int, std::int64_t> requests;                                            // by code
   std::map<std::string, std::int64_t> lastZ;  // by printer: when it was printed, in earlier runs, too
-  std::int64_t recoveries = 0;  // jobs that were unknown and then were not
+  std::int64_t recoveries = 0;                // jobs that were unknown and then were not
 };
 
 class Chronicle {

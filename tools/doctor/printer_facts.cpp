@@ -74,7 +74,7 @@ Finding noAnswer(const PrinterFacts& facts) {
                 "another device (a modem, a scale), or another one's cable?"))};
   const char* code = facts.heard == till::Heard::Echo        ? "echo"
                      : facts.heard == till::Heard::OutOfStep ? "out-of-step"
-                                                       : "silent";
+                                                             : "silent";
   return {
       code, true,
       till::trouble(facts.heard) +
@@ -157,7 +157,8 @@ PrinterFacts examinePrinter(Connection& connection) {
   facts.outcome = printer.nEnvironmentError;
   facts.words = {printer.dwordPrinterStatus, printer.dwordStatusFiscal};
   facts.errorText = utf8(printer.sLastError);
-  if (facts.heard == till::Heard::Nothing || facts.heard == till::Heard::OutOfStep) facts.stray = strayBytes(printer);
+  if (facts.heard == till::Heard::Nothing || facts.heard == till::Heard::OutOfStep)
+    facts.stray = strayBytes(printer);
   if (facts.heard != till::Heard::InStep) return facts;
   facts.serialNumber = utf8(printer.SerialImpresora());
   const bool isVirtual = connection.virtualPrinter() != nullptr || isVirtualPrinterOn(connection.device()) ||
