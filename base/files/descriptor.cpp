@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -24,7 +25,8 @@ void Descriptor::close() {
 
 int writeAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
-    const auto count = ::write(descriptor, text.data(), text.size());
+    constexpr std::size_t most = 1U << 30;  // what every system's count can hold
+    const auto count = ::write(descriptor, text.data(), static_cast<unsigned>(std::min(text.size(), most)));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return errno;
     text.remove_prefix(static_cast<std::size_t>(count));

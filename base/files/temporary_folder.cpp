@@ -1,16 +1,17 @@
 // Temporary folders.
 #include "base/files/temporary_folder.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <random>
 #include <system_error>
 
 namespace zentaro::base {
 
 TemporaryFolder::TemporaryFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "zentaro-XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
-  path_ = name;
+  namespace fs = std::filesystem;
+  std::random_device random;
+  do path_ = fs::temp_directory_path() / ("zentaro-" + std::to_string(random()));
+  while (!fs::create_directory(path_));
+  fs::permissions(path_, fs::perms::owner_all);
 }
 
 TemporaryFolder::~TemporaryFolder() {

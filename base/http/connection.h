@@ -22,7 +22,7 @@ class Connection final : public httplib::Stream {
   ssize_t write(const char* bytes, std::size_t size) override;
   void get_remote_ip_and_port(std::string& ip, int& port) const override;
   void get_local_ip_and_port(std::string& ip, int& port) const override;
-  socket_t socket() const override { return socket_; }
+  socket_t socket() const override { return static_cast<socket_t>(socket_); }
 
   /// The head is over: what follows is counted no more. False when fewer bytes came than asked for.
   bool readBody(std::string& body, std::size_t size);

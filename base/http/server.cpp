@@ -47,10 +47,7 @@ void Server::setUp() {
   const std::size_t connections = connectionLimit(settings_.limits.connections);
   new_task_queue = [connections] { return new Threads{connections}; };  // httplib deletes it
   // Without this a second program could share the port, and each client would meet the one or the other.
-  set_socket_options([](socket_t socket) {
-    const int yes = 1;
-    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
-  });
+  set_socket_options([](socket_t socket) { takeDoor(static_cast<SocketHandle>(socket)); });
   set_default_headers(settings_.headers);
   set_pre_routing_handler([this](const Request& request, Response& response) {
     if (request.has_header(refusedHeader)) {
@@ -79,7 +76,7 @@ void Server::listen() {
   } else if (!bind_to_port(settings_.host, settings_.port)) {
     throw std::system_error(errno == 0 ? EADDRNOTAVAIL : errno, std::generic_category());
   }
-  widenDoor(svr_sock_);
+  widenDoor(static_cast<SocketHandle>(svr_sock_.load()));
 }
 
 void Server::serve() {
@@ -102,7 +99,7 @@ void Server::end() {
   do {
     if (is_running() && svr_sock_ != INVALID_SOCKET) stop();
     const std::lock_guard lock{mutex_};
-    for (const socket_t socket : open_) shutDown(socket);
+    for (const socket_t socket : open_) shutDown(static_cast<SocketHandle>(socket));
   } while (served_.wait_for(10ms) != std::future_status::ready);
   served_.get();
 }
@@ -116,12 +113,12 @@ void Server::leave(socket_t socket) {
   // Closed under the lock: its number is given to the next connection at once.
   const std::lock_guard lock{mutex_};
   open_.erase(socket);
-  closeSocket(socket);
+  closeSocket(static_cast<SocketHandle>(socket));
 }
 
 bool Server::process_and_close_socket(socket_t socket) {
   if (enter(socket)) {
-    Connection connection{socket, settings_.limits};
+    Connection connection{static_cast<SocketHandle>(socket), settings_.limits};
     bool isClosed = true;
     process_request(connection, true, isClosed, [&](Request& request) { receive(request, connection); });
     connection.finish();

@@ -3,16 +3,19 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 
 namespace zentaro::http {
 
 using Clock = std::chrono::steady_clock;
 
 /// One end of a connection as httplib passes it around; not owned.
-using SocketHandle = int;
+using SocketHandle = std::intptr_t;
 
 /// Child processes do not inherit it, and short answers leave at once.
 void prepareSocket(SocketHandle socket);
+/// No other program listens at the same port.
+void takeDoor(SocketHandle listener);
 /// How many bytes came, 0 at the end of the stream, -1 when none came until the deadline or the connection is lost.
 std::ptrdiff_t receiveSome(SocketHandle socket, char* bytes, std::size_t size, Clock::time_point deadline);
 /// Whether all of them were taken by the system until the deadline.

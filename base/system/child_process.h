@@ -1,8 +1,7 @@
 // A program that runs beside this one and never outlives it.
 #pragma once
 
-#include <sys/types.h>
-
+#include <cstdint>
 #include <string>
 #include <thread>
 #include <vector>
@@ -12,20 +11,17 @@ namespace zentaro::base {
 /// The program of that name beside the running one, else the bare name, which is then looked up in PATH.
 std::string companionProgram(const std::string& name);
 
-/// What execvp() takes: the words, which must outlive it, and a null pointer.
-std::vector<char*> argumentVector(std::vector<std::string>& words);
-
 /// Runs a program on this one's own terminal and waits for it. Its exit status; 127 when it cannot be started, 128 and
 /// the signal when one ended it.
 int runProgram(std::vector<std::string> words);
 
 class ChildProcess {
  public:
-  /// Starts `words[0]` with /dev/null as its input and output, in a process group of its own, so that Ctrl-C
-  /// does not reach it; its standard error can be read. A program that cannot be started says so there. Raises
-  /// std::system_error when there is no process to be had.
+  /// Starts `words[0]` with an empty input and an output that goes nowhere, in a process group of its own, so that
+  /// Ctrl-C does not reach it; its standard error can be read. A program that cannot be started says so there.
+  /// Raises std::system_error when there is no process to be had.
   explicit ChildProcess(const std::vector<std::string>& words);
-  /// Asks it to end (SIGTERM) and waits for it.
+  /// Asks it to end and waits for it: by SIGTERM; on Windows by the line "quit" on its input, and not for ever.
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
@@ -37,8 +33,8 @@ class ChildProcess {
   void ignoreErrors();
 
  private:
-  pid_t id_ = -1;
-  int errors_ = -1;
+  std::intptr_t id_ = -1, errors_ = -1;  // the system's own kinds of numbers
+  std::intptr_t input_ = -1, job_ = -1;  // of Windows alone
   std::thread drain_;
 };
 

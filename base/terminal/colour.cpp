@@ -1,19 +1,18 @@
 // Escape sequences.
 #include "base/terminal/colour.h"
 
-#include <unistd.h>
-
 #include <array>
 #include <cstdlib>
+
+#include "base/system/console.h"
 
 namespace zentaro::terminal {
 
 namespace {
 
 bool isColourful() {
-  const char *refused = std::getenv("NO_COLOR"), *terminal = std::getenv("TERM");
-  if (refused != nullptr && *refused != '\0') return false;
-  return terminal != nullptr && std::string_view(terminal) != "dumb" && ::isatty(STDOUT_FILENO) != 0;
+  const char* refused = std::getenv("NO_COLOR");
+  return (refused == nullptr || *refused == '\0') && system::hasColours();
 }
 
 }  // namespace

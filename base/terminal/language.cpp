@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 
+#include "base/system/console.h"
+
 namespace zentaro::terminal {
 
 namespace {
@@ -13,7 +15,7 @@ Language fromEnvironment() {
     const char* value = std::getenv(variable);
     if (value != nullptr && *value != '\0') return languageNamed(value);
   }
-  return Language::English;
+  return languageNamed(system::accountLanguage());
 }
 
 Language& chosenLanguage() {

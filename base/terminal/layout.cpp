@@ -1,11 +1,10 @@
 // Counting and breaking.
 #include "base/terminal/layout.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
+
+#include "base/system/console.h"
 
 namespace zentaro::terminal {
 
@@ -27,10 +26,8 @@ std::size_t screenColumns() {
   const char* told = std::getenv("COLUMNS");
   if (const long columns = told == nullptr ? 0 : std::strtol(told, nullptr, 10); columns > 0)
     return std::max(least, static_cast<std::size_t>(columns));
-  winsize size{};
-  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
-    return std::max<std::size_t>(least, size.ws_col);
-  return usual;
+  const std::size_t columns = system::terminalColumns();
+  return columns > 0 ? std::max(least, columns) : usual;
 }
 
 std::size_t columnsOf(std::string_view text) {

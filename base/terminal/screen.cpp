@@ -1,8 +1,6 @@
 // Breaking while it is written: a word is held back until it is known where it stands.
 #include "base/terminal/screen.h"
 
-#include <unistd.h>
-
 #include <iostream>
 
 #include "base/terminal/layout.h"
@@ -92,16 +90,16 @@ void Paragraphs::put(const std::string& text) {
 }
 
 FittedOutput::FittedOutput()
-    : output_(fit(std::cout, STDOUT_FILENO)), errors_(fit(std::cerr, STDERR_FILENO)) {}
+    : output_(fit(std::cout, system::Stream::Output)), errors_(fit(std::cerr, system::Stream::Errors)) {}
 
 FittedOutput::~FittedOutput() {
   restore(errors_);
   restore(output_);
 }
 
-FittedOutput::Fitted FittedOutput::fit(std::ostream& stream, int descriptor) {
+FittedOutput::Fitted FittedOutput::fit(std::ostream& stream, system::Stream which) {
   Fitted fitted{stream, stream.rdbuf(), nullptr};
-  if (::isatty(descriptor) == 0) return fitted;
+  if (!system::isTerminal(which)) return fitted;
   fitted.lines = std::make_unique<Paragraphs>(*fitted.before, screenColumns());
   stream.rdbuf(fitted.lines.get());
   return fitted;

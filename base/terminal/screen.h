@@ -6,6 +6,8 @@
 #include <streambuf>
 #include <string>
 
+#include "base/system/console.h"
+
 namespace zentaro::terminal {
 
 /// Hands on what is written, its lines broken at blanks where they are wider than the columns. What follows
@@ -49,7 +51,7 @@ class FittedOutput {
     std::streambuf* before;
     std::unique_ptr<Paragraphs> lines;
   };
-  static Fitted fit(std::ostream& stream, int descriptor);
+  static Fitted fit(std::ostream& stream, system::Stream which);
   static void restore(Fitted& fitted);
 
   Fitted output_, errors_;

@@ -2,11 +2,10 @@
 """Writes the wheel with the library and the virtual printer in it, with nothing but Python.
 
 wheel.py --name VERSION: how it is called here. wheel.py --info FOLDER VERSION: writes what a distribution's own package says of
-itself. wheel.py FILE VERSION LIBRARY PRINTER STUBS: writes the wheel.
+itself. wheel.py FILE VERSION LIBRARY PRINTER STUBS: writes the wheel; its tag is that in FILE.
 """
 import base64
 import hashlib
-import os
 import pathlib
 import sys
 import sysconfig
@@ -16,13 +15,14 @@ here = pathlib.Path(__file__).parent
 tag = "py3-none-" + sysconfig.get_platform().replace("-", "_").replace(".", "_")
 
 
-def contents(version, library, printer, stubs):
+def contents(tag, version, library, printer, stubs):
     """(name in the wheel, bytes, executable)"""
     for file in sorted((here / "zentaro").glob("*.py")) + [here / "zentaro" / "py.typed"]:
         yield f"zentaro/{file.name}", file.read_bytes(), False
     yield "zentaro/__init__.pyi", pathlib.Path(stubs).read_bytes(), False
-    yield f"zentaro/native/{'libzentaro.so.0' if os.name != 'nt' else 'zentaro.dll'}", pathlib.Path(library).read_bytes(), False
-    yield "zentaro/native/zentaro-printer", pathlib.Path(printer).read_bytes(), True
+    is_windows = library.endswith(".dll")
+    yield f"zentaro/native/{'zentaro_c.dll' if is_windows else 'libzentaro.so.0'}", pathlib.Path(library).read_bytes(), False
+    yield f"zentaro/native/zentaro-printer{'.exe' if is_windows else ''}", pathlib.Path(printer).read_bytes(), True
     for name, text in information(version).items():
         yield f"zentaro-{version}.dist-info/{name}", text.encode(), False
     yield f"zentaro-{version}.dist-info/WHEEL", f"Wheel-Version: 1.0\nGenerator: zentaro\nRoot-Is-Purelib: false\nTag: {tag}\n".encode(), False
@@ -41,7 +41,7 @@ def main(path, version, *parts):
     record = f"zentaro-{version}.dist-info/RECORD"
     lines = []
     with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as wheel:
-        for name, data, executable in contents(version, *parts):
+        for name, data, executable in contents(pathlib.Path(path).stem.split("-", 2)[2], version, *parts):
             entry = zipfile.ZipInfo(name)
             entry.compress_type = zipfile.ZIP_DEFLATED
             entry.external_attr = (0o100755 if executable else 0o100644) << 16

@@ -8,8 +8,12 @@
 
 namespace virtual_printer {
 
-/// A device of its own, with a link of that name to it while it lives, unless the name is empty. Throws
-/// std::runtime_error when the link's place is taken, and where the system has no such devices.
+/// Whether the system has devices that a link can lead to.
+bool hasLinks();
+
+/// A device of its own, with a link of that name to it while it lives, unless the name is empty; where there are no
+/// such devices, a line over TCP whose name says so. Throws std::runtime_error when the link's place is taken, and
+/// where there are no links.
 std::unique_ptr<HostLine> makeTerminal(const std::filesystem::path& link);
 
 }  // namespace virtual_printer

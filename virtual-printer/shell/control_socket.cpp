@@ -17,14 +17,21 @@ void ControlSocket::serve(const WatchList& watched) {
       [&](Client& client) { return sawSomething(watched, client.socket.handle()) && !serveClient(client); });
   Socket accepted = place_.listener().accept(watched, say("error: demasiados programas usan este socket\n",
                                                           "error: too many programs use this socket\n"));
-  if (accepted.isOpen()) clients_.push_back({std::move(accepted), {}});
+  if (accepted.isOpen()) clients_.push_back({std::move(accepted), {}, place_.password().empty()});
 }
 
 // False when the client has gone.
 bool ControlSocket::serveClient(Client& client) {
   const std::optional<std::string> come = receive(client.socket);
   if (!come) return false;
-  for (const std::string& line : client.lines.feed(*come)) send(client.socket, reply_(line) + "\n");
+  for (const std::string& line : client.lines.feed(*come)) {
+    if (client.isAdmitted)
+      send(client.socket, reply_(line) + "\n");
+    else if (line == place_.password())
+      client.isAdmitted = true;
+    else
+      return false;
+  }
   return true;
 }
 

@@ -20,6 +20,7 @@ class ControlSocket {
   struct Client {
     Socket socket;
     LineReader lines;
+    bool isAdmitted = false;
   };
   bool serveClient(Client& client);
 

@@ -17,11 +17,13 @@ class LocalSocket {
   LocalSocket& operator=(const LocalSocket&) = delete;
   ~LocalSocket();
 
+  /// What a client's first line must be; empty where nobody else reaches the socket.
+  const std::string& password() const { return password_; }
   Listener& listener() { return listener_; }
   const Listener& listener() const { return listener_; }
 
  private:
-  std::string path_;
+  std::string path_, password_;
   Listener listener_;
   std::array<std::uint64_t, 2>
       made_{};  // what the system calls the file of the socket, the only one to be removed

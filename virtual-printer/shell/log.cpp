@@ -1,14 +1,13 @@
 // Writing of events.
 #include "virtual-printer/shell/log.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstring>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "base/files/careful_file.h"
+#include "base/files/paths.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/wire/codepage.h"
@@ -61,7 +60,7 @@ std::string logLine(const Moment& moment, const Event& event) {
 
 LogFile::LogFile(const std::string& path) {
   try {
-    file_ = zentaro::base::openToAppend(path);
+    file_ = zentaro::base::openToAppend(zentaro::files::pathOf(path));
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(std::string{"--log: "} + error.what());
   }
@@ -69,10 +68,10 @@ LogFile::LogFile(const std::string& path) {
 
 void LogFile::happened(const Moment& moment, const Event& event) {
   const std::string line = logLine(moment, event);
-  if (::write(file_.get(), line.data(), line.size()) == static_cast<ssize_t>(line.size()))
-    return trouble_.pass();
+  const int error = zentaro::files::writeAll(file_.get(), line);
+  if (error == 0) return trouble_.pass();
   trouble_.meet(
-      say("--log: no se puede escribir: {}", "--log: cannot be written: {}", {std::strerror(errno)}));
+      say("--log: no se puede escribir: {}", "--log: cannot be written: {}", {std::strerror(error)}));
 }
 
 }  // namespace virtual_printer

@@ -1,11 +1,10 @@
 // Writing to standard error.
 #include "virtual-printer/shell/notices.h"
 
-#include <unistd.h>
-
 #include <iostream>
 #include <utility>
 
+#include "base/system/console.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/shell/outlet.h"
@@ -19,7 +18,7 @@ void notice(std::string_view text) { answerOnErrors(zentaro::terminal::harmless(
 void answerOnErrors(std::string text) {
   static Outlet errors{2};
   text += '\n';
-  if (::isatty(2) == 1)
+  if (zentaro::system::isTerminal(zentaro::system::Stream::Errors))
     std::cerr << text;  // fitted to its width
   else
     errors.write(std::move(text));

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/files/careful_file.h"
+#include "base/files/paths.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/paper/svg.h"
 #include "virtual-printer/paper/text.h"
@@ -37,7 +38,7 @@ PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr
     throw std::runtime_error(say("--paper {}: el nombre debe terminar en .txt, .svg o .html",
                                  "--paper {}: the name must end in .txt, .svg or .html", {path_}));
   try {
-    zentaro::base::replaceFile(path_, render_({}));
+    zentaro::base::replaceFile(zentaro::files::pathOf(path_), render_({}));
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(std::string{"--paper: "} + error.what());
   }
@@ -45,7 +46,7 @@ PaperFile::PaperFile(std::string path) : path_{std::move(path)}, render_{nullptr
 
 void PaperFile::finished(const std::deque<Sheet>& sheets) {
   try {
-    zentaro::base::replaceFile(path_, render_(sheets));
+    zentaro::base::replaceFile(zentaro::files::pathOf(path_), render_(sheets));
     trouble_.pass();
   } catch (const std::runtime_error& error) {
     trouble_.meet(std::string{"--paper: "} + error.what());

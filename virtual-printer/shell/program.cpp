@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "base/files/paths.h"
 #include "base/files/temporary_folder.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/line/inbox.h"
@@ -87,7 +88,9 @@ Program::Program(const Options& options, std::shared_ptr<Inbox> inbox)
     : options_{options},
       clock_{options.clock},
       inbox_{std::move(inbox)},
-      state_{options.state.empty() ? std::nullopt : std::optional<StateFile>{std::in_place, options.state}},
+      state_{options.state.empty()
+                 ? std::nullopt
+                 : std::optional<StateFile>{std::in_place, zentaro::files::pathOf(options.state)}},
       line_{makeLine(options)},
       faults_{options.seed},
       device_{options.identity, state_ ? state_->load() : Books{},
@@ -236,8 +239,8 @@ void runProgram(Options options) {
   std::optional<zentaro::base::TemporaryFolder> folder;
   if (options.isTemporary) {
     folder.emplace();
-    if (!options.tcp) options.link = folder->path() / "printer";
-    options.papers.push_back(folder->path() / "paper.txt");
+    if (!options.tcp && hasLinks()) options.link = zentaro::files::textOf(folder->path() / "printer");
+    options.papers.push_back(zentaro::files::textOf(folder->path() / "paper.txt"));
   }
   Program{options, inbox}.run();
 }

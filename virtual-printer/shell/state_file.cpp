@@ -16,7 +16,8 @@ StateFile::StateFile(const std::filesystem::path& path) : path_{zentaro::base::b
   if (std::filesystem::exists(path_) && !std::filesystem::is_regular_file(path_))
     throw std::runtime_error(say("--state: {} no es un archivo", "--state: {} is no file", {path_.string()}));
   try {
-    lock_ = zentaro::system::FileLock::tryTake(path_.string() + ".lock");
+    std::filesystem::path beside = path_;
+    lock_ = zentaro::system::FileLock::tryTake(beside += ".lock");
   } catch (const std::system_error& error) {
     throw std::runtime_error(std::string{"--state: "} + error.what());
   }

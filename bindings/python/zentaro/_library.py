@@ -39,7 +39,7 @@ def _candidates():
     named = os.environ.get("ZENTARO_LIBRARY")
     if named:
         return [named]
-    names = ["libzentaro.dll", "zentaro.dll"] if sys.platform == "win32" else ["libzentaro.so.0"]
+    names = ["zentaro_c.dll"] if sys.platform == "win32" else ["libzentaro.so.0"]
     native = pathlib.Path(__file__).parent / "native"
     return [str(native / name) for name in names if (native / name).exists()] + names
 

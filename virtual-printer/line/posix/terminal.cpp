@@ -35,6 +35,8 @@ class LinkedPty final : public HostLine {
 
 }  // namespace
 
+bool hasLinks() { return true; }
+
 std::unique_ptr<HostLine> makeTerminal(const std::filesystem::path& link) {
   return std::make_unique<LinkedPty>(link);
 }

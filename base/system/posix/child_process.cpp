@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/system/console.h"
 #include "base/terminal/language.h"
 
 namespace zentaro::base {
@@ -43,17 +44,9 @@ namespace {
 
 }  // namespace
 
-std::vector<char*> argumentVector(std::vector<std::string>& words) {
-  std::vector<char*> arguments;
-  arguments.reserve(words.size() + 1);
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  return arguments;
-}
-
 int runProgram(std::vector<std::string> words) {
   constexpr int notStarted = 127, signalled = 128;
-  const std::vector<char*> arguments = argumentVector(words);
+  const std::vector<char*> arguments = system::argumentVector(words);
   pid_t id = 0;
   if (::posix_spawnp(&id, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return notStarted;
   int status = 0;
@@ -70,7 +63,7 @@ std::string companionProgram(const std::string& name) {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& words) {
   std::vector<std::string> own = words;
-  const std::vector<char*> arguments = argumentVector(own);
+  const std::vector<char*> arguments = system::argumentVector(own);
   const std::string complaint = terminal::say("no se puede iniciar {}: ", "cannot start {}: ", {words.at(0)});
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) < 0) fail("pipe");
@@ -81,18 +74,18 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
   ::close(ends[1]);
   errors_ = ends[0];
   if (id_ > 0) return;
-  ::close(errors_);
+  ::close(static_cast<int>(errors_));
   errno = reason;
   fail("fork");
 }
 
 ChildProcess::~ChildProcess() {
-  ::kill(id_, SIGTERM);
+  ::kill(static_cast<pid_t>(id_), SIGTERM);
   ignoreErrors();
-  while (::waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
+  while (::waitpid(static_cast<pid_t>(id_), nullptr, 0) < 0 && errno == EINTR) {
   }
   drain_.join();
-  ::close(errors_);
+  ::close(static_cast<int>(errors_));
 }
 
 // Signals are the business of the threads that were there before.
@@ -101,7 +94,7 @@ void ChildProcess::ignoreErrors() {
   sigset_t all, before;
   ::sigfillset(&all);
   ::pthread_sigmask(SIG_SETMASK, &all, &before);
-  drain_ = std::thread([errors = errors_] {
+  drain_ = std::thread([errors = static_cast<int>(errors_)] {
     std::array<char, 4096> unread{};
     ssize_t count = 0;
     do count = ::read(errors, unread.data(), unread.size());
@@ -116,11 +109,11 @@ bool ChildProcess::readErrorLine(std::string& line, int milliseconds) {
   line.clear();
   for (;;) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
-    pollfd watched{errors_, POLLIN, 0};
+    pollfd watched{static_cast<int>(errors_), POLLIN, 0};
     if (left <= 0) return false;
     if (::poll(&watched, 1, static_cast<int>(left)) <= 0) continue;
     char character = 0;
-    if (::read(errors_, &character, 1) <= 0) return false;
+    if (::read(watched.fd, &character, 1) <= 0) return false;
     if (character == '\n') return true;
     line += character;
   }
