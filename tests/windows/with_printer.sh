@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a program under Wine with the virtual printer on COM5, which is a line over TCP where ZENTARO_LINE is "tcp", and COM6 a line that nobody answers on. The program ends well with
-# the code 42 only: a script that does not parse, or that dies, ends with 0.
+# Runs a program under Wine with the virtual printer on COM5, a line over TCP where ZENTARO_LINE is "tcp", and COM6 a line that nobody
+# answers on. The program ends well with the code 42 only: a script that does not parse, or that dies, ends with 0.
 #   with_printer.sh PRINTER PROGRAM [ARGUMENT...]
 set -euo pipefail
 here=$(dirname "$0")

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# The setup program, as a user without questions runs it: installs, sells on the installed printer with the installed server, updates while
+# both are in use, removes, and leaves files and registry as they were, but for the books' folder.   setup.sh SETUP.EXE SERVER.DLL
+set -euo pipefail
+here=$(dirname "$0")
+. "$here/environment.sh"
+setup=Z:${1//\//\\}
+server=Z:${2//\//\\}
+folder=$(mktemp -d)
+settings='HKCU\Software\VB and VBA Program Settings\TRV\Config\ModComm'
+environment='HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment'
+root=$WINEPREFIX/drive_c/Program\ Files/Zentaro
+finish() {
+  exec 3>&-
+  "$wine" reg delete "$settings" /v COM5 /f >/dev/null 2>&1 || true
+  "$wine" regsvr32 /s "$server"  # for the tests behind this one
+  rm -rf "$folder"
+}
+trap finish EXIT
+# What a program may leave behind: classes, the uninstall entry, PATH, files.
+traces() {
+  "$wine" reg query "$environment" /v PATH
+  for key in 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Zentaro' 'HKCR\Zentaro.CZentaro' 'HKCR\Zentaro.statusHASAR' \
+    'HKCR\CLSID\{248136D7-53E7-48D7-94A6-06CCA0A62743}' 'HKCR\TypeLib\{1EA4AB89-122D-47AE-A8F5-AF4307BEC4DE}'; do
+    "$wine" reg query "$key" /s 2>&1 || true
+  done
+  find "$WINEPREFIX/drive_c" \( -iname '*zentaro*' -o -iname 'venta.*' \) -not -path '*/Temp/*' -not -path '*/ProgramData/zentaro' | sort
+}
+sale() {
+  local said
+  said=$("$wine" cscript //nologo 'C:\Program Files\Zentaro\ejemplos\venta.vbs' 5) || true
+  grep -q "Factura impresa: $1" <<<"$said" || { echo "$said"; exit 1; }
+}
+
+"$wine" regsvr32 /u /s "$server"
+traces >"$folder/before"
+"$wine" "$setup" /S
+"$wine" reg query "$environment" /v PATH | grep -qi 'Program Files\\Zentaro\\x64'
+"$wine" reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Zentaro' | grep -q DisplayVersion
+[ -s "$root/manual/windows.html" ]
+
+mkfifo "$folder/typed"
+"$wine" 'C:\Program Files\Zentaro\x64\zentaro-printer.exe' --quiet --lang en --tcp 0 <"$folder/typed" >/dev/null 2>"$folder/said" 9>&- &
+exec 3>"$folder/typed"
+for _ in $(seq 400); do ! grep -q ready: "$folder/said" || break; sleep 0.05; done
+"$wine" reg add "$settings" /v COM5 /d "tcp://$(sed -n 's/ready: \([^\r]*\).*/\1/p' "$folder/said")" /f >/dev/null
+sale 00000001
+"$wine" "$setup" /S  # the printer runs
+sale 00000002
+echo quit >&3
+wait
+
+"$wine" 'C:\Program Files\Zentaro\uninstall.exe' /S
+for _ in $(seq 200); do [ -e "$root" ] || break; sleep 0.1; done  # it goes on in a copy of itself
+sleep 1
+traces >"$folder/after"
+diff "$folder/before" "$folder/after"
