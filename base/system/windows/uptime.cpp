@@ -16,20 +16,8 @@ std::string numberOfStart() {
   return std::to_string(number);
 }
 
-/// The moment of the start, to the minute: the two clocks behind it are read one after the other.
-std::string momentOfStart(std::uint64_t milliseconds) {
-  FILETIME now;
-  ::GetSystemTimeAsFileTime(&now);
-  const std::uint64_t ticks = (std::uint64_t{now.dwHighDateTime} << 32) | now.dwLowDateTime;
-  constexpr std::uint64_t ticksOfMillisecond = 10'000, millisecondsOfMinute = 60'000;
-  return std::to_string((ticks / ticksOfMillisecond - milliseconds) / millisecondsOfMinute);
-}
-
 }  // namespace
 
-Uptime uptime() {
-  static const std::string boot = numberOfStart() + "-" + momentOfStart(::GetTickCount64());
-  return {boot, static_cast<std::int64_t>(::GetTickCount64() / 1000)};
-}
+Uptime uptime() { return {numberOfStart(), static_cast<std::int64_t>(::GetTickCount64() / 1000)}; }
 
 }  // namespace zentaro::system
