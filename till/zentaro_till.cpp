@@ -1,9 +1,8 @@
 // The calls, over their courses.
 #include "till/zentaro_till.h"
 
-#include "automation/conversions.h"
 #include "base/terminal/language.h"
-#include "platform/setting_keys.h"
+#include "printer/cached_settings.h"
 #include "till/course/sale_course.h"
 
 namespace zentaro::till {
@@ -34,12 +33,8 @@ PrinterLine lineOf(CZentaro& printer, const Options& options) {
 
 int descriptionLength() {
   constexpr int usual = 20;
-  try {
-    const int length = toInt16(readSetting(settingDescriptionLength));
-    return length > 0 ? length : usual;
-  } catch (const AutomationError&) {  // the library then goes by its default, too
-    return usual;
-  }
+  const int length = readLenDescripcion();
+  return length > 0 ? length : usual;
 }
 
 }  // namespace

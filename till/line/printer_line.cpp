@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "automation/conversions.h"
-#include "platform/setting_keys.h"
+#include "printer/cached_settings.h"
 #include "serial/driver_trace.h"
 #include "serial/modCOMM.h"
 
@@ -25,14 +25,7 @@ Heard heardOfLastStatus(const CZentaro& printer) {
 
 }  // namespace
 
-int timeOutSeconds() {
-  constexpr int fallback = 12;
-  try {
-    return toInt16(readSetting(settingTimeOut));
-  } catch (const AutomationError&) {
-    return fallback;
-  }
-}
+int timeOutSeconds() { return readTimeOut(); }
 
 PrinterLine::Time patienceOf(const std::optional<int>& giveUpSeconds) {
   return std::chrono::seconds(giveUpSeconds.value_or(std::max(30, 3 * timeOutSeconds())));

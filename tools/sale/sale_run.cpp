@@ -3,12 +3,11 @@
 
 #include <iostream>
 
-#include "automation/conversions.h"
 #include "base/files/json.h"
 #include "base/files/read_input.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
-#include "platform/setting_keys.h"
+#include "printer/cached_settings.h"
 #include "till/course/sale_course.h"
 #include "till/document/paper_check.h"
 #include "till/document/sale_file.h"
@@ -44,11 +43,7 @@ void showTotals(const till::Sale& sale, const till::Totals& totals) {
 
 int warn(const till::Sale& sale) {
   constexpr int usualLength = 20;
-  int length = usualLength;
-  try {
-    length = toInt16(readSetting(settingDescriptionLength));
-  } catch (const AutomationError&) {  // the library then goes by its default, too
-  }
+  const int length = readLenDescripcion();
   for (const till::Problem& warning : till::paperWarnings(sale, length > 0 ? length : usualLength))
     std::cout << say("aviso: ", "warning: ") << harmless(warning.path + ": " + warning.text) << '\n';
   return exitDone;

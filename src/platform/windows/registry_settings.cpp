@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/system_paths.h"
 #include "platform/windows/system.h"
 #include "platform/windows/windows_services.h"
 #include "text/unicode.h"
@@ -39,3 +40,9 @@ class RegistrySettings : public SettingsStore {
 SettingsStore& registrySettings() { return lasting<RegistrySettings>(); }
 
 }  // namespace zentaro::windows
+
+namespace zentaro {
+
+std::optional<UnreadableFile> unreadableSettings() { return std::nullopt; }  // the registry is no file
+
+}  // namespace zentaro
