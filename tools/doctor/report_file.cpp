@@ -37,7 +37,8 @@ std::string accountText() {
   if (::getgroups(static_cast<int>(groups.size()), groups.data()) < 0) groups.clear();
   groups.push_back(::getegid());
   std::ranges::sort(groups);
-  groups.erase(std::ranges::unique(groups).begin(), groups.end());
+  groups.erase(std::unique(groups.begin(), groups.end()),
+               groups.end());  // clang 14 knows no ranges::unique here
   text += ":";
   for (const gid_t id : groups) {
     const group* entry = ::getgrgid(id);
