@@ -154,7 +154,7 @@ Section
 
   CreateDirectory "$SMPROGRAMS\Zentaro"
   CreateShortcut "$SMPROGRAMS\Zentaro\$(printer).lnk" "$INSTDIR\$R9\zentaro-printer.exe" "--tcp 9600 --web --open"
-  CreateShortcut "$SMPROGRAMS\Zentaro\$(manual).lnk" "$INSTDIR\manual\windows.html"
+  CreateShortcut "$SMPROGRAMS\Zentaro\$(manual).lnk" "$INSTDIR\manual\manual-windows.html"
   ${If} ${FileExists} "$INSTDIR\$R9\zentaro.exe"
     CreateShortcut "$SMPROGRAMS\Zentaro\Probar la impresora.lnk" "$SYSDIR\cmd.exe" '/k ""$INSTDIR\$R9\zentaro.exe" doctor"'
   ${EndIf}

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdlib>
 
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
 namespace zentaro::terminal {
 
@@ -12,7 +12,7 @@ namespace {
 
 bool isColourful() {
   const char* refused = std::getenv("NO_COLOR");
-  return (refused == nullptr || *refused == '\0') && system::hasColours();
+  return (refused == nullptr || *refused == '\0') && hasColours();
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
 namespace zentaro::terminal {
 
@@ -15,7 +15,7 @@ Language fromEnvironment() {
     const char* value = std::getenv(variable);
     if (value != nullptr && *value != '\0') return languageNamed(value);
   }
-  return languageNamed(system::accountLanguage());
+  return languageNamed(accountLanguage());
 }
 
 Language& chosenLanguage() {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
 namespace zentaro::terminal {
 
@@ -26,7 +26,7 @@ std::size_t screenColumns() {
   const char* told = std::getenv("COLUMNS");
   if (const long columns = told == nullptr ? 0 : std::strtol(told, nullptr, 10); columns > 0)
     return std::max(least, static_cast<std::size_t>(columns));
-  const std::size_t columns = system::terminalColumns();
+  const std::size_t columns = terminalColumns();
   return columns > 0 ? std::max(least, columns) : usual;
 }
 

@@ -90,16 +90,16 @@ void Paragraphs::put(const std::string& text) {
 }
 
 FittedOutput::FittedOutput()
-    : output_(fit(std::cout, system::Stream::Output)), errors_(fit(std::cerr, system::Stream::Errors)) {}
+    : output_(fit(std::cout, Stream::Output)), errors_(fit(std::cerr, Stream::Errors)) {}
 
 FittedOutput::~FittedOutput() {
   restore(errors_);
   restore(output_);
 }
 
-FittedOutput::Fitted FittedOutput::fit(std::ostream& stream, system::Stream which) {
+FittedOutput::Fitted FittedOutput::fit(std::ostream& stream, Stream which) {
   Fitted fitted{stream, stream.rdbuf(), nullptr};
-  if (!system::isTerminal(which)) return fitted;
+  if (!isTerminal(which)) return fitted;
   fitted.lines = std::make_unique<Paragraphs>(*fitted.before, screenColumns());
   stream.rdbuf(fitted.lines.get());
   return fitted;

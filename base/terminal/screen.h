@@ -6,7 +6,7 @@
 #include <streambuf>
 #include <string>
 
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
 namespace zentaro::terminal {
 
@@ -51,7 +51,7 @@ class FittedOutput {
     std::streambuf* before;
     std::unique_ptr<Paragraphs> lines;
   };
-  static Fitted fit(std::ostream& stream, system::Stream which);
+  static Fitted fit(std::ostream& stream, Stream which);
   static void restore(Fitted& fitted);
 
   Fitted output_, errors_;

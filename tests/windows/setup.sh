@@ -37,7 +37,7 @@ traces >"$folder/before"
 "$wine" "$setup" /S
 "$wine" reg query "$environment" /v PATH | grep -qi 'Program Files\\Zentaro\\x64'
 "$wine" reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Zentaro' | grep -q DisplayVersion
-[ -s "$root/manual/windows.html" ]
+[ -s "$root/manual/manual-windows.html" ]
 
 mkfifo "$folder/typed"
 "$wine" 'C:\Program Files\Zentaro\x64\zentaro-printer.exe' --quiet --lang en --tcp 0 <"$folder/typed" >/dev/null 2>"$folder/said" 9>&- &

@@ -12,8 +12,8 @@
 #include <stdexcept>
 
 #include "base/system/child_process.h"
-#include "base/system/console.h"
 #include "base/system/error_text.h"
+#include "base/terminal/console.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "tools/printer/tell.h"
@@ -40,7 +40,7 @@ int become(std::vector<std::string> words) {
   if (asksForPage(words)) words.emplace_back("--open");
   words.insert(words.begin(), program);
   ::setenv("ZENTARO_LANG", text("es", "en").c_str(), 1);
-  ::execvp(program.c_str(), system::argumentVector(words).data());
+  ::execvp(program.c_str(), terminal::argumentVector(words).data());
   throw std::runtime_error(
       say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, system::errorText(errno)}));
 }

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <utility>
 
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/shell/outlet.h"
@@ -18,7 +18,7 @@ void notice(std::string_view text) { answerOnErrors(zentaro::terminal::harmless(
 void answerOnErrors(std::string text) {
   static Outlet errors{2};
   text += '\n';
-  if (zentaro::system::isTerminal(zentaro::system::Stream::Errors))
+  if (zentaro::terminal::isTerminal(zentaro::terminal::Stream::Errors))
     std::cerr << text;  // fitted to its width
   else
     errors.write(std::move(text));

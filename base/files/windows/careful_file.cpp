@@ -11,8 +11,8 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "base/system/windows/text.h"
 #include "base/terminal/language.h"
+#include "base/terminal/windows/text.h"
 
 namespace zentaro::base {
 
@@ -38,12 +38,12 @@ void demandFile(const fs::path& path) {
 void writeFresh(const fs::path& path, std::string_view content) {
   HANDLE const file =
       ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) failToWrite(path, system::reasonOf());
+  if (file == INVALID_HANDLE_VALUE) failToWrite(path, terminal::reasonOf());
   DWORD written = 0;
   const bool isDone =
       ::WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr) != 0 &&
       written == content.size() && ::FlushFileBuffers(file) != 0;
-  const std::string reason = isDone ? "" : system::reasonOf();
+  const std::string reason = isDone ? "" : terminal::reasonOf();
   ::CloseHandle(file);
   if (isDone) return;
   ::DeleteFileW(path.c_str());
@@ -85,7 +85,7 @@ void replaceFile(const fs::path& path, std::string_view content) {
     const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
     if (!isHeld || attempt == attempts) {
       ::DeleteFileW(fresh.c_str());
-      failToWrite(path, system::reasonOf(error));
+      failToWrite(path, terminal::reasonOf(error));
     }
     ::Sleep(pause);
   }

@@ -16,7 +16,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 #include "base/terminal/language.h"
 
 namespace zentaro::base {
@@ -46,7 +46,7 @@ namespace {
 
 int runProgram(std::vector<std::string> words) {
   constexpr int notStarted = 127, signalled = 128;
-  const std::vector<char*> arguments = system::argumentVector(words);
+  const std::vector<char*> arguments = terminal::argumentVector(words);
   pid_t id = 0;
   if (::posix_spawnp(&id, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return notStarted;
   int status = 0;
@@ -63,7 +63,7 @@ std::string companionProgram(const std::string& name) {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& words) {
   std::vector<std::string> own = words;
-  const std::vector<char*> arguments = system::argumentVector(own);
+  const std::vector<char*> arguments = terminal::argumentVector(own);
   const std::string complaint = terminal::say("no se puede iniciar {}: ", "cannot start {}: ", {words.at(0)});
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) < 0) fail("pipe");

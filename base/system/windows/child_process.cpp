@@ -6,14 +6,14 @@
 #include <filesystem>
 #include <system_error>
 
-#include "base/system/windows/text.h"
 #include "base/terminal/language.h"
+#include "base/terminal/windows/text.h"
 
 namespace zentaro::base {
 
 namespace {
 
-using system::wide;
+using terminal::wide;
 
 HANDLE handleOf(std::intptr_t number) { return reinterpret_cast<HANDLE>(number); }
 std::intptr_t numberOf(HANDLE handle) { return reinterpret_cast<std::intptr_t>(handle); }
@@ -77,7 +77,7 @@ std::wstring ownPath() {
 std::string companionProgram(const std::string& name) {
   const auto beside = std::filesystem::path(ownPath()).parent_path() / (name + ".exe");
   std::error_code failed;
-  return std::filesystem::exists(beside, failed) ? system::narrow(beside.wstring()) : name + ".exe";
+  return std::filesystem::exists(beside, failed) ? terminal::narrow(beside.wstring()) : name + ".exe";
 }
 
 int runProgram(std::vector<std::string> words) {
@@ -121,7 +121,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
   } else {
     const std::string complaint =
         std::string(terminal::say("no se puede iniciar {}: ", "cannot start {}: ", {words.at(0)})) +
-        system::reasonOf() + "\n";
+        terminal::reasonOf() + "\n";
     DWORD written = 0;
     ::WriteFile(errors.writing, complaint.data(), static_cast<DWORD>(complaint.size()), &written, nullptr);
   }

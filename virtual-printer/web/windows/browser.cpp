@@ -1,7 +1,7 @@
 // The program that the user has chosen for pages.
 #include "virtual-printer/web/browser.h"
 
-#include "base/system/windows/shell.h"
+#include "base/terminal/windows/shell.h"
 
 namespace virtual_printer {
 

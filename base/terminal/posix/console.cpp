@@ -1,5 +1,5 @@
 // Terminals of POSIX, where everything is UTF-8 already.
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string_view>
 
-namespace zentaro::system {
+namespace zentaro::terminal {
 
 bool isTerminal(Stream stream) { return ::isatty(static_cast<int>(stream)) != 0; }
 
@@ -34,4 +34,4 @@ bool waitForInput(int milliseconds) {
   return ::poll(&watched, 1, milliseconds) > 0;
 }
 
-}  // namespace zentaro::system
+}  // namespace zentaro::terminal

@@ -1,7 +1,7 @@
 // Words as C takes them.
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
-namespace zentaro::system {
+namespace zentaro::terminal {
 
 std::vector<char*> argumentVector(std::vector<std::string>& words) {
   std::vector<char*> arguments;
@@ -11,4 +11,4 @@ std::vector<char*> argumentVector(std::vector<std::string>& words) {
   return arguments;
 }
 
-}  // namespace zentaro::system
+}  // namespace zentaro::terminal

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zentaro::system {
+namespace zentaro::terminal {
 
 inline std::wstring wide(std::string_view text) {
   const int size = static_cast<int>(text.size());
@@ -35,4 +35,4 @@ inline std::string reasonOf(DWORD error = ::GetLastError()) {
   return reason.empty() ? "error " + std::to_string(error) : reason;
 }
 
-}  // namespace zentaro::system
+}  // namespace zentaro::terminal

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zentaro::system {
+namespace zentaro::terminal {
 
 enum class Stream { Input, Output, Errors };
 /// Whether a person sits there, and not a pipe or a file.
@@ -39,4 +39,4 @@ std::vector<char*> argumentVector(std::vector<std::string>& words);
 /// Waits so long for a line of the standard input; true when there is one, or its end.
 bool waitForInput(int milliseconds);
 
-}  // namespace zentaro::system
+}  // namespace zentaro::terminal

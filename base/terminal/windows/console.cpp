@@ -1,13 +1,13 @@
 // The console of Windows, whose own code page is given back at the end.
-#include "base/system/console.h"
+#include "base/terminal/console.h"
 
 #include <fcntl.h>
 #include <io.h>
 
-#include "base/system/windows/shell.h"
-#include "base/system/windows/text.h"
+#include "base/terminal/windows/shell.h"
+#include "base/terminal/windows/text.h"
 
-namespace zentaro::system {
+namespace zentaro::terminal {
 
 namespace {
 
@@ -64,4 +64,4 @@ bool waitForInput(int milliseconds) {
   return ::WaitForSingleObject(handleOf(Stream::Input), static_cast<DWORD>(milliseconds)) == WAIT_OBJECT_0;
 }
 
-}  // namespace zentaro::system
+}  // namespace zentaro::terminal
