@@ -29,6 +29,7 @@ TEST(Evidence, JudgesOnlyWhatCanHaveBeenCounted) {
   const Job closing = cutShort(Kind::Invoice, Turn::Close, true, 8);
   const Job cancelled = cutShort(Kind::Invoice, Turn::Cancel, true, 8);
   const Job creditNote = cutShort(Kind::CreditNote, Turn::Lines, false, 8);
+  const Job otherNumber = cutShort(Kind::Invoice, Turn::Close, true, 9);
   Job gift = closing, blind = closing;
   gift.net = 0;
   blind.before.dayAmount = nobody;
@@ -61,6 +62,7 @@ TEST(Evidence, JudgesOnlyWhatCanHaveBeenCounted) {
       {"a credit note of its own is open", creditNote, {2, 8, nobody, 3}, nobody, ItsOwnIsOpen},
       {"close, counted", closing, {0, 8, 11000, 3}, nobody, Printed},
       {"close, counted, then cancelled in vain", cancelled, {0, 8, 11000, 3}, nobody, Printed},
+      {"close, counted under another number", otherNumber, {0, 8, 11000, 3}, nobody, BeyondCounters},
       {"close, not counted", closing, {0, 8, 10000, 3}, nobody, NotPrinted},
       {"close, no number used", closing, {0, 7, 10000, 3}, nobody, NotPrinted},
       {"close, another amount", closing, {0, 8, 12000, 3}, nobody, BeyondCounters},

@@ -90,6 +90,12 @@ TEST_F(OldJournal, NeverMakesAPrintedIdLookOtherwise) {
   }
 }
 
+TEST_F(OldJournal, ThatCannotBeReadIsNotTakenForNone) {
+  std::filesystem::create_directory(folder_ / "sales.jsonl");
+  EXPECT_THROW(readOldJournal(books_, folder_ / "sales.jsonl"), BooksError);
+  EXPECT_NO_THROW(readOldJournal(books_, folder_ / "none"));
+}
+
 TEST_F(OldJournal, OfAnAttackerChangesNothingElse) {
   const char* const values[] = {"1e999", "-9223372036854775808", "18446744073709551616", "{}", "\"x\"", "1.5",
                                 "[]"};

@@ -29,7 +29,9 @@ std::string booksPath();
 class Books {
  public:
   /// Makes them where there are none.
-  explicit Books(const std::string& path = booksPath(), LockPatience patience = {});
+  explicit Books(const std::string& path, LockPatience patience = {});
+  /// Those of booksPath(), with what an old journal of this account holds.
+  explicit Books(const LockPatience& patience = {});
 
   /// From now on, for locks of others. Before an opening 10 s, inside a sale 5 s.
   void patience(LockPatience patience) { database_.patience(std::move(patience)); }

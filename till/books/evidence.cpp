@@ -37,7 +37,8 @@ Judgement byCounters(const Job& job, const Standing& now, const std::optional<St
   if (!growth || job.net == 0) return used == 0 ? Judgement::NotPrinted : Judgement::BeyondCounters;
   if (used > 1) return Judgement::BeyondCounters;
   if (*growth == 0) return Judgement::NotPrinted;
-  if (used == 0 || *growth != job.net) return Judgement::BeyondCounters;
+  const bool isItsNumber = !job.number || *job.number == now.lastNumber;
+  if (used == 0 || *growth != job.net || !isItsNumber) return Judgement::BeyondCounters;
   if (!otherHolder) return Judgement::Printed;
   return *otherHolder == State::Printed ? Judgement::NotPrinted : Judgement::BeyondCounters;
 }

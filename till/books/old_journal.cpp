@@ -87,21 +87,31 @@ std::vector<Job> entriesOf(const std::filesystem::path& file) {
   return entries;
 }
 
-// What tells a file that was read from one that has grown since.
+// What tells a file that was read from one that has grown since; empty for none.
 std::string stampOf(const std::filesystem::path& file) {
   std::error_code failed;
-  const auto size = std::filesystem::file_size(file, failed);
-  if (failed || size == 0) return {};
+  const std::filesystem::file_status status = std::filesystem::status(file, failed);
+  // Where this account may not even look, it has never kept one.
+  const bool isElsewhere = failed == std::errc::permission_denied;
+  if (isElsewhere || status.type() == std::filesystem::file_type::not_found) return {};
+  if (status.type() != std::filesystem::file_type::regular || !std::ifstream(file))
+    throw BooksError(BooksError::Cause::Unusable, file.string(), "an old journal that cannot be read");
   const auto changed = std::filesystem::last_write_time(file, failed).time_since_epoch().count();
-  return std::to_string(size) + " " + std::to_string(changed);
+  return std::to_string(std::filesystem::file_size(file, failed)) + " " + std::to_string(changed);
+}
+
+std::filesystem::path journalOfThisAccount() {
+  try {
+    return system::userStateFolder() / "sales.jsonl";
+  } catch (const std::runtime_error&) {  // without a home
+    return {};
+  }
 }
 
 }  // namespace
 
-std::unique_ptr<Books> openBooks(const LockPatience& patience) {
-  auto books = std::make_unique<Books>(booksPath(), patience);
-  readOldJournal(*books, system::userStateFolder() / "sales.jsonl");
-  return books;
+Books::Books(const LockPatience& patience) : Books(booksPath(), patience) {
+  readOldJournal(*this, journalOfThisAccount());
 }
 
 void readOldJournal(Books& books, const std::filesystem::path& file) {

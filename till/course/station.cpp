@@ -18,8 +18,7 @@ Station::Station(const Options& options, BooksNeed need)
       end_(std::chrono::steady_clock::now() + options.wait) {
   if (!options.keepsBooks) return;
   try {
-    if (options.books == nullptr)
-      own_.emplace(booksPath(), LockPatience{10s, [this] { observer_.waitsForBooks(); }});
+    if (options.books == nullptr) own_.emplace(LockPatience{10s, [this] { observer_.waitsForBooks(); }});
     books_ = options.books == nullptr ? &*own_ : options.books;
     claims_.emplace(books_->path());
   } catch (const BooksError& error) {
