@@ -1,8 +1,8 @@
 // The table of commands in the pages about the protocol, row by row: what each example sends.
+#include <fstream>
 #include <set>
 
 #include "support/operations.h"
-#include "support/scratch.h"
 
 namespace zentaro::testing::protocol_page_test {
 
@@ -13,7 +13,8 @@ struct Row {
 /// The rows of the table whose first column is a command code.
 std::vector<Row> rowsOf(const std::string& page) {
   std::vector<Row> rows;
-  for (std::string line : split(contents(std::string(ZENTARO_SOURCES "/docs/") + page), '\n')) {
+  std::ifstream file(std::string(ZENTARO_SOURCES "/docs/") + page, std::ios::binary);
+  for (std::string line; std::getline(file, line);) {
     for (std::size_t at; (at = line.find("\\|")) != std::string::npos;) line.replace(at, 2, "\x1C");
     const auto cells = split(line, '|');
     if (cells.size() != 7 || cells[1].size() != 4 ||
