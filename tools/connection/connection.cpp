@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
+#include <system_error>
+#include <thread>
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
@@ -11,9 +13,11 @@
 #include "base/terminal/language.h"
 #include "interface/library.h"
 #include "platform/system_paths.h"
+#include "serial/modCOMM.h"
 #include "till/line/line_words.h"
 #include "till/line/machine.h"
 #include "till/words/verdict_words.h"
+#include "tools/connection/holders.h"
 #include "tools/connection/known_settings.h"
 
 namespace zentaro::tools {
@@ -74,6 +78,22 @@ std::string quoted(const std::string& word) {
   return text + "'";
 }
 
+// Of the opening that failed last.
+bool failedInUse() {
+  std::u16string text;
+  const std::error_code code(modCOMM::CommErrorText(text), std::system_category());
+  return code == std::errc::device_or_resource_busy;
+}
+
+std::string inUseText(const std::string& device) {
+  std::error_code failed;
+  const std::string holder = holderOf(std::filesystem::canonical(device, failed).string());
+  return say("el puerto {} está en uso: {}", "the port {} is in use: {}",
+             {harmless(device),
+              holder.empty() ? std::string(say("un programa de otra cuenta", "a program of another user"))
+                             : harmless(holder)});
+}
+
 }  // namespace
 
 void demandReadableSettings() {
@@ -118,10 +138,29 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
   object_ = createObject("CZentaro");
   if (isTraced) traceObject(options.traceFile.empty());
   printer().CommPort = options.port.value_or(ownPort);
-  printer().PortOpen(true);
+  openPort(std::chrono::seconds(options.wait.value_or(0)));
   line_.emplace(printer(), till::patienceOf(options.giveUp), observer == nullptr ? &teller_ : observer,
                 base::Interruption::isRequested);
   if (!options.traceFile.empty()) line_->traceDriver();
+}
+
+// Whoever waits holds nothing: a failed opening is closed before the next.
+void Connection::openPort(std::chrono::seconds wait) {
+  constexpr std::chrono::milliseconds pause{100};
+  const auto end = std::chrono::steady_clock::now() + wait;
+  for (bool isTold = false;; std::this_thread::sleep_for(pause)) {
+    try {
+      return printer().PortOpen(true);
+    } catch (const AutomationError&) {
+      if (!failedInUse()) throw;
+    }
+    printer().PortOpen(false);
+    const std::string text = inUseText(device_);
+    if (std::chrono::steady_clock::now() >= end || base::Interruption::isRequested())
+      throw std::runtime_error(
+          text + std::string(say("; con --wait SEGUNDOS se espera", "; --wait SECONDS waits for it")));
+    if (!std::exchange(isTold, true)) std::cerr << "zentaro: " << text << say("; se espera\n", "; waiting\n");
+  }
 }
 
 // A trace that this run was asked for is needed; one that the settings want on for good stops no sale.

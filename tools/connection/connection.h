@@ -5,6 +5,7 @@
 // asks for it.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,6 +50,7 @@ class Connection {
   const std::string& portWords() const { return portWords_; }
 
  private:
+  void openPort(std::chrono::seconds wait);
   void traceTo(const std::string& path);
   void traceObject(bool goesOnWithout);
 
