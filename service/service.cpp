@@ -1,6 +1,8 @@
 // Putting the service together, and taking it apart in the right order.
 #include "service/service.h"
 
+#include <map>
+#include <mutex>
 #include <stdexcept>
 #include <system_error>
 
@@ -44,8 +46,18 @@ struct Service::Inside {
     std::vector<std::unique_ptr<Worker>> made;
     for (const NamedPrinter& printer : settings.printers)
       made.push_back(std::make_unique<Worker>(Worker::Settings{
-          printer.name, printer.device, printer.isVirtual, settings.books, [this] { bell.ring(); }}));
+          printer.name, printer.device, printer.isVirtual, settings.books, [this] { bell.ring(); },
+          [this, name = printer.name](const std::string& machine) { return holderOf(machine, name); }}));
     return made;
+  }
+
+  std::string holderOf(const std::string& machine, const std::string& name) {
+    const std::lock_guard lock{mutex};
+    machines.erase(name);
+    for (const auto& [other, held] : machines)
+      if (held == machine) return other;
+    if (!machine.empty()) machines[name] = machine;
+    return name;
   }
 
   void listen() {
@@ -72,6 +84,8 @@ struct Service::Inside {
   }
 
   ServiceSettings settings;
+  std::mutex mutex;
+  std::map<std::string, std::string> machines;  // the serial numbers of the printers that answer
   till::Claim claim;
   BooksPool books;
   Bell bell;

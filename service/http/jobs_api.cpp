@@ -7,7 +7,7 @@
 #include "service/http/job_json.h"
 #include "service/jobs/put.h"
 #include "service/workers/words.h"
-#include "till/document/paper_check.h"
+#include "till/zentaro_till.h"
 
 namespace zentaro::service {
 
@@ -18,7 +18,6 @@ using till::State;
 namespace {
 
 constexpr std::size_t longestQueue = 100;
-constexpr int usualDescription = 20;
 
 Problem notFound() { return {404, "not-found", say("no hay ese trabajo", "there is no such job", {})}; }
 
@@ -253,6 +252,7 @@ void Api::check(Call& call) {
     if (!reading.problems.empty()) throw notInOrder(reading.problems);
     needAcceptable(call, reading);
   }
+  const till::Problems warnings = till::check(jsonLine(Json::parse(call.request.body)["sale"])).warnings;
   const till::Totals& totals = reading.request.totals;
   service::answer(call.response, 200,
                   {{"kind", till::nameOf(reading.request.kind)},
@@ -261,7 +261,7 @@ void Api::check(Call& call) {
                    {"igtf", till::centsText(totals.igtf)},
                    {"total", till::centsText(totals.due())},
                    {"change", till::centsText(totals.change())},
-                   {"warnings", problemsJson(till::paperWarnings(reading.request.sale, usualDescription))}});
+                   {"warnings", problemsJson(warnings)}});
 }
 
 }  // namespace zentaro::service

@@ -31,6 +31,8 @@ class Worker {
     bool isVirtual = false;
     std::string books;              // the path of the books
     std::function<void()> changed;  // called when a job or the printer has changed
+    /// The other printer that has this serial number, else its own name. An empty one gives its own up.
+    std::function<std::string(const std::string& machine)> holderOf = {};
   };
 
   explicit Worker(Settings settings);

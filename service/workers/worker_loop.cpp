@@ -127,9 +127,9 @@ void Worker::Loop::setCondition(Condition condition, const std::string& cause, c
 
 // Gets in step, judges what is open on this machine, and looks at what the printer says of itself.
 void Worker::Loop::visit() {
-  visitDue_ = Clock::now() + idleVisit;
+  visitDue_ = Clock::now() + retry;
   if (!reach()) {
-    visitDue_ = Clock::now() + retry;
+    worker_.settings_.holderOf({});
     return;
   }
   till::Options options;
@@ -139,14 +139,22 @@ void Worker::Loop::visit() {
   till::Station station(options, till::BooksNeed::Required);
   till::Cause cause;
   if (station.arrive(port_->printer(), asked, cause)) {
-    visitDue_ = Clock::now() + retry;
+    worker_.settings_.holderOf({});
     return setCondition(
         Condition::Unreachable,
         cause.text.empty() ? say("otro programa la usa", "another program uses it", {}) : cause.text,
         say("Revise corriente, cable, papel y puerto.", "Look at power, cable, paper and port.", {}));
   }
+  if (const std::string holder = worker_.settings_.holderOf(station.machine()); holder != worker_.name()) {
+    port_.reset();
+    return setCondition(Condition::Unreachable,
+                        say("es la misma máquina que {} ({})", "it is the same machine as {} ({})",
+                            {holder, station.machine()}),
+                        say("Deje una de las dos líneas.", "Keep one of the two lines.", {}));
+  }
   look(station.machine(), asked);
-  if (!books_->judgeable(station.machine()).empty() || isBlocked_) visitDue_ = Clock::now() + retry;
+  nameLeftOvers(station.machine());
+  if (books_->judgeable(station.machine()).empty() && !isBlocked_) visitDue_ = Clock::now() + idleVisit;
 }
 
 void Worker::Loop::look(const std::string& machine, till::PrinterLine& asked) {
@@ -178,6 +186,15 @@ void Worker::Loop::look(const std::string& machine, till::PrinterLine& asked) {
             {}));
   else if (refused_.empty())
     setCondition(Condition::Ready, "");
+}
+
+// What a killed service was printing and the counters cannot answer yet: nobody prints it now.
+void Worker::Loop::nameLeftOvers(const std::string& machine) {
+  for (const Job& job : books_->unsettled(machine)) {
+    if (job.state != State::Printing || job.owner != serviceOwner) continue;
+    books_->finish(job, {State::Unknown, "unknown", {}, {}, worker_.report().cause});
+    worker_.settings_.changed();
+  }
 }
 
 // Documents that the printer counted and the books do not know: a disk that was restored, or another program.

@@ -31,6 +31,7 @@ class Worker::Loop : private till::Observer {
   bool reach();
   void visit();
   void look(const std::string& machine, till::PrinterLine& asked);
+  void nameLeftOvers(const std::string& machine);
   std::int64_t missing(const std::string& machine, till::Kind kind, std::int64_t last) const;
   std::optional<Json> day();
 

@@ -98,8 +98,8 @@ TEST_F(Description, SaysWhatIsAnswered) {
 
   for (const auto& [path, operations] : description["paths"].items())
     for (const auto& [method, operation] : operations.items()) {
-      if (method == "parameters") continue;
-      EXPECT_TRUE(asked.contains(method + " " + path)) << path;
+      const bool isOperation = method != "parameters";
+      EXPECT_TRUE(!isOperation || asked.contains(method + " " + path)) << path;
     }
   for (const char* name : {"Job", "Jobs", "Checked", "Place", "Running", "Printer", "Printers", "Bases",
                            "Figures", "Health", "Problem"})

@@ -26,7 +26,7 @@ class Shop : public Shell {
  protected:
   Shop() {
     ::setenv("ZENTARO_BOOKS", file("books.db").c_str(), 1);
-    write("settings.ini", "[Config\\EPSONZT]\nTimeOutZT=1\n");
+    write("settings.ini", "[Config\\EPSONZT]\nTimeOutZT=2\n");
     token = addToken("all", "sell,close,resolve,read");
   }
   ~Shop() override { ::unsetenv("ZENTARO_BOOKS"); }
@@ -37,11 +37,14 @@ class Shop : public Shell {
     return ran.output.substr(0, ran.output.find('\n'));
   }
 
-  void printer(const std::string& name, std::vector<std::string> more = {}) {
-    std::vector<std::string> words{
-        "zentaro-printer", "--quiet",           "--link",    file(name),
-        "--serial",        upper(name),         "--control", file(name + ".control"),
-        "--log",           file(name + ".log"), "--state",   file(name + ".state")};
+  void printer(const std::string& name, const std::string& serial = {},
+               const std::vector<std::string>& more = {}) {
+    std::vector<std::string> words{"zentaro-printer", "--quiet",
+                                   "--link",          file(name),
+                                   "--serial",        serial.empty() ? upper(name) : serial,
+                                   "--control",       file(name + ".control"),
+                                   "--log",           file(name + ".log"),
+                                   "--state",         file(name + ".state")};
     words.insert(words.end(), more.begin(), more.end());
     printers.emplace(name, words);
     ASSERT_TRUE(printers.at(name).says("ready: ")) << printers.at(name).errors();
