@@ -8,7 +8,7 @@ namespace zentaro::base {
 /// While it lives the first of these signals only sets a flag: the command ends what it has begun and says what
 /// came of it. The second one writes the last words and ends the process with exit status 4, and with it a virtual
 /// printer that it has started. Signals that were ignored before stay ignored. SIGPIPE is ignored, so that a closed standard output
-/// never ends a sale. Only one at a time.
+/// never ends a sale. One inside another changes nothing.
 class Interruption {
  public:
   Interruption();

@@ -62,6 +62,7 @@ int tellVerdict(const till::ClosingVerdict& verdict, const till::SalePlace& plac
 
 int runCierre(const CierreOptions& options) {
   demandReadableSettings();
+  const base::Interruption interruption;
   ConsoleTeller teller(Progress::Hidden);
   const PortOptions& port = options.report.port;
   till::ClosingCourse course(options.closing == "z" ? till::Kind::Z : till::Kind::X,

@@ -99,6 +99,7 @@ till::SellOptions sellOptions(const SaleOptions& options, till::Observer& observ
 
 int print(const SaleOptions& options, const till::Sale& sale, const till::Totals& totals) {
   demandReadableSettings();
+  const base::Interruption interruption;  // before the books are opened
   ConsoleTeller teller(options.isJson ? Progress::Hidden : Progress::Shown);
   till::SaleCourse course(sale, totals, sellOptions(options, teller));
   if (const auto verdict = course.beforePort(deviceNamedBy(options.port)))

@@ -18,6 +18,7 @@ constexpr std::size_t longestText = 500;
 using Text = std::array<char, longestText + 1>;
 
 std::atomic<int> signalCount = 0;
+int instances = 0;
 // Two, so that the handler never reads the one that is being written.
 std::array<Text, 2> lastWords{};
 std::atomic<int> readyWords = 0;
@@ -45,6 +46,7 @@ void handle(int) {
 }  // namespace
 
 Interruption::Interruption() {
+  if (instances++ > 0) return;
   struct sigaction action {};
   action.sa_flags = SA_RESTART;
   for (std::size_t i = 0; i < endingSignals.size(); ++i) {
@@ -58,6 +60,7 @@ Interruption::Interruption() {
 }
 
 Interruption::~Interruption() {
+  if (--instances > 0) return;
   for (std::size_t i = 0; i < endingSignals.size(); ++i) ::sigaction(endingSignals[i], &previous[i], nullptr);
   for (std::size_t i = 0; i < ignoredSignals.size(); ++i)
     ::sigaction(ignoredSignals[i], &previous[endingSignals.size() + i], nullptr);
