@@ -15,6 +15,8 @@ libraries=$(dirname "$(find "$prefix" -name libzentaro.so)")
 flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs zentaro)
 # shellcheck disable=SC2086
 "$compiler" -std=c++20 "$example/sale.cpp" -o "$folder/sale" $flags -Wl,-rpath,"$libraries"
+# By hand, as LEEME says.
+"$compiler" -std=c++20 -I"$prefix/include/zentaro" "$example/first.cpp" -o "$folder/first" -L"$libraries" -lzentaro -Wl,-rpath,"$libraries"
 cc -std=c99 -Wall -Werror -fsyntax-only "$example/../c/sale.c" $flags
 "$compiler" -std=c++17 -fsyntax-only "$example/sale.cpp" $flags 2>"$folder/old" || true
 grep -q "add -std=c++20" "$folder/old"
@@ -25,6 +27,7 @@ for sale in "$folder/build/sale" "$folder/sale"; do
   "$sale" >"$folder/ticket" || { cat "$folder/ticket"; exit 1; }
   grep -q "TOTAL  *Bs 35,00" "$folder/ticket"
 done
+"$folder/first" | grep -q "TOTAL  *Bs 29,00"
 zentaro --help >/dev/null
 for program in zentaro zentaro-printer; do
   for file in "man1/$program.1" "es/man1/$program.1" "completions/$program"; do

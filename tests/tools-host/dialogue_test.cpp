@@ -116,6 +116,22 @@ TEST_F(Dialogue, AnswersWhatIsNoRequest) {
   EXPECT_EQ(ask("get", R"({"object":1,"name":"CommPort"})"), R"({"value":{"type":"empty"}})") << "it goes on";
 }
 
+// A program that has many calls on its way knows which of them failed.
+TEST_F(Dialogue, NamesTheMemberWhoseErrorItIs) {
+  const std::string named = R"("data":{"source":"Zentaro","class":"Zentaro.CZentaro","member":)";
+  for (const auto& [request, member] : std::initializer_list<std::pair<const char*, const char*>>{
+           {R"("method":"call","params":{"object":1,"name":"CierreZ","args":[1]})", R"("CierreZ"}}})"},
+           {R"("method":"put","params":{"object":1,"name":"nLastCommand","value":32768})",
+            R"("nLastCommand"}}})"},
+           {R"("method":"get","params":{"object":1,"name":"Nope"})", R"("Nope"}}})"}}) {
+    const std::string answer = session.answer(R"({"jsonrpc":"2.0","id":1,)" + std::string(request) + "}");
+    EXPECT_TRUE(answer.ends_with(named + member)) << answer;
+  }
+  EXPECT_FALSE(testing::contains(
+      session.answer(R"({"jsonrpc":"2.0","id":1,"method":"create","params":{"class":"Nope"}})"), "member"))
+      << "nothing of the line before is left";
+}
+
 TEST_F(Dialogue, WritesBackWhatAMemberChanges) {
   EXPECT_EQ(ask("call", R"({"object":1,"name":"CerrarComprobanteIGTF","args":["T",12.5]})"),
             R"({"value":1,"args":["U",12.5]})");

@@ -163,7 +163,9 @@ std::string error(int code, std::string_view message) {
   return jsonLine({{"code", code}, {"message", message}});
 }
 
-std::string errorOf(const AutomationError& failure, const Json& data) {
+/// `about` is the member that raised it, where one was called.
+std::string errorOf(const AutomationError& failure, Json data, const Json& about) {
+  data.update(about);
   return jsonLine({{"code", failure.number()}, {"message", failure.what()}, {"data", data}});
 }
 
@@ -175,16 +177,16 @@ struct ErrorWithArguments {
 
 // What `work` returns, or the error that it raised, as the member of the response that it is.
 template <class Work>
-std::pair<std::string_view, std::string> outcomeOf(const Work& work) {
+std::pair<std::string_view, std::string> outcomeOf(const Work& work, const Json& about) {
   try {
     return {"result", work()};
   } catch (const RpcError& failure) {
     return {"error", error(static_cast<int>(failure.code()), failure.what())};
   } catch (const ErrorWithArguments& failure) {
-    return {"error",
-            errorOf(failure.error, {{"source", utf8(failure.error.source())}, {"args", failure.arguments}})};
+    return {"error", errorOf(failure.error,
+                             {{"source", utf8(failure.error.source())}, {"args", failure.arguments}}, about)};
   } catch (const AutomationError& failure) {
-    return {"error", errorOf(failure, {{"source", utf8(failure.source())}})};
+    return {"error", errorOf(failure, {{"source", utf8(failure.source())}}, about)};
   } catch (const std::exception& failure) {
     return {"error", error(static_cast<int>(RpcCode::InternalError), failure.what())};
   }
@@ -195,13 +197,16 @@ std::pair<std::string_view, std::string> outcomeOf(const Work& work) {
 std::string HostSession::answer(std::string_view line) {
   Json id;
   line_ = line;
+  about_ = Json::object();
   whenDelivered_ = nullptr;
-  const auto [member, outcome] = outcomeOf([&] {
-    const Json request = parsed(line);
-    id = idOf(request);
-    const Method& method = methodOf(request);
-    return (this->*method.run)(paramsOf(request, method));
-  });
+  const auto [member, outcome] = outcomeOf(
+      [&] {
+        const Json request = parsed(line);
+        id = idOf(request);
+        const Method& method = methodOf(request);
+        return (this->*method.run)(paramsOf(request, method));
+      },
+      about_);
   std::string response = R"({"jsonrpc":"2.0","id":)" + jsonLine(id);
   return response.append(",\"").append(member).append("\":").append(outcome) + "}";
 }
@@ -220,11 +225,11 @@ std::string HostSession::release(const Json& params) {
 }
 
 std::string HostSession::get(const Json& params) {
-  return jsonLine({{"value", jsonOf(object(params).get(textParameter(params, "name")), objects_)}});
+  return jsonLine({{"value", jsonOf(named(params).get(textParameter(params, "name")), objects_)}});
 }
 
 std::string HostSession::put(const Json& params) {
-  object(params).put(textParameter(params, "name"), variantOf(parameter(params, "value"), objects_));
+  named(params).put(textParameter(params, "name"), variantOf(parameter(params, "value"), objects_));
   return "{}";
 }
 
@@ -232,7 +237,7 @@ std::string HostSession::call(const Json& params) {
   std::vector<Variant> arguments = argumentsOf(params, objects_);
   const Json before = jsonOf(Array(arguments), objects_);
   try {
-    const Variant result = object(params).call(textParameter(params, "name"), arguments);
+    const Variant result = named(params).call(textParameter(params, "name"), arguments);
     return jsonLine({{"value", jsonOf(result, objects_)}, {"args", jsonOf(Array(arguments), objects_)}});
   } catch (const AutomationError& error) {
     Json now = jsonOf(Array(arguments), objects_);
@@ -266,6 +271,14 @@ std::string HostSession::describe(const Json& params) {
   const ClassDescription* description = findClass(name);
   if (description == nullptr) throw invalidParameters("unknown class " + jsonLine(name));
   return classJson(*description, description->members);
+}
+
+const Object& HostSession::named(const Json& params) {
+  const Object& found = object(params);
+  if (!found.isNothing())
+    about_ = {{"class", std::string(libraryName) + "." + std::string(found.description().name)},
+              {"member", textParameter(params, "name")}};
+  return found;
 }
 
 const Object& HostSession::object(const Json& params) const {

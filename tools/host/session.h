@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "base/files/json_fwd.h"
+#include "base/files/json.h"
 #include "tools/host/object_table.h"
 
 namespace zentaro::tools {
@@ -38,10 +38,13 @@ class HostSession {
 
  private:
   const Object& object(const Json& params) const;
+  /// The same, of which a member is to be used: an error then names both.
+  const Object& named(const Json& params);
 
   Notify notify_;
   ObjectTable objects_;
   std::string_view line_;                // that is being answered
+  Json about_;                           // the member that it names
   std::function<void()> whenDelivered_;  // its response
 };
 
