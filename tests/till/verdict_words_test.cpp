@@ -111,4 +111,23 @@ TEST(VerdictWords, TellTheCauseTheNumberAndWhatDiffers) {
   EXPECT_EQ(json["total"], nullptr) << "of a document that was not printed";
 }
 
+// The cashier is told the very command.
+TEST(VerdictWords, SayWhatHelpsAgainstThisCause) {
+  Verdict verdict;
+  const auto next = [&] {
+    return in(Language::English,
+              [&] { return verdictJson(verdict, {"--port 1"})["next"].get<std::string>(); });
+  };
+  verdict.ending = Ending::NotPrinted;
+  verdict.cause = {Cause::Kind::Refused, "open", "ERROR 23 SE REQUIERE CIERRE Z"};
+  EXPECT_EQ(next(), "Close the day, then print the sale again:\n    zentaro cierre z --port 1");
+  verdict.cause.printer = "ERROR 20 SIN PAPEL";
+  EXPECT_EQ(next(), "Remove the cause, then print the sale again.");
+  verdict.ending = Ending::StillOpen;
+  EXPECT_EQ(next().find("--id"), std::string::npos) << "a sale without an id";
+  verdict.job.emplace();
+  verdict.job->id = "F-1";
+  EXPECT_NE(next().find("Or the same command with --id F-1 will do"), std::string::npos) << next();
+}
+
 }  // namespace zentaro::till::verdict_words_test

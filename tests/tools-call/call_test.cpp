@@ -101,6 +101,14 @@ TEST_F(Call, JudgesAnswersAsAHostWould) {
   EXPECT_TRUE(contains(other.output, "Outcome         4 SECUENCIA INVALIDA\n")) << other.output;
 }
 
+// The second question would last as long as the first, long beyond what was asked for.
+TEST_F(Call, WaitsNoLongerThanItWasTold) {
+  const VirtualPrinter deaf({"--fault", "lose-answer always"});
+  const Ran ran = run("timeout 9 zentaro call CortarPapel --timeout 5 --give-up 6 --device " + deaf.device());
+  EXPECT_EQ(ran.status, 2) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "the printer does not answer")) << ran.output;
+}
+
 TEST_F(Call, TracesTheLineBehindALostAnswer) {
   const VirtualPrinter printer({"--fault", "lose-answer on status"});
   const Ran ran = run("zentaro call AbrirGavetaN 1 --timeout 1 --trace " + file("trace") + " --device " +

@@ -10,6 +10,7 @@
 #include "printer/cached_settings.h"
 #include "serial/driver_trace.h"
 #include "serial/modCOMM.h"
+#include "till/line/deadline.h"
 
 namespace zentaro::till {
 
@@ -56,24 +57,39 @@ Heard PrinterLine::ask(const std::function<Heard()>& request, Time patience) {
   Recovery recovery(hasLost_ ? Act::Listen : Act::Ask, patience, now());
   hasLost_ = false;
   std::optional<Time> told;
+  // The first question has the time-out of an answer, those behind it what is left of the patience.
+  std::optional<Deadline::Clock::time_point> end;
   for (;;) {
     switch (recovery.next()) {
       case Act::Ask: {
-        const Heard machine = mayBeAnotherMachine_ ? compareMachine() : Heard::InStep;
-        recovery.asked(machine == Heard::InStep ? request() : machine, now());
+        recovery.asked(askOnce(request, end), now());
+        end = Deadline::Clock::now() + (patience - recovery.waited(now()));
         break;
       }
       case Act::Listen: {
         if (isStopped()) return Heard::Stopped;
         const Time waited = recovery.waited(now());
         tellWait(waited, patience, told);
-        listen(recovery.silence(), std::max(Time(0), patience - waited));
+        listen(recovery.silence(),
+               patience == Time(0) ? recovery.silence() : std::max(Time(0), patience - waited));
         recovery.listened();
         break;
       }
       case Act::Reopen: recovery.reopened(reopen(), now()); break;
       case Act::Stop: hasLost_ = recovery.heard() != Heard::InStep; return recovery.heard();
     }
+  }
+}
+
+Heard PrinterLine::askOnce(const std::function<Heard()>& request,
+                           const std::optional<Deadline::Clock::time_point>& end) {
+  std::optional<Deadline> deadline;
+  if (end) deadline.emplace(*end);
+  try {
+    const Heard machine = mayBeAnotherMachine_ ? compareMachine() : Heard::InStep;
+    return machine == Heard::InStep ? request() : machine;
+  } catch (const Deadline::Over&) {
+    return Heard::Nothing;
   }
 }
 
@@ -128,7 +144,7 @@ Heard PrinterLine::getInStep() {
 // What arrives is thrown away here already; the port's own trace shows it.
 void PrinterLine::listen(Time silence, Time limit) {
   constexpr std::int32_t chunk = 4096;
-  const Time end = now() + std::max(limit, silence);
+  const Time end = now() + limit;
   Time quietSince = now();
   std::u16string data;
   for (Time moment = now(); moment - quietSince < silence && moment < end && !isStopped(); moment = now()) {

@@ -7,6 +7,7 @@
 
 #include "automation/automation_error.h"
 #include "till/line/answer_check.h"
+#include "till/line/deadline.h"
 #include "till/line/line_observer.h"
 
 namespace zentaro::till {
@@ -40,7 +41,8 @@ class PrinterLine {
   /// compared.
   void expect(std::string serial) { serial_ = std::move(serial); }
 
-  /// Asks until the answer is in step, the patience is over or somebody wants to stop.
+  /// Asks until the answer is in step, the patience is over or somebody wants to stop; an answer that has not come by
+  /// then is waited for no longer.
   /// `request` changes nothing on the printer; heardOfStatus() judges its answer.
   Heard ask(const std::function<Heard()>& request) { return ask(request, patience_); }
   /// The same with less patience.
@@ -61,6 +63,7 @@ class PrinterLine {
  private:
   Heard heardOf(const std::function<void()>& request);
   Heard compareMachine();
+  Heard askOnce(const std::function<Heard()>& request, const std::optional<Deadline::Clock::time_point>& end);
   void tellWait(Time waited, Time patience, std::optional<Time>& told);
   void listen(Time silence, Time limit);
   bool reopen();

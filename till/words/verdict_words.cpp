@@ -142,13 +142,27 @@ std::string stateText(const Verdict& verdict) {
   return std::string(say(state.spanish, state.english));
 }
 
+// What the printer wants before it sells again; each model says it in words of its own, with these in them.
+bool wantsZ(const Verdict& verdict) {
+  const bool isRefused = verdict.ending == Ending::NotPrinted && verdict.cause.kind == Cause::Kind::Refused;
+  return isRefused && verdict.cause.printer.find("CIERRE Z") != std::string::npos;
+}
+
 // A virtual printer ends with the command that started it, so there is nothing to be sent to it.
 std::string nextText(const Verdict& verdict, const SalePlace& place) {
   const Row& row = *rowOf(verdict.ending);
+  if (wantsZ(verdict))
+    return say("Cierre el día, y luego imprima la venta otra vez:\n    zentaro cierre z {}",
+               "Close the day, then print the sale again:\n    zentaro cierre z {}", {place.portWords});
   const std::string command = place.isVirtual
                                   ? std::string(row.command)
                                   : "zentaro call " + place.portWords + " " + std::string(row.command);
-  return say(row.next.spanish, row.next.english, {command});
+  std::string text = say(row.next.spanish, row.next.english, {command});
+  if (verdict.ending == Ending::StillOpen && verdict.job && !verdict.job->id.empty())
+    text += say("\nO basta la misma orden con --id {}: anula el documento e imprime la venta.",
+                "\nOr the same command with --id {} will do: it cancels the document and prints the sale.",
+                {harmless(verdict.job->id)});
+  return text;
 }
 
 std::string amountsText(const Verdict& verdict) {
