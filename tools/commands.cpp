@@ -9,6 +9,7 @@
 #include <numeric>
 #include <utility>
 
+#include "base/system/interruption.h"
 #include "base/terminal/command_line.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
@@ -127,6 +128,7 @@ void addCommands(CLI::App& app, int& status) {
 }  // namespace
 
 int runCommandLine(int argc, char** argv) {
+  base::Interruption::letWritingFail();
   const terminal::FittedOutput fitted;
   std::vector<std::string> words = meantWords({argv + std::min(argc, 1), argv + argc});
   terminal::chooseLanguage(argc, argv);

@@ -16,6 +16,10 @@ class Interruption {
   Interruption(const Interruption&) = delete;
   Interruption& operator=(const Interruption&) = delete;
 
+  /// From now on a file that may not grow any more fails to be written, and whoever writes knows what to do; the
+  /// program does not end by it.
+  static void letWritingFail();
+
   static bool isRequested();
 
   /// What a second signal writes, prepared because little may be done then; cut at 500 bytes.

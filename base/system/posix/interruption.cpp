@@ -22,9 +22,7 @@ int instances = 0;
 // Two, so that the handler never reads the one that is being written.
 std::array<Text, 2> lastWords{};
 std::atomic<int> readyWords = 0;
-// What is written to then fails, and whoever writes knows what to do.
-constexpr std::array ignoredSignals{SIGPIPE, SIGXFSZ};
-std::array<struct sigaction, endingSignals.size() + ignoredSignals.size()> previous{};
+std::array<struct sigaction, endingSignals.size() + 1> previous{};
 
 void copy(const std::string& from, Text& to) {
   const std::size_t length = std::min(from.size(), longestText);
@@ -55,16 +53,16 @@ Interruption::Interruption() {
     if (previous[i].sa_handler != SIG_IGN) ::sigaction(endingSignals[i], &action, nullptr);
   }
   action.sa_handler = SIG_IGN;
-  for (std::size_t i = 0; i < ignoredSignals.size(); ++i)
-    ::sigaction(ignoredSignals[i], &action, &previous[endingSignals.size() + i]);
+  ::sigaction(SIGPIPE, &action, &previous.back());
 }
 
 Interruption::~Interruption() {
   if (--instances > 0) return;
   for (std::size_t i = 0; i < endingSignals.size(); ++i) ::sigaction(endingSignals[i], &previous[i], nullptr);
-  for (std::size_t i = 0; i < ignoredSignals.size(); ++i)
-    ::sigaction(ignoredSignals[i], &previous[endingSignals.size() + i], nullptr);
+  ::sigaction(SIGPIPE, &previous.back(), nullptr);
 }
+
+void Interruption::letWritingFail() { std::signal(SIGXFSZ, SIG_IGN); }
 
 bool Interruption::isRequested() { return signalCount > 0; }
 

@@ -36,6 +36,8 @@ BOOL WINAPI handle(DWORD event) {
 
 Interruption::Interruption() { ::SetConsoleCtrlHandler(handle, TRUE); }
 
+void Interruption::letWritingFail() {}  // a limit on files ends no program here
+
 Interruption::~Interruption() { ::SetConsoleCtrlHandler(handle, FALSE); }
 
 bool Interruption::isRequested() { return requestCount > 0; }
