@@ -46,7 +46,10 @@ TEST_F(HostPorts, AreHeldUntilTheObjectIsReleased) {
   EXPECT_EQ(openPort(1), done);
   const std::string refused = openPort(2);
   EXPECT_TRUE(contains(refused, R"("error":{"code":40001,)")) << refused;
-  EXPECT_TRUE(contains(refused, R"("data":{"source":"CZentaro.Let PortOpen","class":"Zentaro.CZentaro","member":"PortOpen"}})")) << refused;
+  EXPECT_TRUE(contains(
+      refused,
+      R"("data":{"source":"CZentaro.Let PortOpen","class":"Zentaro.CZentaro","member":"PortOpen"}})"))
+      << refused;
   ask("release", R"({"object":2})");
   EXPECT_EQ(openPort(3), done) << "releasing 2 closed port 1, as both have the same number";
 }
