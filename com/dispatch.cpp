@@ -129,8 +129,7 @@ HRESULT STDMETHODCALLTYPE invoke(Face* self, DISPID id, REFIID reserved, LCID, W
           callMember(*alive.get(), memberId, access, arguments, result);
         } catch (const WrongArgument& error) {
           wrong = static_cast<UINT>(error.argument() - given->rgvarg);
-          if (error.number() == static_cast<int>(ErrorNumber::TypeMismatch)) return DISP_E_TYPEMISMATCH;
-          throw;
+          throw;  // with its own number: not every script host knows the system's for it
         }
         return S_OK;
       },
