@@ -67,6 +67,7 @@ TEST(VerdictWords, OfAClosingBeginWithTheTruth) {
       {Ending::Unreachable, "Z NO IMPRESO. ", "Z NOT PRINTED. "},
       {Ending::UnknownBefore, "Z NO IMPRESO. ", "Z NOT PRINTED. "},
       {Ending::AlreadyPrinted, "Z YA IMPRESO como 00000012", "Z ALREADY PRINTED as 00000012"},
+      {Ending::PrintedBefore, "Z YA IMPRESO como 00000012", "Z ALREADY PRINTED as 00000012"},
       {Ending::OtherContent, "Z NO IMPRESO. ", "Z NOT PRINTED. "},
       {Ending::Busy, "Z NO IMPRESO. ", "Z NOT PRINTED. "},
   };

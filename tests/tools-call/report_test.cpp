@@ -108,4 +108,19 @@ TEST(RecordWords, RoundNothingAway) {
   }
 }
 
+// Nobody saw its verdict, so the same command again must not close an empty day.
+TEST_F(Reports, TellAZThatWasCutShortInsteadOfMakingAnother) {
+  const VirtualPrinter slow({"--fault", "delay=1.5 on closing", "--log", file("log")});
+  const std::string closing = "zentaro cierre z --device " + slow.device();
+  run(closing + " & p=$!; until grep -qs closing " + file("log") +
+      "; do sleep 0.05; done; sleep 0.2; kill -9 $p; wait $p");
+  const testing::Ran again = run(closing);
+  EXPECT_EQ(again.status, 0) << again.output;
+  EXPECT_TRUE(contains(again.output, "zentaro: the Z of ") &&
+              contains(again.output, "\nZ ALREADY PRINTED as 00000001, at "))
+      << again.output;
+  const testing::Ran next = run(closing);
+  EXPECT_TRUE(contains(next.output, "\nZ 00000002 PRINTED, ")) << next.output;
+}
+
 }  // namespace zentaro::tools::report_test

@@ -56,7 +56,8 @@ std::optional<ClosingVerdict> ClosingCourse::beforePort(const std::string& devic
   return std::nullopt;
 }
 
-// By its id, and because a Z takes away what could still tell what became of a sale.
+// By its id; because it was printed by a call that was cut short, which nobody was told; and because a Z takes away
+// what could still tell what became of a sale.
 std::optional<ClosingVerdict> ClosingCourse::refused() {
   Books* books = station_->books();
   if (books == nullptr || options_.queued) return std::nullopt;
@@ -65,17 +66,22 @@ std::optional<ClosingVerdict> ClosingCourse::refused() {
     made.job = job;
     return made;
   };
-  const Wish wish{options_.id, order().digest, {}, false};
-  const Ruling ruling = admitted(*books, wish, Stage::BeforeOpening, station_->isBusy());
-  switch (ruling.answer) {
-    case Answer::AlreadyPrinted: return end(Ending::AlreadyPrinted, *ruling.job);
-    case Answer::OtherContent: return end(Ending::OtherContent, *ruling.job);
-    case Answer::Busy: return end(Ending::Busy, *ruling.job);
-    case Answer::StillUnknown: return end(Ending::UnknownBefore, *ruling.job);
-    case Answer::PrintedUntold:
-    case Answer::Print: break;
+  if (!options_.id.empty()) {
+    const Wish wish{options_.id, order().digest, {}, false};
+    const Ruling ruling = admitted(*books, wish, Stage::BeforeOpening, station_->isBusy());
+    switch (ruling.answer) {
+      case Answer::AlreadyPrinted: return end(Ending::AlreadyPrinted, *ruling.job);
+      case Answer::OtherContent: return end(Ending::OtherContent, *ruling.job);
+      case Answer::Busy: return end(Ending::Busy, *ruling.job);
+      case Answer::StillUnknown: return end(Ending::UnknownBefore, *ruling.job);
+      case Answer::PrintedUntold:
+      case Answer::Print: break;
+    }
   }
-  if (kind_ != Kind::Z || options_.evenIfUnknown) return std::nullopt;
+  if (kind_ != Kind::Z) return std::nullopt;
+  for (const Job& job : station_->judged())
+    if (job.kind == Kind::Z && job.state == State::Printed) return end(Ending::PrintedBefore, job);
+  if (options_.evenIfUnknown) return std::nullopt;
   const std::vector<Job> unsettled = books->unsettled(station_->machine());
   return unsettled.empty() ? std::nullopt : std::optional(end(Ending::UnknownBefore, unsettled.front()));
 }

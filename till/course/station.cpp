@@ -121,6 +121,7 @@ void Station::judgeOthers(CZentaro& printer, PrinterLine& line) {
       if (now.state == job.state && now.isBeyondCounters == job.isBeyondCounters) continue;
       judged_.push_back(now);
       observer_.judged(now);
+      if (isDayReport(now.kind)) books_->told(now);
     }
   } catch (const BooksError& error) {
     observer_.booksFell(error.what());

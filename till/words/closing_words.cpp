@@ -87,11 +87,13 @@ std::string printedText(const ClosingVerdict& verdict) {
 std::string closingState(const ClosingVerdict& verdict) {
   switch (verdict.ending) {
     case Ending::Printed:
-    case Ending::PrintedInPart:
-    case Ending::PrintedBefore: return printedText(verdict);
+    case Ending::PrintedInPart: return printedText(verdict);
     case Ending::AlreadyPrinted:
-      return say("Z YA IMPRESO como {}; no se envió nada.", "Z ALREADY PRINTED as {}; nothing was sent.",
-                 {numberText(verdict.job ? verdict.job->number : verdict.number)});
+    case Ending::PrintedBefore:
+      return say("{} YA IMPRESO como {}, a las {}; no se envió nada.",
+                 "{} ALREADY PRINTED as {}, at {}; nothing was sent.",
+                 {letter(verdict), numberText(verdict.job ? verdict.job->number : verdict.number),
+                  momentText(verdict.job ? verdict.job->begun : 0)});
     case Ending::Busy:
       return say("{} NO IMPRESO. Otro programa usa esta impresora ahora; no se envió nada.",
                  "{} NOT PRINTED. Another program uses this printer now; nothing was sent.",
@@ -133,6 +135,9 @@ std::string endingCommand(int document) {
 
 std::string closingNext(const ClosingVerdict& verdict, const SalePlace& place) {
   switch (verdict.ending) {
+    case Ending::PrintedBefore:
+      return std::string(say("Si después hubo ventas, dé la orden otra vez para cerrar el día de hoy.",
+                             "If there were sales since, give the command again to close this day."));
     case Ending::Printed:
     case Ending::AlreadyPrinted:
       return verdict.kind == Kind::X ? std::string()

@@ -71,14 +71,16 @@ void Teller::endsDocumentOf(const Job& job) {
 }
 
 void Teller::judged(const Job& job) {
-  const std::string when = momentText(job.begun);
+  const bool isZ = isDayReport(job.kind);
+  const std::string which =
+      say(isZ ? "el {} de las {}" : "la venta de las {}{}", isZ ? "the {} of {}" : "the sale of {}{}",
+          {isZ ? nameOf(job.kind) : "", momentText(job.begun)});
   const std::string what =
-      job.state == State::Printed ? say("la venta de las {} se imprimió como {}",
-                                        "the sale of {} was printed as {}", {when, numberText(job.number)})
+      job.state == State::Printed
+          ? say("{} se imprimió como {}", "{} was printed as {}", {which, numberText(job.number)})
       : job.state == State::NotPrinted
-          ? say("la venta de las {} no se imprimió", "the sale of {} was not printed", {when})
-          : say("no se sabe si la venta de las {} se imprimió",
-                "it is not known whether the sale of {} was printed", {when});
+          ? say("{} no se imprimió", "{} was not printed", {which})
+          : say("no se sabe si {} se imprimió", "it is not known whether {} was printed", {which});
   notice_("zentaro: " + what + "\n");
 }
 

@@ -43,6 +43,7 @@ int exitStatus(const till::ClosingVerdict& verdict) {
   const bool isRefused = verdict.ending == Ending::NotPrinted && verdict.cause.kind == Cause::Kind::Refused;
   const bool isX = verdict.kind == till::Kind::X;
   if (isRefused || (isX && verdict.ending == Ending::Unknown)) return exitRefused;
+  if (verdict.ending == Ending::PrintedBefore) return exitDone;  // the day that was meant is closed
   return verdict.ending == Ending::UnknownBefore ? exitNotPrinted : statusOf(verdict.ending);
 }
 
