@@ -3,6 +3,7 @@
 
 #include "base/terminal/language.h"
 #include "printer/cached_settings.h"
+#include "till/course/closing.h"
 #include "till/course/sale_course.h"
 
 namespace zentaro::till {

@@ -7,11 +7,13 @@
 // on two threads, each with its printer object.
 #pragma once
 
+#include <stdexcept>
 #include <string_view>
 #include <vector>
 
 #include "printer/czentaro.h"
-#include "till/course/closing.h"
+#include "till/books/books_error.h"
+#include "till/course/closing_verdict.h"
 #include "till/course/options.h"
 #include "till/course/verdict.h"
 #include "till/document/paper_check.h"
@@ -22,7 +24,7 @@ namespace zentaro::till {
 
 /// What the program has asked for cannot be: a document that is not in order, an id with other characters than
 /// letters, digits and ._~:-, a port that is closed. Nothing was sent.
-class WrongUse : public std::invalid_argument {
+class ZENTARO_API WrongUse : public std::invalid_argument {
  public:
   explicit WrongUse(const std::string& what, Problems problems = {})
       : std::invalid_argument(what), problems_(std::move(problems)) {}
@@ -40,21 +42,21 @@ struct Document {
 };
 
 /// Takes a document by its members, or as the JSON of a sale file; raises WrongUse.
-Document documentOf(Sale sale);
-Document documentOf(std::string_view json);
+ZENTARO_API Document documentOf(Sale sale);
+ZENTARO_API Document documentOf(std::string_view json);
 
 struct Checked {
   Problems problems;  // what keeps it from being printed
   Totals totals;      // when there are none
   Problems warnings;  // what paper will not show, and what the printer is likely to refuse
 };
-Checked check(std::string_view json);
+ZENTARO_API Checked check(std::string_view json);
 
 /// Prints the document once. With an id nothing is ever printed twice under it: the books know what became of it.
-Verdict sell(CZentaro& printer, const Document& document, const SellOptions& options = {});
+ZENTARO_API Verdict sell(CZentaro& printer, const Document& document, const SellOptions& options = {});
 
 /// Kind::Z closes the day, Kind::X reads it; both print.
-ClosingVerdict close(CZentaro& printer, Kind kind, const CloseOptions& options = {});
+ZENTARO_API ClosingVerdict close(CZentaro& printer, Kind kind, const CloseOptions& options = {});
 
 struct Settled {
   std::optional<Ending> refusal = {};  // Unreachable or Busy: nothing was asked
@@ -64,11 +66,11 @@ struct Settled {
   std::vector<Job> open = {};    // those that a person has to look at
 };
 /// Judges what is open on the printer by its counters, and ends what its own jobs left open.
-Settled settle(CZentaro& printer, const Options& options = {});
+ZENTARO_API Settled settle(CZentaro& printer, const Options& options = {});
 
 /// The latest jobs of the books, the oldest of them first. Raises BooksError.
-std::vector<Job> jobs(int most = 100);
+ZENTARO_API std::vector<Job> jobs(int most = 100);
 /// The job of that id.
-std::optional<Job> find(std::string_view id);
+ZENTARO_API std::optional<Job> find(std::string_view id);
 
 }  // namespace zentaro::till

@@ -18,7 +18,7 @@ struct zentaro_object {
 namespace zentaro::c {
 
 /// The object behind a handle; raises 91 for NULL and 5 on another thread than the object's.
-const Object& objectOf(const zentaro_object* handle);
+ZENTARO_API const Object& objectOf(const zentaro_object* handle);
 
 /// Raises 13 for a kind that there is not and for arrays nested deeper than 64, and what objectOf
 /// raises. `depth`: how many arrays the value stands in.
@@ -27,7 +27,7 @@ std::vector<Variant> variantsOf(const zentaro_value* values, int32_t count, int 
 
 /// A value that owns what it holds; raises bad_alloc.
 zentaro_value valueOf(const Variant& value);
-zentaro_value textValue(std::string_view text);
+ZENTARO_API zentaro_value textValue(std::string_view text);
 zentaro_value arrayValue(std::size_t count);
 
 /// Makes the value Empty without ever going deeper itself, however deep arrays are nested in it. Raises
@@ -35,6 +35,6 @@ zentaro_value arrayValue(std::size_t count);
 void clear(zentaro_value& value);
 
 /// Puts `replacement` in the place of what `value` holds, which is given back first.
-void replace(zentaro_value& value, zentaro_value replacement);
+ZENTARO_API void replace(zentaro_value& value, zentaro_value replacement);
 
 }  // namespace zentaro::c

@@ -3,11 +3,11 @@
 #include "zentaro_c.h"
 
 #include <cstdlib>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "automation/automation_error.h"
+#include "errors.h"
 #include "interface/description_json.h"
 #include "interface/library.h"
 #include "platform/host.h"
@@ -28,30 +28,12 @@ struct LastError {
   std::string source, description;
 };
 
-constexpr int outOfMemory = 7, internalError = 51;
+}  // namespace
 
-int32_t failed(int32_t number, std::string source, std::string description) {
-  auto& error = perThread<LastError>();
-  error = {number, std::move(source), std::move(description)};
+int32_t zentaro::c::failed(int32_t number, std::string source, std::string description) {
+  perThread<LastError>() = {number, std::move(source), std::move(description)};
   return number;
 }
-
-// Runs `work`; what it raises becomes the thread's last error and its number.
-template <class Work>
-int32_t guarded(const Work& work) noexcept {
-  try {
-    work();
-    return 0;
-  } catch (const AutomationError& error) {
-    return failed(error.number(), utf8(error.source()), error.what());
-  } catch (const std::bad_alloc&) {
-    return failed(outOfMemory, "Zentaro", "Out of memory");
-  } catch (const std::exception& error) {
-    return failed(internalError, "Zentaro", error.what());
-  }
-}
-
-}  // namespace
 
 int32_t zentaro_clear(zentaro_value* value) {
   return guarded([&] { clear(*value); });

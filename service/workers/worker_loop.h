@@ -11,6 +11,7 @@
 #include "till/books/books.h"
 #include "till/course/observer.h"
 #include "till/course/options.h"
+#include "till/line/printer_line.h"
 
 namespace zentaro::service {
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "automation/variant.h"
+#include "zentaro_api.h"
 
 namespace zentaro {
 
@@ -13,7 +14,7 @@ namespace zentaro {
 /// characters: the accents of the lower-case vowels and of N are dropped, a double quote becomes an
 /// apostrophe, any other character above 127 a full stop. Raises 5 for a negative length, 94 or 13
 /// for a value without a text form.
-std::u16string CleanText(const Variant& value, std::int32_t length);
+ZENTARO_API std::u16string CleanText(const Variant& value, std::int32_t length);
 
 /// The value with that many implied decimals, halves rounded upward: 12.34 with 2 is "1234", -1.25
 /// with 1 is "-12". Raises 6 for an infinite or undefined result.

@@ -3,13 +3,15 @@
 
 #include <cstdint>
 
+#include "zentaro_api.h"
+
 namespace zentaro {
 
 /// "TimeOutZT" as it is now: the answer time-out in seconds; 12 when the text is no number of 16 bits.
-std::int16_t readTimeOut();
+ZENTARO_API std::int16_t readTimeOut();
 /// "LenDescripcionZT" as it is now: the longest item description in characters; 20 for a number
 /// outside 16 bits, 0 for a text that does not begin with a number.
-std::int16_t readLenDescripcion();
+ZENTARO_API std::int16_t readLenDescripcion();
 
 class CachedSettings {
  public:

@@ -5,11 +5,13 @@
 
 #include <string>
 
+#include "zentaro_api.h"
+
 namespace zentaro::modCOMM {
 
 /// Reads the settings and starts the trace, or stops it when they do not ask for one. A file that
 /// cannot be opened is shown in a message box, and the trace is off.
-void CommTraceStart();
+ZENTARO_API void CommTraceStart();
 void CommTraceStop();
 
 // Each does nothing while the trace is off and raises the file error of a write that fails.

@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <string>
 
+#include "zentaro_api.h"
+
 namespace zentaro::modCOMM {
 
 /// Opens `device` and configures it as `settings` says, "baud=9600 parity=N data=8 stop=1". 0 on
@@ -24,7 +26,7 @@ std::int32_t CommClose(std::int16_t port);
 
 /// Puts into `data` what has arrived, at most 4096 characters, and returns their number: 0 when nothing has,
 /// -1 on failure. Never waits. Yields to the host once.
-std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t wanted);
+ZENTARO_API std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t wanted);
 
 /// Sends the characters of `data` as bytes of the code page and returns how many left; -1 when the
 /// write call fails. `data` is the driver's own: the host, which runs meanwhile, may change the variable
@@ -36,6 +38,6 @@ std::int32_t CommErrorText(std::u16string& text);
 
 /// Sleeps until a byte can be read or `limit` is over, but never long: 250 ms at most, 9 ms when
 /// the host wants to be yielded to. On a port that is not open it sleeps for that time.
-void CommWait(std::int16_t port, std::chrono::milliseconds limit);
+ZENTARO_API void CommWait(std::int16_t port, std::chrono::milliseconds limit);
 
 }  // namespace zentaro::modCOMM

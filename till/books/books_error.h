@@ -4,9 +4,11 @@
 #include <stdexcept>
 #include <string>
 
+#include "zentaro_api.h"
+
 namespace zentaro::till {
 
-class BooksError : public std::runtime_error {
+class ZENTARO_API BooksError : public std::runtime_error {
  public:
   enum class Cause {
     Unusable,  // not there, not ours to write, or the disk failed

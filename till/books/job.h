@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "zentaro_api.h"
+
 namespace zentaro::till {
 
 enum class Kind { Invoice, CreditNote, X, Z };
@@ -15,12 +17,12 @@ enum class State { Queued, Printing, Printed, NotPrinted, Unknown };
 /// What is about to be sent.
 enum class Turn { None, Open, Lines, Close, Finish, Cancel };
 
-std::string_view nameOf(Kind kind);
-std::string_view nameOf(State state);
-std::string_view nameOf(Turn turn);
+ZENTARO_API std::string_view nameOf(Kind kind);
+ZENTARO_API std::string_view nameOf(State state);
+ZENTARO_API std::string_view nameOf(Turn turn);
 
 /// Whether the text may name a job: 1 to 128 of A-Z a-z 0-9 . _ ~ : -
-bool isJobId(std::string_view text);
+ZENTARO_API bool isJobId(std::string_view text);
 
 /// Seconds since 1970, for people only: nothing is decided by them.
 using Moment = std::int64_t;

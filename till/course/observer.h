@@ -8,6 +8,7 @@
 #include "till/books/evidence.h"
 #include "till/course/reply.h"
 #include "till/line/line_observer.h"
+#include "zentaro_api.h"
 
 namespace zentaro::till {
 
@@ -18,7 +19,7 @@ struct StepPlace {
   std::string label;
 };
 
-class Observer : public LineObserver {
+class ZENTARO_API Observer : public LineObserver {
  public:
   virtual void asksForCounters() {}
   /// Nothing, and why, when they could not be had.

@@ -5,11 +5,13 @@
 #include <optional>
 #include <string>
 
-#include "till/books/books.h"
+#include "till/books/job.h"
 #include "till/course/observer.h"
-#include "till/course/print_sale.h"
+#include "till/course/stop.h"
 
 namespace zentaro::till {
+
+class Books;
 
 struct Options {
   Stop stop = {};

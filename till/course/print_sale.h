@@ -1,22 +1,15 @@
 // Carries a sale out: asks the machine what to do, writes it down, has the printer do it, and tells the observer.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "till/course/keeper.h"
 #include "till/course/sale_machine.h"
 #include "till/course/sale_printer.h"
+#include "till/course/stop.h"
 
 namespace zentaro::till {
-
-/// Whether to go on is asked between two steps; no further step is sent then, and the document is cancelled or,
-/// when it is partially closed, finished.
-struct Stop {
-  std::function<bool()> isWanted = {};
-  std::string cause = {};  // for people; "interrupted" when it is empty
-};
 
 /// The machine's name is all that is used of `before`. The keeper has the end, too.
 Verdict printSale(const std::vector<SaleStep>& steps, const Order& order, const std::string& machine,

@@ -9,6 +9,7 @@
 #include "till/books/admission.h"
 #include "till/books/claims.h"
 #include "till/course/options.h"
+#include "till/course/print_sale.h"
 #include "till/line/printer_line.h"
 
 namespace zentaro::till {

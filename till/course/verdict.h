@@ -8,6 +8,7 @@
 
 #include "till/books/job.h"
 #include "till/document/totals.h"
+#include "zentaro_api.h"
 
 namespace zentaro::till {
 
@@ -32,11 +33,11 @@ enum class Ending {
 inline bool isDayReport(Kind kind) { return kind == Kind::X || kind == Kind::Z; }
 
 /// For programs, in no language: "printed", "still-open".
-std::string_view nameOf(Ending ending);
+ZENTARO_API std::string_view nameOf(Ending ending);
 /// Whether the document was printed by this call.
-bool isPrinted(Ending ending);
+ZENTARO_API bool isPrinted(Ending ending);
 /// What the end of a document is in the books. One that is still open is an open question.
-State stateOf(Ending ending);
+ZENTARO_API State stateOf(Ending ending);
 
 /// Why a document did not go straight to its end.
 struct Cause {

@@ -4,9 +4,11 @@
 #include <chrono>
 #include <string>
 
+#include "zentaro_api.h"
+
 namespace zentaro::till {
 
-class LineObserver {
+class ZENTARO_API LineObserver {
  public:
   using Time = std::chrono::milliseconds;
 

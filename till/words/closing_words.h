@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/files/json_fwd.h"
-#include "till/course/closing.h"
+#include "till/course/closing_verdict.h"
 #include "till/words/verdict_words.h"
 
 namespace zentaro::till {

@@ -19,6 +19,16 @@ std::string seconds(LineObserver::Time time) {
 
 }  // namespace
 
+Say byLine(Say take) {
+  return [take = std::move(take), line = std::string()](std::string_view text) mutable {
+    line += text;
+    for (auto end = line.find('\n'); end != std::string::npos; end = line.find('\n')) {
+      take(std::string_view(line).substr(0, end));
+      line.erase(0, end + 1);
+    }
+  };
+}
+
 void Teller::waiting(Time limit) {
   notice_(say("zentaro: sin respuesta en orden; se espera a la impresora, {} s a lo sumo (--give-up)\n",
               "zentaro: no answer in step; waiting for the printer, {} s at most (--give-up)\n",

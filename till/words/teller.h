@@ -9,9 +9,14 @@
 
 namespace zentaro::till {
 
+using Say = std::function<void(std::string_view text)>;
+
+/// Hands on each line without its end, as soon as its pieces are all there.
+Say byLine(Say take);
+
 class Teller : public Observer {
  public:
-  using Say = std::function<void(std::string_view text)>;
+  using Say = till::Say;
 
   /// `progress` is given the lines of the sale piece by piece: the label of a step comes before its wait. `notice` is
   /// given whole lines about everything else, each with its end.

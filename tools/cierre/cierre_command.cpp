@@ -9,6 +9,7 @@
 #include "base/terminal/command_line.h"
 #include "base/terminal/language.h"
 #include "interface/library.h"
+#include "till/course/closing.h"
 #include "till/words/closing_words.h"
 #include "tools/connection/known_settings.h"
 #include "tools/sale/exit_status.h"

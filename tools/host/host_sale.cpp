@@ -35,32 +35,14 @@ till::Document documentFrom(const till::Node& node) {
   return {std::move(sale), totals};
 }
 
-/// Hands on what is told about the sale, line by line.
-class LineTeller : public till::Teller {
- public:
-  explicit LineTeller(const std::function<void(std::string_view)>& take)
-      : Teller([this, &take](std::string_view text) { add(text, take); },
-               [](std::string_view text) { std::cerr << text << std::flush; }) {}
-
- private:
-  void add(std::string_view text, const std::function<void(std::string_view)>& take) {
-    line_ += text;
-    for (auto end = line_.find('\n'); end != std::string::npos; end = line_.find('\n')) {
-      take(std::string_view(line_).substr(0, end));
-      line_.erase(0, end + 1);
-    }
-  }
-
-  std::string line_;
-};
-
 /// What outlives the answer: the books are told when it was delivered.
 struct Kept {
   Kept(till::Document made, const std::function<void(std::string_view)>& progress)
-      : document(std::move(made)), teller(progress) {}
+      : document(std::move(made)),
+        teller(till::byLine(progress), [](std::string_view text) { std::cerr << text << std::flush; }) {}
 
   till::Document document;
-  LineTeller teller;
+  till::Teller teller;
   std::optional<till::SaleCourse> course;
 };
 

@@ -1,7 +1,7 @@
 // What the exit status of a sale or a closing says to scripts.
 #pragma once
 
-#include "till/course/closing.h"
+#include "till/course/closing_verdict.h"
 #include "till/course/verdict.h"
 
 namespace zentaro::tools {
