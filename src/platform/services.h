@@ -26,10 +26,10 @@ struct Services {
 Services systemServices();
 
 /// The services in force on the calling thread: the system's, unless a ServicesScope is alive.
-const Services& services();
+ZENTARO_API const Services& services();
 
 /// Puts other services in force on the calling thread for its lifetime. The services must outlive it.
-class ServicesScope {
+class ZENTARO_API ServicesScope {
  public:
   explicit ServicesScope(const Services& replacement);
   ~ServicesScope();
