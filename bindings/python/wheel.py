@@ -2,7 +2,7 @@
 """Writes the wheel with the library and the virtual printer in it, with nothing but Python.
 
 wheel.py --name VERSION: how it is called here. wheel.py --info FOLDER VERSION: writes what a distribution's own package says of
-itself. wheel.py FILE VERSION LIBRARY PRINTER STUBS: writes the wheel; its tag is that in FILE.
+itself. wheel.py FILE VERSION LIBRARY PRINTER STUBS [TILL]: writes the wheel; its tag is that in FILE.
 """
 import base64
 import hashlib
@@ -15,13 +15,15 @@ here = pathlib.Path(__file__).parent
 tag = "py3-none-" + sysconfig.get_platform().replace("-", "_").replace(".", "_")
 
 
-def contents(tag, version, library, printer, stubs):
+def contents(tag, version, library, printer, stubs, till=None):
     """(name in the wheel, bytes, executable)"""
     for file in sorted((here / "zentaro").glob("*.py")) + [here / "zentaro" / "py.typed"]:
         yield f"zentaro/{file.name}", file.read_bytes(), False
     yield "zentaro/__init__.pyi", pathlib.Path(stubs).read_bytes(), False
     is_windows = library.endswith(".dll")
     yield f"zentaro/native/{'zentaro_c.dll' if is_windows else 'libzentaro.so.0'}", pathlib.Path(library).read_bytes(), False
+    if till:
+        yield "zentaro/native/libzentaro-till.so.0", pathlib.Path(till).read_bytes(), False
     yield f"zentaro/native/zentaro-printer{'.exe' if is_windows else ''}", pathlib.Path(printer).read_bytes(), True
     for name, text in information(version).items():
         yield f"zentaro-{version}.dist-info/{name}", text.encode(), False

@@ -5,7 +5,7 @@ folder=$(mktemp -d)
 trap 'rm -r "$folder"' EXIT
 python3 -m zipfile -e "$1" "$folder"
 chmod +x "$folder/zentaro/native/zentaro-printer"
-unset ZENTARO_LIBRARY
+unset ZENTARO_LIBRARY ZENTARO_TILL_LIBRARY
 export PYTHONPATH=$folder
 pytest-3 -q -W error -p no:cacheprovider "$2"
 # Where a conftest.py names the plug-in as well, it is still the one.

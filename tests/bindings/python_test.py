@@ -73,6 +73,49 @@ def test_a_sale_on_the_virtual_printer(virtual_printer):
         virtual_printer.fault("lose-anser")
 
 
+INVOICE = {"document": "invoice", "customer": {"name": "Ana Pérez", "rif": "V-12345678"},
+           "lines": [{"description": "Café molido", "price": Decimal("12.50"), "quantity": 2, "tax": 16}], "payments": [{"amount": 40}]}
+
+
+def test_a_document_is_sold_once(virtual_printer):
+    lines = []
+    with CZentaro(CommPort=1, PortOpen=True) as printer:
+        virtual_printer.fault("lose-answer on close")
+        verdict = zentaro.sell(printer, INVOICE, id="F-1", progress=lines.append)
+        assert verdict.is_printed and (verdict.verdict, verdict.number, verdict.total) == ("printed", 1, Decimal("29.00"))
+        assert any("Café molido" in line for line in lines)
+        assert zentaro.sell(printer, INVOICE, id="F-1").verdict == "already-printed"
+        note = {"document": "credit note", "customer": INVOICE["customer"], "lines": INVOICE["lines"],
+                "invoice": {"number": 1, "serial": "ZZZ0000001", "date": datetime.datetime(2024, 3, 15, 14, 5)}}
+        assert zentaro.sell(printer, note, id="N-1").verdict == "printed"
+        assert zentaro.settle(printer).open == []
+        closing = zentaro.close(printer, "Z", id="Z-1")
+        assert (closing.verdict, closing.number, closing.figures["sales"]["base1"]) == ("printed", 1, Decimal("25.00"))
+    assert [(job.id, job.state, type(job.ended)) for job in zentaro.jobs()] == [
+        (id, "printed", datetime.datetime) for id in ("F-1", "N-1", "Z-1")]
+    assert [job.total for job in zentaro.jobs("F-1")] == [Decimal("29.00")] and zentaro.jobs("F-2") == []
+    assert len(virtual_printer.paper) == 3 and "14:05" in virtual_printer.paper[1]
+
+
+def test_what_a_callback_raises_stops_the_document(virtual_printer):
+    def interrupt(line):
+        if "Café" in line:
+            raise KeyboardInterrupt
+    with CZentaro(CommPort=1, PortOpen=True) as printer:
+        with pytest.raises(KeyboardInterrupt) as raised:
+            zentaro.sell(printer, INVOICE, progress=interrupt)
+        assert raised.value.verdict.verdict == "not-printed"
+    assert "DOCUMENTO ANULADO" in virtual_printer.paper[0]
+
+
+def test_what_is_wrong_with_a_document():
+    wrong = {**INVOICE, "lines": [{"description": "Pan", "price": "1O", "tax": 16}]}
+    assert [problem.path for problem in zentaro.check(wrong).problems] == ["lines[0].price"]
+    assert zentaro.check(INVOICE).change == Decimal("11.00")
+    with pytest.raises(AutomationError, match="PortOpen"):
+        zentaro.sell(CZentaro(), INVOICE)
+
+
 def test_a_callback_ends_a_wait(virtual_printer):
     def stop():
         raise KeyboardInterrupt

@@ -12,4 +12,5 @@ def virtual_printer(monkeypatch, request):
     """
     with VirtualPrinter(*getattr(request, "param", [])) as printer:
         monkeypatch.setenv("ZENTARO_SETTINGS", str(printer.settings))
+        monkeypatch.setenv("ZENTARO_BOOKS", str(printer.books))
         yield printer

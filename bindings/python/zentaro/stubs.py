@@ -10,7 +10,7 @@ _head = '''# Made by `python -m zentaro.stubs`.
 from datetime import date, datetime, time
 from decimal import Decimal
 from enum import Enum, IntEnum
-from typing import Any, Callable, List, NamedTuple, Optional, Sequence, Tuple, TypeVar, Union
+from typing import Any, Callable, Dict, List, NamedTuple, Optional, Sequence, Tuple, TypeVar, Union
 
 Value = Union[None, bool, int, float, str, Decimal, date, time, Sequence[Any], "Automation", "Special"]
 _Self = TypeVar("_Self")
@@ -36,6 +36,73 @@ class Automation:
     def __exit__(self, *failure: object) -> None: ...
     def call(self, name: str, *arguments: Value) -> Returned: ...
 
+class Verdict(NamedTuple):
+    verdict: str
+    number: Optional[int]
+    total: Optional[Decimal]
+    igtf: Optional[Decimal]
+    change: Optional[Decimal]
+    cause: Optional[str]
+    next: Optional[str]
+    @property
+    def is_printed(self) -> bool: ...
+
+class Closing(NamedTuple):
+    closing: str
+    verdict: str
+    number: Optional[int]
+    cause: Optional[str]
+    next: Optional[str]
+    figures: Optional[Dict[str, Any]]
+    @property
+    def is_printed(self) -> bool: ...
+
+class Problem(NamedTuple):
+    path: str
+    text: str
+
+class Checked(NamedTuple):
+    problems: List[Problem]
+    warnings: List[Problem]
+    net: Optional[Decimal]
+    tax: Optional[Decimal]
+    igtf: Optional[Decimal]
+    total: Optional[Decimal]
+    paid: Optional[Decimal]
+    change: Optional[Decimal]
+
+class Job(NamedTuple):
+    id: Optional[str]
+    printer: str
+    kind: str
+    attempt: int
+    state: str
+    verdict: Optional[str]
+    number: Optional[int]
+    machine: Optional[str]
+    total: Decimal
+    cause: Optional[str]
+    accepted: Optional[datetime]
+    begun: Optional[datetime]
+    ended: Optional[datetime]
+
+class Settled(NamedTuple):
+    refusal: Optional[str]
+    cause: Optional[str]
+    machine: Optional[str]
+    judged: List[Job]
+    open: List[Job]
+
+Document = Union[str, Dict[str, Any]]
+Progress = Optional[Callable[[str], None]]
+def sell(printer: "CZentaro", document: Document, id: Optional[str] = None, *, again: bool = False, wait: Optional[int] = None,
+         give_up: Optional[int] = None, progress: Progress = None) -> Verdict: ...
+def check(document: Document) -> Checked: ...
+def close(printer: "CZentaro", closing: str, id: Optional[str] = None, *, even_if_unknown: bool = False, wait: Optional[int] = None,
+          give_up: Optional[int] = None, progress: Progress = None) -> Closing: ...
+def settle(printer: "CZentaro", *, wait: Optional[int] = None, give_up: Optional[int] = None, progress: Progress = None) -> Settled: ...
+def jobs(id: Optional[str] = None, most: int = 100) -> List[Job]: ...
+def stop(printer: "CZentaro") -> None: ...
 def on_yield(callback: Optional[Callable[[], None]]) -> None: ...
 def on_message_box(callback: Optional[Callable[[str, str], None]]) -> None: ...
 '''

@@ -24,13 +24,15 @@ def _program():
 class VirtualPrinter:
     """A printer at `device`, with an empty memory of its own and options of the command line, for example "--realtime".
 
-    `settings` is a settings file in which it is COM1 and the time-out is `time_out` whole seconds.
+    `settings` is a settings file in which it is COM1 and the time-out is `time_out` whole seconds; `books` are for what is sold on it.
     """
 
     def __init__(self, *options, time_out=1):
         self._folder = tempfile.TemporaryDirectory(prefix="zentaro-")
         folder = pathlib.Path(self._folder.name)
         self.device, self.settings = folder / "printer", folder / "settings.ini"
+        self.books = folder / "books" / "books.db"
+        self.books.parent.mkdir()
         self._paper, self._log, self._control, self._notices = (folder / name for name in ("paper.txt", "log", "control", "notices"))
         self.settings.write_text(f"[Config\\EPSONZT]\nTimeOutZT={time_out}\n[Config\\ModComm]\nCOM1={self.device}\n", "utf-8")
         with self._notices.open("wb") as notices:
