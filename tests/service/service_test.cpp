@@ -171,7 +171,8 @@ TEST_F(Service, KilledAtAnyStepItPrintsAJobOnce) {
   for (const char* step : {"serial", "closing", "open", "item", "subtotal", "payment", "close"}) {
     for (const char* how : {"delay=0.7", "lose-answer", "lose-command"}) {
       serve();
-      const std::string id = "F-" + std::to_string(++number), item = std::string(step) + " " + how;
+      const std::string id = "F-" + std::to_string(++number),
+                        item = id + " " + step;  // 20 characters are printed
       ASSERT_TRUE(eventually([&] { return ask("GET /v1/printers/caja1").at("state") == "ready"; }));
       fault("caja1", std::string(how) + " on " + step);
       ASSERT_EQ(put(id, sale("caja1", item)).status, 202);
