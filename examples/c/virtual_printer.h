@@ -16,6 +16,8 @@ static FILE* start_virtual_printer(void) {
   fprintf(file, "[Config\\ModComm]\nCOM1=%s\n", link);
   fclose(file);
   setenv("ZENTARO_SETTINGS", settings, 1);
+  snprintf(settings, sizeof settings, "%s/books.db", folder); /* of its own, gone with the printer */
+  setenv("ZENTARO_BOOKS", settings, 1);
   printer = popen(command, "w");
   for (int tries = 0; access(link, F_OK) != 0 && tries < 200; ++tries) {
     struct timespec wait = {0, 50000000};

@@ -28,7 +28,7 @@ on_a_line() {
   zentaro-printer --quiet $options --link "$here/printer" --paper "$here/paper.txt" --fault "$plan" </dev/null >/dev/null 2>&1 &
   local printer=$!
   until [ -e "$here/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
-  ZENTARO_SETTINGS=$here/settings.ini "${@:7}" 1 >"$here/output" 2>&1
+  ZENTARO_SETTINGS=$here/settings.ini ZENTARO_BOOKS=$here/books.db "${@:7}" 1 >"$here/output" 2>&1
   local seen="status $?,"
   seen+=" $(grep -oE '^(PRINTED|NOT PRINTED|UNKNOWN|STILL OPEN)' "$here/output"),"
   seen+=" closed $(grep -c '^CAMBIO' "$here/paper.txt"), cancelled $(grep -c ANULADO "$here/paper.txt")"

@@ -17,13 +17,18 @@ flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs zentaro)
 "$compiler" -std=c++20 "$example/sale.cpp" -o "$folder/sale" $flags -Wl,-rpath,"$libraries"
 # By hand, as LEEME says.
 "$compiler" -std=c++20 -I"$prefix/include/zentaro" "$example/first.cpp" -o "$folder/first" -L"$libraries" -lzentaro -Wl,-rpath,"$libraries"
-cc -std=c99 -Wall -Werror -fsyntax-only "$example/../c/sale.c" $flags
+till=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs zentaro-till)
+# shellcheck disable=SC2086
+cc -std=c99 -Wall -Werror "$example/../c/sale.c" -o "$folder/sale-c" $till -Wl,-rpath,"$libraries"
+echo '#include <till/zentaro_till.h>' >"$folder/till.cpp"
+# shellcheck disable=SC2086
+"$compiler" -std=c++20 -fsyntax-only "$folder/till.cpp" $till
 "$compiler" -std=c++17 -fsyntax-only "$example/sale.cpp" $flags 2>"$folder/old" || true
 grep -q "add -std=c++20" "$folder/old"
 python3 "$(dirname "$0")/links.py" "$(dirname "$(find "$prefix" -name LEEME.md)")"
 
 export PATH=$prefix/bin:$PATH
-for sale in "$folder/build/sale" "$folder/sale"; do
+for sale in "$folder/build/sale" "$folder/sale" "$folder/sale-c"; do
   "$sale" >"$folder/ticket" || { cat "$folder/ticket"; exit 1; }
   grep -q "TOTAL  *Bs 35,00" "$folder/ticket"
 done
