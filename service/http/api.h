@@ -48,6 +48,14 @@ class Api {
  private:
   struct Call;
   struct Route;
+  /// One that reads the stream of events, and how far it has come.
+  struct Listener {
+    till::Books::Filter filter;
+    Token token;
+    std::string authorization;
+    std::int64_t after = 0;
+    std::map<std::string, std::string> printers = {};  // what it was told of each
+  };
   class Waiter;
   static const std::vector<Route>& routes();
 
@@ -85,6 +93,7 @@ class Api {
   std::pair<std::vector<till::Job>, std::int64_t> changes(const till::Books::Filter& filter,
                                                           std::int64_t after);
   Json printer(const std::string& name);
+  std::optional<std::string> news(Listener& listener);
   std::string printerEvents(const Token& token, std::map<std::string, std::string>& told);
 
   Parts parts_;

@@ -32,8 +32,10 @@ class Chronicle {
   Chronicle(BooksPool& books, Bell& bell, Say say);
   Chronicle(const Chronicle&) = delete;
   Chronicle& operator=(const Chronicle&) = delete;
-  /// The bell must be closed by then.
-  ~Chronicle() { thread_.join(); }
+  ~Chronicle() {
+    bell_.close();
+    thread_.join();
+  }
 
   /// A request was answered with this code.
   void answered(int code);

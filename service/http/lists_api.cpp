@@ -96,26 +96,28 @@ std::pair<std::vector<Job>, std::int64_t> Api::changes(const till::Books::Filter
 }
 
 void Api::getEvents(Call& call) {
-  const till::Books::Filter filter = filterOf(call.request, call.token);
   const std::string last = call.request.get_header_value("Last-Event-ID");
   const std::int64_t now = parts_.books.borrow()->revision();
-  std::int64_t after = revisionFrom(last.empty() ? call.request.get_param_value("after") : last, now);
+  Listener listener{filterOf(call.request, call.token), call.token,
+                    call.request.get_header_value("Authorization"),
+                    revisionFrom(last.empty() ? call.request.get_param_value("after") : last, now)};
   call.server.stream(call.request, call.response,
-                     [this, filter, after, token = call.token,
-                      told = std::map<std::string, std::string>{}]() mutable -> std::optional<std::string> {
-                       const std::uint64_t seen = parts_.bell.rung();
-                       std::string text = printerEvents(token, told);
-                       const auto [jobs, revision] = changes(filter, after);
-                       for (const Job& job : jobs)
-                         text += "event: job\nid: " + std::to_string(job.revision) +
-                                 "\ndata: " + jsonLine(jobJson(job, isVirtual(job.printer))) + "\n\n";
-                       after = revision;
-                       if (!text.empty()) return text;
-                       const bool isRung =
-                           parts_.bell.wait(seen, std::chrono::steady_clock::now() + heartbeat);
-                       if (parts_.bell.isClosed()) return std::nullopt;
-                       return isRung ? std::string{} : std::string{":\n\n"};
-                     });
+                     [this, listener = std::move(listener)]() mutable { return news(listener); });
+}
+
+std::optional<std::string> Api::news(Listener& listener) {
+  if (!parts_.tokens.find(listener.authorization)) return std::nullopt;  // it was taken away
+  const std::uint64_t seen = parts_.bell.rung();
+  std::string text = printerEvents(listener.token, listener.printers);
+  const auto [jobs, revision] = changes(listener.filter, listener.after);
+  for (const Job& job : jobs)
+    text += "event: job\nid: " + std::to_string(job.revision) +
+            "\ndata: " + jsonLine(jobJson(job, isVirtual(job.printer))) + "\n\n";
+  listener.after = revision;
+  if (!text.empty()) return text;
+  const bool isRung = parts_.bell.wait(seen, std::chrono::steady_clock::now() + heartbeat);
+  if (parts_.bell.isClosed()) return std::nullopt;
+  return isRung ? std::string{} : std::string{":\n\n"};
 }
 
 // How the printers are, as far as it is news; without an id, since it is not resumed.

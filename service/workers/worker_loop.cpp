@@ -188,9 +188,12 @@ void Worker::Loop::look(const std::string& machine, till::PrinterLine& asked) {
     setCondition(Condition::Ready, "");
 }
 
-// What a killed service was printing and the counters cannot answer yet: nobody prints it now.
+// What a killed service was printing and the counters cannot answer yet, or never will because another machine is in
+// front: nobody prints it now.
 void Worker::Loop::nameLeftOvers(const std::string& machine) {
-  for (const Job& job : books_->unsettled(machine)) {
+  std::vector<Job> left = books_->changedAfter(0, {worker_.name(), State::Printing});
+  for (const Job& job : books_->unsettled(machine)) left.push_back(job);
+  for (const Job& job : left) {
     if (job.state != State::Printing || job.owner != serviceOwner) continue;
     books_->finish(job, {State::Unknown, "unknown", {}, {}, worker_.report().cause});
     worker_.settings_.changed();
