@@ -4,9 +4,9 @@
 #include <future>
 
 #include "support/process.h"
+#include "till/line/overlay_settings.h"
 #include "till/zentaro_till.h"
 #include "tools/connection/known_settings.h"
-#include "tools/connection/overlay_settings.h"
 #include "tools/connection/virtual_printer.h"
 
 namespace zentaro::till::sell_test {
@@ -25,14 +25,14 @@ class OpenPrinter {
   ~OpenPrinter() { printer.PortOpen(false); }
 
  private:
-  static Services with(tools::OverlaySettings& settings, const std::string& device) {
+  static Services with(OverlaySettings& settings, const std::string& device) {
     settings.replace(tools::portSection, tools::portKey(1), utf16(device));
     Services changed = services();
     changed.settings = &settings;
     return changed;
   }
 
-  tools::OverlaySettings settings_;
+  OverlaySettings settings_;
   ServicesScope scope_;
 
  public:

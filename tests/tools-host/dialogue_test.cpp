@@ -66,6 +66,7 @@ TEST_F(Dialogue, AnswersRequests) {
     sale {"object":1,"document":{"document":"invoice","lines":[{"description":"a","price":1.0000000000000000001,"tax":0}],"payments":[]}} => -32602 "document" is not in order, nothing was sent: lines[0].price: *
     sale {"object":1,"document":{"lines":[{"description":"a","price":1,"tax":0}],"lines":[]}} => -32602 the name "lines" stands twice*
     sale {"object":1,"id":"","document":{}} => -32602 "id" is empty*
+    sale {"object":1,"id":"F 1","document":{"document":"invoice","lines":[{"description":"a","price":0,"tax":0}]}} => -32602 "id" is not 1 to 128*
     sale {"object":1,"ID":"F-1","document":{}} => -32602 "ID" is no parameter of sale, which has: object, document, id, progress, again
     call {"object":1,"name":"CerrarComprobante","arguments":["A"]} => -32602 "arguments" is no parameter of call, *
     put {"object":1,"name":"PortOpen","value":true} => 40001 Puerto serial no asignado (CZentaro.Let PortOpen)

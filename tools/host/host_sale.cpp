@@ -52,6 +52,8 @@ HostVerdict sellOn(CZentaro& printer, const HostSale& sale,
                    const std::function<void(std::string_view)>& progress) {
   const std::string number = std::to_string(toInt16(printer.CommPort));
   const auto kept = std::make_shared<Kept>(documentFrom(sale.document), progress);
+  if (!sale.key.empty() && !till::isJobId(sale.key))
+    throw invalidParameters("\"id\" is not 1 to 128 characters of A-Z a-z 0-9 . _ ~ : -");
   if (!printer.isPortOpen) throw invalidParameters("the port of the object is closed: put PortOpen first");
   const base::Interruption interruption;
   till::SellOptions options;

@@ -11,7 +11,9 @@
 #include "till/course/sale_course.h"
 #include "till/document/paper_check.h"
 #include "till/document/sale_file.h"
+#include "till/words/call_words.h"
 #include "till/words/verdict_words.h"
+#include "till/zentaro_till.h"
 #include "tools/connection/known_settings.h"
 #include "tools/sale/exit_status.h"
 #include "tools/sale/journal.h"
@@ -118,7 +120,13 @@ int print(const SaleOptions& options, const till::Sale& sale, const till::Totals
 }  // namespace
 
 int runSale(const SaleOptions& options) {
-  auto [sale, problems] = till::readSale(base::readInput(options.file));
+  const std::string text = base::readInput(options.file);
+  if (options.isCheckOnly && options.isJson) {
+    const till::Checked checked = till::check(text);
+    std::cout << jsonPage(till::checkedJson(checked)) << std::flush;
+    return checked.problems.empty() ? exitDone : exitFailed;
+  }
+  auto [sale, problems] = till::readSale(text);
   if (!problems.empty()) return refuse(options.file, problems);
   const till::Totals totals = till::reckon(sale, problems);
   if (!problems.empty()) return refuse(options.file, problems);
