@@ -220,8 +220,10 @@ std::optional<Json> Worker::Loop::day() {
 // The id of a document that is unknown on this machine, whose evidence a Z would take away; empty for none.
 std::string Worker::Loop::unknownOf(const Job& job) const {
   if (job.kind != Kind::Z || readJobRequest(job.body).request.isForced) return {};
-  for (const Job& unsettled : books_->unsettled(worker_.report().machine))
-    if (!isClosing(unsettled)) return unsettled.id.empty() ? unsettled.printer : unsettled.id;
+  const PrinterReport report = worker_.report();
+  for (const Job& unsettled : books_->unsettled(report.machine))
+    if (!isClosing(unsettled) && till::isEvidenceOfToday(unsettled, report.lastZ))
+      return unsettled.id.empty() ? unsettled.printer : unsettled.id;
   return {};
 }
 

@@ -89,4 +89,13 @@ TEST(Evidence, JudgesOnlyWhatCanHaveBeenCounted) {
     EXPECT_EQ(judged(row.job, row.now, row.otherHolder), row.judgement) << row.name;
 }
 
+TEST(Evidence, KeepsAZFromTakingOnlyWhatIsLeft) {
+  Job job = cutShort(Kind::Invoice, Turn::Close, true, 8);
+  EXPECT_TRUE(isEvidenceOfToday(job, 3));
+  EXPECT_FALSE(isEvidenceOfToday(job, 4));
+  EXPECT_TRUE(isEvidenceOfToday(job, nobody)) << "the printer does not say";
+  job.before.lastZ = nobody;
+  EXPECT_TRUE(isEvidenceOfToday(job, 4)) << "nobody knows its day";
+}
+
 }  // namespace zentaro::till::evidence_test

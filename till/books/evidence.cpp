@@ -60,4 +60,8 @@ Judgement judged(const Job& job, const Standing& now, const std::optional<State>
                           : withoutClose(job, now, otherHolder, growth);
 }
 
+bool isEvidenceOfToday(const Job& job, const std::optional<std::int64_t>& lastZ) {
+  return !job.before.lastZ || !lastZ || *job.before.lastZ == *lastZ;
+}
+
 }  // namespace zentaro::till

@@ -28,4 +28,8 @@ enum class Judgement {
 /// `otherHolder` is Books::otherHolder() of the last number. The machine is the job's, and nobody prints it now.
 Judgement judged(const Job& job, const Standing& now, const std::optional<State>& otherHolder);
 
+/// Whether a Z would take away what may still tell what became of the job; `lastZ` is that of its machine now. Once the
+/// job's own day is over there is nothing left to take.
+bool isEvidenceOfToday(const Job& job, const std::optional<std::int64_t>& lastZ);
+
 }  // namespace zentaro::till

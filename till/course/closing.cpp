@@ -82,8 +82,9 @@ std::optional<ClosingVerdict> ClosingCourse::refused() {
   for (const Job& job : station_->judged())
     if (job.kind == Kind::Z && job.state == State::Printed) return end(Ending::PrintedBefore, job);
   if (options_.evenIfUnknown) return std::nullopt;
-  const std::vector<Job> unsettled = books->unsettled(station_->machine());
-  return unsettled.empty() ? std::nullopt : std::optional(end(Ending::UnknownBefore, unsettled.front()));
+  for (const Job& job : books->unsettled(station_->machine()))
+    if (isEvidenceOfToday(job, station_->lastZ())) return end(Ending::UnknownBefore, job);
+  return std::nullopt;
 }
 
 ClosingVerdict ClosingCourse::print(CZentaro& printer, PrinterLine& line) {

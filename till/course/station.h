@@ -34,6 +34,7 @@ class Station {
   // After arrive().
   const std::string& machine() const { return machine_; }
   const std::string& device() const { return device_; }
+  const std::optional<std::int64_t>& lastZ() const { return lastZ_; }
   /// The machine for a document of that kind.
   ObjectSalePrinter printerFor(Kind kind, CZentaro& printer, PrinterLine& line) const;
   const std::vector<Job>& judged() const { return judged_; }
