@@ -136,6 +136,9 @@ TEST_F(BooksFile, KeepWhatWasWantedAndWhatCameOfEachAttempt) {
   other.kind = Kind::CreditNote;
   EXPECT_EQ(again.otherHolder(other, 9), std::nullopt);
   EXPECT_EQ(again.highestNumber("A1", Kind::Invoice), 9);
+  Books anew(path());
+  EXPECT_EQ(anew.otherHolder(*anew.open(order("L", "sale"), {"A1", 8, 5000, {}}), 9), std::nullopt)
+      << "printed before this job began, by a printer whose numbers began anew since";
 }
 
 TEST_F(BooksFile, ListWhatIsOpenAndWhatChanged) {

@@ -88,7 +88,8 @@ test("a fault of the line strikes the command it was meant for", async () => {
   await page.locator("#armed", { hasText: "lose-answer on close once" }).waitFor();
   await page.fill("#plan", "paper-near-end on payment");
   await page.press("#plan", "Enter");
-  assert.strictEqual(sell("Eva").status, 0, "the sale finds out that it was closed");
+  const sold = sell("Eva");
+  assert.strictEqual(sold.status, 0, `the sale finds out that it was closed: ${sold.stdout} ${sold.stderr}`);
   await page.locator("#paper-lamp[data-color=amber]").waitFor();
   await rows("sin respuesta").waitFor();
   assert.ok((await rows("sin respuesta").textContent()).includes("Pierde la respuesta"));

@@ -75,13 +75,20 @@ std::vector<Job> Books::openWithDigest(std::string_view digest, std::string_view
   return all(std::move(query), path());
 }
 
+// What was in the books before a job was begun cannot have its number: there the printer has begun its numbers anew.
 std::optional<State> Books::otherHolder(const Job& job, std::int64_t number) const {
-  const std::string others = " WHERE machine = ? AND kind = ? AND number = ? AND (seq <> ? OR attempt <> ?)";
-  Statement query = database_.prepare("SELECT state = 'printed' FROM job" + others +
-                                      " UNION ALL SELECT state = 'printed' FROM attempt" + others +
-                                      " ORDER BY 1 DESC LIMIT 1");
-  for (int table = 0; table < 2; ++table)
+  const auto holdersIn = [](const std::string& table) {
+    return "SELECT state = 'printed' FROM " + table +
+           " WHERE machine = ? AND kind = ? AND number = ? AND (seq <> ? OR attempt <> ?) AND NOT EXISTS (SELECT 1"
+           " FROM job AS own WHERE own.seq = ? AND own.state = 'printing' AND own.revision > " +
+           table + ".revision)";
+  };
+  Statement query =
+      database_.prepare(holdersIn("job") + " UNION ALL " + holdersIn("attempt") + " ORDER BY 1 DESC LIMIT 1");
+  for (int table = 0; table < 2; ++table) {
     query.with(job.before.machine).with(nameOf(job.kind)).with(number).with(job.key).with(job.attempt);
+    query.with(job.key);
+  }
   if (!query.next()) return std::nullopt;
   return query.number(0) != 0 ? State::Printed : State::Unknown;
 }
