@@ -13,4 +13,6 @@ def virtual_printer(monkeypatch, request):
     with VirtualPrinter(*getattr(request, "param", [])) as printer:
         monkeypatch.setenv("ZENTARO_SETTINGS", str(printer.settings))
         monkeypatch.setenv("ZENTARO_BOOKS", str(printer.books))
+        # New books take over the journal that an account has of old; a test has none.
+        monkeypatch.setenv("XDG_STATE_HOME", str(printer.books.parent))
         yield printer
