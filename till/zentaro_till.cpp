@@ -47,14 +47,21 @@ Document documentOf(std::string_view json) {
   return checked(std::move(sale), std::move(problems));
 }
 
-Checked check(std::string_view json) {
+namespace {
+
+Checked checkedOf(SaleReading reading) {
   Checked made;
-  auto [sale, problems] = readSale(json);
+  auto& [sale, problems] = reading;
   if (problems.empty()) made.totals = reckon(sale, problems);
   if (problems.empty()) made.warnings = paperWarnings(sale, descriptionLength());
   made.problems = std::move(problems);
   return made;
 }
+
+}  // namespace
+
+Checked check(std::string_view json) { return checkedOf(readSale(json)); }
+Checked check(const Node& root) { return checkedOf(readSale(root)); }
 
 Verdict sell(CZentaro& printer, const Document& document, const SellOptions& options) {
   if (!options.id.empty() && !isJobId(options.id))

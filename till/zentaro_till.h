@@ -51,6 +51,8 @@ struct Checked {
   Problems warnings;  // what paper will not show, and what the printer is likely to refuse
 };
 ZENTARO_API Checked check(std::string_view json);
+/// The same of what was parsed already.
+Checked check(const Node& root);
 
 /// Prints the document once. With an id nothing is ever printed twice under it: the books know what became of it.
 ZENTARO_API Verdict sell(CZentaro& printer, const Document& document, const SellOptions& options = {});

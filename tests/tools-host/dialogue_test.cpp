@@ -67,6 +67,11 @@ TEST_F(Dialogue, AnswersRequests) {
     sale {"object":1,"document":{"lines":[{"description":"a","price":1,"tax":0}],"lines":[]}} => -32602 the name "lines" stands twice*
     sale {"object":1,"id":"","document":{}} => -32602 "id" is empty*
     sale {"object":1,"id":"F 1","document":{"document":"invoice","lines":[{"description":"a","price":0,"tax":0}]}} => -32602 "id" is not 1 to 128*
+    check {"document":{"document":"invoice"}} => {"problems":[{"path":"lines",*
+    close {"object":1,"closing":"Y"} => -32602 "closing" must be "X" or "Z"
+    close {"object":1,"closing":"Z"} => -32602 the port of the object is closed*
+    settle {"object":1} => -32602 the port of the object is closed*
+    jobs {"most":0} => -32602 "most" must be*
     sale {"object":1,"ID":"F-1","document":{}} => -32602 "ID" is no parameter of sale, which has: object, document, id, progress, again
     call {"object":1,"name":"CerrarComprobante","arguments":["A"]} => -32602 "arguments" is no parameter of call, *
     put {"object":1,"name":"PortOpen","value":true} => 40001 Puerto serial no asignado (CZentaro.Let PortOpen)

@@ -48,11 +48,11 @@ void addHostCommand(CLI::App& app, int& status) {
   command->footer(std::string(say(
       "Una petición JSON-RPC 2.0 por línea, una respuesta por línea, en orden:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
-      "Métodos: create, release, get, put, call, sale, describe. Los objetos que quedan al final de la "
+      "Métodos: create, release, get, put, call, sale, check, close, settle, jobs, describe. Los objetos que quedan al final de la "
       "entrada se destruyen y sus puertos se cierran.",
       "One JSON-RPC 2.0 request per line, one response per line, in order:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
-      "Methods: create, release, get, put, call, sale, describe. The objects that are left at the end of "
+      "Methods: create, release, get, put, call, sale, check, close, settle, jobs, describe. The objects that are left at the end of "
       "input are destroyed and their ports closed.")));
   command->callback([&status] {
     std::ios::sync_with_stdio(false);  // lines may be long

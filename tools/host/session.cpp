@@ -11,6 +11,8 @@
 #include "base/files/json.h"
 #include "interface/description_json.h"
 #include "interface/library.h"
+#include "till/words/call_words.h"
+#include "till/zentaro_till.h"
 #include "tools/host/host_sale.h"
 #include "tools/host/rpc_error.h"
 #include "tools/host/values.h"
@@ -33,6 +35,10 @@ constexpr std::array methods{
     Method{"put", &HostSession::put, {"object", "name", "value"}},
     Method{"call", &HostSession::call, {"object", "name", "args"}},
     Method{"sale", &HostSession::sale, {"object", "document", "id", "progress", "again"}},
+    Method{"check", &HostSession::check, {"document"}},
+    Method{"close", &HostSession::close, {"object", "closing", "id", "progress", "evenIfUnknown"}},
+    Method{"settle", &HostSession::settle, {"object", "progress"}},
+    Method{"jobs", &HostSession::jobs, {"id", "most"}},
     Method{"describe", &HostSession::describe, {"class"}}};
 
 const Json& parameter(const Json& params, const char* name) {
@@ -56,6 +62,14 @@ bool flagParameter(const Json& params, const char* name) {
   const Json value = parameter(params, name, false);
   if (!value.is_boolean()) throw invalidParameters(std::string("\"") + name + "\" must be true or false");
   return value.get<bool>();
+}
+
+std::string keyParameter(const Json& params) {
+  const Json id = parameter(params, "id", "");
+  if (!id.is_string()) throw invalidParameters("\"id\" must be a text");
+  if (params.contains("id") && id.get_ref<const std::string&>().empty())
+    throw invalidParameters("\"id\" is empty: name the sale, or leave it out");
+  return id.get<std::string>();
 }
 
 // 0, which is no object, for a number that no object can have.
@@ -98,9 +112,9 @@ const Method& methodOf(const Json& request) {
   for (const Method& method : methods) {
     if (name == method.name) return method;
   }
-  throw RpcError(
-      RpcCode::UnknownMethod,
-      "unknown method " + jsonLine(name) + ": there are create, release, get, put, call, sale and describe");
+  throw RpcError(RpcCode::UnknownMethod, "unknown method " + jsonLine(name) +
+                                             ": there are create, release, get, put, call, sale, check, "
+                                             "close, settle, jobs and describe");
 }
 
 // How many brackets are open at once; what stands in texts does not count.
@@ -247,23 +261,53 @@ std::string HostSession::call(const Json& params) {
 }
 
 std::string HostSession::sale(const Json& params) {
-  const Object& printer = object(params);
-  if (&printer.description() != findClass("CZentaro"))
-    throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
-  const Json id = parameter(params, "id", "");
-  if (!id.is_string()) throw invalidParameters("\"id\" must be a text");
-  const auto key = id.get<std::string>();
-  if (params.contains("id") && key.empty())
-    throw invalidParameters("\"id\" is empty: name the sale, or leave it out");
-  const bool wantsProgress = flagParameter(params, "progress"), again = flagParameter(params, "again");
+  CZentaro& chosen = printer(params);
+  const std::string key = keyParameter(params);
+  const bool again = flagParameter(params, "again");
   const till::Node document = documentIn(line_);
-  const auto progress = [&](std::string_view text) {
-    const Json note{{"jsonrpc", "2.0"}, {"method", "progress"}, {"params", {{"text", text}}}};
-    if (wantsProgress) notify_(jsonLine(note));
-  };
-  HostVerdict verdict = sellOn(*static_cast<CZentaro*>(printer.instance()), {document, key, again}, progress);
+  HostVerdict verdict = sellOn(chosen, {document, key, again}, progressOf(params));
   whenDelivered_ = std::move(verdict.delivered);
   return jsonLine(verdict.json);
+}
+
+std::string HostSession::check(const Json&) {
+  return jsonLine(till::checkedJson(till::check(documentIn(line_))));
+}
+
+std::string HostSession::close(const Json& params) {
+  const HostClosing closing{textParameter(params, "closing"), keyParameter(params),
+                            flagParameter(params, "evenIfUnknown")};
+  return jsonLine(closeOn(printer(params), closing, progressOf(params)));
+}
+
+std::string HostSession::settle(const Json& params) {
+  return jsonLine(settleOn(printer(params), progressOf(params)));
+}
+
+std::string HostSession::jobs(const Json& params) {
+  if (params.contains("id")) {
+    const std::optional<till::Job> job = till::find(keyParameter(params));
+    return jsonLine(till::jobsJson(job ? std::vector{*job} : std::vector<till::Job>{}));
+  }
+  constexpr int usual = 100, highest = 100000;
+  const Json most = parameter(params, "most", usual);
+  if (!most.is_number_integer() || most < 1 || most > highest)
+    throw invalidParameters("\"most\" must be a whole number, 1 to 100000");
+  return jsonLine(till::jobsJson(till::jobs(most.get<int>())));
+}
+
+CZentaro& HostSession::printer(const Json& params) const {
+  const Object& chosen = object(params);
+  if (&chosen.description() != findClass("CZentaro"))
+    throw invalidParameters("\"object\" must be a Zentaro.CZentaro");
+  return *static_cast<CZentaro*>(chosen.instance());
+}
+
+std::function<void(std::string_view)> HostSession::progressOf(const Json& params) const {
+  if (!flagParameter(params, "progress")) return [](std::string_view) {};
+  return [this](std::string_view text) {
+    notify_(jsonLine({{"jsonrpc", "2.0"}, {"method", "progress"}, {"params", {{"text", text}}}}));
+  };
 }
 
 std::string HostSession::describe(const Json& params) {

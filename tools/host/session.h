@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/files/json.h"
+#include "printer/czentaro.h"
 #include "tools/host/object_table.h"
 
 namespace zentaro::tools {
@@ -34,10 +35,16 @@ class HostSession {
   std::string put(const Json& params);
   std::string call(const Json& params);
   std::string sale(const Json& params);
+  std::string check(const Json& params);
+  std::string close(const Json& params);
+  std::string settle(const Json& params);
+  std::string jobs(const Json& params);
   std::string describe(const Json& params);
 
  private:
   const Object& object(const Json& params) const;
+  CZentaro& printer(const Json& params) const;
+  std::function<void(std::string_view)> progressOf(const Json& params) const;
   /// The same, of which a member is to be used: an error then names both.
   const Object& named(const Json& params);
 
