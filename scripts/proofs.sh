@@ -11,7 +11,7 @@ quietly() {
 # The release build is what is measured and disturbed; the fuzzing programs are built under ASan and UBSan, the threads also under
 # ThreadSanitizer.
 build_proofs() {
-  quietly cmake --preset release -Wno-dev
+  quietly cmake --preset release -DZENTARO_BUILD_TESTS=ON -Wno-dev
   quietly cmake --build --preset release --target zentaro-command --target zentaro-printer --target zentaro-bench --target proofs --target till_test
   quietly cmake --preset fuzz -Wno-dev
   quietly cmake --build --preset fuzz
