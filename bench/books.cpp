@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "limits.h"
+#include "figures.h"
 #include "measure.h"
 #include "sections.h"
 #include "till/books/admission.h"

@@ -5,8 +5,8 @@
 #include <array>
 #include <cstdio>
 
+#include "figures.h"
 #include "library.h"
-#include "limits.h"
 #include "line.h"
 #include "measure.h"
 #include "sections.h"

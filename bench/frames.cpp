@@ -2,7 +2,7 @@
 #include <array>
 #include <cstdio>
 
-#include "limits.h"
+#include "figures.h"
 #include "measure.h"
 #include "printer/answer.h"
 #include "printer/frame.h"

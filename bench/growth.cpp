@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "limits.h"
+#include "figures.h"
 #include "measure.h"
 #include "sections.h"
 #include "virtual-printer/device/device.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "limits.h"
+#include "figures.h"
 #include "sections.h"
 
 int main(int count, char** words) {

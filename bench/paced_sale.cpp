@@ -1,8 +1,8 @@
 // A sale of 1,000 lines at the pace of 9600 baud: how much of the wall time is not the line.
 #include <cstdio>
 
+#include "figures.h"
 #include "library.h"
-#include "limits.h"
 #include "line.h"
 #include "measure.h"
 #include "sections.h"

@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "figures.h"
 #include "library.h"
-#include "limits.h"
 #include "line.h"
 #include "measure.h"
 #include "sections.h"

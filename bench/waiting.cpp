@@ -1,8 +1,8 @@
 // What waiting for a silent printer costs: processor time as a share of the wall time.
 #include <cstdio>
 
+#include "figures.h"
 #include "library.h"
-#include "limits.h"
 #include "line.h"
 #include "measure.h"
 #include "platform/host.h"

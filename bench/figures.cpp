@@ -1,5 +1,5 @@
 // Comparing figures with their limits.
-#include "limits.h"
+#include "figures.h"
 
 #include <cstdio>
 
