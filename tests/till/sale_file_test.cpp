@@ -76,6 +76,9 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
        "invoice.date: \"2100-01-01\" is not of this century"},
       {"\"price\": 1", "\"price\": \"1.250\"", "lines[0].price: \"1.250\" may be 1.25 or 1250; write two"},
       {"\"price\": 1", "\"price\": null", "lines[0].price: is null; write a number"},
+      {"\"lines\"", "\"prices\": \"con impuesto\", \"lines\"",
+       "prices: is \"con impuesto\"; write \"with tax\" / \"without tax\""},
+      {"\"lines\"", "\"total\": \"1,00\", \"lines\"", "total: \"1,00\" has a comma; if it is 1.00"},
       {"\"price\": 1, ", "", "lines[0].price: is missing; write a number"},
       {"\"price\": 1", "\"price\": 1, \"quantity\": 0",
        "lines[0].quantity: \"0\" is outside 0.001 to 999999.999"},
@@ -184,6 +187,21 @@ TEST(SaleFile, TakesSpanishNamesAsWellButNeverBoth) {
   EXPECT_EQ(listed(readSale(mixed).problems),
             "renglones[0].precio: is missing; write a number\n"
             "renglones[0].price: is in another language than the rest of the file; write precio\n");
+}
+
+// What is printed is the same, and so is its digest: a program may go over to the other way of writing.
+TEST(SaleFile, TakesPricesWithTaxForTheWholeOfIt) {
+  const auto [with, problems] =
+      readSale(R"({"documento": "factura", "precios": "con impuesto", "total": 104.4,
+      "renglones": [{"descripcion": "Pan", "precio": 116, "impuesto": 16}], "descuentos": [{"monto": 11.6}]})");
+  EXPECT_TRUE(problems.empty()) << listed(problems);
+  const Sale without = readSale(R"({"document": "invoice", "prices": "without tax",
+      "lines": [{"description": "Pan", "price": 100, "tax": 16}], "discounts": [{"amount": 10}]})")
+                           .sale;
+  EXPECT_EQ(contentDigest(with), contentDigest(without));
+  EXPECT_EQ(with.total, 10440);
+  EXPECT_EQ(with.sumWithTax, 10440);
+  EXPECT_EQ(without.sumWithTax, std::nullopt);
 }
 
 TEST(SaleFile, HasAnotherDigestForEachOtherContent) {

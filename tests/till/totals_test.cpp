@@ -6,6 +6,7 @@
 #include "printer/czentaro.h"
 #include "support/line.h"
 #include "till/course/steps.h"
+#include "till/document/prices_with_tax.h"
 
 namespace zentaro::till::totals_test {
 
@@ -81,6 +82,83 @@ TEST(Totals, PaymentsMustFit) {
     if (row.path == nullptr) continue;
     EXPECT_EQ(problems[0].path, row.path) << row.name;
     EXPECT_NE(problems[0].text.find(row.text), std::string::npos) << row.name << ": " << problems[0].text;
+  }
+}
+
+TEST(Totals, MeetThePricesWithTax) {
+  struct {
+    const char* name;
+    std::vector<Item> items;
+    std::vector<Cents> discounts;
+    std::optional<Cents> total;
+    Cents net, printed;
+    const char *warning, *problem;
+  } const rows[] = {
+      {"100.00 of 116.00", {item(1000, 11600, 1600)}, {}, {}, 10000, 11600, "", ""},
+      {"exempt", {item(2500, 333, 0)}, {}, {}, 833, 833, "", ""},
+      // 0.86 three times, tax 0.4128.
+      {"three of 1.00",
+       {item(1000, 100, 1600), item(1000, 100, 1600), item(1000, 100, 1600)},
+       {},
+       {},
+       258,
+       299,
+       "add up to 3.00 with tax, but 2.99 is printed (net 2.58, tax 0.41)",
+       ""},
+      {"ten of 1.00 in a line",
+       {item(10000, 100, 1600)},
+       {},
+       {},
+       860,
+       998,
+       "",
+       "add up to 10.00 with tax, but 9.98 is printed (net 8.60, tax 1.38); write the lines with quantity 1"},
+      {"the program's own total holds", {item(10000, 100, 1600)}, {}, 998, 860, 998, "", ""},
+      {"even against a sum that is met",
+       {item(1000, 11600, 1600)},
+       {},
+       11601,
+       10000,
+       11600,
+       "",
+       "is 116.01, but 116.00 would be printed (net 100.00, tax 16.00; the IGTF is apart)"},
+      // 116.00 and 108.00 with tax are 200.00 without; 22.40 of 224.00 are 20.00 of 200.00.
+      {"a discount over two rates",
+       {item(1000, 11600, 1600), item(1000, 10800, 800)},
+       {2240},
+       {},
+       18000,
+       20160,
+       "",
+       ""},
+      {"all of it", {item(1000, 100, 1600)}, {100}, {}, 0, 0, "", ""},
+      // 4,310,344,827.59 a piece: doubles would have no cents left.
+      {"the largest price", {item(1000, 499999999999, 1600)}, {}, {}, 431034482758, 499999999999, "", ""},
+      {"half a cent is a cent",
+       {item(1000, 4, 6000)},
+       {},
+       {},
+       3,
+       5,
+       "add up to 0.04 with tax, but 0.05 is printed (net 0.03, tax 0.02)",
+       ""},
+  };
+  for (const auto& row : rows) {
+    Sale sale;
+    sale.isCreditNote = true;  // owes no payments
+    sale.lines.assign(row.items.begin(), row.items.end());
+    for (const Cents amount : row.discounts) sale.discounts.push_back({amount, ""});
+    sale.total = row.total;
+    takeTaxOff(sale);
+    Problems problems;
+    const Totals totals = reckon(sale, problems);
+    EXPECT_EQ(totals.net, row.net) << row.name;
+    EXPECT_EQ(totals.total(), row.printed) << row.name;
+    const auto warning = sumWarning(sale, totals);
+    const std::string problem = problems.empty() ? "" : problems.front().text;
+    EXPECT_EQ(problem.substr(0, std::string_view(row.problem).size()), row.problem) << row.name;
+    EXPECT_EQ(problem.empty(), std::string_view(row.problem).empty()) << row.name << problem;
+    EXPECT_EQ(problem.empty() && warning ? warning->text : "", row.warning) << row.name;
   }
 }
 

@@ -68,6 +68,13 @@ TEST_F(JournalProgram, GoesByTheKeyAndByWhatThePaperShows) {
   EXPECT_EQ(invoices("books"), 2);
   const Ran listed = run("ZENTARO_BOOKS=" + file("state") + "/books.db zentaro sale --journal");
   EXPECT_TRUE(contains(listed.output, "printed     00000001          11.60  A  /")) << listed.output;
+  const Ran json = run("ZENTARO_BOOKS=" + file("state") + "/books.db zentaro sale --journal --json");
+  const Json jobs = Json::parse(json.output);
+  ASSERT_EQ(jobs.size(), 2U) << json.output;
+  EXPECT_EQ(jobs[0].at("id").get<std::string>() + jobs[1].at("id").get<std::string>(), "AU");
+  EXPECT_EQ(jobs[0].at("state"), "printed");
+  EXPECT_EQ(jobs[0].at("number"), 1);
+  EXPECT_EQ(jobs[0].at("total"), "11.60");
   write("sale.json", R"({"document": "invoice", "lines": [{"description": "Pan", "price": 10, "tax": 0}],
     "payments": [{"amount": 10}]})");
   EXPECT_EQ(on("--id A").status, 2) << "another content";

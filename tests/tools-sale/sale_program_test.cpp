@@ -74,6 +74,9 @@ TEST_F(SaleProgram, SendsNothingOfAFileThatIsNotInOrder) {
        "sale.json: lines[0].price: \"1.005\" has more than 2 decimals"},
       {R"({"document": "invoice", "lines": [{"description": "A", "price": 1, "tax": 16}]})",
        "sale.json: payments: are 0.00 together, but 1.16 are due"},
+      {R"({"document": "invoice", "lines": [{"description": "A", "price": 1, "tax": 16}], "total": 1,
+          "payments": [{"amount": 2}]})",
+       "sale.json: total: is 1.00, but 1.16 would be printed"},
       {"", "sale.json: parse error at line 1, column 1: there is nothing"},
   };
   for (const auto& row : rows) {
@@ -86,6 +89,31 @@ TEST_F(SaleProgram, SendsNothingOfAFileThatIsNotInOrder) {
   }
   EXPECT_TRUE(contains(run("zentaro sale " + file("")).output, "Is a directory"));
   EXPECT_TRUE(contains(run("zentaro sale " + file("none")).output, "No such file"));
+}
+
+TEST_F(SaleProgram, ChecksPricesWithTaxAndTellsOfTheCentsBetween) {
+  const auto sale = [](const char* prices) {
+    return R"({"document": "invoice", "prices": ")" + std::string(prices) + R"(", "payments": [{"amount": 4}],
+      "lines": [{"description": "A", "price": 1, "tax": 16}, {"description": "B", "price": 1, "tax": 16},
+                {"description": "C", "price": 1, "tax": 16}]})";
+  };
+  write("sale.json", sale("with tax"));
+  const Json checked = Json::parse(run("zentaro sale --check --json " + file("sale.json")).output);
+  EXPECT_EQ(checked.at("problems"), Json::array());
+  EXPECT_EQ(checked.at("total"), "2.99");
+  EXPECT_EQ(checked.at("warnings").at(0).at("path"), "prices");
+  const std::string told =
+      "warning: prices: add up to 3.00 with tax, but 2.99 is printed (net 2.58, tax 0.41)\n";
+  EXPECT_TRUE(contains(run("zentaro sale --check " + file("sale.json")).output, told));
+  const Ran printed = run("zentaro sale " + file("sale.json"));
+  EXPECT_TRUE(contains(printed.output, told)) << printed.output;
+  EXPECT_TRUE(contains(printed.output, "PRINTED")) << printed.output;
+
+  write("sale.json", sale("gross"));
+  const Ran refused = run("zentaro sale --check --json " + file("sale.json"));
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_EQ(Json::parse(refused.output).at("problems").at(0).at("path"), "prices") << refused.output;
+  EXPECT_EQ(Json::parse(refused.output).at("total"), nullptr);
 }
 
 TEST_F(SaleProgram, LeavesADocumentOfSomebodyElseAlone) {

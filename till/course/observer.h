@@ -7,6 +7,7 @@
 
 #include "till/books/evidence.h"
 #include "till/course/reply.h"
+#include "till/document/group_reader.h"
 #include "till/line/line_observer.h"
 #include "zentaro_api.h"
 
@@ -27,6 +28,9 @@ class ZENTARO_API Observer : public LineObserver {
                         [[maybe_unused]] const std::string& trouble) {}
   virtual void begins([[maybe_unused]] const StepPlace& step) {}
   virtual void ended([[maybe_unused]] const Reply& reply) {}
+
+  /// The file's prices with tax add up to another total, by a few cents, than the one that is printed.
+  virtual void sumsDiffer([[maybe_unused]] const Problem& warning) {}
 
   /// The document of a job that was cut short is still open, and is ended now.
   virtual void endsDocumentOf([[maybe_unused]] const Job& job) {}

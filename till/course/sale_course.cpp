@@ -79,6 +79,7 @@ std::optional<Verdict> SaleCourse::beforePort(const std::string& device) {
 Verdict SaleCourse::print(CZentaro& printer, PrinterLine& line) {
   if (!openBooks()) return verdict(Ending::NotPrinted, booksCause_);
   if (auto refusal = refused(Stage::BeforePort)) return *refusal;
+  if (const auto warning = sumWarning(sale_, totals_)) station_->observer().sumsDiffer(*warning);
   Cause cause;
   try {
     if (const auto refusal = station_->arrive(printer, line, cause)) return verdict(*refusal, cause);

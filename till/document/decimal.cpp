@@ -60,6 +60,18 @@ DecimalReading readDecimal(std::string_view text, int decimals) {
   return reading;
 }
 
+Quotient multiplyDivide(std::int64_t a, std::int64_t b, std::int64_t c) {
+  __extension__ using Wide = unsigned __int128;
+  const Wide product = static_cast<Wide>(a) * static_cast<Wide>(b);
+  const auto divisor = static_cast<Wide>(c);
+  return {static_cast<std::int64_t>(product / divisor), static_cast<std::int64_t>(product % divisor)};
+}
+
+std::int64_t roundedHalfUp(std::int64_t a, std::int64_t b, std::int64_t c) {
+  const auto [whole, remainder] = multiplyDivide(a, b, c);
+  return remainder * 2 >= c ? whole + 1 : whole;
+}
+
 std::string decimalText(std::int64_t value, int decimals) {
   std::string digits = std::to_string(value < 0 ? -value : value);
   const auto places = static_cast<std::size_t>(decimals);

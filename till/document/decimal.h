@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "zentaro_api.h"
+
 namespace zentaro::till {
 
 using Cents = std::int64_t;
@@ -21,9 +23,16 @@ struct DecimalReading {
 DecimalReading readDecimal(std::string_view text, int decimals);
 
 /// The number with all its decimals: 1250 with 2 is "12.50".
-std::string decimalText(std::int64_t value, int decimals);
+ZENTARO_API std::string decimalText(std::int64_t value, int decimals);
 /// The same without zeros at the end: 2000 with 3 is "2".
 std::string shortDecimalText(std::int64_t value, int decimals);
+
+/// a x b / c with 128 bits between. a and b are not negative, and the quotient fits.
+struct Quotient {
+  std::int64_t whole = 0, remainder = 0;
+};
+Quotient multiplyDivide(std::int64_t a, std::int64_t b, std::int64_t c);
+std::int64_t roundedHalfUp(std::int64_t a, std::int64_t b, std::int64_t c);
 
 inline std::string centsText(Cents amount) { return decimalText(amount, 2); }
 

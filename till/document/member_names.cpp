@@ -9,8 +9,8 @@ namespace zentaro::till {
 
 namespace {
 
-// "serial", "rif" and "igtf" are the same in both.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 20> memberNames{{
+// "serial", "rif", "igtf" and "total" are the same in both.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 21> memberNames{{
     {"document", "documento"},
     {"customer", "cliente"},
     {"name", "nombre"},
@@ -21,6 +21,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 20> memberNa
     {"lines", "renglones"},
     {"description", "descripcion"},
     {"price", "precio"},
+    {"prices", "precios"},
     {"quantity", "cantidad"},
     {"tax", "impuesto"},
     {"text", "texto"},

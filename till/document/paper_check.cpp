@@ -149,6 +149,8 @@ Problems paperWarnings(const Sale& sale, int descriptionLength) {
     paper.check(indexed(paper.name("extraLines"), i), sale.extraLines[i], descriptionLength + extraLineMore);
   paper.sumUp(descriptionLength);
   paper.add(igtfWarnings(sale));
+  Problems none;
+  if (auto warning = sumWarning(sale, reckon(sale, none))) paper.add({std::move(*warning)});
   return std::move(paper).take();
 }
 

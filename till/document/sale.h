@@ -1,6 +1,7 @@
 // A whole document as a file describes it, its amounts already whole numbers.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -48,6 +49,11 @@ struct Sale {
   std::vector<Payment> payments;
   Igtf igtf;
   std::vector<std::string> extraLines;  // behind the payments
+
+  // What the program makes of it, with tax and without the IGTF: nothing is printed that adds up to another.
+  std::optional<Cents> total;
+  // What the file's prices add up to where they are with tax; those in here are without it all the same.
+  std::optional<Cents> sumWithTax;
 };
 
 }  // namespace zentaro::till

@@ -8,6 +8,7 @@
 #include "automation/conversions.h"
 #include "base/terminal/language.h"
 #include "till/document/plain_capitals.h"
+#include "till/document/prices_with_tax.h"
 
 namespace zentaro::till {
 
@@ -20,6 +21,7 @@ constexpr NumberRule priceRule{2, 0, 999'999'999'999};
 constexpr NumberRule quantityRule{3, 1, 999'999'999};
 constexpr NumberRule taxRule{2, 0, 9999};
 constexpr NumberRule amountRule{2, 1, 9'999'999'999'999};
+constexpr NumberRule totalRule{2, 0, 9'999'999'999'999};
 constexpr TextRule nameRule{Presence::Optional, 40};
 constexpr TextRule rifRule{Presence::Optional, 14};
 constexpr TextRule discountTextRule{Presence::Optional, 20};
@@ -50,6 +52,7 @@ class SaleReader {
 
   SaleReading read() && {
     readKind();
+    const bool withTax = arePricesWithTax();
     readCustomer();
     readInvoice();
     readLines();
@@ -57,8 +60,10 @@ class SaleReader {
     readPayments();
     readIgtf();
     readExtraLines();
+    if (document_->find("total") != nullptr) sale_.total = document_->number("total", totalRule);
     if (!document_->flag("keepAccents")) makePlain();
     document_.reset();  // reports the unknown names
+    if (withTax && reading_.problems.empty()) takeTaxOff(sale_);
     return std::move(reading_);
   }
 
@@ -83,6 +88,18 @@ class SaleReader {
     const std::string_view known =
         isSpanish ? R"("factura" / "nota de credito")" : R"("invoice" / "credit note")";
     document_->report("document", say("es \"{}\"; escriba {}", "is \"{}\"; write {}", {kind, known}));
+  }
+
+  bool arePricesWithTax() {
+    if (document_->find("prices") == nullptr) return false;
+    const std::string kind = document_->text("prices", freeText);
+    const bool isSpanish = sale_.language == FileLanguage::Spanish;
+    const std::string_view with = isSpanish ? "con impuesto" : "with tax";
+    const std::string_view without = isSpanish ? "sin impuesto" : "without tax";
+    if (!kind.empty() && kind != with && kind != without)
+      document_->report("prices", say(R"(es "{}"; escriba "{}" / "{}")", R"(is "{}"; write "{}" / "{}")",
+                                      {kind, with, without}));
+    return kind == with;
   }
 
   void readCustomer() {

@@ -2,6 +2,7 @@
 #include "till/document/totals.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 #include <optional>
 #include <span>
@@ -16,23 +17,6 @@ namespace {
 
 constexpr Cents largestAmount = 9'999'999'999'999;
 constexpr std::size_t places = 4;  // the exempt base, then those of three rates
-
-struct Product {
-  std::int64_t quotient = 0, remainder = 0;
-};
-
-/// a x b / c with 128 bits between. a and b are not negative, and the quotient fits.
-Product multiplyDivide(std::int64_t a, std::int64_t b, std::int64_t c) {
-  __extension__ using Wide = unsigned __int128;
-  const Wide product = static_cast<Wide>(a) * static_cast<Wide>(b);
-  const auto divisor = static_cast<Wide>(c);
-  return {static_cast<std::int64_t>(product / divisor), static_cast<std::int64_t>(product % divisor)};
-}
-
-std::int64_t roundedHalfUp(std::int64_t a, std::int64_t b, std::int64_t c) {
-  const auto [quotient, remainder] = multiplyDivide(a, b, c);
-  return remainder * 2 >= c ? quotient + 1 : quotient;
-}
 
 Cents percentOf(Cents base, Rate rate) { return roundedHalfUp(base, rate, 10'000); }
 
@@ -91,15 +75,15 @@ class Reckoning {
 
   void share(Cents discount) {
     const Cents whole = net();
-    std::array<Product, places> shares;
+    std::array<Quotient, places> shares;
     std::transform(bases_.begin(), bases_.end(), shares.begin(),
                    [&](Cents base) { return multiplyDivide(base, discount, whole); });
     std::array<std::size_t, places> order{0, 1, 2, 3};
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return shares[a].remainder > shares[b].remainder; });
     for (std::size_t place = 0; place < places; ++place) {
-      bases_[place] -= shares[place].quotient;
-      discount -= shares[place].quotient;
+      bases_[place] -= shares[place].whole;
+      discount -= shares[place].whole;
     }
     for (std::size_t i = 0; discount > 0; ++i, --discount) --bases_[order[i]];
   }
@@ -111,6 +95,33 @@ class Reckoning {
   std::array<Rate, places> rates_{};  // [0] is the exempt place; a 0 behind it is free
   std::array<Cents, places> bases_{};
 };
+
+/// One cent for each amount that was rounded.
+Cents toleranceOf(const Sale& sale) {
+  const auto isItem = [](const Line& line) { return std::holds_alternative<Item>(line); };
+  return std::ranges::count_if(sale.lines, isItem) + static_cast<Cents>(sale.discounts.size());
+}
+
+std::string bothSums(const Sale& sale, const Totals& totals) {
+  return say(
+      "suman {} con impuesto, pero se imprime {} (neto {}, impuesto {})",
+      "add up to {} with tax, but {} is printed (net {}, tax {})",
+      {centsText(*sale.sumWithTax), centsText(totals.total()), centsText(totals.net), centsText(totals.tax)});
+}
+
+void compareSums(const Sale& sale, const Totals& totals, Problems& problems) {
+  if (sale.total && *sale.total != totals.total())
+    problems.push_back({"total", say("es {}, pero se imprimiría {} (neto {}, impuesto {}; el IGTF va aparte)",
+                                     "is {}, but {} would be printed (net {}, tax {}; the IGTF is apart)",
+                                     {centsText(*sale.total), centsText(totals.total()),
+                                      centsText(totals.net), centsText(totals.tax)})});
+  if (sale.total || !sale.sumWithTax) return;
+  if (std::abs(*sale.sumWithTax - totals.total()) > toleranceOf(sale))
+    problems.push_back(
+        {std::string(memberName("prices", sale.language)),
+         bothSums(sale, totals) + say("; escriba los renglones con cantidad 1, o el total que vale",
+                                      "; write the lines with quantity 1, or the total that holds", {})});
+}
 
 Cents addPayments(const Sale& sale, const Totals& totals, Problems& problems) {
   const std::string_view path = memberName("payments", sale.language);
@@ -144,12 +155,18 @@ Totals reckon(const Sale& sale, Problems& problems) {
     reckoning.take(sale.discounts[i].amount, indexed(reckoning.member("discounts"), i));
 
   Totals totals{reckoning.net(), reckoning.tax()};
+  if (problems.empty()) compareSums(sale, totals, problems);
   totals.igtf = percentOf(sale.igtf.base, sale.igtf.rate);
   if (sale.igtf.base > totals.total())
     problems.push_back({"igtf.base", say("es más que el total de {}", "is more than the total of {}",
                                          {centsText(totals.total())})});
   totals.paid = addPayments(sale, totals, problems);
   return totals;
+}
+
+std::optional<Problem> sumWarning(const Sale& sale, const Totals& totals) {
+  if (sale.total || !sale.sumWithTax || *sale.sumWithTax == totals.total()) return std::nullopt;
+  return Problem{std::string(memberName("prices", sale.language)), bothSums(sale, totals)};
 }
 
 }  // namespace zentaro::till

@@ -14,6 +14,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "till/document/group_reader.h"
 #include "till/document/sale.h"
@@ -29,7 +30,11 @@ struct Totals {
 };
 
 /// Takes a sale whose members are each in order. Notes what does not fit together: a fourth rate, a discount
-/// above the net amount, an IGTF base above the total, payments that are too small or too many.
+/// above the net amount, an IGTF base above the total, payments that are too small or too many; a total that is
+/// not the file's own, or further from the sum of its prices with tax than a cent for each line and discount.
 Totals reckon(const Sale& sale, Problems& problems);
+
+/// Prices with tax that whole cents without it do not meet to the cent.
+std::optional<Problem> sumWarning(const Sale& sale, const Totals& totals);
 
 }  // namespace zentaro::till

@@ -75,6 +75,10 @@ void Teller::ended(const Reply& reply) {
   progress_(text + harmless(reply.text) + "\n");
 }
 
+void Teller::sumsDiffer(const Problem& warning) {
+  notice_(say("zentaro: aviso: {}: {}\n", "zentaro: warning: {}: {}\n", {warning.path, warning.text}));
+}
+
 void Teller::endsDocumentOf(const Job& job) {
   notice_(say("zentaro: queda abierto el documento de las {}; se termina\n",
               "zentaro: the document of {} is still open; ending it\n", {momentText(job.begun)}));

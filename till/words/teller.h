@@ -29,6 +29,7 @@ class Teller : public Observer {
   void counters(const std::optional<Standing>& now, const std::string& trouble) override;
   void begins(const StepPlace& step) override;
   void ended(const Reply& reply) override;
+  void sumsDiffer(const Problem& warning) override;
   void endsDocumentOf(const Job& job) override;
   void judged(const Job& job) override;
   void goesOnWithoutBooks(const std::string& why) override;
