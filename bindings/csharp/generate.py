@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""generate.py TEMPLATE FILE: writes Zentaro.cs, the template with classes and enumerations made of the descriptions."""
+"""generate.py TEMPLATE TILL FILE: writes Zentaro.cs, the template with classes and enumerations made of the descriptions, and behind
+it the safe sale."""
 import pathlib
 import sys
 
@@ -59,7 +60,7 @@ def class_of(described):
     return lines + ["}", ""]
 
 
-def main(template, file):
+def main(template, till, file):
     names = [described["class"].split(".")[1] for described in description["classes"]]
     lines = []
     for described in description["enumerations"]:
@@ -69,7 +70,8 @@ def main(template, file):
         lines += class_of(described)
     text = pathlib.Path(template).read_text("utf-8")
     text = text.replace("@CASES@", "\n".join(f'      case "{name}": return new {name}(handle);' for name in names))
-    pathlib.Path(file).write_text(text.replace("@MEMBERS@", "\n".join(lines)), "utf-8")
+    text = text.replace("@MEMBERS@", "\n".join(lines)) + pathlib.Path(till).read_text("utf-8")
+    pathlib.Path(file).write_text(text, "utf-8")
 
 
 main(*sys.argv[1:])

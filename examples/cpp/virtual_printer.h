@@ -26,6 +26,7 @@ class VirtualPrinter {
     }
     std::ofstream(settings()) << "[Config\\ModComm]\nCOM1=" << link.string() << "\n";
     setenv("ZENTARO_SETTINGS", settings().c_str(), 1);
+    setenv("ZENTARO_BOOKS", (folder_ / "books.db").c_str(), 1);
   }
   ~VirtualPrinter() {
     std::fputs("quit\n", program_);

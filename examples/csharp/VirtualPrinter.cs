@@ -13,6 +13,7 @@ class VirtualPrinter : IDisposable {
     string link = Path.Combine(folder, "printer"), settings = Path.Combine(folder, "settings.ini");
     File.WriteAllText(settings, "[Config\\ModComm]\nCOM1=" + link + "\n");
     Environment.SetEnvironmentVariable("ZENTARO_SETTINGS", settings);
+    Environment.SetEnvironmentVariable("ZENTARO_BOOKS", Path.Combine(folder, "books.db"));
     process = Process.Start(new ProcessStartInfo("zentaro-printer", "--link " + link) { UseShellExecute = false, RedirectStandardInput = true });
     while (!File.Exists(link) && !process.HasExited) Thread.Sleep(50);
   }

@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
-# example.sh COMMAND...: runs an example of a sale by itself, and on lines where an answer is lost or late, all at once. It must say
-# what became of the sale, and print it once or not at all.
+# example.sh once|by-hand COMMAND...: runs an example of a sale by itself, and on lines where an answer is lost or late, all at once. It
+# must say what became of the sale, and print it once or not at all. One that has books is killed as well, and run again.
 set -uo pipefail
 export ZENTARO_LANG=es  # what a program reads is in no language
 folder=$(mktemp -d)
 trap 'rm -r "$folder"' EXIT
+
+kind=$1
+shift
 
 # by_itself COMMAND...: its own virtual printer, although there is a COM1.
 by_itself() {
@@ -19,24 +22,58 @@ by_itself() {
   return $status
 }
 
+# printer_in FOLDER OPTIONS...: a printer at COM1 of the settings there, as $printer.
+printer_in() {
+  printf '[Config\\EPSONZT]\nTimeOutZT=1\n[Config\\ModComm]\nCOM1=%s/printer\n' "$1" >"$1/settings.ini"
+  export ZENTARO_SETTINGS=$1/settings.ini ZENTARO_BOOKS=$1/books.db
+  zentaro-printer --quiet --link "$1/printer" --paper "$1/paper.txt" "${@:2}" </dev/null >/dev/null 2>&1 &
+  printer=$!
+  until [ -e "$1/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
+}
+
 # on_a_line OPTIONS PLAN STATUS VERDICT CLOSED CANCELLED COMMAND...: and how many sheets there must be.
 on_a_line() {
-  local options=$1 plan=$2 expected="status $3, $4, closed $5, cancelled $6" here
+  local options=$1 plan=$2 expected="status $3, $4, closed $5, cancelled $6" here printer
   here=$(mktemp -d "$folder/XXXX")
-  printf '[Config\\EPSONZT]\nTimeOutZT=1\n[Config\\ModComm]\nCOM1=%s/printer\n' "$here" >"$here/settings.ini"
   # shellcheck disable=SC2086
-  zentaro-printer --quiet $options --link "$here/printer" --paper "$here/paper.txt" --fault "$plan" </dev/null >/dev/null 2>&1 &
-  local printer=$!
-  until [ -e "$here/printer" ]; do kill -0 $printer || return 1; sleep 0.05; done
-  ZENTARO_SETTINGS=$here/settings.ini ZENTARO_BOOKS=$here/books.db "${@:7}" 1 >"$here/output" 2>&1
+  printer_in "$here" $options --fault "$plan" || return 1
+  "${@:7}" 1 >"$here/output" 2>&1
   local seen="status $?,"
   seen+=" $(grep -oE '^(PRINTED|NOT PRINTED|UNKNOWN|STILL OPEN)' "$here/output"),"
   seen+=" closed $(grep -c '^CAMBIO' "$here/paper.txt"), cancelled $(grep -c ANULADO "$here/paper.txt")"
-  kill $printer
+  kill "$printer"
   [ "$seen" = "$expected" ] || { echo "$options $plan: $seen instead of $expected: $(cat "$here/output")"; return 1; }
 }
 
+# killed_after SECONDS COMMAND...: printed once all the same by the next ones; a document whose number the books do not have is left
+# to the cashier.
+killed_after() {
+  local here printer status
+  here=$(mktemp -d "$folder/XXXX")
+  printer_in "$here" --realtime || return 1
+  "${@:2}" 1 >"$here/output" 2>&1 & local sale=$!
+  sleep "$1"
+  kill -9 $sale
+  wait $sale 2>/dev/null
+  "${@:2}" 1 >"$here/output" 2>&1
+  status=$?
+  if [ $status = 4 ]; then
+    zentaro call --port 1 CancelarComprobante >/dev/null
+    "${@:2}" 1 >"$here/output" 2>&1
+    status=$?
+  fi
+  "${@:2}" 1 >>"$here/output" 2>&1
+  status+=" $?"
+  kill "$printer"
+  [ "$status $(grep -c ^PRINTED "$here/output") $(grep -c '^CAMBIO' "$here/paper.txt")" = "0 0 2 1" ] && return
+  echo "killed after $1 s: status $status, $(cat "$here/output") and on paper $(cat "$here/paper.txt")"
+  return 1
+}
+
 by_itself "$@" & jobs=($!)
+if [ "$kind" = once ]; then
+  for seconds in 0.4 0.8 1.2 1.6 2; do killed_after $seconds "$@" & jobs+=($!); done
+fi
 while IFS='|' read -r options plan status verdict closed cancelled; do
   on_a_line "$options" "$plan" "$status" "$verdict" "$closed" "$cancelled" "$@" & jobs+=($!)
 done <<'ROWS'
