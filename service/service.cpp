@@ -19,7 +19,7 @@ namespace {
 
 // One service alone keeps these books' queue.
 till::Claim claimed(const std::string& books) {
-  if (std::optional<till::Claim> claim = till::Claims(books).part("serve")) return std::move(*claim);
+  if (std::optional<till::Claim> claim = till::Claims(books).part(serviceOwner)) return std::move(*claim);
   throw std::runtime_error(
       say("ya hay un servicio con los libros {}; deténgalo, o use otros con ZENTARO_BOOKS",
           "another service keeps the books {}; stop it, or use others with ZENTARO_BOOKS", {books}));
@@ -83,6 +83,17 @@ struct Service::Inside {
     settings.listen->port = server->port();
   }
 
+  std::string url() const {
+    return settings.listen ? "http://" + system::authority(*settings.listen) : std::string{};
+  }
+
+  // For other programs of this machine that find a port in use.
+  void leaveNote() {
+    Json printers = Json::object();
+    for (const NamedPrinter& printer : settings.printers) printers[printer.name] = printer.device;
+    books.borrow()->remember(serviceNote, jsonLine({{"url", url()}, {"printers", printers}}));
+  }
+
   ServiceSettings settings;
   std::mutex mutex;
   std::map<std::string, std::string> machines;  // the serial numbers of the printers that answer
@@ -98,9 +109,9 @@ struct Service::Inside {
 
 Service::Service(ServiceSettings settings, Chronicle::Say say)
     : inside_{std::make_unique<Inside>(std::move(settings), std::move(say))} {
-  if (!inside_->settings.listen) return;
   try {
-    inside_->listen();
+    if (inside_->settings.listen) inside_->listen();
+    inside_->leaveNote();
   } catch (...) {
     inside_->workers.end();
     inside_->bell.close();
@@ -116,8 +127,6 @@ Service::~Service() {
   inside_->server.reset();
 }
 
-std::string Service::url() const {
-  return inside_->settings.listen ? "http://" + system::authority(*inside_->settings.listen) : std::string{};
-}
+std::string Service::url() const { return inside_->url(); }
 
 }  // namespace zentaro::service

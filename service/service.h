@@ -13,6 +13,9 @@
 
 namespace zentaro::service {
 
+/// Where the books say, in JSON, at which address and with which printers it runs.
+inline constexpr const char* serviceNote = "service";
+
 struct NamedPrinter {
   std::string name, device;
   bool isVirtual = false;

@@ -354,6 +354,15 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
   const testing::Ran sold =
       run("zentaro sale " + std::string(ZENTARO_SOURCES) + "/examples/sale.json --device " + file("caja1"));
   EXPECT_EQ(sold.status, 2) << "the service holds the port" << sold.output;
+  const std::string instead = "send the job to the service: PUT http://127.0.0.1:" + std::to_string(port) +
+                              "/v1/jobs/ID with \"printer\":\"caja1\"";
+  EXPECT_NE(sold.output.find(instead), std::string::npos) << sold.output;
+  const std::string doctor = run("zentaro doctor --device " + file("caja1")).output;
+  EXPECT_NE(doctor.find(instead), std::string::npos) << doctor;
+  EXPECT_NE(doctor.find("caja1 " + file("caja1") + ": 0 jobs wait"), std::string::npos) << doctor;
+  killService();
+  EXPECT_NE(run("zentaro doctor --device " + file("caja1")).output.find("none keeps these books"),
+            std::string::npos);
 }
 
 }  // namespace

@@ -48,8 +48,8 @@ std::optional<Claim> Claims::take(const char* kind, const std::string& name) con
   }
 }
 
-bool Claims::isMachineTaken(const std::string& name) const {
-  const std::filesystem::path file = fileOf("machine", name);
+bool Claims::isTaken(const char* kind, const std::string& name) const {
+  const std::filesystem::path file = fileOf(kind, name);
   try {
     return Claim::isTaken(file);
   } catch (const std::system_error& error) {

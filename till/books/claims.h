@@ -25,11 +25,13 @@ class Claims {
   std::optional<Claim> machine(const std::string& name) const { return take("machine", name); }
   std::optional<Claim> part(const std::string& name) const { return take("part", name); }
 
-  /// Also true for a claim of one's own.
-  bool isMachineTaken(const std::string& name) const;
+  /// Each is also true for a claim of one's own.
+  bool isMachineTaken(const std::string& name) const { return isTaken("machine", name); }
+  bool isPartTaken(const std::string& name) const { return isTaken("part", name); }
 
  private:
   std::optional<Claim> take(const char* kind, const std::string& name) const;
+  bool isTaken(const char* kind, const std::string& name) const;
   std::filesystem::path fileOf(const char* kind, const std::string& name) const;
 
   std::filesystem::path folder_;

@@ -14,11 +14,13 @@
 #include "interface/library.h"
 #include "platform/system_paths.h"
 #include "serial/modCOMM.h"
+#include "till/books/books.h"
 #include "till/line/line_words.h"
 #include "till/line/machine.h"
 #include "till/words/verdict_words.h"
 #include "tools/connection/holders.h"
 #include "tools/connection/known_settings.h"
+#include "tools/connection/service_here.h"
 
 namespace zentaro::tools {
 
@@ -88,6 +90,11 @@ bool failedInUse() {
 std::string inUseText(const std::string& device) {
   std::error_code failed;
   const std::string holder = holderOf(std::filesystem::canonical(device, failed).string());
+  const std::optional<ServiceHere> service = serviceHere(till::booksPath());
+  const std::string served = service ? nameOn(*service, device) : std::string();
+  if (!served.empty())
+    return say("el puerto {} lo tiene el servicio; {}", "the port {} is in use by the service; {}",
+               {harmless(device), sendToService(*service, served)});
   return say("el puerto {} está en uso: {}", "the port {} is in use: {}",
              {harmless(device),
               holder.empty() ? std::string(say("un programa de otra cuenta", "a program of another user"))

@@ -20,6 +20,7 @@
 #include "tools/doctor/port_facts.h"
 #include "tools/doctor/printer_facts.h"
 #include "tools/doctor/report_file.h"
+#include "tools/doctor/service_facts.h"
 #include "tools/doctor/settings_facts.h"
 #include "tools/show/guarded.h"
 #include "tools/trace/trace_text.h"
@@ -146,7 +147,10 @@ int runDoctor(const DoctorOptions& options) {
   judgeSettings(file.settings(), settings.findings);
   Chapter books{"books", std::string(say("Libros de las ventas", "Books of the sales"))};
   judgeBooks(till::booksPath(), books.findings);
-  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(), books};
+  Chapter service{"service", std::string(say("Servicio", "Service"))};
+  judgeService(till::booksPath(), service.findings);
+  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(), books,
+                                      service};
 
   int problems = 0;
   std::string page;

@@ -50,14 +50,14 @@ Finding notAllowed(const PortFacts& facts) {
                                      "zentaro brings one)"))};
 }
 
-Finding taken(const std::string& holder) {
-  return {"taken", true,
-          holder.empty() ? std::string(say("otro programa tiene el puerto", "another program has the port"))
-                         : say("el puerto lo tiene {}", "the port is taken by {}", {holder}),
-          holder.empty() ? std::string(say("\"sudo zentaro doctor\" dice cuál",
-                                           "\"sudo zentaro doctor\" says which one"))
-                         : std::string(say("cierre ese programa, o use otro puerto",
-                                           "end that program, or use another port"))};
+Finding taken(const PortFacts& facts) {
+  if (facts.holder.empty())
+    return {"taken", true, std::string(say("otro programa tiene el puerto", "another program has the port")),
+            std::string(say("\"sudo zentaro doctor\" dice cuál", "\"sudo zentaro doctor\" says which one"))};
+  return {"taken", true, say("el puerto lo tiene {}", "the port is taken by {}", {facts.holder}),
+          facts.instead.empty() ? std::string(say("cierre ese programa, o use otro puerto",
+                                                  "end that program, or use another port"))
+                                : facts.instead};
 }
 
 }  // namespace
@@ -68,7 +68,7 @@ Finding judgePort(const PortFacts& facts) {
   if (!facts.exists) return missing(facts);
   if (!facts.isSerial) return noSerialDevice(facts);
   if (!facts.canReadAndWrite) return notAllowed(facts);
-  if (!facts.holder.empty()) return taken(facts.holder);
+  if (!facts.holder.empty()) return taken(facts);
   return {"free", false,
           std::string(say("libre, y este usuario puede usarlo", "free, and this user may use it"))};
 }
@@ -83,7 +83,7 @@ Finding judgeOpening(int error, const std::string& text, const PortFacts& facts)
           std::string(say("no hay ningún puerto detrás de este nombre", "there is no port behind this name")),
           otherPath(facts)};
     case ENOTTY: return noSerialDevice(facts);
-    case EBUSY: return taken(facts.holder);
+    case EBUSY: return taken(facts);
     case EACCES:
     case EPERM: return notAllowed(facts);
     default: return {"cannot-open", true, say("no se puede abrir: {}", "it cannot be opened: {}", {text})};

@@ -10,7 +10,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "till/books/books.h"
 #include "tools/connection/holders.h"
+#include "tools/connection/service_here.h"
 
 namespace zentaro::tools {
 
@@ -48,6 +50,11 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
   facts.canReadAndWrite = ::access(device.c_str(), R_OK | W_OK) == 0;
   facts.group = groupName(status.st_gid);
   facts.holder = holderOf(facts.device);
+  if (const std::optional<ServiceHere> service = serviceHere(till::booksPath())) {
+    const std::string served = nameOn(*service, device);
+    if (!served.empty()) facts.instead = sendToService(*service, served);
+    if (!served.empty() && facts.holder.empty()) facts.holder = "zentaro serve";
+  }
   return facts;
 }
 

@@ -15,8 +15,9 @@ struct PortFacts {
   bool exists = false;
   bool isSerial = false;  // as far as can be seen without opening it
   bool canReadAndWrite = false;
-  std::string group = {};   // of the device
-  std::string holder = {};  // "minicom (process 4711)": who else has it open, as far as this user may see
+  std::string group = {};    // of the device
+  std::string holder = {};   // "minicom (process 4711)": who else has it open, as far as this user may see
+  std::string instead = {};  // what to do when the service has it
 };
 
 /// Looks at the device, and through the processes that have it open.
