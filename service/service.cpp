@@ -8,7 +8,10 @@
 
 #include "base/http/page_file.h"
 #include "base/terminal/language.h"
+#include "service/chain/centre.h"
+#include "service/chain/till_side.h"
 #include "service/http/api.h"
+#include "service/workers/printer_worker.h"
 #include "till/books/claims.h"
 
 namespace zentaro::service {
@@ -40,12 +43,13 @@ struct Service::Inside {
         chronicle{books, bell, std::move(say)},
         tokens{settings.tokens, settings.ownToken},
         workers{makeWorkers()},
-        api{{tokens, books, workers, bell, chronicle, settings.origins}} {}
+        api{{tokens, books, workers, bell, chronicle, settings.origins,
+             [this] { return centre ? centre->tills() : Json::array(); }}} {}
 
   std::vector<std::unique_ptr<Worker>> makeWorkers() {
     std::vector<std::unique_ptr<Worker>> made;
     for (const NamedPrinter& printer : settings.printers)
-      made.push_back(std::make_unique<Worker>(Worker::Settings{
+      made.push_back(std::make_unique<PrinterWorker>(PrinterWorker::Settings{
           printer.name, printer.device, printer.isVirtual, settings.books, [this] { bell.ring(); },
           [this, name = printer.name](const std::string& machine) { return holderOf(machine, name); }}));
     return made;
@@ -94,6 +98,16 @@ struct Service::Inside {
     books.borrow()->remember(serviceNote, jsonLine({{"url", url()}, {"printers", printers}}));
   }
 
+  void joinChain(const Chronicle::Say& say) {
+    if (!settings.chain) return;
+    const auto& [broker, till] = *settings.chain;
+    if (till.empty())
+      centre = std::make_unique<Centre>(Centre::Settings{broker, settings.books}, workers, bell, say);
+    else
+      tillSide =
+          std::make_unique<TillSide>(TillSide::Settings{broker, till, settings.books}, workers, bell, say);
+  }
+
   ServiceSettings settings;
   std::mutex mutex;
   std::map<std::string, std::string> machines;  // the serial numbers of the printers that answer
@@ -103,13 +117,16 @@ struct Service::Inside {
   Chronicle chronicle;
   Tokens tokens;
   Workers workers;
+  std::unique_ptr<Centre> centre;
+  std::unique_ptr<TillSide> tillSide;
   Api api;
   std::unique_ptr<http::Server> server;
 };
 
 Service::Service(ServiceSettings settings, Chronicle::Say say)
-    : inside_{std::make_unique<Inside>(std::move(settings), std::move(say))} {
+    : inside_{std::make_unique<Inside>(std::move(settings), say)} {
   try {
+    inside_->joinChain(say);
     if (inside_->settings.listen) inside_->listen();
     inside_->leaveNote();
   } catch (...) {
@@ -125,6 +142,8 @@ Service::~Service() {
   inside_->workers.end();
   inside_->bell.close();
   inside_->server.reset();
+  inside_->tillSide.reset();
+  inside_->centre.reset();
 }
 
 std::string Service::url() const { return inside_->url(); }

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "base/system/address.h"
+#include "service/chain/mqtt_link.h"
 #include "service/http/chronicle.h"
-#include "service/workers/worker.h"
 
 namespace zentaro::service {
 
@@ -21,13 +21,20 @@ struct NamedPrinter {
   bool isVirtual = false;
 };
 
+/// The way to the other end of a chain.
+struct ChainSettings {
+  Broker broker;
+  std::string till;  // the name of this one; empty: this is the centre
+};
+
 struct ServiceSettings {
   std::vector<NamedPrinter> printers;
   std::optional<system::Address> listen;  // nothing: no HTTP
   std::vector<std::string> origins;       // of pages that may ask from elsewhere
   std::vector<std::string> hosts;         // further names that Host may have
-  std::string books, tokens;              // paths
-  std::string ownToken;                   // with all rights, of this run alone; empty for none
+  std::optional<ChainSettings> chain;
+  std::string books, tokens;  // paths
+  std::string ownToken;       // with all rights, of this run alone; empty for none
 };
 
 class Service {

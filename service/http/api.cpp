@@ -69,6 +69,7 @@ const std::vector<Api::Route>& Api::routes() {
       {"GET", "/v1/printers", Access::Read, &Api::getPrinters},
       {"GET", "/v1/printers/{}", Access::Read, &Api::getPrinter},
       {"GET", "/v1/printers/{}/day", Access::Read, &Api::getDay},
+      {"GET", "/v1/tills", Access::Read, &Api::getTills},
       {"GET", "/v1/events", Access::Read, &Api::getEvents},
       {"GET", "/metrics", Access::Read, &Api::getMetrics},
       {"GET", "/health", Access::Open, &Api::getHealth},

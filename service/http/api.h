@@ -35,6 +35,7 @@ class Api {
     Bell& bell;
     Chronicle& chronicle;
     std::vector<std::string> origins;  // pages that may ask from elsewhere
+    std::function<Json()> tills;       // those of a chain; null where this is no centre
   };
   explicit Api(Parts parts) : parts_{std::move(parts)} {}
 
@@ -73,6 +74,7 @@ class Api {
   void getPrinters(Call& call);
   void getPrinter(Call& call);
   void getDay(Call& call);
+  void getTills(Call& call);
   void getEvents(Call& call);
   void getHealth(Call& call);
   void getMetrics(Call& call);
@@ -84,6 +86,9 @@ class Api {
   till::Job enter(const Call& call, const std::string& id, const RequestReading& reading);
   till::Job visible(const Call& call);
   Worker& seen(const Call& call) const;
+  static void needHere(const Worker& worker);
+
+  void needLost(const Call& call, const Json& body, const Worker& worker, const till::Job& job) const;
 
   till::Job waitFor(const Call& call, till::Job job);
   void tell(Call& call, const till::Job& job);

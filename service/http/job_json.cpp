@@ -3,7 +3,9 @@
 
 #include <ctime>
 
+#include "base/system/uptime.h"
 #include "base/terminal/language.h"
+#include "service/jobs/job_request.h"
 #include "service/workers/words.h"
 #include "till/document/decimal.h"
 
@@ -63,7 +65,12 @@ Json jobJson(const Job& job, bool isVirtual) {
           {"virtual", isVirtual}};
 }
 
-Json printerJson(const PrinterReport& report, const Queue& queue) {
+Json printerJson(const PrinterReport& report, const till::Books& books) {
+  const std::vector<Job> queued = books.queued(serviceOwner, report.name);
+  const system::Uptime now = system::uptime();
+  const bool isOfThisBoot = !queued.empty() && queued.front().boot == now.boot;
+  Json unknown = Json::array();
+  for (const Job& job : books.changedAfter(0, {report.name, State::Unknown})) unknown.push_back(job.id);
   Json running = nullptr;
   if (report.running)
     running = {{"id", report.running->id},
@@ -77,9 +84,9 @@ Json printerJson(const PrinterReport& report, const Queue& queue) {
           {"next", orNull(report.next)},
           {"machine", orNull(report.machine)},
           {"running", running},
-          {"queue", queue.length},
-          {"oldest", queue.oldestSeconds},
-          {"unknown", queue.unknown},
+          {"queue", queued.size()},
+          {"oldest", isOfThisBoot ? now.seconds - queued.front().uptime : 0},
+          {"unknown", unknown},
           {"lastInvoice", orNull(report.lastInvoice)},
           {"lastCreditNote", orNull(report.lastCreditNote)},
           {"lastZ", orNull(report.lastZ)},

@@ -3,19 +3,14 @@
 
 #include "base/files/json.h"
 #include "service/workers/printer_report.h"
-#include "till/books/job.h"
+#include "till/books/books.h"
 
 namespace zentaro::service {
 
 Json jobJson(const till::Job& job, bool isVirtual);
 
-/// What waits for a printer.
-struct Queue {
-  std::size_t length = 0;
-  std::int64_t oldestSeconds = 0;
-  std::vector<std::string> unknown;  // ids of its jobs that nobody knows about
-};
-Json printerJson(const PrinterReport& report, const Queue& queue);
+/// With what waits for it, and what nobody knows about.
+Json printerJson(const PrinterReport& report, const till::Books& books);
 
 /// "2024-03-15T14:05:09Z"; null for none.
 Json timeJson(std::int64_t seconds);

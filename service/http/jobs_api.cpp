@@ -1,7 +1,6 @@
 // The jobs: asked for, looked at, withdrawn, and told about by a person who saw the paper.
 #include <algorithm>
 
-#include "base/system/uptime.h"
 #include "base/terminal/language.h"
 #include "service/http/call.h"
 #include "service/http/job_json.h"
@@ -60,23 +59,6 @@ Problem notInOrder(const till::Problems& problems) {
 void needJson(const RequestReading& reading) {
   if (reading.noJson.empty()) return;
   throw Problem{400, "no-json", say("el cuerpo no es JSON: {}", "the body is no JSON: {}", {reading.noJson})};
-}
-
-till::Order orderOf(const std::string& id, const std::string& body, const JobRequest& request) {
-  const system::Uptime now = system::uptime();
-  till::Order order;
-  order.id = id;
-  order.owner = serviceOwner;
-  order.printer = request.printer;
-  order.kind = request.kind;
-  order.digest = request.digest;
-  order.body = body;
-  order.net = request.totals.net;
-  order.total = request.totals.due();
-  order.patience = request.patience;
-  order.boot = now.boot;
-  order.uptime = now.seconds;
-  return order;
 }
 
 }  // namespace
@@ -214,6 +196,17 @@ void Api::deleteJob(Call& call) {
   tell(call, job);
 }
 
+// Of a till's job the paper is at the till: only of one that is lost for good is it said here, by its name.
+void Api::needLost(const Call& call, const Json& body, const Worker& worker, const Job& job) const {
+  if (body.value("force", Json()) == true && body.value("till", Json()) == worker.till()) return;
+  throw conflict(
+      call, "at-the-till",
+      say(R"(se dice en la caja {}; si se perdió para siempre, con "force":true y "till":"{}")",
+          R"(it is said at the till {}; if that is lost for good, with "force":true and "till":"{}")",
+          {worker.till(), worker.till()}),
+      job);
+}
+
 void Api::putFinding(Call& call) {
   Job job = visible(call);
   const Json body = Json::parse(call.request.body, nullptr, false);
@@ -224,6 +217,7 @@ void Api::putFinding(Call& call) {
   const bool isPrinted = body["printed"];
   if (job.state == State::Unknown) {
     Worker* worker = parts_.workers.find(job.printer);
+    if (worker != nullptr && !worker->till().empty()) needLost(call, body, *worker, job);
     if (worker != nullptr && worker->hasOpenDocument())
       throw conflict(
           call, "document-open",

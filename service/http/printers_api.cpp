@@ -1,5 +1,4 @@
 // The printers: what was heard of them, what they say now, and the day's figures.
-#include "base/system/uptime.h"
 #include "base/terminal/language.h"
 #include "service/http/call.h"
 #include "service/http/job_json.h"
@@ -22,16 +21,7 @@ Worker& Api::seen(const Call& call) const {
 }
 
 Json Api::printer(const std::string& name) {
-  const BooksPool::Loan books = parts_.books.borrow();
-  Queue queue;
-  const std::vector<till::Job> queued = books->queued(serviceOwner, name);
-  queue.length = queued.size();
-  const system::Uptime now = system::uptime();
-  if (!queued.empty() && queued.front().boot == now.boot)
-    queue.oldestSeconds = now.seconds - queued.front().uptime;
-  for (const till::Job& job : books->changedAfter(0, {name, till::State::Unknown}))
-    queue.unknown.push_back(job.id);
-  return printerJson(parts_.workers.find(name)->report(), queue);
+  return printerJson(parts_.workers.find(name)->report(), *parts_.books.borrow());
 }
 
 void Api::getPrinters(Call& call) {
@@ -46,13 +36,27 @@ void Api::getPrinters(Call& call) {
   service::answer(call.response, 200, {{"printers", list}, {"rights", rights}});
 }
 
+// Nobody asks a till's printer from here.
+void Api::needHere(const Worker& worker) {
+  if (worker.till().empty()) return;
+  throw Problem{501, "at-the-till",
+                say("eso se pregunta en la caja {}", "that is asked at the till {}", {worker.till()})};
+}
+
+void Api::getTills(Call& call) {
+  const bool seesAll = call.token.only.empty() && parts_.tills;
+  service::answer(call.response, 200, {{"tills", seesAll ? parts_.tills() : Json::array()}});
+}
+
 void Api::getPrinter(Call& call) {
   Worker& worker = seen(call);
+  if (call.number("fresh", 0, 1, 0) == 1) needHere(worker);
   if (call.number("fresh", 0, 1, 0) == 1) worker.ask(Question::Status, askPatience);
   service::answer(call.response, 200, printer(call.names[0]));
 }
 
 void Api::getDay(Call& call) {
+  needHere(seen(call));
   const std::optional<Json> figures = seen(call).ask(Question::Day, askPatience);
   if (figures) return service::answer(call.response, 200, *figures);
   call.response.set_header("Retry-After", "5");

@@ -1,6 +1,7 @@
 // The members of the body.
 #include "service/jobs/job_request.h"
 
+#include "base/system/uptime.h"
 #include "base/terminal/language.h"
 #include "till/document/content.h"
 
@@ -88,6 +89,23 @@ RequestReading reading(std::string_view body, const Read& read) {
 }  // namespace
 
 RequestReading readJobRequest(std::string_view body) { return reading(body, readMembersInto); }
+
+till::Order orderOf(const std::string& id, const std::string& body, const JobRequest& request) {
+  const system::Uptime now = system::uptime();
+  till::Order order;
+  order.id = id;
+  order.owner = serviceOwner;
+  order.printer = request.printer;
+  order.kind = request.kind;
+  order.digest = request.digest;
+  order.body = body;
+  order.net = request.totals.net;
+  order.total = request.totals.due();
+  order.patience = request.patience;
+  order.boot = now.boot;
+  order.uptime = now.seconds;
+  return order;
+}
 
 RequestReading readCheckRequest(std::string_view body) {
   return reading(body, [](RequestReading& result, const Node& root) {

@@ -12,6 +12,9 @@
 
 namespace zentaro::service {
 
+/// Under this name the service's jobs stand in the books: nobody else begins them.
+inline constexpr const char* serviceOwner = "serve";
+
 struct JobRequest {
   std::string printer;
   till::Kind kind = till::Kind::Invoice;
@@ -33,6 +36,9 @@ struct RequestReading {
 };
 
 RequestReading readJobRequest(std::string_view body);
+
+/// What the books are to keep; its patience runs from now on.
+till::Order orderOf(const std::string& id, const std::string& body, const JobRequest& request);
 
 /// The sale alone, as a check asks for it.
 RequestReading readCheckRequest(std::string_view body);

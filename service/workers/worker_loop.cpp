@@ -33,7 +33,7 @@ bool isClosing(const Job& job) { return job.kind == Kind::X || job.kind == Kind:
 
 }  // namespace
 
-void Worker::Loop::run() {
+void PrinterWorker::Loop::run() {
   while (!worker_.isEnding_) {
     Clock::time_point due = Clock::now() + retry;
     try {
@@ -46,7 +46,7 @@ void Worker::Loop::run() {
   }
 }
 
-Worker::Loop::Clock::time_point Worker::Loop::turn() {
+PrinterWorker::Loop::Clock::time_point PrinterWorker::Loop::turn() {
   expire();
   answerAsked();
   if (Clock::now() >= visitDue_) visit();
@@ -63,7 +63,7 @@ Worker::Loop::Clock::time_point Worker::Loop::turn() {
   return due;
 }
 
-void Worker::Loop::expire() {
+void PrinterWorker::Loop::expire() {
   const system::Uptime now = system::uptime();
   bool isNews = false;
   for (const Job& job : books_->queued(serviceOwner, worker_.name())) {
@@ -75,8 +75,8 @@ void Worker::Loop::expire() {
   if (isNews) worker_.settings_.changed();
 }
 
-void Worker::Loop::answerAsked() {
-  for (Worker::Asked& asked : worker_.takeAsked()) {
+void PrinterWorker::Loop::answerAsked() {
+  for (PrinterWorker::Asked& asked : worker_.takeAsked()) {
     std::optional<Json> answer;
     try {
       visit();
@@ -88,7 +88,7 @@ void Worker::Loop::answerAsked() {
   }
 }
 
-bool Worker::Loop::reach() {
+bool PrinterWorker::Loop::reach() {
   try {
     if (!port_) port_ = std::make_unique<PrinterPort>(worker_.settings_.device);
     port_->open();
@@ -101,13 +101,13 @@ bool Worker::Loop::reach() {
   }
 }
 
-till::PrinterLine Worker::Loop::line() {
+till::PrinterLine PrinterWorker::Loop::line() {
   stopWaiting_ = Clock::now() + contactPatience;
   return {port_->printer(), till::patienceOf({}), this,
           [this] { return worker_.isEnding_ || Clock::now() > stopWaiting_; }};
 }
 
-void Worker::Loop::fill(till::Options& options, const Job& job) {
+void PrinterWorker::Loop::fill(till::Options& options, const Job& job) {
   options.observer = this;
   options.books = books_.get();
   options.owner = serviceOwner;
@@ -115,7 +115,8 @@ void Worker::Loop::fill(till::Options& options, const Job& job) {
   options.queued = job;
 }
 
-void Worker::Loop::setCondition(Condition condition, const std::string& cause, const std::string& next) {
+void PrinterWorker::Loop::setCondition(Condition condition, const std::string& cause,
+                                       const std::string& next) {
   isBlocked_ = condition == Condition::Blocked;
   worker_.change([&](PrinterReport& report) {
     report.condition = condition;
@@ -126,7 +127,7 @@ void Worker::Loop::setCondition(Condition condition, const std::string& cause, c
 }
 
 // Gets in step, judges what is open on this machine, and looks at what the printer says of itself.
-void Worker::Loop::visit() {
+void PrinterWorker::Loop::visit() {
   visitDue_ = Clock::now() + retry;
   if (!reach()) {
     worker_.settings_.holderOf({});
@@ -157,7 +158,7 @@ void Worker::Loop::visit() {
   if (books_->judgeable(station.machine()).empty() && !isBlocked_) visitDue_ = Clock::now() + idleVisit;
 }
 
-void Worker::Loop::look(const std::string& machine, till::PrinterLine& asked) {
+void PrinterWorker::Loop::look(const std::string& machine, till::PrinterLine& asked) {
   CZentaro& printer = port_->printer();
   std::optional<std::int64_t> lastZ;
   if (asked.getInStep() == till::Heard::InStep) lastZ = till::lastZOf(printer);
@@ -190,7 +191,7 @@ void Worker::Loop::look(const std::string& machine, till::PrinterLine& asked) {
 
 // What a killed service was printing and the counters cannot answer yet, or never will because another machine is in
 // front: nobody prints it now.
-void Worker::Loop::nameLeftOvers(const std::string& machine) {
+void PrinterWorker::Loop::nameLeftOvers(const std::string& machine) {
   std::vector<Job> left = books_->changedAfter(0, {worker_.name(), State::Printing});
   for (const Job& job : books_->unsettled(machine)) left.push_back(job);
   for (const Job& job : left) {
@@ -201,12 +202,12 @@ void Worker::Loop::nameLeftOvers(const std::string& machine) {
 }
 
 // Documents that the printer counted and the books do not know: a disk that was restored, or another program.
-std::int64_t Worker::Loop::missing(const std::string& machine, Kind kind, std::int64_t last) const {
+std::int64_t PrinterWorker::Loop::missing(const std::string& machine, Kind kind, std::int64_t last) const {
   const std::optional<std::int64_t> known = books_->highestNumber(machine, kind);
   return known ? std::max<std::int64_t>(0, last - *known) : 0;
 }
 
-std::optional<Json> Worker::Loop::day() {
+std::optional<Json> PrinterWorker::Loop::day() {
   CZentaro& printer = port_->printer();
   if (printer.RealizarCierre(CIERRE_X, false) != ENVERR_OK || !till::answersLastCommand(printer))
     return std::nullopt;
@@ -218,7 +219,7 @@ std::optional<Json> Worker::Loop::day() {
 }
 
 // The id of a document that is unknown on this machine, whose evidence a Z would take away; empty for none.
-std::string Worker::Loop::unknownOf(const Job& job) const {
+std::string PrinterWorker::Loop::unknownOf(const Job& job) const {
   if (job.kind != Kind::Z || readJobRequest(job.body).request.isForced) return {};
   const PrinterReport report = worker_.report();
   for (const Job& unsettled : books_->unsettled(report.machine))
@@ -227,7 +228,7 @@ std::string Worker::Loop::unknownOf(const Job& job) const {
   return {};
 }
 
-std::optional<Job> Worker::Loop::next() {
+std::optional<Job> PrinterWorker::Loop::next() {
   const std::vector<Job> queued = books_->queued(serviceOwner, worker_.name());
   std::vector<Waiting> waiting;
   for (const Job& job : queued) {
@@ -242,7 +243,7 @@ std::optional<Job> Worker::Loop::next() {
   return index ? std::optional(queued[*index]) : std::nullopt;
 }
 
-bool Worker::Loop::isForThisMachine(const Job& job, const JobRequest& request) {
+bool PrinterWorker::Loop::isForThisMachine(const Job& job, const JobRequest& request) {
   if (request.machine.empty()) return true;
   visit();
   const PrinterReport report = worker_.report();
@@ -256,7 +257,7 @@ bool Worker::Loop::isForThisMachine(const Job& job, const JobRequest& request) {
   return false;
 }
 
-void Worker::Loop::carry(const Job& job) {
+void PrinterWorker::Loop::carry(const Job& job) {
   const RequestReading reading = readJobRequest(job.body);
   if (!reading.noJson.empty() || !reading.problems.empty()) {
     books_->withdraw(job.id, "not-in-order",
@@ -278,7 +279,7 @@ void Worker::Loop::carry(const Job& job) {
   worker_.settings_.changed();
 }
 
-void Worker::Loop::printDocument(const Job& job, const JobRequest& request) {
+void PrinterWorker::Loop::printDocument(const Job& job, const JobRequest& request) {
   till::SellOptions options;
   fill(options, job);
   options.id = job.id;
@@ -288,7 +289,7 @@ void Worker::Loop::printDocument(const Job& job, const JobRequest& request) {
   settle(job, verdict, verdict.wasOpened);
 }
 
-void Worker::Loop::printClosing(const Job& job, const JobRequest& request) {
+void PrinterWorker::Loop::printClosing(const Job& job, const JobRequest& request) {
   till::CloseOptions options;
   fill(options, job);
   options.id = job.id;
@@ -300,7 +301,7 @@ void Worker::Loop::printClosing(const Job& job, const JobRequest& request) {
 }
 
 template <class Verdict>
-void Worker::Loop::settle(const Job& job, const Verdict& verdict, bool wasOpened) {
+void PrinterWorker::Loop::settle(const Job& job, const Verdict& verdict, bool wasOpened) {
   const std::string cause = verdict.cause.printer.empty() ? verdict.cause.text : verdict.cause.printer;
   const bool isBegun = verdict.job.has_value() && verdict.job->state == State::Printing;
   const Aftermath aftermath = aftermathOf(verdict.ending, verdict.cause.kind, wasOpened, isBegun);
@@ -329,7 +330,7 @@ void Worker::Loop::settle(const Job& job, const Verdict& verdict, bool wasOpened
                      "Put the printer in order; the job goes on by itself while its patience lasts.", {}));
 }
 
-void Worker::Loop::begins(const till::StepPlace& step) {
+void PrinterWorker::Loop::begins(const till::StepPlace& step) {
   if (running_.empty()) return;
   worker_.change([&](PrinterReport& report) {
     report.running = Running{running_, step.label, step.number, step.count};

@@ -7,7 +7,7 @@
 
 #include "service/jobs/job_request.h"
 #include "service/workers/printer_port.h"
-#include "service/workers/worker.h"
+#include "service/workers/printer_worker.h"
 #include "till/books/books.h"
 #include "till/course/observer.h"
 #include "till/course/options.h"
@@ -15,9 +15,9 @@
 
 namespace zentaro::service {
 
-class Worker::Loop : private till::Observer {
+class PrinterWorker::Loop : private till::Observer {
  public:
-  explicit Loop(Worker& worker) : worker_{worker} {}
+  explicit Loop(PrinterWorker& worker) : worker_{worker} {}
   ~Loop() override = default;
 
   void run();
@@ -51,7 +51,7 @@ class Worker::Loop : private till::Observer {
 
   void begins(const till::StepPlace& step) override;
 
-  Worker& worker_;
+  PrinterWorker& worker_;
   std::unique_ptr<till::Books> books_;
   std::unique_ptr<PrinterPort> port_;
   std::map<std::int64_t, Clock::time_point> refused_;  // by key of the books: when it is tried again

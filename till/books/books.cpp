@@ -39,13 +39,15 @@ void Books::together(const std::function<void()>& work) {
   }
 }
 
-std::optional<Job> Books::put(const Order& order) { return enter(order, State::Queued, {}); }
-
-std::optional<Job> Books::open(const Order& order, const Evidence& before) {
-  return enter(order, State::Printing, before);
+std::optional<Job> Books::put(const Order& order, int attempt) {
+  return enter(order, State::Queued, {}, attempt);
 }
 
-std::optional<Job> Books::enter(const Order& order, State state, const Evidence& before) {
+std::optional<Job> Books::open(const Order& order, const Evidence& before) {
+  return enter(order, State::Printing, before, 1);
+}
+
+std::optional<Job> Books::enter(const Order& order, State state, const Evidence& before, int attempt) {
   std::optional<Job> entered;
   together([&] {
     const std::optional<Job> known = order.id.empty() ? std::nullopt : find(order.id);
@@ -65,6 +67,7 @@ std::optional<Job> Books::enter(const Order& order, State state, const Evidence&
       job.key = known->key;
       job.attempt = known->attempt + 1;
     }
+    job.attempt = std::max(job.attempt, attempt);
     insert(job);
     entered = job;
   });

@@ -81,7 +81,8 @@ class Books {
 
   /// A new job that waits; a job that was not printed and is wanted again becomes its next attempt. Nothing, and
   /// no change, when the id is queued, printing, printed or unknown.
-  std::optional<Job> put(const Order& order);
+  /// The centre of a chain counts the attempts of its jobs itself: `attempt` is the least number.
+  std::optional<Job> put(const Order& order, int attempt = 1);
   /// The same for a job that begins at once: what the printer is sent next opens its document.
   std::optional<Job> open(const Order& order, const Evidence& before);
 
@@ -111,11 +112,14 @@ class Books {
   /// Jobs from elsewhere, with what came of them; those of an owner that is known are only brought up to date.
   void takeOver(const std::vector<Job>& jobs);
 
+  /// A job of another's books as it is there, in place of what is known of this attempt or an earlier one.
+  void learn(Job job);
+
   /// The bodies of final jobs that ended before; at most `most`. finish() does it for those older than 60 days.
   void blankBodies(Moment endedBefore, int most);
 
  private:
-  std::optional<Job> enter(const Order& order, State state, const Evidence& before);
+  std::optional<Job> enter(const Order& order, State state, const Evidence& before, int attempt);
   void takeOver(Job job);
   void update(std::int64_t key, const Job& job);
   /// A row of its own, or the next attempt of the one that has its key.

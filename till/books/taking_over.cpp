@@ -65,4 +65,16 @@ void Books::takeOver(Job job) {
       .run();
 }
 
+void Books::learn(Job job) {
+  together([&] {
+    const std::optional<Job> known = find(job.id);
+    if (known && known->attempt > job.attempt) return;
+    job.key = known ? known->key : 0;
+    job.revision = revision() + 1;
+    if (known && known->attempt == job.attempt)
+      database_.prepare("DELETE FROM job WHERE seq = ?").with(known->key).run();
+    insert(job);
+  });
+}
+
 }  // namespace zentaro::till

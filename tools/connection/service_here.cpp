@@ -5,6 +5,7 @@
 
 #include "base/files/json.h"
 #include "base/terminal/language.h"
+#include "service/jobs/job_request.h"
 #include "service/service.h"
 #include "till/books/books.h"
 #include "till/books/claims.h"

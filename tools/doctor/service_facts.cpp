@@ -2,7 +2,7 @@
 #include "tools/doctor/service_facts.h"
 
 #include "base/terminal/language.h"
-#include "service/workers/worker.h"
+#include "service/jobs/job_request.h"
 #include "till/books/books.h"
 #include "tools/connection/service_here.h"
 

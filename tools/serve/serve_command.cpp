@@ -13,6 +13,7 @@
 #include "base/terminal/command_line.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "service/chain/books_notes.h"
 #include "till/books/books.h"
 #include "till/words/verdict_words.h"
 #include "tools/connection/connection.h"
@@ -57,6 +58,7 @@ int runServe(const ServeOptions& options) {
   settings.origins = options.origins;
   settings.hosts = options.hosts;
   settings.tokens = tokensPathOf(options);
+  settings.chain = chainSettings(options);
   if (options.isVirtual) {
     trial.emplace();
     settings.printers = {{"virtual", trial->printer.device(), true}};
@@ -132,6 +134,30 @@ void addServeOptions(CLI::App& command, ServeOptions& options) {
           "--tokens", options.tokens,
           word("El archivo de los tokens, en vez del usual", "The file of tokens, instead of the usual"))
       ->type_name(word("ARCHIVO", "FILE"));
+  const auto text = [&](const char* name, std::string& value, const std::string& help,
+                        const std::string& kind) { command.add_option(name, value, help)->type_name(kind); };
+  const std::string url = "mqtts://HOST", file = word("ARCHIVO", "FILE");
+  text("--centre", options.centre,
+       word("Una caja de una cadena: su broker MQTT", "A till of a chain: its MQTT broker"), url);
+  text("--till", options.till,
+       word("El nombre de esta caja en la cadena", "The name of this till in the chain"),
+       word("NOMBRE", "NAME"));
+  text("--tills", options.tills,
+       word("La central de una cadena: su broker MQTT", "The centre of a chain: its MQTT broker"), url);
+  text("--ca", options.authority, word("Quién certifica al broker", "Who certifies the broker"), file);
+  text("--cert", options.certificate,
+       word("El certificado de esta máquina", "The certificate of this machine"), file);
+  text("--key", options.key, word("Su clave, solo para esta cuenta", "Its key, for this account alone"),
+       file);
+}
+
+// The running service looks for it.
+int acceptBooks() {
+  till::Books books;
+  service::acceptOlder(books);
+  log(say("zentaro: anotado; el servicio que está en books-older lo toma en un minuto",
+          "zentaro: noted; the service that is in books-older takes it up within a minute", {}));
+  return exitDone;
 }
 
 }  // namespace
@@ -155,6 +181,11 @@ void addServeCommand(CLI::App& app, int& status) {
   const auto complete = [command, config] {
     if (!config->empty()) readConfig(*command, *config);
   };
+  command
+      ->add_subcommand("accept-books",
+                       say("Cadena: estos libros más viejos valen (tras cambiar o restaurar un disco)",
+                           "Chain: these older books count (after a disk was replaced or restored)", {}))
+      ->callback([&status] { status = guarded(acceptBooks); });
   addTokenCommand(*command, options, complete, status);
   command->callback([command, options, complete, &status] {
     if (!command->get_subcommands().empty()) return;

@@ -2,6 +2,8 @@
 #include "tools/serve/serve_options.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 #include "automation/conversions.h"
@@ -10,6 +12,7 @@
 #include "platform/services.h"
 #include "platform/setting_keys.h"
 #include "platform/system_paths.h"
+#include "service/chain/messages.h"
 #include "service/http/tokens.h"
 #include "tools/connection/known_settings.h"
 
@@ -62,6 +65,7 @@ std::optional<system::Address> listenAddress(const ServeOptions& options) {
 std::vector<service::NamedPrinter> namedPrinters(const ServeOptions& options) {
   std::vector<service::NamedPrinter> printers;
   for (const std::string& text : options.printers) printers.push_back(printerFrom(text));
+  if (printers.empty() && !options.tills.empty()) return printers;  // a centre has those of its tills
   if (printers.empty()) printers = ofTheSettings();
   if (printers.empty())
     throw std::runtime_error(
@@ -78,6 +82,41 @@ std::vector<service::NamedPrinter> namedPrinters(const ServeOptions& options) {
                                    {isSameName ? printers[index].name : harmless(printers[index].device)}));
     }
   return printers;
+}
+
+std::optional<service::ChainSettings> chainSettings(const ServeOptions& options) {
+  const bool isTill = !options.centre.empty(), isCentre = !options.tills.empty();
+  if (isTill == isCentre && isTill)
+    throw std::runtime_error(
+        say("--centre y --tills: uno de los dos", "--centre and --tills: one of them", {}));
+  if (!isTill && !isCentre) return std::nullopt;
+  if (isTill && !service::isTillName(options.till))
+    throw std::runtime_error(say(
+        "--till {}: se espera el nombre de esta caja, el de su certificado: letras sin acento, cifras, _ - y .",
+        "--till {}: the name of this till is expected, that of its certificate: letters without accents, digits, "
+        "_ - and .",
+        {harmless(options.till)}));
+  const service::Broker named = isTill ? service::parseBroker("--centre", options.centre)
+                                       : service::parseBroker("--tills", options.tills);
+  service::ChainSettings chain{named, options.till};
+  if (isCentre) chain.till.clear();
+  chain.broker.authority = options.authority;
+  chain.broker.certificate = options.certificate;
+  chain.broker.key = options.key;
+  if (!named.isTls) return chain;
+  for (const auto& [option, file] :
+       {std::pair{"--ca", options.authority}, {"--cert", options.certificate}, {"--key", options.key}})
+    if (!std::ifstream(file).is_open())
+      throw std::runtime_error(say("{} {}: mqtts necesita este archivo, y no se puede leer",
+                                   "{} {}: mqtts needs this file, and it cannot be read",
+                                   {option, harmless(file)}));
+  using std::filesystem::perms;
+  const perms ofOthers =
+      std::filesystem::status(options.key).permissions() & (perms::group_all | perms::others_all);
+  if (ofOthers != perms::none)
+    throw std::runtime_error(say("--key {}: otros la pueden leer; chmod 600",
+                                 "--key {}: others may read it; chmod 600", {harmless(options.key)}));
+  return chain;
 }
 
 std::string tokensPathOf(const ServeOptions& options) {

@@ -15,7 +15,9 @@ struct ServeOptions {
   bool isVirtual = false;
   std::string listen = "127.0.0.1:8211";
   std::vector<std::string> origins, hosts;
-  std::string tokens;  // the file; empty: the usual one
+  std::string centre, tills, till;          // the broker of a chain, by which end this is; the name of a till
+  std::string authority, certificate, key;  // files, for TLS
+  std::string tokens;                       // the file; empty: the usual one
 };
 
 /// Nothing for "none". Raises std::runtime_error for what is no address.
@@ -24,6 +26,9 @@ std::optional<system::Address> listenAddress(const ServeOptions& options);
 /// Those that were named, else those of the settings. Raises std::runtime_error when there are none, two have one
 /// name, or a name is no word.
 std::vector<service::NamedPrinter> namedPrinters(const ServeOptions& options);
+
+/// Nothing without a chain. Raises std::runtime_error for options that do not fit, and a key that others may read.
+std::optional<service::ChainSettings> chainSettings(const ServeOptions& options);
 
 std::string tokensPathOf(const ServeOptions& options);
 

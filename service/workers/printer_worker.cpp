@@ -1,5 +1,5 @@
 // The thread's side for others, and its wake-ups.
-#include "service/workers/worker.h"
+#include "service/workers/printer_worker.h"
 
 #include "service/workers/worker_loop.h"
 
@@ -17,19 +17,19 @@ std::string_view nameOf(Condition condition) {
   return "blocked";
 }
 
-Worker::Worker(Settings settings) : settings_{std::move(settings)} {
+PrinterWorker::PrinterWorker(Settings settings) : settings_{std::move(settings)} {
   report_.name = settings_.name;
   report_.device = settings_.device;
   report_.isVirtual = settings_.isVirtual;
   thread_ = std::thread{[this] { Loop{*this}.run(); }};
 }
 
-Worker::~Worker() {
+PrinterWorker::~PrinterWorker() {
   end();
   join();
 }
 
-void Worker::wake() {
+void PrinterWorker::wake() {
   {
     const std::lock_guard lock{mutex_};
     isWoken_ = true;
@@ -37,23 +37,23 @@ void Worker::wake() {
   woken_.notify_all();
 }
 
-void Worker::end() {
+void PrinterWorker::end() {
   isEnding_ = true;
   wake();
 }
 
-void Worker::join() {
+void PrinterWorker::join() {
   if (thread_.joinable()) thread_.join();
   const std::lock_guard lock{mutex_};
   asked_.clear();  // whoever waits is told that nothing came
 }
 
-PrinterReport Worker::report() const {
+PrinterReport PrinterWorker::report() const {
   const std::lock_guard lock{mutex_};
   return report_;
 }
 
-std::optional<Json> Worker::ask(Question question, std::chrono::seconds patience) {
+std::optional<Json> PrinterWorker::ask(Question question, std::chrono::seconds patience) {
   std::future<std::optional<Json>> answer;
   {
     const std::lock_guard lock{mutex_};
@@ -71,19 +71,19 @@ std::optional<Json> Worker::ask(Question question, std::chrono::seconds patience
   }
 }
 
-bool Worker::hasOpenDocument() {
+bool PrinterWorker::hasOpenDocument() {
   ask(Question::Status, 3s);
   return report().document != 0;
 }
 
-bool Worker::waitUntil(std::chrono::steady_clock::time_point until) {
+bool PrinterWorker::waitUntil(std::chrono::steady_clock::time_point until) {
   std::unique_lock lock{mutex_};
   const bool isWoken = woken_.wait_until(lock, until, [this] { return isWoken_ || isEnding_; });
   isWoken_ = false;
   return isWoken;
 }
 
-void Worker::change(const std::function<void(PrinterReport&)>& edit) {
+void PrinterWorker::change(const std::function<void(PrinterReport&)>& edit) {
   {
     const std::lock_guard lock{mutex_};
     edit(report_);
@@ -91,7 +91,7 @@ void Worker::change(const std::function<void(PrinterReport&)>& edit) {
   settings_.changed();
 }
 
-std::deque<Worker::Asked> Worker::takeAsked() {
+std::deque<PrinterWorker::Asked> PrinterWorker::takeAsked() {
   const std::lock_guard lock{mutex_};
   return std::exchange(asked_, {});
 }

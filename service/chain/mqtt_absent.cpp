@@ -1,0 +1,24 @@
+// Where the program is built without MQTT.
+#include <stdexcept>
+
+#include "base/terminal/language.h"
+#include "service/chain/mqtt_link.h"
+
+namespace zentaro::service {
+
+struct MqttLink::Inside {};
+
+MqttLink::MqttLink(Settings) {
+  throw std::runtime_error(
+      terminal::say("este zentaro se construyó sin MQTT: --centre y --tills no son posibles aquí",
+                    "this zentaro was built without MQTT: --centre and --tills cannot be here", {}));
+}
+MqttLink::~MqttLink() = default;
+int MqttLink::session() const { return 0; }
+std::vector<Letter> MqttLink::take() { return {}; }
+void MqttLink::publish(const std::string&, const std::string&) {}
+void MqttLink::publishKept(const std::string&, const std::string&) {}
+void MqttLink::publishFor(const std::string&, const std::string&, std::int64_t) {}
+bool MqttLink::isRefused(const std::string&) const { return false; }
+
+}  // namespace zentaro::service

@@ -1,0 +1,290 @@
+// MQTT 5 by libmosquitto, on a thread of its own.
+#include "service/chain/mqtt_link.h"
+
+#include <mosquitto.h>
+#include <mqtt_protocol.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <random>
+#include <set>
+#include <stdexcept>
+#include <thread>
+
+#include "base/terminal/language.h"
+
+namespace zentaro::service {
+
+using terminal::say;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Of the codes of MQTT 5 those from here on are refusals.
+constexpr int firstRefusal = 128;
+constexpr int willDelay = 30;  // seconds
+
+struct Properties {
+  Properties() = default;
+  Properties(const Properties&) = delete;
+  Properties& operator=(const Properties&) = delete;
+  ~Properties() { mosquitto_property_free_all(&list); }
+  mosquitto_property* list = nullptr;
+};
+
+}  // namespace
+
+struct MqttLink::Inside {
+  explicit Inside(Settings given) : settings{std::move(given)} {
+    mosquitto_lib_init();
+    const Handle first = make();  // raises for files that cannot be used
+  }
+
+  struct Closer {
+    void operator()(mosquitto* handle) const { mosquitto_destroy(handle); }
+  };
+  using Handle = std::unique_ptr<mosquitto, Closer>;
+
+  Handle make() {
+    Handle made{mosquitto_new(settings.client.c_str(), true, this)};
+    if (!made) throw std::runtime_error("libmosquitto");
+    mosquitto_threaded_set(made.get(), true);
+    mosquitto_int_option(made.get(), MOSQ_OPT_PROTOCOL_VERSION, MQTT_PROTOCOL_V5);
+    mosquitto_int_option(made.get(), MOSQ_OPT_TCP_NODELAY, 1);
+    secure(made.get());
+    if (settings.lastWill) {
+      Properties properties;
+      mosquitto_property_add_int32(&properties.list, MQTT_PROP_WILL_DELAY_INTERVAL, willDelay);
+      const auto& [topic, text] = *settings.lastWill;
+      if (mosquitto_will_set_v5(made.get(), topic.c_str(), static_cast<int>(text.size()), text.data(), 1,
+                                true, properties.list) == MOSQ_ERR_SUCCESS)
+        properties.list = nullptr;  // the handle has them now
+    }
+    mosquitto_connect_v5_callback_set(made.get(),
+                                      [](mosquitto*, void* self, int code, int, const mosquitto_property*) {
+                                        static_cast<Inside*>(self)->connected(code);
+                                      });
+    mosquitto_disconnect_v5_callback_set(made.get(),
+                                         [](mosquitto*, void* self, int code, const mosquitto_property*) {
+                                           static_cast<Inside*>(self)->cut(code);
+                                         });
+    mosquitto_subscribe_v5_callback_set(made.get(), [](mosquitto*, void* self, int, int count,
+                                                       const int* granted, const mosquitto_property*) {
+      static_cast<Inside*>(self)->subscribed({granted, granted + count});
+    });
+    mosquitto_publish_v5_callback_set(
+        made.get(), [](mosquitto*, void* self, int number, int code, const mosquitto_property*) {
+          static_cast<Inside*>(self)->published(number, code);
+        });
+    mosquitto_message_v5_callback_set(
+        made.get(), [](mosquitto*, void* self, const mosquitto_message* message, const mosquitto_property*) {
+          static_cast<Inside*>(self)->came(*message);
+        });
+    return made;
+  }
+
+  void secure(mosquitto* made) const {
+    const Broker& broker = settings.broker;
+    if (!broker.isTls) return;
+    const auto orNull = [](const std::string& file) { return file.empty() ? nullptr : file.c_str(); };
+    const int code = mosquitto_tls_set(made, orNull(broker.authority), nullptr, orNull(broker.certificate),
+                                       orNull(broker.key), nullptr);
+    if (code != MOSQ_ERR_SUCCESS)
+      throw std::runtime_error(
+          say("TLS: no se pueden usar {}, {} y {} ({})", "TLS: {}, {} and {} cannot be used ({})",
+              {broker.authority, broker.certificate, broker.key, mosquitto_strerror(code)}));
+  }
+
+  // --- On the thread ---
+
+  void run() {
+    constexpr int longest = 60, longEnough = 60;
+    for (int span = 8; !isEnding;) {
+      const auto begin = std::chrono::steady_clock::now();
+      connectOnce();
+      if (std::chrono::steady_clock::now() - begin > std::chrono::seconds{longEnough}) span = 8;
+      pause(span);
+      span = std::min(span * 2, longest);
+    }
+  }
+
+  void connectOnce() {
+    {
+      const std::lock_guard lock{mutex};
+      handle = make();
+      awaited.clear();
+      refused.clear();
+    }
+    constexpr int keepAlive = 15, turn = 1000;
+    Properties properties;
+    // Required for the delay of the last will: it is sent at once where no session is left to wait with.
+    mosquitto_property_add_int32(&properties.list, MQTT_PROP_SESSION_EXPIRY_INTERVAL, willDelay);
+    int code = mosquitto_connect_bind_v5(handle.get(), settings.broker.host.c_str(), settings.broker.port,
+                                         keepAlive, nullptr, properties.list);
+    if (code != MOSQ_ERR_SUCCESS) tell(code == MOSQ_ERR_ERRNO ? "connect" : mosquitto_strerror(code));
+    while (code == MOSQ_ERR_SUCCESS && !isEnding) code = mosquitto_loop(handle.get(), turn, 1);
+    if (code == MOSQ_ERR_SUCCESS) farewell();
+    gone();
+  }
+
+  // What was published last is still on its way.
+  void farewell() {
+    for (int tries = 0; tries < 20; ++tries) {
+      if (mosquitto_loop(handle.get(), 100, 1) != MOSQ_ERR_SUCCESS) return;
+      const std::lock_guard lock{mutex};
+      if (awaited.empty()) break;
+    }
+    mosquitto_disconnect_v5(handle.get(), 0, nullptr);
+    mosquitto_loop(handle.get(), 100, 1);
+  }
+
+  void pause(int span) {
+    std::uniform_int_distribution<int> milliseconds{1000, span * 1000};
+    std::unique_lock lock{mutex};
+    ended.wait_for(lock, std::chrono::milliseconds{milliseconds(dice)}, [this] { return isEnding.load(); });
+  }
+
+  void gone() {
+    {
+      const std::lock_guard lock{mutex};
+      session = 0;
+      handle.reset();
+    }
+    settings.changed();
+  }
+
+  void connected(int code) {
+    if (code != 0) return tell(mosquitto_reason_string(code));
+    for (const std::string& topic : settings.topics)
+      mosquitto_subscribe_v5(handle.get(), nullptr, topic.c_str(), 1, 0, nullptr);
+    toSubscribe = settings.topics.size();
+  }
+
+  void subscribed(const std::vector<int>& granted) {
+    for (const int code : granted)
+      if (code >= firstRefusal)
+        return tell(
+            say("suscripción rechazada: {}", "subscription refused: {}", {mosquitto_reason_string(code)}));
+    if (--toSubscribe > 0) return;
+    said.clear();
+    {
+      const std::lock_guard lock{mutex};
+      session = ++sessions;
+    }
+    settings.say(say("cadena: conectado", "chain: connected", {}));
+    settings.changed();
+  }
+
+  void published(int number, int code) {
+    std::string topic;
+    {
+      const std::lock_guard lock{mutex};
+      if (const auto node = awaited.extract(number)) topic = node.mapped();
+      if (code >= firstRefusal)
+        refused.insert(topic);
+      else if (refused.erase(topic) == 0)
+        return;
+    }
+    if (code >= firstRefusal) tell(topic + ": " + mosquitto_reason_string(code));
+    settings.changed();
+  }
+
+  void came(const mosquitto_message& message) {
+    {
+      const std::lock_guard lock{mutex};
+      letters.push_back(
+          {message.topic,
+           {static_cast<const char*>(message.payload), static_cast<std::size_t>(message.payloadlen)}});
+    }
+    settings.changed();
+  }
+
+  void cut(int code) {
+    if (code == MQTT_RC_SESSION_TAKEN_OVER)
+      tell(say("otro programa se conectó con el mismo nombre ({}): dos cajas con un certificado",
+               "another program connected under the same name ({}): two tills with one certificate",
+               {settings.client}));
+    else if (code != 0)
+      tell(code >= firstRefusal ? mosquitto_reason_string(code) : mosquitto_strerror(code));
+  }
+
+  // The same trouble is said once.
+  void tell(const std::string& text) {
+    if (text == said) return;
+    said = text;
+    settings.say(say("cadena: {}", "chain: {}", {text}));
+  }
+
+  void publish(const std::string& topic, const std::string& text, bool isKept, std::int64_t seconds) {
+    const std::lock_guard lock{mutex};
+    if (session == 0) return;
+    Properties properties;
+    if (seconds > 0)
+      mosquitto_property_add_int32(&properties.list, MQTT_PROP_MESSAGE_EXPIRY_INTERVAL,
+                                   static_cast<std::uint32_t>(seconds));
+    int number = 0;
+    if (mosquitto_publish_v5(handle.get(), &number, topic.c_str(), static_cast<int>(text.size()), text.data(),
+                             1, isKept, properties.list) == MOSQ_ERR_SUCCESS)
+      awaited[number] = topic;
+  }
+
+  Settings settings;
+  mutable std::mutex mutex;
+  std::condition_variable ended;
+  std::atomic<bool> isEnding{false};
+  Handle handle;
+  int session = 0, sessions = 0;
+  std::size_t toSubscribe = 0;
+  std::map<int, std::string> awaited;  // the topics of what the broker has not acknowledged
+  std::set<std::string> refused;
+  std::vector<Letter> letters;
+  std::string said;
+  std::mt19937 dice{std::random_device{}()};
+  std::thread thread;
+};
+
+MqttLink::MqttLink(Settings settings) : inside_{std::make_unique<Inside>(std::move(settings))} {
+  inside_->thread = std::thread{[inside = inside_.get()] { inside->run(); }};
+}
+
+MqttLink::~MqttLink() {
+  {
+    const std::lock_guard lock{inside_->mutex};
+    inside_->isEnding = true;
+  }
+  inside_->ended.notify_all();
+  inside_->thread.join();
+}
+
+int MqttLink::session() const {
+  const std::lock_guard lock{inside_->mutex};
+  return inside_->session;
+}
+
+std::vector<Letter> MqttLink::take() {
+  const std::lock_guard lock{inside_->mutex};
+  return std::exchange(inside_->letters, {});
+}
+
+void MqttLink::publish(const std::string& topic, const std::string& text) {
+  inside_->publish(topic, text, false, 0);
+}
+
+void MqttLink::publishKept(const std::string& topic, const std::string& text) {
+  inside_->publish(topic, text, true, 0);
+}
+
+void MqttLink::publishFor(const std::string& topic, const std::string& text, std::int64_t seconds) {
+  inside_->publish(topic, text, false, seconds);
+}
+
+bool MqttLink::isRefused(const std::string& topic) const {
+  const std::lock_guard lock{inside_->mutex};
+  return inside_->refused.contains(topic);
+}
+
+}  // namespace zentaro::service

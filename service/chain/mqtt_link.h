@@ -1,0 +1,59 @@
+// The connection to the broker of a chain, which is mere transport: what is published while there is none is gone, and
+// nothing that an earlier connection still held is sent by a later one. It is made again after 1 to 60 s.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zentaro::service {
+
+struct Broker {
+  std::string host;
+  int port = 0;
+  bool isTls = false;
+  std::string authority, certificate, key;  // files
+};
+
+/// Of mqtts://HOST[:PORT], or mqtt:// to this machine. Raises std::runtime_error that names the option.
+Broker parseBroker(const std::string& option, const std::string& url);
+
+struct Letter {
+  std::string topic, text;
+};
+
+class MqttLink {
+ public:
+  struct Settings {
+    Broker broker;
+    std::string client;               // no two connections have the same
+    std::vector<std::string> topics;  // that are heard
+    std::optional<Letter> lastWill;   // told by the broker 30 s after this end is gone, and kept
+    std::function<void()> changed;    // a letter came, or the connection
+    std::function<void(const std::string&)> say;
+  };
+  /// Raises std::runtime_error where the program was built without MQTT, or a file cannot be used.
+  explicit MqttLink(Settings settings);
+  MqttLink(const MqttLink&) = delete;
+  MqttLink& operator=(const MqttLink&) = delete;
+  ~MqttLink();
+
+  /// Which connection it is, from 1 on; 0 while there is none.
+  int session() const;
+  /// What came since the last call, in its order.
+  std::vector<Letter> take();
+  /// Kept: for whoever connects later. `seconds`: the broker throws it away after so long; 0: never.
+  void publish(const std::string& topic, const std::string& text);
+  void publishKept(const std::string& topic, const std::string& text);
+  void publishFor(const std::string& topic, const std::string& text, std::int64_t seconds);
+  /// Whether the broker refused the last letter on this topic.
+  bool isRefused(const std::string& topic) const;
+
+ private:
+  struct Inside;
+  std::unique_ptr<Inside> inside_;
+};
+
+}  // namespace zentaro::service
