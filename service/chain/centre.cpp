@@ -20,6 +20,7 @@ using till::State;
 namespace {
 
 constexpr auto again = 30s, silence = 15s;
+constexpr auto doubled = 10min;  // how long two with one name are told of, since one came back
 
 // Required: by a clock that nobody sets, and 0 once the computer was started again.
 std::int64_t remaining(const Job& job) {
@@ -153,6 +154,19 @@ void Centre::tellSeen(const std::string& name, const Till& till) {
   link_.publishKept(topicOf(name, "seen"), textOf(till.seen));
 }
 
+// A start never comes back: if one does, two tills take turns.
+void Centre::noteStart(const std::string& name, Till& till, const std::string& lineage) {
+  const std::string& last = till.status.now.lineage;
+  if (last == lineage) return;
+  if (till.lineages.contains(lineage)) {
+    if (till.doubledUntil < Clock::now())
+      say_(say("cadena: dos cajas se llaman {}: ¿se copió un disco, o un certificado?",
+               "chain: two tills are called {}: was a disk copied, or a certificate?", {name}));
+    till.doubledUntil = Clock::now() + doubled;
+  }
+  if (!last.empty()) till.lineages.insert(last);
+}
+
 void Centre::hearStatus(const std::string& name, const Status& status) {
   const std::lock_guard lock{mutex_};
   const bool isNew = !tills_.contains(name);
@@ -161,6 +175,7 @@ void Centre::hearStatus(const std::string& name, const Status& status) {
   if (till.since == 0 || till.status.isOnline != status.isOnline) till.since = std::time(nullptr);
   till.status.isOnline = status.isOnline;
   if (!status.isOnline) return;
+  noteStart(name, till, status.now.lineage);
   till.status = status;
   if (till.seen.lineage.empty()) till.seen = {status.now.lineage, 0};
   const std::size_t known = till.printers.size();
@@ -239,6 +254,7 @@ void Centre::store(const std::string& name, const Job& told) {
 
 std::string Centre::blockedBy(const std::string& name, const Till& till) const {
   if (till.isRestored) return "books-older";
+  if (till.doubledUntil > Clock::now()) return "two-with-one-name";
   if (link_.isRefused(topicOf(name, "jobs"))) return "refused-by-broker";
   return till.status.blocked;
 }

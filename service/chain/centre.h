@@ -45,6 +45,8 @@ class Centre {
     std::set<std::string> printers;
     std::int64_t since = 0;  // of being online or not, for people
     bool isRestored = false;
+    std::set<std::string> lineages = {};  // earlier starts that this centre has met
+    Clock::time_point doubledUntil{};
   };
   struct Published {
     till::Job job;
@@ -58,6 +60,7 @@ class Centre {
   void acceptOlderBooks();
   void remember(const std::string& name, const Till& till);
   void makeWorkers(const std::string& name, const Till& till);
+  void noteStart(const std::string& name, Till& till, const std::string& lineage);
   void hearStatus(const std::string& name, const Status& status);
   void hearResults(const std::string& name, const Results& results);
   void store(const std::string& name, const till::Job& told);

@@ -1,5 +1,6 @@
 """A chain on this machine for tests: a broker, a centre and tills with virtual printers, each a process that can be killed,
 and a network between the tills and the broker that can be cut."""
+import getpass
 import http.client
 import json
 import os
@@ -38,7 +39,7 @@ class Broker:
 
     def configure(self, more):
         with open(f"{self.folder}/broker.conf", "w", encoding="utf-8") as file:
-            file.write(f"listener {self.port} 127.0.0.1\nallow_anonymous true\npersistence false\nmax_queued_messages 0\n{more}\n")
+            file.write(f"listener {self.port} 127.0.0.1\nuser {getpass.getuser()}\nallow_anonymous true\npersistence false\nmax_queued_messages 0\n{more}\n")
 
     def start(self):
         self.process = subprocess.Popen(["mosquitto", "-c", f"{self.folder}/broker.conf"], stdout=subprocess.DEVNULL,

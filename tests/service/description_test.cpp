@@ -90,6 +90,7 @@ TEST_F(Description, SaysWhatIsAnswered) {
   record("post", "/v1/check", ask("POST /v1/check", "{" + wish.substr(wish.find("\"sale\""))));
   record("get", "/v1/printers", ask("GET /v1/printers?fresh=1"));
   record("get", "/v1/printers/{name}/day", ask("GET /v1/printers/caja1/day"));
+  record("get", "/v1/tills", ask("GET /v1/tills"));
   record("get", "/health", ask("GET /health"));
   record("get", "/metrics", ask("GET /metrics"));
   asked.insert("get /v1/events");  // read in a test of its own
