@@ -39,8 +39,7 @@ std::string tillOf(const std::string& printer) { return printer.substr(0, printe
 
 Centre::Centre(const Settings& settings, Workers& workers, Bell& bell,
                std::function<void(const std::string&)> tell)
-    : settings_{settings},
-      workers_{workers},
+    : workers_{workers},
       bell_{bell},
       say_{std::move(tell)},
       books_{settings.books},

@@ -71,7 +71,6 @@ class Centre {
   bool takesJobs(const std::string& name) const;
   std::string blockedBy(const std::string& name, const Till& till) const;
 
-  Settings settings_;
   Workers& workers_;
   Bell& bell_;
   std::function<void(const std::string&)> say_;

@@ -14,6 +14,7 @@
 #include <set>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "base/terminal/language.h"
 
@@ -45,7 +46,7 @@ struct MqttLink::Inside {
   }
 
   struct Closer {
-    void operator()(mosquitto* handle) const { mosquitto_destroy(handle); }
+    void operator()(mosquitto* made) const { mosquitto_destroy(made); }
   };
   using Handle = std::unique_ptr<mosquitto, Closer>;
 

@@ -1,6 +1,8 @@
 // The turns of the till's thread.
 #include "service/chain/till_side.h"
 
+#include <utility>
+
 #include "base/system/random.h"
 #include "base/terminal/language.h"
 #include "service/chain/books_notes.h"
