@@ -78,11 +78,18 @@ def attempt(number, misfortune):
     return process.returncode
 
 
+def end_by_hand():
+    """A kill between the opening and the moment in which the books have the document's number leaves a document that
+    is nobody's, and no sale ends it on a guess: a person does, as the message says."""
+    subprocess.run([f"{BIN}/zentaro", "call", "CancelarComprobante", "--device", device, "--timeout", "1"],
+                   stdin=subprocess.DEVNULL, capture_output=True, check=False)
+
+
 def main():
     printer = subprocess.Popen(
         [f"{BIN}/zentaro-printer", "--quiet", *line, "--state", state, "--control", control]
         + (["--realtime"] if REAL_TIME else []), stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    counts = {"killed": 0, "interrupted": 0, "unplugged": 0}
+    counts = {"killed": 0, "interrupted": 0, "unplugged": 0, "ended by hand": 0}
     names = {signal.SIGKILL: "killed", signal.SIGINT: "interrupted", signal.SIGTERM: "interrupted", "unplug": "unplugged"}
     try:
         while not (os.path.exists(control) and (TCP or os.path.exists(link))):
@@ -97,6 +104,9 @@ def main():
                 verdict = attempt(number, misfortune)
                 if verdict == 0 and misfortune == "unplug":
                     say("clear")
+                if verdict == OPEN_BEFORE:
+                    end_by_hand()
+                    counts["ended by hand"] += 1
             if verdict != PRINTED:
                 problems.append(f"sale {number} has no verdict but {verdict}")
         journal = subprocess.run([f"{BIN}/zentaro", "sale", "--journal"], capture_output=True, text=True, check=False).stdout
@@ -114,7 +124,8 @@ def main():
         if f"sale-{number}" not in journal:
             problems.append(f"sale {number} is not in the journal")
     print(f"  {SALES} sales, {counts['killed']} kills, {counts['interrupted']} interruptions, {counts['unplugged']} times "
-          f"unplugged; {books['invoices']} invoices, {books['cancelled']} documents cancelled")
+          f"unplugged, {counts['ended by hand']} documents ended by hand; {books['invoices']} invoices, "
+          f"{books['cancelled']} documents cancelled")
     for problem in problems:
         print(f"  FAILED {problem}")
     print(f"{SALES - len(problems)} passed, {len(problems)} failed")
