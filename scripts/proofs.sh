@@ -16,7 +16,7 @@ build_proofs() {
   quietly cmake --preset fuzz -Wno-dev
   quietly cmake --build --preset fuzz
   quietly cmake --preset tsan -Wno-dev
-  quietly cmake --build --preset tsan --target proof-threads
+  quietly cmake --build --preset tsan --target proof-threads --target proof-tills --target zentaro-printer
 }
 
 is_wanted() { [ "$wanted" = "  " ] || [[ $wanted == *" $1 "* ]]; }

@@ -12,14 +12,43 @@ using terminal::say;
 
 namespace {
 
-Document checked(Sale sale, Problems problems) {
-  Totals totals;
-  if (problems.empty()) totals = reckon(sale, problems);
-  if (problems.empty()) return {std::move(sale), totals};
+// What the library would raise in the middle of the document.
+Problems settingProblems(int length) {
+  constexpr int longest = 32767 - 14;  // the lines of text have 14 more, in 16 bits
+  if (length >= 0 && length <= longest) return {};
+  return {{"LenDescripcionZT",
+           say("es {} en la configuración; póngalo bien: zentaro settings set LenDescripcionZT 20",
+               "is {} in the settings; put it right: zentaro settings set LenDescripcionZT 20",
+               {std::to_string(length)})}};
+}
+
+struct Reading {
+  Document document;
+  Problems problems;
+};
+
+Reading checked(SaleReading read) {
+  Reading made{{std::move(read.sale), {}}, std::move(read.problems)};
+  if (made.problems.empty()) made.document.totals = reckon(made.document.sale, made.problems);
+  if (made.problems.empty()) made.problems = settingProblems(readLenDescripcion());
+  return made;
+}
+
+Document inOrder(Reading reading) {
+  auto& [document, problems] = reading;
+  if (problems.empty()) return std::move(document);
   std::string text;
   for (const Problem& problem : problems)
     text += (text.empty() ? "" : "; ") + problem.path + (problem.path.empty() ? "" : ": ") + problem.text;
   throw WrongUse(text, std::move(problems));
+}
+
+Checked checkedOf(Reading reading) {
+  Checked made{std::move(reading.problems), {}, {}};
+  if (!made.problems.empty()) return made;
+  made.totals = reading.document.totals;
+  made.warnings = paperWarnings(reading.document.sale, readLenDescripcion());
+  return made;
 }
 
 void demandOpenPort(const CZentaro& printer) {
@@ -32,36 +61,14 @@ PrinterLine lineOf(CZentaro& printer, const Options& options) {
   return PrinterLine(printer, patienceOf(options.giveUp), options.observer, options.stop.isWanted);
 }
 
-int descriptionLength() {
-  constexpr int usual = 20;
-  const int length = readLenDescripcion();
-  return length > 0 ? length : usual;
-}
-
 }  // namespace
 
-Document documentOf(Sale sale) { return checked(std::move(sale), {}); }
+Document documentOf(Sale sale) { return inOrder(checked({std::move(sale), {}})); }
+Document documentOf(std::string_view json) { return inOrder(checked(readSale(json))); }
+Document documentOf(const Node& root) { return inOrder(checked(readSale(root))); }
 
-Document documentOf(std::string_view json) {
-  auto [sale, problems] = readSale(json);
-  return checked(std::move(sale), std::move(problems));
-}
-
-namespace {
-
-Checked checkedOf(SaleReading reading) {
-  Checked made;
-  auto& [sale, problems] = reading;
-  if (problems.empty()) made.totals = reckon(sale, problems);
-  if (problems.empty()) made.warnings = paperWarnings(sale, descriptionLength());
-  made.problems = std::move(problems);
-  return made;
-}
-
-}  // namespace
-
-Checked check(std::string_view json) { return checkedOf(readSale(json)); }
-Checked check(const Node& root) { return checkedOf(readSale(root)); }
+Checked check(std::string_view json) { return checkedOf(checked(readSale(json))); }
+Checked check(const Node& root) { return checkedOf(checked(readSale(root))); }
 
 Verdict sell(CZentaro& printer, const Document& document, const SellOptions& options) {
   if (!options.id.empty() && !isJobId(options.id))

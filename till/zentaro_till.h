@@ -44,6 +44,8 @@ struct Document {
 /// Takes a document by its members, or as the JSON of a sale file; raises WrongUse.
 ZENTARO_API Document documentOf(Sale sale);
 ZENTARO_API Document documentOf(std::string_view json);
+/// The same of what was parsed already, here and below.
+Document documentOf(const Node& root);
 
 struct Checked {
   Problems problems;  // what keeps it from being printed
@@ -51,7 +53,6 @@ struct Checked {
   Problems warnings;  // what paper will not show, and what the printer is likely to refuse
 };
 ZENTARO_API Checked check(std::string_view json);
-/// The same of what was parsed already.
 Checked check(const Node& root);
 
 /// Prints the document once. With an id nothing is ever printed twice under it: the books know what became of it.

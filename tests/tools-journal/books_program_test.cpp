@@ -85,18 +85,21 @@ TEST_F(BooksProgram, ThatAreNotInOrderStopWhatHasAnIdAndWarnWhatHasNone) {
 
 TEST_F(BooksProgram, SayTheTruthWhateverTheDiskStillTakes) {
   EXPECT_EQ(run(sale("--id first")).status, 0);
-  int printed = 1, refused = 0;
+  int printed = 1, refused = 0, named = 0;
   for (int blocks = 4; blocks < 140; blocks += 8) {
     const std::string id = "--id F" + std::to_string(blocks);
     const Ran ran = run("(trap '' XFSZ; ulimit -f " + std::to_string(blocks) + "; " + sale(id) + ")");
     printed += ran.status == 0;
     refused += ran.status != 0;
+    named += contains(ran.output, "limit on the size of a file");
+    EXPECT_FALSE(contains(ran.output, "dialout")) << blocks << ran.output;
     EXPECT_EQ(invoices(), printed) << blocks << ran.output;
     EXPECT_EQ(run(sale(id)).status, 0) << blocks;
     printed += ran.status != 0;
     EXPECT_EQ(invoices(), printed) << blocks << ran.output;
   }
   EXPECT_GT(refused, 2);
+  EXPECT_GT(named, 2);
 }
 
 TEST_F(BooksProgram, LetOneOfManyPrintAnId) {

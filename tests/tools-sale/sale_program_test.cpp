@@ -116,6 +116,32 @@ TEST_F(SaleProgram, ChecksPricesWithTaxAndTellsOfTheCentsBetween) {
   EXPECT_EQ(Json::parse(refused.output).at("total"), nullptr);
 }
 
+// A length that the library would raise for in the middle of the document is known before it; another is read as it does.
+TEST_F(SaleProgram, ReadsTheLengthOfDescriptionsAsTheLibraryDoes) {
+  const std::string longText = "123456789012345678901234567890";
+  write("sale.json", R"({"document": "invoice", "lines": [{"description": ")" + longText + R"(", "price": 1,
+      "tax": 0}, {"text": ")" +
+                         longText + R"("}], "payments": [{"amount": 1}]})");
+  const auto with = [&](const std::string& length) {
+    write("settings.ini", "[Config\\EPSONZT]\nLenDescripcionZT=" + length + "\n");
+    return run("zentaro sale --check " + file("sale.json"));
+  };
+  for (const char* wrong : {"-1", "32760"}) {
+    EXPECT_TRUE(contains(with(wrong).output, "LenDescripcionZT: is " + std::string(wrong))) << wrong;
+    const Ran refused = run("zentaro sale " + file("sale.json"));
+    EXPECT_EQ(refused.status, 2) << refused.output;
+    EXPECT_TRUE(contains(refused.output, "Nothing was sent")) << refused.output;
+  }
+  const Ran none = with("none");
+  EXPECT_TRUE(contains(none.output, "lines[0].description: is cut to 20 characters")) << none.output;
+  EXPECT_TRUE(contains(none.output, "lines[1].text: is cut to 14 characters")) << none.output;
+  const std::string paper = run("zentaro sale " + file("sale.json")).output;
+  EXPECT_TRUE(contains(paper, "\n12345678901234567890 (E)") && contains(paper, "\n12345678901234\n"))
+      << paper;
+  EXPECT_FALSE(contains(with("30 letters").output, "is cut to"))
+      << "a number with something behind it is one";
+}
+
 TEST_F(SaleProgram, LeavesADocumentOfSomebodyElseAlone) {
   const VirtualPrinter printer;
   const std::string device = " --device " + printer.device();

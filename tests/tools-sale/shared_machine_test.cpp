@@ -1,4 +1,6 @@
 // Several programs at one printer, and another printer behind the name of the first.
+#include <unistd.h>
+
 #include "support/process.h"
 #include "tools/connection/virtual_printer.h"
 
@@ -55,6 +57,32 @@ TEST_F(SharedMachine, LetsOneSaleAtATimePrintAndEachOnce) {
   EXPECT_TRUE(folder.read("refused").ends_with("\n3\n")) << folder.read("refused");
   EXPECT_TRUE(folder.read("waited").ends_with("\n0\n")) << folder.read("waited");
   EXPECT_TRUE(contains(folder.read("waited"), "Number 00000002")) << folder.read("waited");
+}
+
+// The cashier, the web server, root: books in a folder of their group, as the package makes it.
+TEST_F(SharedMachine, KnowsWhatAnotherAccountHasPrinted) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can run programs as two other accounts";
+  const VirtualPrinter printer;
+  const std::string device = std::filesystem::canonical(printer.device());  // its folder is ours alone
+  // The program, too, lies where those accounts may not look.
+  EXPECT_EQ(
+      run("cp $(command -v zentaro) " + file("") + "; chmod 755 " + file("") + "; chmod 666 " + device +
+          "; mkdir " + file("books") + "; chgrp 60999 " + file("books") + "; chmod 2770 " + file("books"))
+          .status,
+      0);
+  const auto as = [&](const char* account, const std::string& id) {
+    const Ran ran = run("PATH=" + file("") +
+                        ":$PATH HOME=/nonexistent XDG_STATE_HOME=/nonexistent setpriv --reuid=" + account +
+                        " --regid=" + account + " --groups=60999 " + sale(device, "--id " + id));
+    EXPECT_EQ(ran.status, 0) << account << id << ran.output;
+    return ran.output;
+  };
+  for (const char* id : {"A", "B", "C"}) {
+    EXPECT_TRUE(contains(as("60001", id), "\nPRINTED. ")) << id;
+    EXPECT_TRUE(contains(as("60002", id), "ALREADY PRINTED. ")) << id;
+    EXPECT_TRUE(contains(as("60002", id + std::string("2")), "\nPRINTED. ")) << id;
+    EXPECT_TRUE(contains(as("60001", id + std::string("2")), "ALREADY PRINTED. ")) << id;
+  }
 }
 
 // Two devices of the same kind change their names when they are plugged in again.

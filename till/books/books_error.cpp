@@ -14,6 +14,13 @@ std::string textOf(BooksError::Cause cause, const std::string& path, const std::
     case BooksError::Cause::Full:
       return say("no queda espacio para los libros {} ({}): haga sitio en el disco",
                  "no room for the books {} ({}): free some of the disk", {path, detail});
+    case BooksError::Cause::Disk:
+      return say(
+          "el disco falla con los libros {} ({}): revíselo, y también el límite de tamaño de archivo de este "
+          "programa (ulimit -f, LimitFSIZE)",
+          "the disk fails the books {} ({}): look after it, and at this program's limit on the size of a file "
+          "(ulimit -f, LimitFSIZE)",
+          {path, detail});
     case BooksError::Cause::Locked:
       return say("otro programa tiene ocupados los libros {} ({}): espere a que termine, o ciérrelo",
                  "another program keeps the books {} locked ({}): wait until it ends, or end it",

@@ -11,8 +11,9 @@ namespace zentaro::till {
 class ZENTARO_API BooksError : public std::runtime_error {
  public:
   enum class Cause {
-    Unusable,  // not there, not ours to write, or the disk failed
+    Unusable,  // not there, or not ours to write
     Full,      // no room on the disk
+    Disk,      // it failed, or a limit on the size of a file was met
     Locked,    // by another program for too long
     Damaged,   // the content makes no sense
     Gone,      // removed or replaced while they were open

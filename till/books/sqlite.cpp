@@ -15,6 +15,7 @@ BooksError::Cause causeOf(int code) {
     case SQLITE_LOCKED:
     case SQLITE_PROTOCOL: return BooksError::Cause::Locked;
     case SQLITE_FULL: return BooksError::Cause::Full;
+    case SQLITE_IOERR: return BooksError::Cause::Disk;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB: return BooksError::Cause::Damaged;
     default: return BooksError::Cause::Unusable;

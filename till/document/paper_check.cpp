@@ -130,7 +130,8 @@ std::string rifDoubt(std::string_view rif) {
 }
 
 Problems paperWarnings(const Sale& sale, int descriptionLength) {
-  constexpr int nameLength = 40, rifLength = 14, extraLineMore = 14;
+  constexpr int nameLength = 40, rifLength = 14, extraLineMore = 14, usualLength = 20;
+  const int itemLength = descriptionLength == 0 ? usualLength : descriptionLength;
   PaperCheck paper(sale.language);
   paper.check(paper.name("customer") + "." + paper.name("name"), sale.customerName, nameLength);
   if (!sale.customerRif.empty()) {
@@ -140,14 +141,14 @@ Problems paperWarnings(const Sale& sale, int descriptionLength) {
   }
   for (std::size_t i = 0; i < sale.lines.size(); ++i) {
     if (const Item* item = std::get_if<Item>(&sale.lines[i]))
-      paper.check(paper.path("lines", i, "description"), item->description, descriptionLength);
+      paper.check(paper.path("lines", i, "description"), item->description, itemLength);
     else
       paper.check(paper.path("lines", i, "text"), std::get<std::string>(sale.lines[i]),
                   descriptionLength + extraLineMore);
   }
   for (std::size_t i = 0; i < sale.extraLines.size(); ++i)
     paper.check(indexed(paper.name("extraLines"), i), sale.extraLines[i], descriptionLength + extraLineMore);
-  paper.sumUp(descriptionLength);
+  paper.sumUp(itemLength);
   paper.add(igtfWarnings(sale));
   Problems none;
   if (auto warning = sumWarning(sale, reckon(sale, none))) paper.add({std::move(*warning)});

@@ -21,21 +21,12 @@ namespace zentaro::tools {
 
 namespace {
 
-[[noreturn]] void refuse(const till::Problems& problems) {
-  std::string text;
-  for (const till::Problem& problem : problems) {
-    text += (text.empty() ? "\"document\" is not in order, nothing was sent: " : "; ") + problem.path +
-            (problem.path.empty() ? "" : ": ") + problem.text;
-  }
-  throw invalidParameters(text);
-}
-
 till::Document documentFrom(const till::Node& node) {
-  auto [sale, problems] = till::readSale(node);
-  if (!problems.empty()) refuse(problems);
-  const till::Totals totals = till::reckon(sale, problems);
-  if (!problems.empty()) refuse(problems);
-  return {std::move(sale), totals};
+  try {
+    return till::documentOf(node);
+  } catch (const till::WrongUse& error) {
+    throw invalidParameters("\"document\" is not in order, nothing was sent: " + std::string(error.what()));
+  }
 }
 
 till::Teller tellerOf(const TellProgress& progress) {

@@ -72,8 +72,12 @@ void addSaleCommand(CLI::App& app, int& status) {
       ->excludes("--port")
       ->excludes("--device");
   command->footer(text(
+      "Con --id nada se imprime dos veces, siempre que todas las ventas de la máquina vayan por los mismos libros; "
+      "sin id no se puede prometer nada.\n"
       "Estado de salida: 0 impreso, 2 no se intentó nada (el archivo o el puerto no están en orden), "
       "3 no impreso, 4 no se sabe, 5 ya había un documento abierto, 6 se imprimió antes sin que nadie lo supiera.",
+      "With --id nothing is printed twice, as long as every sale of the machine goes through one set of books; "
+      "without an id nothing can be promised.\n"
       "Exit status: 0 printed, 2 nothing was tried (the file or the port is not in order), 3 not printed, "
       "4 unknown, 5 a document was open before, 6 printed before, and nobody was told."));
   command->callback([=, &status] {

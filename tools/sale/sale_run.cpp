@@ -7,10 +7,7 @@
 #include "base/files/read_input.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
-#include "printer/cached_settings.h"
 #include "till/course/sale_course.h"
-#include "till/document/paper_check.h"
-#include "till/document/sale_file.h"
 #include "till/words/call_words.h"
 #include "till/words/verdict_words.h"
 #include "till/zentaro_till.h"
@@ -43,10 +40,8 @@ void showTotals(const till::Sale& sale, const till::Totals& totals) {
                     till::centsText(totals.change())});
 }
 
-int warn(const till::Sale& sale) {
-  constexpr int usualLength = 20;
-  const int length = readLenDescripcion();
-  for (const till::Problem& warning : till::paperWarnings(sale, length > 0 ? length : usualLength))
+int warn(const till::Problems& warnings) {
+  for (const till::Problem& warning : warnings)
     std::cout << say("aviso: ", "warning: ") << harmless(warning.path + ": " + warning.text) << '\n';
   return exitDone;
 }
@@ -121,17 +116,15 @@ int print(const SaleOptions& options, const till::Sale& sale, const till::Totals
 
 int runSale(const SaleOptions& options) {
   const std::string text = base::readInput(options.file);
+  const till::Checked checked = till::check(text);
   if (options.isCheckOnly && options.isJson) {
-    const till::Checked checked = till::check(text);
     std::cout << jsonPage(till::checkedJson(checked)) << std::flush;
     return checked.problems.empty() ? exitDone : exitFailed;
   }
-  auto [sale, problems] = till::readSale(text);
-  if (!problems.empty()) return refuse(options.file, problems);
-  const till::Totals totals = till::reckon(sale, problems);
-  if (!problems.empty()) return refuse(options.file, problems);
+  if (!checked.problems.empty()) return refuse(options.file, checked.problems);
+  const auto [sale, totals] = till::documentOf(text);
   if (!options.isJson) showTotals(sale, totals);
-  if (options.isCheckOnly) return warn(sale);
+  if (options.isCheckOnly) return warn(checked.warnings);
   if (!options.resolve.empty())
     return resolve(sale, options.key, options.resolve == "printed", options.isJson);
   return print(options, sale, totals);
