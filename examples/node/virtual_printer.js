@@ -9,6 +9,7 @@ module.exports = async function startVirtualPrinter() {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), "zentaro-"));
   const link = path.join(folder, "printer");
   process.env.ZENTARO_SETTINGS = path.join(folder, "settings.ini");
+  process.env.ZENTARO_BOOKS = path.join(folder, "books.db");
   fs.writeFileSync(process.env.ZENTARO_SETTINGS, `[Config\\ModComm]\nCOM1=${link}\n`);
   const printer = spawn("zentaro-printer", ["--link", link], { stdio: ["pipe", "inherit", "ignore"] });
   while (!fs.existsSync(link) && printer.exitCode === null) await new Promise((next) => setTimeout(next, 50));

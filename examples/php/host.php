@@ -1,5 +1,5 @@
 <?php
-// `zentaro host` for PHP: objects whose properties and methods are those of the library.
+// `zentaro host` for PHP: objects whose properties and methods are those of the library, and sell().
 
 class AutomationError extends Exception
 {
@@ -26,11 +26,13 @@ class Host
         return new Automation($this, $this->request("create", ["class" => $class])["object"]);
     }
 
-    public function request(string $method, array $params): array
+    public function request(string $method, array $params, ?callable $progress = null): array
     {
         $request = ["jsonrpc" => "2.0", "id" => 1, "method" => $method, "params" => $params];
         fwrite($this->pipes[0], json_encode($request, JSON_THROW_ON_ERROR) . "\n");
-        $answer = json_decode(fgets($this->pipes[1]) ?: "null", true);
+        while (($answer = json_decode(fgets($this->pipes[1]) ?: "null", true)) && isset($answer["method"])) {
+            $progress($answer["params"]["text"]);
+        }
         if (!isset($answer["result"])) {
             throw new AutomationError($answer["error"]["message"] ?? "zentaro host has ended", $answer["error"]["code"] ?? 0);
         }
@@ -42,6 +44,12 @@ class Automation
 {
     public function __construct(private Host $host, private int $object)
     {
+    }
+
+    public function sell(array $document, string $id, callable $progress): array
+    {
+        $params = ["object" => $this->object, "document" => $document, "id" => $id, "progress" => true];
+        return $this->host->request("sale", $params, $progress);
     }
 
     public function __get(string $name)

@@ -13,6 +13,7 @@ class VirtualPrinter
         $link = "$this->folder/printer";
         file_put_contents("$this->folder/settings.ini", "[Config\\ModComm]\nCOM1=$link\n");
         putenv("ZENTARO_SETTINGS=$this->folder/settings.ini");
+        putenv("ZENTARO_BOOKS=$this->folder/books.db");
         $streams = [["pipe", "r"], STDOUT, ["file", "/dev/null", "w"]];
         $this->process = proc_open(["zentaro-printer", "--link", $link], $streams, $this->pipes);
         while (!file_exists($link) && proc_get_status($this->process)["running"]) {
@@ -25,7 +26,6 @@ class VirtualPrinter
     {
         fwrite($this->pipes[0], "quit\n");
         proc_close($this->process);
-        unlink("$this->folder/settings.ini");
-        rmdir($this->folder);
+        exec("rm -r " . escapeshellarg($this->folder));
     }
 }
