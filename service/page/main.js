@@ -1,6 +1,7 @@
 // Puts the page together: what is known of printers and jobs, and drawing it anew when it changes.
 
 import { byId } from "./dom.js";
+import { showChain } from "./chain.js";
 import { showAttention, showJobs } from "./jobs.js";
 import { forgetDay, showPrinters } from "./printers.js";
 import { say, showLanguage } from "./say.js";
@@ -55,6 +56,7 @@ async function begin() {
     byId("shop").hidden = false;
     byId("leave").hidden = false;
     draw();
+    showChain();
     listen(latest.revision, {
       job: (job) => {
         jobs.set(job.id, job);

@@ -4,7 +4,7 @@ import pathlib
 import re
 import sys
 
-PAIRS = {"a-sale": "una-venta", "conventions": "convenciones", "errors": "errores", "host": "host", "languages": "lenguajes"}
+PAIRS = {"a-sale": "una-venta", "chain": "cadena", "conventions": "convenciones", "errors": "errores", "host": "host", "languages": "lenguajes"}
 LATER = {"web": "web", "windows": "windows"}  # held to it as soon as there are two of them
 
 
