@@ -4,6 +4,7 @@
 const assert = require("node:assert");
 const { spawn, spawnSync } = require("node:child_process");
 const fs = require("node:fs");
+const http = require("node:http");
 const os = require("node:os");
 const path = require("node:path");
 const { after, before, test } = require("node:test");
@@ -15,7 +16,7 @@ const env = { ...process.env, ZENTARO_BOOKS: path.join(folder, "books.db"), XDG_
   ZENTARO_SETTINGS: path.join(folder, "settings.ini"), ZENTARO_LANG: "es" };
 const complaints = [];
 const running = [];
-let url, browser, page, token;
+let url, browser, page, token, origin, shopServer;
 
 async function start(name, words, ready) {
   const process = spawn(program(name), words, { env, stdio: ["ignore", "ignore", "pipe"] });
@@ -43,7 +44,11 @@ before(async () => {
   await start("zentaro-printer", ["--quiet", "--link", path.join(folder, "caja1"), "--serial", "ZPV0000001", "--realtime",
     "--control", path.join(folder, "control")], /ready: (.*)\n/);
   token = addToken("shop", "--rights", "sell,close,resolve,read");
-  url = await start("zentaro", ["serve", "--listen", "127.0.0.1:0", "--printer", `caja1=${path.join(folder, "caja1")}`],
+  const button = fs.readFileSync(path.join(__dirname, "../../examples/web/button.html"));
+  shopServer = http.createServer((_, answer) => answer.setHeader("Content-Type", "text/html").end(button));
+  await new Promise((resolve) => shopServer.listen(0, "127.0.0.1", resolve));
+  origin = `http://127.0.0.1:${shopServer.address().port}`;
+  url = await start("zentaro", ["serve", "--listen", "127.0.0.1:0", "--origin", origin, "--printer", `caja1=${path.join(folder, "caja1")}`],
     /ready: (http.*)\n/);
   browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: ["--no-sandbox", "--disable-gpu", "--disable-quic",
     "--no-first-run", "--disable-background-networking", "--disable-component-update", "--disable-sync"] });
@@ -53,6 +58,7 @@ before(async () => {
 
 after(async () => {
   await browser.close();
+  shopServer.close();
   for (const process of running.reverse()) process.kill();
   fs.rmSync(folder, { recursive: true });
 });
@@ -119,8 +125,35 @@ test("a reader has no buttons that act, English is as good, and a phone holds th
   assert.strictEqual(await phone.getByText("Z closing", { exact: true }).locator("visible=true").and(phone.locator("button")).count(), 0);
   const width = await phone.evaluate(() => document.documentElement.scrollWidth);
   assert.ok(width <= 360, `${width} wide`);
+  assert.ok(await phone.locator("#jobs tbody tr").count() > 0);
+  const beyond = await phone.evaluate(() => { const box = document.querySelector("#jobs").parentElement; return box.scrollWidth - box.clientWidth; });
+  assert.ok(beyond <= 0, `the table is ${beyond} too wide`);
   if (process.env.PICTURES) await phone.screenshot({ path: path.join(process.env.PICTURES, "phone.png"), fullPage: true });
   await context.close();
+});
+
+// As somebody's own server has it: from another origin, which the service was told of; a page that is loaded again sells nothing twice.
+test("the example's button sells once", async () => {
+  const shop = await browser.newPage();
+  await shop.goto(`${origin}/`);
+  await shop.locator("#service").fill(url);
+  await shop.locator("#token").fill(token);
+  await shop.evaluate(() => localStorage.setItem("sale", "web-1"));
+  await shop.locator("#sell").click();
+  await shop.locator("#said", { hasText: /^web-1: printed \d+/ }).waitFor();
+  await shop.reload();
+  await shop.evaluate(() => localStorage.setItem("sale", "web-1"));
+  await shop.locator("#service").fill(url);
+  await shop.locator("#token").fill("zt_wrong");
+  await shop.locator("#sell").click();
+  await shop.locator("#said", { hasText: "token" }).waitFor();
+  await shop.locator("#token").fill(token);
+  await shop.locator("#sell").click();
+  await shop.locator("#said", { hasText: /^web-1: printed \d+/ }).waitFor();
+  const { jobs } = await (await fetch(`${url}/v1/jobs?search=web-1`, { headers: { Authorization: `Bearer ${token}` } })).json();
+  assert.strictEqual(jobs.length, 1);
+  assert.strictEqual(jobs[0].attempt, 1);
+  await shop.close();
 });
 
 test("a token that is taken away ends the page's session, and nothing was complained about", async () => {
