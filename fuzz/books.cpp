@@ -24,7 +24,7 @@ const std::filesystem::path& folder() {
     const std::filesystem::path below =
         std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path().string();
     std::string pattern = (below / "zentaro-fuzz-XXXXXX").string();
-    const std::filesystem::path path = ::mkdtemp(pattern.data());
+    std::filesystem::path path = ::mkdtemp(pattern.data());
     std::atexit([] { std::filesystem::remove_all(folder()); });
     return path;
   }();

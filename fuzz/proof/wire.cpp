@@ -62,7 +62,7 @@ class FarLine {
   virtual void gone() {}
 };
 
-class TerminalLine : public FarLine {
+class TerminalLine final : public FarLine {
  public:
   TerminalLine() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
     if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) std::abort();
@@ -83,7 +83,7 @@ class TerminalLine : public FarLine {
   int master_, slave_ = -1;
 };
 
-class TcpLine : public FarLine {
+class TcpLine final : public FarLine {
  public:
   TcpLine() : listener_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};

@@ -25,6 +25,7 @@ bool hasColours() {
 std::string accountLanguage() { return {}; }
 
 Utf8Console::Utf8Console() = default;
+// NOLINTNEXTLINE(performance-trivially-destructible): on Windows it gives the code pages back
 Utf8Console::~Utf8Console() = default;
 
 std::vector<std::string> commandLineWords(int count, char** words) { return {words, words + count}; }
