@@ -131,6 +131,15 @@ TEST(Totals, MeetThePricesWithTax) {
        20160,
        "",
        ""},
+      // Three of 0.46, tax 0.22; of the discount 0.2846 is net, 0.28: 1.10 and 0.18. Two cents for an item and a discount.
+      {"a discount has its cent, too",
+       {item(3000, 53, 1600)},
+       {33},
+       {},
+       110,
+       128,
+       "add up to 1.26 with tax, but 1.28 is printed (net 1.10, tax 0.18)",
+       ""},
       {"all of it", {item(1000, 100, 1600)}, {100}, {}, 0, 0, "", ""},
       // 4,310,344,827.59 a piece: doubles would have no cents left.
       {"the largest price", {item(1000, 499999999999, 1600)}, {}, {}, 431034482758, 499999999999, "", ""},
