@@ -227,6 +227,9 @@ FunctionEnd
 Section Uninstall
   !insertmacro forWhom
   !insertmacro booksFolder
+  ; A service that runs the program; where there is none, or no right to take it away, nothing happens.
+  nsExec::Exec '"$INSTDIR\$R9\zentaro.exe" serve remove'
+  Pop $0
   !insertmacro regsvr x64 /u
   !insertmacro regsvr x86 /u
 

@@ -7,6 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/files/paths.h"
 #include "base/system/error_text.h"
 
 namespace zentaro::base {
@@ -15,7 +16,7 @@ std::string readInput(const std::string& path) {
   const bool isInput = path == "-";
   std::ifstream file;
   errno = 0;
-  if (!isInput) file.open(path, std::ios::binary);
+  if (!isInput) file.open(files::pathOf(path), std::ios::binary);
   std::ostringstream text;
   text << (isInput ? std::cin.rdbuf() : file.rdbuf());
   // A folder can be opened, but not read; nothing comes out of an empty file either, but without an error.

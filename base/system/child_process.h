@@ -15,6 +15,11 @@ std::string companionProgram(const std::string& name);
 /// the signal when one ended it.
 int runProgram(std::vector<std::string> words);
 
+/// Goes on as another program in this one's place, on its terminal, which finds the variable in its environment. Raises
+/// std::runtime_error when it cannot be started.
+[[noreturn]] void becomeProgram(std::vector<std::string> words, const std::string& variable,
+                                const std::string& value);
+
 class ChildProcess {
  public:
   /// Starts `words[0]` with an empty input and an output that goes nowhere, in a process group of its own, so that

@@ -10,8 +10,8 @@ struct MqttLink::Inside {};
 
 MqttLink::MqttLink(Settings) {
   throw std::runtime_error(
-      terminal::say("este zentaro se construyó sin MQTT: --centre y --tills no son posibles aquí",
-                    "this zentaro was built without MQTT: --centre and --tills cannot be here", {}));
+      terminal::say("--centre y --tills son para Linux, con MQTT: este zentaro se construyó sin él",
+                    "--centre and --tills are for Linux, with MQTT: this zentaro was built without it", {}));
 }
 MqttLink::~MqttLink() = default;
 int MqttLink::session() const { return 0; }

@@ -1,13 +1,12 @@
 // The members of the answers.
 #include "service/http/job_json.h"
 
-#include <ctime>
-
 #include "base/system/uptime.h"
 #include "base/terminal/language.h"
 #include "service/jobs/job_request.h"
 #include "service/workers/words.h"
 #include "till/document/decimal.h"
+#include "till/words/moments.h"
 
 namespace zentaro::service {
 
@@ -30,15 +29,7 @@ Json kept(const Json& result, const char* name) {
 
 }  // namespace
 
-Json timeJson(std::int64_t seconds) {
-  if (seconds == 0) return nullptr;
-  const std::time_t moment = seconds;
-  std::tm parts{};
-  ::gmtime_r(&moment, &parts);
-  char text[32];
-  std::strftime(text, sizeof text, "%FT%TZ", &parts);
-  return text;
-}
+Json timeJson(std::int64_t seconds) { return seconds == 0 ? Json(nullptr) : Json(till::isoMoment(seconds)); }
 
 Json jobJson(const Job& job, bool isVirtual) {
   const Json result = Json::parse(job.result, nullptr, false);

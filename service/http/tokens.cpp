@@ -1,16 +1,15 @@
 // The file of tokens, and its reading while it changes.
 #include "service/http/tokens.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 
 #include "base/files/careful_file.h"
 #include "base/files/json.h"
+#include "base/files/paths.h"
+#include "base/system/environment.h"
 #include "base/system/places.h"
 #include "base/system/private_file.h"
 #include "base/system/random.h"
@@ -25,14 +24,6 @@ namespace {
 
 constexpr std::array names{std::pair{Right::Sell, "sell"}, std::pair{Right::Close, "close"},
                            std::pair{Right::Resolve, "resolve"}, std::pair{Right::Read, "read"}};
-
-// What a changed file cannot share with the one before.
-std::string lookOf(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) return {};
-  return std::to_string(status.st_ino) + " " + std::to_string(status.st_size) + " " +
-         std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
-}
 
 Token tokenFrom(const Json& json) {
   return {json.at("name"), json.at("sha256"), rightsFrom(json.at("rights")), json.value("only", "")};
@@ -95,7 +86,7 @@ bool TokenFile::remove(const std::string& name) {
 
 std::vector<Token> TokenFile::list() const {
   std::vector<Token> tokens;
-  const std::optional<std::string> content = base::contentOf(path_);
+  const std::optional<std::string> content = base::contentOf(files::pathOf(path_));
   if (!content) return tokens;
   try {
     const Json whole = Json::parse(*content);
@@ -115,20 +106,21 @@ void TokenFile::write(const std::vector<Token>& tokens) const {
                     {"sha256", token.digest},
                     {"rights", listOf(token.rights)},
                     {"only", token.only}});
-  const std::filesystem::path folder = std::filesystem::path(path_).parent_path();
-  system::makeFolders(folder);
-  system::makePrivate(path_);
-  base::replaceFile(path_, jsonPage({{"tokens", list}}));
-  system::leaveToOwnerOfFolder(path_);
+  const std::filesystem::path file = files::pathOf(path_);
+  system::makeFolders(file.parent_path());
+  system::makePrivate(file);
+  base::replaceFile(file, jsonPage({{"tokens", list}}));
+  system::leaveToOwnerOfFolder(file);
 }
 
 std::string tokensPath() {
   // The unit's own folder; an administrator who adds a token is told of it by the folder alone.
-  if (const char* folder = std::getenv("STATE_DIRECTORY"); folder != nullptr && *folder == '/')
-    return std::string(folder) + "/tokens.json";
-  const std::filesystem::path machines = system::machineStateFolder().string() + "-serve";
-  return ((std::filesystem::exists(machines) ? machines : system::userStateFolder()) / "tokens.json")
-      .string();
+  if (const std::string folder = system::variable("STATE_DIRECTORY"); folder.starts_with('/'))
+    return folder + "/tokens.json";
+  std::filesystem::path machines = system::machineStateFolder();
+  machines += "-serve";
+  return files::textOf((std::filesystem::exists(machines) ? machines : system::userStateFolder()) /
+                       "tokens.json");
 }
 
 Tokens::Tokens(std::string path, const std::string& own) : file_{std::move(path)} {
@@ -137,7 +129,7 @@ Tokens::Tokens(std::string path, const std::string& own) : file_{std::move(path)
 }
 
 void Tokens::readAgain() {
-  const std::string look = lookOf(file_.path());
+  const std::string look = system::lookOf(files::pathOf(file_.path()));
   if (look == seen_) return;
   tokens_ = file_.list();  // raises for one that makes no sense: then nobody is let in
   seen_ = look;

@@ -13,7 +13,7 @@ namespace zentaro {
 
 /// The path of the settings file of the calling user, whether it exists or not. POSIX:
 /// `$ZENTARO_SETTINGS`, else `$XDG_CONFIG_HOME/TRV/settings.ini`, else
-/// `~/.config/TRV/settings.ini`; empty when the user has no home directory.
+/// `~/.config/TRV/settings.ini`; empty when the user has no home directory. On Windows the key of the registry.
 ZENTARO_API std::string settingsPath();
 
 /// The path of the settings file for all users of the machine: /etc/xdg/TRV/settings.ini on POSIX.
@@ -35,6 +35,9 @@ ZENTARO_API std::optional<UnreadableFile> unreadableSettings();
 /// else `~/.local/state/zentaro`; empty when there is no home directory. A variable that holds no
 /// absolute path counts as not set.
 ZENTARO_API std::string stateFolder();
+
+/// The system's own serial port of that number: "/dev/ttyS2", "COM3".
+ZENTARO_API std::string ownDevice(int port);
 
 /// The device that "COM3" stands for: the setting "COM3" of the section "Config\ModComm", else the system's own
 /// third serial port. Any other name is a device itself: on POSIX when it holds a "/", and empty for one that

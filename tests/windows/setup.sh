@@ -2,7 +2,7 @@
 # The setup program, as a user without questions runs it: installs, sells on the installed printer with the installed server, updates while
 # both are in use, removes, and leaves files and registry as they were, but for the books' folder.   setup.sh SETUP.EXE SERVER.DLL
 set -euo pipefail
-here=$(dirname "$0")
+here=$(cd "$(dirname "$0")" && pwd)
 . "$here/environment.sh"
 setup=Z:${1//\//\\}
 server=Z:${2//\//\\}
@@ -12,6 +12,7 @@ environment='HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment'
 root=$WINEPREFIX/drive_c/Program\ Files/Zentaro
 finish() {
   exec 3>&-
+  rm -rf "$WINEPREFIX"/drive_c/ProgramData/zentaro{,-serve}  # the next test finds none
   "$wine" reg delete "$settings" /v COM5 /f >/dev/null 2>&1 || true
   "$wine" regsvr32 /s "$server"  # for the tests behind this one
   rm -rf "$folder"
@@ -24,7 +25,7 @@ traces() {
     'HKCR\CLSID\{248136D7-53E7-48D7-94A6-06CCA0A62743}' 'HKCR\TypeLib\{1EA4AB89-122D-47AE-A8F5-AF4307BEC4DE}'; do
     "$wine" reg query "$key" /s 2>&1 || true
   done
-  find "$WINEPREFIX/drive_c" \( -iname '*zentaro*' -o -iname 'venta.*' \) -not -path '*/Temp/*' -not -path '*/ProgramData/zentaro' | sort
+  find "$WINEPREFIX/drive_c" \( -iname '*zentaro*' -o -iname 'venta.*' \) -not -path '*/Temp/*' -not -path '*/ProgramData/zentaro*' | sort
 }
 sale() {
   local said
@@ -43,10 +44,21 @@ mkfifo "$folder/typed"
 "$wine" 'C:\Program Files\Zentaro\x64\zentaro-printer.exe' --quiet --lang en --tcp 0 <"$folder/typed" >/dev/null 2>"$folder/said" 9>&- &
 exec 3>"$folder/typed"
 for _ in $(seq 400); do ! grep -q ready: "$folder/said" || break; sleep 0.05; done
-"$wine" reg add "$settings" /v COM5 /d "tcp://$(sed -n 's/ready: \([^\r]*\).*/\1/p' "$folder/said")" /f >/dev/null
+device=tcp://$(sed -n 's/ready: \([^\r]*\).*/\1/p' "$folder/said")
+"$wine" reg add "$settings" /v COM5 /d "$device" /f >/dev/null
 sale 00000001
 "$wine" "$setup" /S  # the printer runs
 sale 00000002
+command='C:\Program Files\Zentaro\x64\zentaro.exe'
+"$wine" "$command" sale "Z:${here//\//\\}\\sale.json" --port 5 --id F-3 --json | grep -q '"verdict":"printed","number":3'
+[ -s "$WINEPREFIX/drive_c/ProgramData/zentaro/books.db" ]
+"$wine" "$command" serve install --printer "caja1=$device" --listen 127.0.0.1:8299 >/dev/null
+token=$("$wine" "$command" serve token add web 2>/dev/null | tr -d '\r')
+service() { python3 "$here/service_client.py" http://127.0.0.1:8299 "$token" "$here/sale.json" "$@"; }
+service S-4 4
+"$wine" "$setup" /S  # the service runs
+service S-5 5
+"$wine" "$command" serve remove | grep -q ProgramData
 echo quit >&3
 wait
 

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <thread>
 
+#include "base/files/paths.h"
 #include "till/books/books_error.h"
 
 namespace zentaro::till {
@@ -31,8 +32,7 @@ std::string fileName(std::string_view name) {
 
 }  // namespace
 
-Claims::Claims(const std::string& booksPath)
-    : folder_(std::filesystem::path(booksPath).parent_path() / "claims") {}
+Claims::Claims(const std::string& booksPath) : folder_(files::pathOf(booksPath).parent_path() / "claims") {}
 
 std::filesystem::path Claims::fileOf(const char* kind, const std::string& name) const {
   return folder_ / (std::string(kind) + "-" + fileName(name));

@@ -2,10 +2,11 @@
 #include "till/books/schema.h"
 
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
+#include "base/files/paths.h"
+#include "base/system/environment.h"
 #include "base/system/places.h"
 #include "base/system/shared_file.h"
 #include "till/books/books.h"
@@ -70,7 +71,7 @@ void makeTables(const Database& database) {
 
 bool isThere(const std::string& path) {
   std::error_code failed;
-  return std::filesystem::file_size(path, failed) > 0 && !failed;
+  return std::filesystem::file_size(files::pathOf(path), failed) > 0 && !failed;
 }
 
 template <class Value, std::size_t Count>
@@ -91,16 +92,16 @@ std::int64_t plausible(std::int64_t value, const std::string& path) {
 }  // namespace
 
 std::string booksPath() {
-  const char* named = std::getenv("ZENTARO_BOOKS");
-  if (named != nullptr && *named != '\0') return std::filesystem::absolute(named).string();
+  if (const std::string named = system::variable("ZENTARO_BOOKS"); !named.empty())
+    return files::textOf(std::filesystem::absolute(files::pathOf(named)));
   const std::filesystem::path ofTheMachine = system::machineStateFolder();
   std::error_code failed;
   const bool hasMachineFolder = std::filesystem::is_directory(ofTheMachine, failed);
-  return ((hasMachineFolder ? ofTheMachine : system::userStateFolder()) / "books.db").string();
+  return files::textOf((hasMachineFolder ? ofTheMachine : system::userStateFolder()) / "books.db");
 }
 
 std::string madeFile(const std::string& path) {
-  const std::filesystem::path file(path);
+  const std::filesystem::path file = files::pathOf(path);
   std::error_code failed;
   // Required: a database that lost its file must not pass for a new one, its log would be thrown away.
   const bool isEmpty = !isThere(path);

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "automation/conversions.h"
+#include "base/files/paths.h"
 #include "platform/system_paths.h"
 
 namespace zentaro::till {
@@ -16,7 +17,7 @@ std::string resolvedDevice(const std::string& name) {
   const std::string path = devicePath(name);
   if (path.empty() || path.find("://") != std::string::npos) return path.empty() ? name : path;
   std::error_code failed;
-  const std::filesystem::path target = std::filesystem::canonical(path, failed);
+  const std::filesystem::path target = std::filesystem::canonical(files::pathOf(path), failed);
   if (failed) return path;
   for (const auto& link : std::filesystem::directory_iterator("/dev/serial/by-id", failed))
     if (std::filesystem::canonical(link.path(), failed) == target) return link.path().string();

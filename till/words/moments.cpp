@@ -9,6 +9,9 @@ namespace zentaro::till {
 
 namespace {
 
+// Spelled out: not every system knows the short forms.
+constexpr const char *day = "%Y-%m-%d", *dayAndMinute = "%Y-%m-%d %H:%M";
+
 std::string formed(const std::tm& parts, const char* form) {
   std::string text(40, '\0');
   text.resize(std::strftime(text.data(), text.size(), form, &parts));
@@ -20,12 +23,12 @@ std::string here(Moment at, const char* form) { return formed(system::localParts
 }  // namespace
 
 std::string momentText(Moment at) {
-  const bool isToday = here(at, "%F") == here(std::time(nullptr), "%F");
-  return here(at, isToday ? "%H:%M" : "%F %H:%M");
+  const bool isToday = here(at, day) == here(std::time(nullptr), day);
+  return here(at, isToday ? "%H:%M" : dayAndMinute);
 }
 
-std::string dayAndTime(Moment at) { return here(at, "%F %H:%M"); }
+std::string dayAndTime(Moment at) { return here(at, dayAndMinute); }
 
-std::string isoMoment(Moment at) { return formed(system::utcParts(at), "%FT%TZ"); }
+std::string isoMoment(Moment at) { return formed(system::utcParts(at), "%Y-%m-%dT%H:%M:%SZ"); }
 
 }  // namespace zentaro::till

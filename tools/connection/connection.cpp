@@ -9,6 +9,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
+#include "base/files/paths.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "interface/library.h"
@@ -20,6 +21,7 @@
 #include "till/words/verdict_words.h"
 #include "tools/connection/holders.h"
 #include "tools/connection/known_settings.h"
+#include "tools/connection/opening_trouble.h"
 #include "tools/connection/service_here.h"
 
 namespace zentaro::tools {
@@ -83,13 +85,11 @@ std::string quoted(const std::string& word) {
 // Of the opening that failed last.
 bool failedInUse() {
   std::u16string text;
-  const std::error_code code(modCOMM::CommErrorText(text), std::system_category());
-  return code == std::errc::device_or_resource_busy;
+  return troubleOf(modCOMM::CommErrorText(text)) == OpeningTrouble::InUse;
 }
 
 std::string inUseText(const std::string& device) {
-  std::error_code failed;
-  const std::string holder = holderOf(std::filesystem::canonical(device, failed).string());
+  const std::string holder = holderOf(device);
   const std::optional<ServiceHere> service = serviceHere(till::booksPath());
   const std::string served = service ? nameOn(*service, device) : std::string();
   if (!served.empty())
@@ -188,7 +188,7 @@ void Connection::traceObject(bool goesOnWithout) {
 
 // Both traces go into one file: each line is one write to its end.
 void Connection::traceTo(const std::string& path) {
-  const std::u16string file = utf16(std::filesystem::absolute(path).string());
+  const std::u16string file = utf16(files::textOf(std::filesystem::absolute(files::pathOf(path))));
   for (const SettingKey& onOff : {settingObjectTrace, settingDriverTrace})
     settings_.replace(onOff.section, onOff.key, u"1");
   for (const SettingKey& name : {settingObjectTraceFile, settingDriverTraceFile})

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 
+#include "platform/system_paths.h"
 #include "text/unicode.h"
 
 namespace zentaro::tools {
@@ -27,7 +28,7 @@ std::vector<KnownSetting> knownSettings() {
   settings.reserve(allSettings.size() + portCount);
   for (const SettingKey& setting : allSettings) settings.push_back(known(setting));
   for (int port = 1; port <= portCount; ++port) {
-    settings.push_back({std::string(portSection), portKey(port), "/dev/ttyS" + std::to_string(port - 1),
+    settings.push_back({std::string(portSection), portKey(port), ownDevice(port),
                         "device of serial port " + std::to_string(port)});
   }
   return settings;

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "base/files/json.h"
+#include "base/files/paths.h"
 #include "base/terminal/language.h"
 #include "service/jobs/job_request.h"
 #include "service/service.h"
@@ -14,7 +15,8 @@ namespace zentaro::tools {
 
 std::optional<ServiceHere> serviceHere(const std::string& books) {
   try {
-    if (!std::filesystem::exists(books) || !till::Claims(books).isPartTaken(service::serviceOwner))
+    if (!std::filesystem::exists(files::pathOf(books)) ||
+        !till::Claims(books).isPartTaken(service::serviceOwner))
       return std::nullopt;
     const Json said = Json::parse(till::Books(books).remembered(service::serviceNote), nullptr, false);
     return ServiceHere{said.at("url"), said.at("printers")};
@@ -25,9 +27,10 @@ std::optional<ServiceHere> serviceHere(const std::string& books) {
 
 std::string nameOn(const ServiceHere& service, const std::string& device) {
   std::error_code failed;
-  const std::filesystem::path wanted = std::filesystem::canonical(device, failed);
+  const std::filesystem::path wanted = std::filesystem::canonical(files::pathOf(device), failed);
   for (const auto& [name, path] : service.printers)
-    if (path == device || (!wanted.empty() && std::filesystem::canonical(path, failed) == wanted))
+    if (path == device ||
+        (!wanted.empty() && std::filesystem::canonical(files::pathOf(path), failed) == wanted))
       return name;
   return {};
 }

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/files/paths.h"
 #include "base/terminal/language.h"
 
 namespace zentaro::tools {
@@ -56,7 +57,7 @@ void VirtualPrinter::waitUntilReady() {
 
 std::string VirtualPrinter::paper() const {
   std::ostringstream text;
-  text << std::ifstream(paper_).rdbuf();
+  text << std::ifstream(files::pathOf(paper_)).rdbuf();
   return text.str();
 }
 

@@ -1,7 +1,6 @@
 // A virtual printer for one command: what a command uses when nobody names a port.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -16,7 +15,7 @@ class VirtualPrinter {
   explicit VirtualPrinter(const std::vector<std::string>& options = {});
 
   /// The path by which its line is opened.
-  std::string device() const { return device_.string(); }
+  const std::string& device() const { return device_; }
   /// The address of its page, when the options asked for one.
   const std::string& page() const { return page_; }
   /// The documents printed so far, as text.
@@ -26,7 +25,7 @@ class VirtualPrinter {
   void waitUntilReady();
 
   base::ChildProcess process_;
-  std::filesystem::path device_, paper_;  // in a folder of the printer's own, which it removes at its end
+  std::string device_, paper_;  // in a folder of the printer's own, which it removes at its end
   std::string page_;
 };
 

@@ -1,15 +1,13 @@
 // Each call with its outcome, the paper, and what to try next.
 #include "tools/demo/demo_command.h"
 
-#include <poll.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <limits>
 #include <memory>
 
 #include "base/files/json.h"
+#include "base/terminal/console.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "base/terminal/layout.h"
@@ -80,12 +78,11 @@ bool play(const DemoChapter& chapter, Connection& connection, Stage& stage, bool
 
 // Waits for Enter where somebody can press it; a signal ends the wait, too.
 void waitForEnter(std::string_view spanish, std::string_view english) {
-  if (::isatty(STDIN_FILENO) == 0) return;
+  if (!terminal::isTerminal(terminal::Stream::Input)) return;
   std::cout << '\n' << say(spanish, english) << std::flush;
   constexpr int glance = 300;  // milliseconds
-  pollfd watched{STDIN_FILENO, POLLIN, 0};
   while (!base::Interruption::isRequested()) {
-    if (::poll(&watched, 1, glance) <= 0) continue;
+    if (!terminal::waitForInput(glance)) continue;
     std::cin.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
     return;
   }

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "base/files/paths.h"
 #include "base/terminal/language.h"
 #include "till/books/books.h"
 
@@ -12,7 +13,7 @@ using terminal::say;
 
 void judgeBooks(const std::string& path, Findings& findings) {
   std::error_code failed;
-  if (!std::filesystem::exists(path, failed) && !failed) {
+  if (!std::filesystem::exists(files::pathOf(path), failed) && !failed) {
     findings.add(path, {"no-books", false,
                         std::string(say("todavía no los hay; la primera venta los abre",
                                         "there are none yet; the first sale opens them"))});

@@ -8,6 +8,7 @@
 
 #include "automation/automation_error.h"
 #include "base/files/json.h"
+#include "base/files/paths.h"
 #include "base/files/read_input.h"
 #include "base/files/temporary_folder.h"
 #include "base/terminal/language.h"
@@ -93,9 +94,8 @@ Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
          say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora (tampoco en {}, que sería COM1)",
              "no port has been given a device, so no printer was asked (nor at {}, which would be COM1)",
              {devicePath(portKey(1))}),
-         std::string(say(
-             "zentaro settings set COM1 /dev/serial/by-id/...\no, una sola vez: zentaro doctor --device RUTA",
-             "zentaro settings set COM1 /dev/serial/by-id/...\nor, once: zentaro doctor --device PATH"))});
+         say("zentaro settings set COM1 {}\no, una sola vez: zentaro doctor --device RUTA",
+             "zentaro settings set COM1 {}\nor, once: zentaro doctor --device PATH", {deviceExample})});
   return chapter;
 }
 
@@ -120,7 +120,8 @@ Chapter listDevices() {
   for (const SerialDevice& device : serialDevices()) {
     const PortFacts facts = examinePort("", device.path, false);
     std::string text = device.driver.empty() ? "" : device.driver + ", ";
-    text += say("grupo {}, {}", "group {}, {}", {facts.group, stateOf(facts)});
+    if (!facts.group.empty()) text += say("grupo {}, ", "group {}, ", {facts.group});
+    text += stateOf(facts);
     text += say("; se usa con {}", "; used by {}", {commandFor(device)});
     chapter.findings.add(device.path, {"device", false, text});
   }
@@ -129,13 +130,13 @@ Chapter listDevices() {
 
 // No port was asked: there is no trace.
 std::string readIfThere(const std::string& path) {
-  return std::filesystem::exists(path) ? base::readInput(path) : "";
+  return std::filesystem::exists(files::pathOf(path)) ? base::readInput(path) : "";
 }
 
 int runDoctor(const DoctorOptions& options) {
   PortOptions port = options.port;
   base::TemporaryFolder folder;
-  const std::string trace = (folder.path() / "trace").string();
+  const std::string trace = files::textOf(folder.path() / "trace");
   if (!options.reportFile.empty() && port.traceFile.empty()) port.traceFile = trace;
 
   const SettingsFile file(settingsPath());
@@ -145,6 +146,7 @@ int runDoctor(const DoctorOptions& options) {
                                                    : say(" (no existe: valen los valores de fábrica)",
                                                          " (not there: all have their defaults)")})};
   judgeSettings(file.settings(), settings.findings);
+  judgeRegistration(settings.findings);
   Chapter books{"books", std::string(say("Libros de las ventas", "Books of the sales"))};
   judgeBooks(till::booksPath(), books.findings);
   Chapter service{"service", std::string(say("Servicio", "Service"))};

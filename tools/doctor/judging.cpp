@@ -1,7 +1,9 @@
 // What facts about a port mean, and what to do.
-#include <cerrno>
-
 #include "base/terminal/language.h"
+#include "platform/tcp_name.h"
+#include "till/books/books.h"
+#include "tools/connection/opening_trouble.h"
+#include "tools/connection/service_here.h"
 #include "tools/doctor/port_facts.h"
 
 namespace zentaro::tools {
@@ -20,11 +22,11 @@ std::string otherPath(const PortFacts& facts) {
 
 Finding missing(const PortFacts& facts) {
   // A path is taken as it stands: no blank is taken off, no "~" replaced.
-  const bool isOdd = !facts.device.starts_with('/') || facts.device.ends_with(' ');
+  const bool isOdd = !looksLikeDevice(facts.device) || facts.device.ends_with(' ');
   const std::string advice =
-      isOdd ? say("¿está bien escrita la ruta \"{}\"? Comienza con / y no termina en un blanco\n",
-                  "is the path \"{}\" as it should be? It begins with / and ends with no blank\n",
-                  {facts.device})
+      isOdd ? say("¿está bien escrita la ruta \"{}\"? Comienza con {} y no termina en un blanco\n",
+                  "is the path \"{}\" as it should be? It begins with {} and ends with no blank\n",
+                  {facts.device, deviceBeginning})
             : std::string(say("conecte el adaptador; abajo está la lista de los que hay\n",
                               "connect the adapter; those that are there are listed below\n"));
   return {"device-missing", true, std::string(say("el dispositivo no está", "the device is missing")),
@@ -53,18 +55,69 @@ Finding notAllowed(const PortFacts& facts) {
 Finding taken(const PortFacts& facts) {
   if (facts.holder.empty())
     return {"taken", true, std::string(say("otro programa tiene el puerto", "another program has the port")),
-            std::string(say("\"sudo zentaro doctor\" dice cuál", "\"sudo zentaro doctor\" says which one"))};
+            std::string(whoTellsHolder())};
   return {"taken", true, say("el puerto lo tiene {}", "the port is taken by {}", {facts.holder}),
           facts.instead.empty() ? std::string(say("cierre ese programa, o use otro puerto",
                                                   "end that program, or use another port"))
                                 : facts.instead};
 }
 
+// Over TCP: the device server, its address and its port.
+Finding unreachable(OpeningTrouble trouble) {
+  switch (trouble) {
+    case OpeningTrouble::Refused:
+      return {"refused", true,
+              std::string(say("la máquina está, pero nadie atiende en ese puerto",
+                              "the host is there, but nobody listens at that port")),
+              std::string(
+                  say("¿es el puerto TCP que dice el convertidor, y está en modo servidor (TCP server, raw)?",
+                      "is it the TCP port that the device server names, and is it in server mode (TCP "
+                      "server, raw)?"))};
+    case OpeningTrouble::UnknownHost:
+      return {"unknown-host", true, std::string(say("ninguna máquina se llama así", "no host has that name")),
+              std::string(say("use la dirección IP del convertidor, como tcp://192.168.1.50:4001",
+                              "use the IP address of the device server, such as tcp://192.168.1.50:4001"))};
+    case OpeningTrouble::BadName:
+      return {"bad-address", true,
+              std::string(say("no es una dirección: se espera tcp://EQUIPO:PUERTO",
+                              "this is no address: tcp://HOST:PORT is expected")),
+              std::string(say("como tcp://192.168.1.50:4001", "such as tcp://192.168.1.50:4001"))};
+    default:
+      return {
+          "unreachable", true,
+          std::string(say("nada responde en esa dirección", "nothing answers at that address")),
+          std::string(say("¿está encendido el convertidor, con su cable de red, y es esa su dirección IP?",
+                          "is the device server on, with its network cable, and is that its IP address?"))};
+  }
+}
+
+// It closes at once the connection that is one too many.
+Finding takenFarAway() {
+  return {"taken", true,
+          std::string(say("el convertidor cortó en seguida: otro programa tiene la línea",
+                          "the device server hung up at once: another program has the line")),
+          std::string(say("cierre ese programa; si ya se cerró, apague y encienda el convertidor",
+                          "end that program; if it has ended already, switch the device server off and on"))};
+}
+
 }  // namespace
 
+PortFacts examinePort(const std::string& name, const std::string& device, bool isConfigured) {
+  PortFacts facts = lookAtPort(name, device, isConfigured);
+  if (const std::optional<ServiceHere> service = serviceHere(till::booksPath())) {
+    const std::string served = nameOn(*service, device);
+    if (!served.empty()) facts.instead = sendToService(*service, served);
+    if (!served.empty() && facts.holder.empty()) facts.holder = "zentaro serve";
+  }
+  return facts;
+}
+
 Finding judgePort(const PortFacts& facts) {
-  if (!facts.exists && !facts.isConfigured)
+  if (!facts.exists && !facts.isConfigured && !isTcpName(facts.device))
     return {"absent", false, std::string(say("no está", "not there"))};
+  if (isTcpName(facts.device) && facts.holder.empty())
+    return {"over-tcp", false, std::string(say("una línea por TCP", "a line over TCP"))};
+  if (isTcpName(facts.device)) return taken(facts);
   if (!facts.exists) return missing(facts);
   if (!facts.isSerial) return noSerialDevice(facts);
   if (!facts.canReadAndWrite) return notAllowed(facts);
@@ -74,20 +127,25 @@ Finding judgePort(const PortFacts& facts) {
 }
 
 Finding judgeOpening(int error, const std::string& text, const PortFacts& facts) {
-  switch (error) {
-    case EIO:
-    case ENXIO:
-    case ENODEV:
+  const bool isTcp = isTcpName(facts.device);
+  switch (troubleOf(error)) {
+    case OpeningTrouble::UnknownHost:
+    case OpeningTrouble::Refused:
+    case OpeningTrouble::Unreachable:
+    case OpeningTrouble::BadName:
+      if (isTcp) return unreachable(troubleOf(error));
+      [[fallthrough]];
+    case OpeningTrouble::NoPort:
       return {
           "no-port", true,
           std::string(say("no hay ningún puerto detrás de este nombre", "there is no port behind this name")),
           otherPath(facts)};
-    case ENOTTY: return noSerialDevice(facts);
-    case EBUSY: return taken(facts);
-    case EACCES:
-    case EPERM: return notAllowed(facts);
-    default: return {"cannot-open", true, say("no se puede abrir: {}", "it cannot be opened: {}", {text})};
+    case OpeningTrouble::NoSerialDevice: return noSerialDevice(facts);
+    case OpeningTrouble::InUse: return isTcp && facts.holder.empty() ? takenFarAway() : taken(facts);
+    case OpeningTrouble::NotAllowed: return notAllowed(facts);
+    case OpeningTrouble::Other: break;
   }
+  return {"cannot-open", true, say("no se puede abrir: {}", "it cannot be opened: {}", {text})};
 }
 
 }  // namespace zentaro::tools

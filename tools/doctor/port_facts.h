@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tools/doctor/finding.h"
@@ -21,6 +22,9 @@ struct PortFacts {
 };
 
 /// Looks at the device, and through the processes that have it open.
+PortFacts lookAtPort(const std::string& name, const std::string& device, bool isConfigured);
+
+/// The same, and whether a service that keeps these books has it.
 PortFacts examinePort(const std::string& name, const std::string& device, bool isConfigured);
 
 /// Judges the facts alone. The port is ready to be opened when it is no problem and its device exists.
@@ -28,6 +32,12 @@ Finding judgePort(const PortFacts& facts);
 
 /// Judges an opening that failed with this system error: each has one cause.
 Finding judgeOpening(int error, const std::string& text, const PortFacts& facts);
+
+/// Whether a device's name is written as those of the system are, and how they begin.
+bool looksLikeDevice(const std::string& name);
+extern const char *const deviceBeginning, *const deviceExample;
+/// How to find out who has a port that is taken, where this user may not see it.
+std::string_view whoTellsHolder();
 
 /// A serial device of this machine.
 struct SerialDevice {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <sstream>
 
+#include "base/files/paths.h"
 #include "base/terminal/language.h"
 #include "base/terminal/nearest.h"
 #include "text/ascii.h"
@@ -108,7 +109,7 @@ void judgeDevices(const SettingsText& settings, Findings& findings) {
     const auto device = settings.value(portSection, portKey(port));
     if (!device || device->empty()) continue;
     std::error_code failed;
-    const auto target = std::filesystem::weakly_canonical(*device, failed).string();
+    const auto target = files::textOf(std::filesystem::weakly_canonical(files::pathOf(*device), failed));
     const auto [other, isFirst] = portOf.emplace(failed ? *device : target, portKey(port));
     if (isFirst) continue;
     findings.add(portKey(port),

@@ -10,4 +10,7 @@ namespace zentaro::tools {
 /// behind two ports.
 void judgeSettings(const SettingsText& settings, Findings& findings);
 
+/// On Windows: for which programs the automation server is registered, and which ones would get the error 429.
+void judgeRegistration(Findings& findings);
+
 }  // namespace zentaro::tools

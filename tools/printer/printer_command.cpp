@@ -1,19 +1,12 @@
 // Becomes the program zentaro-printer, or talks to one that runs.
 #include "tools/printer/printer_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <stdexcept>
 
 #include "base/system/child_process.h"
-#include "base/system/error_text.h"
-#include "base/terminal/console.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "tools/printer/tell.h"
@@ -35,14 +28,10 @@ bool asksForPage(const std::vector<std::string>& words) {
          std::find(words.begin(), words.end(), "--open") == words.end();
 }
 
-int become(std::vector<std::string> words) {
-  const std::string program = base::companionProgram("zentaro-printer");
+[[noreturn]] void become(std::vector<std::string> words) {
   if (asksForPage(words)) words.emplace_back("--open");
-  words.insert(words.begin(), program);
-  ::setenv("ZENTARO_LANG", text("es", "en").c_str(), 1);
-  ::execvp(program.c_str(), terminal::argumentVector(words).data());
-  throw std::runtime_error(
-      say("no se puede iniciar {}: {}", "cannot start {}: {}", {program, system::errorText(errno)}));
+  words.insert(words.begin(), base::companionProgram("zentaro-printer"));
+  base::becomeProgram(std::move(words), "ZENTARO_LANG", text("es", "en"));
 }
 
 struct Told {
@@ -83,7 +72,7 @@ void addPrinterCommand(CLI::App& app, int& status) {
       ->type_name("");
   telling->callback([told, &status] { status = guarded([&] { return tellPrinter(*told); }); });
   command->callback([command, &status] {
-    if (command->get_subcommands().empty()) status = guarded([&] { return become(command->remaining()); });
+    if (command->get_subcommands().empty()) status = guarded([&]() -> int { become(command->remaining()); });
   });
 }
 

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <thread>
 
+#include "base/files/paths.h"
 #include "base/files/temporary_folder.h"
 #include "base/system/interruption.h"
 #include "base/system/random.h"
@@ -18,6 +19,7 @@
 #include "till/words/verdict_words.h"
 #include "tools/connection/connection.h"
 #include "tools/serve/serve_options.h"
+#include "tools/serve/system_service.h"
 #include "tools/serve/token_command.h"
 #include "tools/show/guarded.h"
 
@@ -47,7 +49,7 @@ void warnOfListening(const std::optional<system::Address>& listen) {
           {listen->host}));
 }
 
-int runServe(const ServeOptions& options) {
+int runServe(const ServeOptions& options, const ServeHost& host) {
   base::Interruption::setLastWords(
       say("\nzentaro: terminado; lo que se imprimía se juzga al arrancar otra vez\n",
           "\nzentaro: ended; what was being printed is judged at the next start\n", {}));
@@ -62,7 +64,7 @@ int runServe(const ServeOptions& options) {
   if (options.isVirtual) {
     trial.emplace();
     settings.printers = {{"virtual", trial->printer.device(), true}};
-    settings.books = (trial->folder.path() / "books.db").string();
+    settings.books = files::textOf(trial->folder.path() / "books.db");
     settings.ownToken = "zt_" + system::randomHex(16);
     log("zentaro: " + till::virtualNotice());
   } else {
@@ -75,7 +77,8 @@ int runServe(const ServeOptions& options) {
   if (!ownToken.empty() && !service.url().empty())
     log(say("página: {}", "page: {}", {service.url() + "/#token=" + ownToken}));
   log("ready: " + (service.url().empty() ? "-" : service.url()));
-  while (!base::Interruption::isRequested()) std::this_thread::sleep_for(std::chrono::milliseconds{100});
+  host.isReady();
+  while (!host.isEnding()) std::this_thread::sleep_for(std::chrono::milliseconds{100});
   log(say("zentaro: termina; lo que se imprime llega a su fin, lo demás espera en los libros",
           "zentaro: ending; what is being printed comes to its end, the rest waits in the books", {}));
   return exitDone;
@@ -187,11 +190,12 @@ void addServeCommand(CLI::App& app, int& status) {
                            "Chain: these older books count (after a disk was replaced or restored)", {}))
       ->callback([&status] { status = guarded(acceptBooks); });
   addTokenCommand(*command, options, complete, status);
-  command->callback([command, options, complete, &status] {
+  const auto run = addServiceCommands(*command, options, complete, status);
+  command->callback([command, options, complete, run, &status] {
     if (!command->get_subcommands().empty()) return;
     status = guarded([&] {
       complete();
-      return runServe(*options);
+      return run([&](const ServeHost& host) { return runServe(*options, host); });
     });
   });
 }

@@ -1,4 +1,4 @@
-// The user's settings file: read as it stands, and replaced as a whole.
+// The user's settings, a file or a key of the registry: read as they stand; a file is replaced as a whole.
 #pragma once
 
 #include <functional>

@@ -1,25 +1,19 @@
-// Looking at what there is.
+// Looking at the ports of the settings.
 #include "tools/setup/changes.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
-#include <array>
-#include <cstdlib>
 #include <filesystem>
 
+#include "base/files/paths.h"
 #include "tools/connection/known_settings.h"
 
 namespace zentaro::tools {
 
 namespace {
 
-namespace files = std::filesystem;
-
 std::string target(const std::string& path) {
   std::error_code failed;
-  const files::path real = files::canonical(path, failed);
-  return failed ? path : real.string();
+  const std::filesystem::path real = std::filesystem::canonical(files::pathOf(path), failed);
+  return failed ? path : files::textOf(real);
 }
 
 }  // namespace
@@ -32,30 +26,6 @@ std::optional<PortChoice> portFor(const std::string& device, const SettingsText&
     if (path.empty() && !unused) unused = PortChoice{portKey(port)};
   }
   return unused;
-}
-
-std::string lastingName(const std::string& device, const std::string& root) {
-  const files::path file = files::path(target(root + device)).filename();
-  for (const char* folder : {"/dev/fiscal", "/dev/serial/by-id"}) {
-    std::error_code failed;
-    for (const auto& link : files::directory_iterator(root + folder, failed))
-      if (files::read_symlink(link.path(), failed).filename() == file)
-        return link.path().string().substr(root.size());
-  }
-  return device;
-}
-
-std::string accountName() {
-  if (const char* caller = std::getenv("SUDO_USER"); caller != nullptr && ::geteuid() == 0) return caller;
-  const passwd* account = ::getpwuid(::geteuid());
-  return account == nullptr ? std::to_string(::geteuid()) : account->pw_name;
-}
-
-std::string ruleOfTheProgram() {
-  std::error_code failed;
-  const files::path program = files::read_symlink("/proc/self/exe", failed);
-  const files::path rule = program.parent_path().parent_path() / "share/zentaro/70-zentaro.rules";
-  return !failed && files::exists(rule, failed) ? rule.string() : "";
 }
 
 }  // namespace zentaro::tools

@@ -21,6 +21,9 @@ std::optional<PortChoice> portFor(const std::string& device, const SettingsText&
 /// path that it has. Below `root`, "" for the machine itself.
 std::string lastingName(const std::string& device, const std::string& root = "");
 
+/// Whether commands for root can be run.
+bool isRoot();
+
 /// The account for which the machine is set up: who called sudo, else the account itself.
 std::string accountName();
 

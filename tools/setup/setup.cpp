@@ -1,8 +1,6 @@
 // The run, step by step.
 #include "tools/setup/setup.h"
 
-#include <unistd.h>
-
 #include <iostream>
 
 #include "base/system/child_process.h"
@@ -44,9 +42,8 @@ Questions Setup::questions() const {
 
 void Setup::examine(const SerialDevice& device) {
   Discovery found = lookAt(device);
-  tell(say(
-      "\n{}{}, grupo {}\n", "\n{}{}, group {}\n",
-      {harmless(device.path), device.driver.empty() ? "" : " (" + device.driver + ")", found.port.group}));
+  tell("\n" + harmless(device.path) + (device.driver.empty() ? "" : " (" + device.driver + ")") +
+       (found.port.group.empty() ? "" : say(", grupo {}", ", group {}", {found.port.group})) + "\n");
   const bool canBeAsked = found.findings.problems() == 0;
   if (canBeAsked &&
       questions().confirm(
@@ -105,7 +102,7 @@ void Setup::givePort(const Discovery& found, const std::string& name) {
 void Setup::execute(const std::vector<std::string>& words, const std::string& question) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + word;
-  if (::geteuid() != 0 || !questions().confirm(question)) return tell("      -> sudo " + line + "\n");
+  if (!isRoot() || !questions().confirm(question)) return tell("      -> sudo " + line + "\n");
   const int status = base::runProgram(words);
   tell(status == 0 ? say("  hecho: {}\n", "  done: {}\n", {line})
                    : say("  falló ({}): {}\n", "  failed ({}): {}\n", {std::to_string(status), line}));

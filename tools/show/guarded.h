@@ -22,8 +22,9 @@ inline constexpr int exitFailed = 2;   // it could not be tried
 inline std::string openingText(const std::string& text) {
   constexpr std::string_view beginning = "Error (";
   const int code = text.starts_with(beginning) ? std::atoi(text.c_str() + beginning.size()) : 0;
-  if (code <= 0 || terminal::language() == terminal::Language::English) return text;
-  return "el puerto no se abre: " + system::errorText(code);
+  if (code <= 0 || terminal::language() == terminal::Language::English)
+    return text.substr(0, text.find_last_not_of("\r\n ") + 1);  // some systems end a line there
+  return "el puerto no se abre: " + system::systemErrorText(code);
 }
 
 /// What `work` returns, or exitFailed with the error on standard error.

@@ -2,17 +2,20 @@
 #include "tools/today/today_command.h"
 
 #include <CLI/CLI.hpp>
-#include <array>
 #include <ctime>
 #include <filesystem>
+#include <iomanip>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 
 #include "base/files/json.h"
+#include "base/files/paths.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "till/books/books.h"
+#include "till/words/moments.h"
 #include "tools/show/guarded.h"
 #include "tools/today/day_words.h"
 
@@ -30,23 +33,20 @@ struct TodayOptions {
   bool isJson = false, isCsv = false;
 };
 
-std::string dayOf(std::time_t moment) {
-  std::tm parts{};
-  ::localtime_r(&moment, &parts);
-  std::array<char, sizeof "2026-01-31"> text{};
-  return {text.data(), std::strftime(text.data(), text.size(), "%F", &parts)};
-}
+std::string dayOf(Moment moment) { return till::dayAndTime(moment).substr(0, sizeof "2026-01-31" - 1); }
 
 /// The local midnight at which the day begins, or so many days later.
 Moment midnight(const std::string& day, int later = 0) {
   std::tm parts{};
-  const char* end = ::strptime(day.c_str(), "%Y-%m-%d", &parts);
-  if (end == nullptr || *end != '\0')
+  std::istringstream text(day);
+  text.imbue(std::locale::classic());
+  text >> std::get_time(&parts, "%Y-%m-%d");
+  if (text.fail() || text.peek() != std::istringstream::traits_type::eof())
     throw std::runtime_error(say("\"{}\" no es un día; escriba año-mes-día: 2026-01-31",
                                  "\"{}\" is no day; write year-month-day: 2026-01-31", {harmless(day)}));
   parts.tm_mday += later;
   parts.tm_isdst = -1;
-  return ::mktime(&parts);
+  return std::mktime(&parts);
 }
 
 Range rangeOf(const TodayOptions& options) {
@@ -64,7 +64,7 @@ Range rangeOf(const TodayOptions& options) {
 
 DayFigures fromBooks(const Range& range) {
   const std::string path = till::booksPath();
-  if (!std::filesystem::exists(path)) return {};
+  if (!std::filesystem::exists(files::pathOf(path))) return {};
   return figuresOf(till::Books(path).begunBetween(range.begin, range.end));
 }
 

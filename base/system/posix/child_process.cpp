@@ -12,10 +12,13 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
+#include "base/system/error_text.h"
 #include "base/terminal/console.h"
 #include "base/terminal/language.h"
 
@@ -53,6 +56,13 @@ int runProgram(std::vector<std::string> words) {
   while (::waitpid(id, &status, 0) < 0 && errno == EINTR) {
   }
   return WIFEXITED(status) ? WEXITSTATUS(status) : signalled + WTERMSIG(status);
+}
+
+void becomeProgram(std::vector<std::string> words, const std::string& variable, const std::string& value) {
+  ::setenv(variable.c_str(), value.c_str(), 1);
+  ::execvp(words.at(0).c_str(), terminal::argumentVector(words).data());
+  throw std::runtime_error(terminal::say("no se puede iniciar {}: {}", "cannot start {}: {}",
+                                         {words.at(0), system::errorText(errno)}));
 }
 
 std::string companionProgram(const std::string& name) {

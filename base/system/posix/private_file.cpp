@@ -16,6 +16,13 @@ void makePrivate(const std::filesystem::path& file) {
   if (made >= 0) ::close(made);
 }
 
+std::string lookOf(const std::filesystem::path& file) {
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0) return {};
+  return std::to_string(status.st_ino) + " " + std::to_string(status.st_size) + " " +
+         std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
+}
+
 void leaveToOwnerOfFolder(const std::filesystem::path& file) {
   struct stat folder {};
   if (::geteuid() != 0 || ::stat(file.parent_path().c_str(), &folder) != 0) return;

@@ -4,8 +4,10 @@
 #include <array>
 #include <chrono>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
+#include "base/system/interruption.h"
 #include "base/terminal/language.h"
 #include "base/terminal/windows/text.h"
 
@@ -39,6 +41,8 @@ std::wstring commandLine(const std::vector<std::string>& words) {
   for (const std::string& word : words) line += (line.empty() ? L"" : L" ") + quoted(word);
   return line;
 }
+
+constexpr int notStarted = 127;
 
 struct Pipe {
   HANDLE reading = nullptr, writing = nullptr;
@@ -81,7 +85,6 @@ std::string companionProgram(const std::string& name) {
 }
 
 int runProgram(std::vector<std::string> words) {
-  constexpr int notStarted = 127;
   STARTUPINFOW start{};
   start.cb = sizeof start;
   PROCESS_INFORMATION process{};
@@ -95,6 +98,16 @@ int runProgram(std::vector<std::string> words) {
   ::GetExitCodeProcess(process.hProcess, &status);
   ::CloseHandle(process.hProcess);
   return static_cast<int>(status);
+}
+
+// There is no taking its place: this one waits for it, and ends with its status. Ctrl-C is the other one's.
+void becomeProgram(std::vector<std::string> words, const std::string& variable, const std::string& value) {
+  const Interruption whileItRuns;
+  ::SetEnvironmentVariableW(wide(variable).c_str(), wide(value).c_str());
+  const int status = runProgram(words);
+  if (status == notStarted)
+    throw std::runtime_error(terminal::say("no se puede iniciar {}", "cannot start {}", {words.at(0)}));
+  ::ExitProcess(static_cast<UINT>(status));
 }
 
 ChildProcess::ChildProcess(const std::vector<std::string>& words) {

@@ -5,6 +5,7 @@ import datetime
 import json
 import os
 import pathlib
+import sys
 import typing
 from decimal import Decimal
 
@@ -140,7 +141,7 @@ def _library():
     """$ZENTARO_TILL_LIBRARY, or the library of the wheel, or the installed one."""
     global _loaded
     if _loaded is None:
-        name = "libzentaro-till.so.0"
+        name = "zentaro_c.dll" if sys.platform == "win32" else "libzentaro-till.so.0"
         own = pathlib.Path(__file__).parent / "native" / name
         _loaded = ctypes.CDLL(os.environ.get("ZENTARO_TILL_LIBRARY") or (str(own) if own.exists() else name))
         handle, text, value = ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(Value)

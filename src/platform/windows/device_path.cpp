@@ -15,6 +15,8 @@ std::string fullName(const std::string& device) {
 
 }  // namespace
 
+std::string ownDevice(int port) { return "COM" + std::to_string(port); }
+
 std::string devicePath(const std::string& deviceName) {
   if (portNumber(deviceName) == 0) return deviceName;
   const std::string device =

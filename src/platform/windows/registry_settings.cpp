@@ -43,6 +43,8 @@ SettingsStore& registrySettings() { return lasting<RegistrySettings>(); }
 
 namespace zentaro {
 
+std::string settingsPath() { return R"(HKEY_CURRENT_USER\Software\VB and VBA Program Settings\TRV)"; }
+
 std::optional<UnreadableFile> unreadableSettings() { return std::nullopt; }  // the registry is no file
 
 }  // namespace zentaro

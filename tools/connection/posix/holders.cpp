@@ -35,6 +35,13 @@ std::string processName(const files::path& process) {
 // The printer's own side of a pseudo-terminal keeps its device open, too, and is in nobody's way.
 bool isVirtualPrinter(const std::string& name) { return name.starts_with("zentaro-printer"); }
 
+// What the links lead to, by which the system knows it.
+files::path targetOf(const std::string& device) {
+  std::error_code failed;
+  const files::path target = files::canonical(device, failed);
+  return failed ? files::path(device) : target;
+}
+
 // The processes that have the device open, of which those of other users cannot be seen.
 std::vector<std::string> holdersOf(const files::path& device) {
   std::vector<std::string> holders;
@@ -50,15 +57,13 @@ std::vector<std::string> holdersOf(const files::path& device) {
 }  // namespace
 
 std::string holderOf(const std::string& device) {
-  for (const std::string& name : holdersOf(device))
+  for (const std::string& name : holdersOf(targetOf(device)))
     if (!isVirtualPrinter(name)) return name;
   return {};
 }
 
 bool isVirtualPrinterOn(const std::string& device) {
-  std::error_code failed;
-  const files::path target = files::canonical(device, failed);
-  return !failed && std::ranges::any_of(holdersOf(target), isVirtualPrinter);
+  return std::ranges::any_of(holdersOf(targetOf(device)), isVirtualPrinter);
 }
 
 }  // namespace zentaro::tools

@@ -10,9 +10,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "till/books/books.h"
+#include "base/terminal/language.h"
 #include "tools/connection/holders.h"
-#include "tools/connection/service_here.h"
 
 namespace zentaro::tools {
 
@@ -35,7 +34,15 @@ bool isOtherKind(dev_t device) {
 
 }  // namespace
 
-PortFacts examinePort(const std::string& name, const std::string& device, bool isConfigured) {
+const char *const deviceBeginning = "/", *const deviceExample = "/dev/serial/by-id/...";
+
+bool looksLikeDevice(const std::string& name) { return name.starts_with(deviceBeginning); }
+
+std::string_view whoTellsHolder() {
+  return terminal::say("\"sudo zentaro doctor\" dice cuál", "\"sudo zentaro doctor\" says which one");
+}
+
+PortFacts lookAtPort(const std::string& name, const std::string& device, bool isConfigured) {
   PortFacts facts;
   facts.name = name;
   facts.device = device;
@@ -50,11 +57,6 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
   facts.canReadAndWrite = ::access(device.c_str(), R_OK | W_OK) == 0;
   facts.group = groupName(status.st_gid);
   facts.holder = holderOf(facts.device);
-  if (const std::optional<ServiceHere> service = serviceHere(till::booksPath())) {
-    const std::string served = nameOn(*service, device);
-    if (!served.empty()) facts.instead = sendToService(*service, served);
-    if (!served.empty() && facts.holder.empty()) facts.holder = "zentaro serve";
-  }
   return facts;
 }
 

@@ -1,0 +1,50 @@
+// Names below /dev, accounts, and the rule of udev.
+#include "tools/setup/changes.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace zentaro::tools {
+
+namespace files = std::filesystem;
+
+namespace {
+
+files::path targetOf(const std::string& path) {
+  std::error_code failed;
+  const files::path real = files::canonical(path, failed);
+  return failed ? files::path(path) : real;
+}
+
+}  // namespace
+
+bool isRoot() { return ::geteuid() == 0; }
+
+std::string lastingName(const std::string& device, const std::string& root) {
+  const files::path file = targetOf(root + device).filename();
+  for (const char* folder : {"/dev/fiscal", "/dev/serial/by-id"}) {
+    std::error_code failed;
+    for (const auto& link : files::directory_iterator(root + folder, failed))
+      if (files::read_symlink(link.path(), failed).filename() == file)
+        return link.path().string().substr(root.size());
+  }
+  return device;
+}
+
+std::string accountName() {
+  if (const char* caller = std::getenv("SUDO_USER"); caller != nullptr && ::geteuid() == 0) return caller;
+  const passwd* account = ::getpwuid(::geteuid());
+  return account == nullptr ? std::to_string(::geteuid()) : account->pw_name;
+}
+
+std::string ruleOfTheProgram() {
+  std::error_code failed;
+  const files::path program = files::read_symlink("/proc/self/exe", failed);
+  const files::path rule = program.parent_path().parent_path() / "share/zentaro/70-zentaro.rules";
+  return !failed && files::exists(rule, failed) ? rule.string() : "";
+}
+
+}  // namespace zentaro::tools
