@@ -44,13 +44,22 @@ TEST(Ports, AreJudgedByTheFirstThingThatIsWrong) {
 }
 
 TEST(Ports, TellEachCauseOfAFailedOpeningApart) {
-  for (const auto& [error, code] :
-       std::initializer_list<std::pair<int, const char*>>{{EIO, "no-port"},
-                                                          {ENOTTY, "no-serial-device"},
-                                                          {EBUSY, "taken"},
-                                                          {EACCES, "no-permission"},
-                                                          {EMFILE, "cannot-open"}})
-    EXPECT_EQ(judgeOpening(error, "", {}).code, code);
+  struct Row {
+    int error;
+    const char *onDevice, *overTcp;
+  };
+  for (const Row& row : std::initializer_list<Row>{{EIO, "no-port", "no-port"},
+                                                   {ENXIO, "no-port", "unknown-host"},
+                                                   {ENOTTY, "no-serial-device", "no-serial-device"},
+                                                   {EBUSY, "taken", "taken"},
+                                                   {EACCES, "no-permission", "no-permission"},
+                                                   {ECONNREFUSED, "cannot-open", "refused"},
+                                                   {ETIMEDOUT, "cannot-open", "unreachable"},
+                                                   {EINVAL, "cannot-open", "bad-address"},
+                                                   {EMFILE, "cannot-open", "cannot-open"}}) {
+    EXPECT_EQ(judgeOpening(row.error, "", {.device = "/dev/ttyUSB0"}).code, row.onDevice) << row.error;
+    EXPECT_EQ(judgeOpening(row.error, "", {.device = "tcp://caja:4001"}).code, row.overTcp) << row.error;
+  }
 }
 
 // A machine's devices as the kernel lists them: one UART, one number without, the console, one on USB with a name.
@@ -104,6 +113,18 @@ TEST(StatusBits, AreToldOrCountAsUnreadable) {
 }
 
 class Doctor : public testing::Shell {};
+
+TEST_F(Doctor, NamesWhatIsWrongWithALineOverTcp) {
+  const VirtualPrinter printer({"--tcp", "0"});
+  const std::string line = "tcp://" + printer.device();
+  EXPECT_TRUE(contains(run("zentaro doctor --device " + line).output, ": a printer answers"));
+  for (const auto& [device, code] : std::initializer_list<std::pair<std::string, const char*>>{
+           {"tcp://127.0.0.1:1", "refused"}, {"tcp://127.0.0.1", "bad-address"}}) {
+    const Ran ran = run("zentaro doctor --json --device " + device);
+    EXPECT_EQ(ran.status, 1) << ran.output;
+    EXPECT_TRUE(contains(ran.output, std::string("\"finding\": \"") + code + '"')) << ran.output;
+  }
+}
 
 TEST_F(Doctor, AsksAPrinterThatIsThere) {
   const VirtualPrinter printer;

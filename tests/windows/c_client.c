@@ -1,8 +1,9 @@
 /* A sale through zentaro_c.dll, as a program in C makes it, at COM5; and what the DLL keeps for a thread that ends. Ends with 42. */
 #include <process.h>
 #include <stdio.h>
+#include <string.h>
 #include <windows.h>
-#include <zentaro_c.h>
+#include <zentaro_till_c.h>
 
 static int failures = 0;
 
@@ -26,6 +27,23 @@ static unsigned __stdcall leaves_its_port_open(void* unused) {
   (void)unused;
   expect("another thread's object", other != NULL, 1);
   return 0;
+}
+
+/* The safe sale, asked for twice. */
+static void sells_once(zentaro_object* printer) {
+  const char* document =
+      "{\"document\": \"invoice\", \"customer\": {\"name\": \"Ana P\xC3\xA9rez\", \"rif\": \"V-12345678\"},"
+      " \"lines\": [{\"description\": \"Caf\xC3\xA9\", \"price\": 12.5, \"quantity\": 2, \"tax\": 16}],"
+      " \"payments\": [{\"amount\": 29}]}";
+  const char* verdicts[] = {"{\"verdict\":\"printed\",\"number\":2,", "{\"verdict\":\"already-printed\",\"number\":2,"};
+  for (int i = 0; i < 2; ++i) {
+    zentaro_value verdict = {0};
+    expect("sell", zentaro_till_sell(printer, document, "{\"id\": \"C-1\"}", NULL, NULL, &verdict), 0);
+    if (verdict.kind == ZENTARO_TEXT) {
+      expect(verdict.as.text, strncmp(verdict.as.text, verdicts[i], strlen(verdicts[i])), 0);
+      zentaro_clear(&verdict);
+    }
+  }
 }
 
 int main(void) {
@@ -55,6 +73,7 @@ int main(void) {
   paid.as.currency = 290000;
   expect("RecibirPago", outcome(printer, "RecibirPago", &paid, 1), 0);
   expect("CerrarComprobante", outcome(printer, "CerrarComprobante", NULL, 0), 0);
+  sells_once(printer);
   zentaro_release(printer);
   return failures == 0 ? 42 : 1;
 }

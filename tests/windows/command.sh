@@ -57,7 +57,7 @@ tells '"verdict":"printed","number":2'
 run 0 sale --journal
 tells F-2
 run 0 today --json
-tells '"F-2"\|"count": 2\|"invoices"'
+tells '"documents": 2'
 run 0 status --port 7
 run 0 call StatusIF N --port 7
 run 0 cierre x --port 7

@@ -10,6 +10,7 @@ shift
 
 folder=$(mktemp -d)
 children=()
+export ZENTARO_BOOKS=Z:${folder//\//\\}\\books.db
 settings='HKCU\Software\VB and VBA Program Settings\TRV\Config\ModComm'
 finish() {
   "$wine" reg delete "$settings" /v COM5 /f >/dev/null 2>&1 || true

@@ -128,12 +128,15 @@ Finding judgePort(const PortFacts& facts) {
 
 Finding judgeOpening(int error, const std::string& text, const PortFacts& facts) {
   const bool isTcp = isTcpName(facts.device);
-  switch (troubleOf(error)) {
-    case OpeningTrouble::UnknownHost:
+  const OpeningTrouble trouble = troubleOf(error);
+  switch (trouble) {
     case OpeningTrouble::Refused:
     case OpeningTrouble::Unreachable:
     case OpeningTrouble::BadName:
-      if (isTcp) return unreachable(troubleOf(error));
+      if (isTcp) return unreachable(trouble);
+      break;
+    case OpeningTrouble::UnknownHost:
+      if (isTcp) return unreachable(trouble);
       [[fallthrough]];
     case OpeningTrouble::NoPort:
       return {
