@@ -60,11 +60,21 @@ DecimalReading readDecimal(std::string_view text, int decimals) {
   return reading;
 }
 
+// By the binary digits of b, since not every processor counts in 128 bits; the rest stays below the divisor.
 Quotient multiplyDivide(std::int64_t a, std::int64_t b, std::int64_t c) {
-  __extension__ using Wide = unsigned __int128;
-  const Wide product = static_cast<Wide>(a) * static_cast<Wide>(b);
-  const auto divisor = static_cast<Wide>(c);
-  return {static_cast<std::int64_t>(product / divisor), static_cast<std::int64_t>(product % divisor)};
+  const auto factor = static_cast<std::uint64_t>(a), digits = static_cast<std::uint64_t>(b),
+             divisor = static_cast<std::uint64_t>(c);
+  std::uint64_t whole = 0, rest = 0;
+  const auto add = [&](std::uint64_t wholes, std::uint64_t rests) {
+    rest += rests;
+    whole += wholes + rest / divisor;
+    rest %= divisor;
+  };
+  for (int digit = 62; digit >= 0; --digit) {
+    add(whole, rest);
+    if ((digits >> digit & 1) != 0) add(factor / divisor, factor % divisor);
+  }
+  return {static_cast<std::int64_t>(whole), static_cast<std::int64_t>(rest)};
 }
 
 std::int64_t roundedHalfUp(std::int64_t a, std::int64_t b, std::int64_t c) {

@@ -27,7 +27,7 @@ ZENTARO_API std::string decimalText(std::int64_t value, int decimals);
 /// The same without zeros at the end: 2000 with 3 is "2".
 std::string shortDecimalText(std::int64_t value, int decimals);
 
-/// a x b / c with 128 bits between. a and b are not negative, and the quotient fits.
+/// a x b / c, exact however large a x b is. a and b are not negative, and the quotient fits.
 struct Quotient {
   std::int64_t whole = 0, remainder = 0;
 };
