@@ -8,11 +8,13 @@ namespace zentaro::service {
 
 struct MqttLink::Inside {};
 
-MqttLink::MqttLink(Settings) {
+void demandMqtt() {
   throw std::runtime_error(
       terminal::say("--centre y --tills son para Linux, con MQTT: este zentaro se construyó sin él",
                     "--centre and --tills are for Linux, with MQTT: this zentaro was built without it", {}));
 }
+
+MqttLink::MqttLink(Settings) { demandMqtt(); }
 MqttLink::~MqttLink() = default;
 int MqttLink::session() const { return 0; }
 std::vector<Letter> MqttLink::take() { return {}; }

@@ -106,7 +106,11 @@ struct MqttLink::Inside {
     constexpr int longest = 60, longEnough = 60;
     for (int span = 8; !isEnding;) {
       const auto begin = std::chrono::steady_clock::now();
-      connectOnce();
+      try {
+        connectOnce();
+      } catch (const std::exception& error) {  // a certificate that was taken away meanwhile
+        tell(error.what());
+      }
       if (std::chrono::steady_clock::now() - begin > std::chrono::seconds{longEnough}) span = 8;
       pause(span);
       span = std::min(span * 2, longest);
@@ -247,6 +251,8 @@ struct MqttLink::Inside {
   std::mt19937 dice{std::random_device{}()};
   std::thread thread;
 };
+
+void demandMqtt() {}
 
 MqttLink::MqttLink(Settings settings) : inside_{std::make_unique<Inside>(std::move(settings))} {
   inside_->thread = std::thread{[inside = inside_.get()] { inside->run(); }};

@@ -20,6 +20,9 @@ struct Broker {
 /// Of mqtts://HOST[:PORT], or mqtt:// to this machine. Raises std::runtime_error that names the option.
 Broker parseBroker(const std::string& option, const std::string& url);
 
+/// Raises std::runtime_error where the program was built without MQTT.
+void demandMqtt();
+
 struct Letter {
   std::string topic, text;
 };
@@ -34,7 +37,7 @@ class MqttLink {
     std::function<void()> changed;    // a letter came, or the connection
     std::function<void(const std::string&)> say;
   };
-  /// Raises std::runtime_error where the program was built without MQTT, or a file cannot be used.
+  /// Raises std::runtime_error without MQTT, and for a file that cannot be used.
   explicit MqttLink(Settings settings);
   MqttLink(const MqttLink&) = delete;
   MqttLink& operator=(const MqttLink&) = delete;

@@ -342,8 +342,19 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
       {"an address that is none", "zentaro serve --listen here" + printer, "--listen here"},
       {"damaged books", "ZENTARO_BOOKS=" + file("hurt/broken.db") + " zentaro serve --listen none" + printer,
        "damaged"},
+      {"a chain in the clear", "zentaro serve --listen none --tills mqtt://10.0.0.1", "to this very machine"},
+      {"both ends of a chain", "zentaro serve --centre mqtt://127.0.0.1 --tills mqtt://127.0.0.1",
+       "one of them"},
+      {"a till without a name", "zentaro serve --centre mqtt://127.0.0.1" + printer, "--till"},
+      {"a chain without certificates", "zentaro serve --tills mqtts://a", "--ca"},
+      {"a key that others read",
+       "zentaro serve --tills mqtts://a --ca " + file("key") + " --cert " + file("key") + " --key " +
+           file("key"),
+       "chmod 600"},
       {"a config that names no option", "zentaro serve --config " + file("bad.toml"), "no option"},
   };
+  write("key", "-----");
+  std::filesystem::permissions(file("key"), std::filesystem::perms{0640});
   write("bad.toml", "printre = [\"caja1=/dev/x\"]\n");
   for (const Row& row : rows) {
     const testing::Ran ran =

@@ -90,6 +90,7 @@ std::optional<service::ChainSettings> chainSettings(const ServeOptions& options)
     throw std::runtime_error(
         say("--centre y --tills: uno de los dos", "--centre and --tills: one of them", {}));
   if (!isTill && !isCentre) return std::nullopt;
+  service::demandMqtt();
   if (isTill && !service::isTillName(options.till))
     throw std::runtime_error(say(
         "--till {}: se espera el nombre de esta caja, el de su certificado: letras sin acento, cifras, _ - y .",
