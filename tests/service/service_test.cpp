@@ -247,6 +247,37 @@ TEST_F(Service, ASignalLetsTheSaleEndAndTheQueueWait) {
   EXPECT_EQ(get("F-2", 30).at("state"), "printed");
 }
 
+// The disk is full for the service alone, as long as it may write no byte.
+TEST_F(Service, AFullDiskAcceptsNothingAndLetsNoSaleClose) {
+  ::signal(SIGXFSZ, SIG_IGN);  // the service takes it over
+  printer("caja1");
+  serve();
+  const auto room = [&](const char* bytes) {
+    const testing::Ran ran =
+        run("prlimit --pid " + std::to_string(service->id()) + " --fsize=" + bytes + ":");
+    ASSERT_EQ(ran.status, 0) << ran.output;
+  };
+  ASSERT_EQ(put("F-1", sale("caja1", "First"), 30).at("state"), "printed");
+  room("1");
+  const Answered refused = put("F-2", sale("caja1", "Second"));
+  EXPECT_EQ(std::to_string(refused.status) + " " + refused.at("type"), "503 books") << refused.body;
+  EXPECT_EQ(put("F-1", sale("caja1", "First")).at("state"), "printed") << "what is known is answered";
+  room("unlimited");
+  EXPECT_EQ(get("F-2").status, 404);
+  EXPECT_EQ(put("F-2", sale("caja1", "Second"), 30).at("state"), "printed") << "the same PUT again";
+
+  fault("caja1", "delay=1 on item");
+  put("F-3", sale("caja1", "Third"));
+  ASSERT_TRUE(eventually([&] { return folder.read("caja1.log").find("Third") != std::string::npos; }));
+  room("1");
+  std::this_thread::sleep_for(8s);  // until it has given up to write the close
+  clear("caja1");
+  room("unlimited");
+  EXPECT_TRUE(becomes("F-3", "not-printed")) << get("F-3").body;
+  EXPECT_EQ(put("F-3", sale("caja1", "Third", R"("attempt":2,)"), 30).at("state"), "printed");
+  EXPECT_EQ(papers("caja1", "First") * 100 + papers("caja1", "Second") * 10 + papers("caja1", "Third"), 111);
+}
+
 TEST_F(Service, AStreamGoesOnWhereItStoppedAcrossARestart) {
   printer("caja1");
   serve();
