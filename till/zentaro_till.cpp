@@ -34,16 +34,16 @@ Reading checked(SaleReading read) {
   return made;
 }
 
-Document inOrder(Reading reading) {
-  auto& [document, problems] = reading;
-  if (problems.empty()) return std::move(document);
+Document inOrder(Reading&& reading) {
+  std::vector<Problem>& problems = reading.problems;
+  if (problems.empty()) return std::move(reading.document);
   std::string text;
   for (const Problem& problem : problems)
     text += (text.empty() ? "" : "; ") + problem.path + (problem.path.empty() ? "" : ": ") + problem.text;
   throw WrongUse(text, std::move(problems));
 }
 
-Checked checkedOf(Reading reading) {
+Checked checkedOf(Reading&& reading) {
   Checked made{std::move(reading.problems), {}, {}};
   if (!made.problems.empty()) return made;
   made.totals = reading.document.totals;

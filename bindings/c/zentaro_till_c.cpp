@@ -116,6 +116,7 @@ till::Say lineTo(zentaro_till_progress progress, void* user) {
 
 template <class Work>
 int32_t answered(zentaro_value* result, const Work& work) noexcept {
+  // cppcheck-suppress throwInNoexceptFunction ; guarded catches it
   return c::guarded([&] {
     try {
       c::replace(*result, c::textValue(jsonLine(work())));

@@ -5,7 +5,19 @@
 
 namespace zentaro {
 
-Array::Array() : items_(std::make_shared<const std::vector<Variant>>()) {}
+namespace {
+
+using Elements = std::shared_ptr<const std::vector<Variant>>;
+
+/// One for all arrays without elements; it outlives the host's last object.
+const Elements& noElements() {
+  static const Elements& shared = *new Elements(std::make_shared<const std::vector<Variant>>());
+  return shared;
+}
+
+}  // namespace
+
+Array::Array() : items_(noElements()) {}
 
 Array::Array(std::initializer_list<Variant> items) : Array(std::vector<Variant>(items)) {}
 

@@ -133,7 +133,7 @@ int Database::onBusy(void* self, int count) {
   }
   const auto waited = now - database.busySince_;
   if (waited >= database.patience_.longest) return 0;
-  if (waited >= 1s && !database.hasTold_ && database.patience_.isWaiting) {
+  if (waited >= std::chrono::seconds(1) && !database.hasTold_ && database.patience_.isWaiting) {
     database.hasTold_ = true;
     database.patience_.isWaiting();
   }

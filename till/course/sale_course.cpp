@@ -16,9 +16,10 @@ BooksNeed needOf(const SellOptions& options) {
 }  // namespace
 
 SaleCourse::SaleCourse(const Sale& sale, const Totals& totals, const SellOptions& options)
-    : sale_(sale), totals_(totals), options_(options) {
-  wish_ = {options.id, contentDigest(sale), oldContentDigest(sale), options.again};
-}
+    : sale_(sale),
+      totals_(totals),
+      options_(options),
+      wish_{options.id, contentDigest(sale), oldContentDigest(sale), options.again} {}
 
 bool SaleCourse::openBooks() {
   if (station_) return true;
