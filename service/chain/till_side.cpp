@@ -97,7 +97,7 @@ void TillSide::hear(const Seen& seen) {
   const bool wereOlder =
       std::exchange(areOlder_, !isFromStart_ && areOlder(lineages_, books_.revision(), seen));
   isHeard_ = true;
-  if (seen_ && seen.revision < seen_->revision) sent_ = seen.revision;  // it lost them
+  if (seen_ && seen.revision <= seen_->revision) sent_ = seen.revision;  // the centre lacks what followed
   if (seen_ && seen.revision > seen_->revision) sendAgain_ = Clock::now() + resend;
   seen_ = seen;
   if (areOlder_ && !wereOlder)

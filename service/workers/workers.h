@@ -40,6 +40,7 @@ class Workers {
   }
   /// Each ends what it is printing and begins nothing more.
   void end() {
+    const std::shared_lock lock{mutex_};
     for (const auto& [name, worker] : workers_) worker->end();
     for (const auto& [name, worker] : workers_) worker->join();
   }
