@@ -33,14 +33,17 @@ void readBody(std::string_view body) {
 
 std::atomic<int> handled{0};
 
+const http::Guard guard{{"till.example"}, {"https://shop.example"}};
+
 http::Server& server() {
   static http::Server made(
-      {.host = "127.0.0.1", .port = 0, .guard = {{"127.0.0.1"}, {}}, .limits = {}, .headers = {}},
+      {.host = "127.0.0.1", .port = 0, .guard = guard, .limits = {}, .headers = {}},
       [](http::Server&, const http::Request& request, http::Response& response) {
         ++handled;
-        require(request.get_header_value("Host").starts_with("127.0.0.1"), "no foreign name comes in");
-        require(!request.has_header("Transfer-Encoding") && !request.has_header("Origin"),
-                "nor what is refused");
+        const std::string host = request.get_header_value("Host");
+        require(guard.knowsHost(host), "no foreign name comes in");
+        require(guard.letsAsk(request.get_header_value("Origin"), host), "nor a foreign page");
+        require(!request.has_header("Transfer-Encoding"), "nor what has no length");
         response.set_content("{}", "application/json");
       },
       [](const http::Request&, http::Response& response, int status) {
