@@ -80,19 +80,37 @@ TEST_F(Reports, JudgeAZWhoseAnswerWasLostByTheNumberOfTheLast) {
 // Without known bits the counters alone tell that the day is open.
 TEST(StatusWords, AreGivenForAPrinterOfWhichOnlyTheCountersAreKnown) {
   CZentaro printer;
+  const auto numeric = std::make_shared<statusHASAR>();
   const auto words = [&](int invoices, int others, Bits bits) {
     auto normal = std::make_shared<statusN>();
     normal->LoadFromResponse(
         Array({56, u"0000", u"0000", u"0", u"0", u"0", u"240315", u"140500", std::to_string(invoices),
                std::to_string(others), u"7", u"1", u"1", u"1", u"0000"}));
-    return statusInWords(Object(describe<statusN>(), normal),
-                         Object(describe<statusHASAR>(), std::make_shared<statusHASAR>()), printer, bits);
+    return statusInWords(Object(describe<statusN>(), normal), Object(describe<statusHASAR>(), numeric),
+                         printer, bits);
   };
   EXPECT_TRUE(contains(words(0, 2, Bits::Unknown), "Fiscal day   open; since Z "))
       << words(0, 2, Bits::Unknown);
   EXPECT_TRUE(contains(words(0, 0, Bits::Unknown), "Fiscal day   no invoices since Z "));
   EXPECT_FALSE(contains(words(0, 0, Bits::Unknown), "Paper"));
   EXPECT_TRUE(contains(words(0, 0, Bits::Known), "Fiscal day   closed; last Z: "));
+  for (const auto& [word, paper] : std::initializer_list<std::pair<std::int32_t, const char*>>{
+           {0x0020, "there is none\n"},
+           {0x0010, "near its end\n"},
+           {0x0004, "there is some; the cover is open\n"},
+           {0x0030, "there is none\n"}}) {
+    printer.dwordPrinterStatus = word;
+    EXPECT_TRUE(contains(words(0, 0, Bits::Known), std::string("Paper        ") + paper)) << paper;
+  }
+  for (const auto& [document, text] :
+       std::initializer_list<std::pair<std::int32_t, const char*>>{{1, "an invoice is open"},
+                                                                   {2, "a credit note is open"},
+                                                                   {3, "a non-fiscal document is open"},
+                                                                   {4, "a document is partially closed"},
+                                                                   {7, "open (status 7)"}}) {
+    numeric->statusDocumento = document;
+    EXPECT_TRUE(contains(words(0, 0, Bits::Known), std::string("Document     ") + text + "\n")) << text;
+  }
 }
 
 TEST(RecordWords, RoundNothingAway) {

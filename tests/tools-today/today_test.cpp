@@ -62,15 +62,17 @@ class Today : public testing::Shell {
   Today() { ::setenv("ZENTARO_BOOKS", file("books.db").c_str(), 1); }
   ~Today() override { ::unsetenv("ZENTARO_BOOKS"); }
 
-  static void sold(const std::string& id, till::State state) {
+  static void sold(const std::string& id, till::State state, till::Kind kind = till::Kind::Invoice) {
     till::Books books;
     till::Order order;
     order.id = id;
+    order.kind = kind;
     order.body = withIgtf;
     order.net = 10000;
     order.total = 11750;
     till::Outcome outcome;
     outcome.state = state;
+    outcome.number = 12;
     books.finish(*books.open(order, {}), outcome);
   }
 };
@@ -94,23 +96,45 @@ TEST_F(Today, TellsTheDayAsTextAsJsonAndAsCsv) {
   EXPECT_TRUE(contains(run("zentaro today --from 2020-01-31 --json").output, "\"documents\": 1"));
   EXPECT_EQ(run("zentaro today --from 2020-01-31 --to 2020-01-30").status, 2);
   EXPECT_EQ(run("zentaro today --day 31-01-2020").status, 2);
+  // Midnight is the counter's, whichever side of that of UTC it is on.
+  for (const char* zone : {"TZ=EAST-13 ", "TZ=WEST+11 "})
+    EXPECT_TRUE(contains(
+        run(std::string(zone) + "zentaro today").output,
+        "Sales of " + run(std::string(zone) + "date +%F").output + "Invoices" + std::string(35, ' ') + "1\n"))
+        << zone << run(std::string(zone) + "zentaro today").output;
   sold("F-2", till::State::Unknown);
+  sold("", till::State::Unknown);
+  sold("N-1", till::State::Printed, till::Kind::CreditNote);
+  sold("N-2", till::State::Printed, till::Kind::CreditNote);
+  sold("Z-1", till::State::Printed, till::Kind::Z);
   const Ran open = run("zentaro today");
   EXPECT_EQ(open.status, 1);
-  EXPECT_TRUE(contains(open.output, "NOT KNOWN whether it was printed: F-2 (Bs 117,50)")) << open.output;
+  for (const char* line :
+       {"NOT KNOWN whether it was printed: F-2 (Bs 117,50)", "NOT KNOWN whether it was printed: #3 (Bs",
+        "Credit notes                               2\n", "Remains, total Bs                    -117,50\n",
+        "Last Z                                    12\n"})
+    EXPECT_TRUE(contains(open.output, line)) << line << "\n" << open.output;
+  EXPECT_TRUE(contains(run("zentaro today --csv").output, ",unknown,2,,,,,\n"));
+  const std::string json = run("zentaro today --json").output;
+  EXPECT_TRUE(contains(json, "\"lastZ\": 12") && contains(json, "\"id\": \"F-2\"")) << json;
 }
 
 TEST_F(Today, AsksThePrinterForItsOwnDay) {
   const VirtualPrinter printer;
   const std::string port = " --device " + printer.device();
   for (const char* step :
-       {"IniciarFactura", "PasarLineaFactura Pan 10 1 16", "RecibirPago 12", "CerrarComprobante"})
+       {"IniciarFactura", "PasarLineaFactura Pan 10 1 16", "PasarLineaFactura Sal 200 1 8",
+        "PasarLineaFactura Oro 3000 1 31", "PasarLineaFactura Luz 40000 1 0", "RecibirPago 99999",
+        "CerrarComprobante", "IniciarDevolucion Ana V1 1 ZPV0000001 2026-01-01 10:00",
+        "PasarLineaDevolucion Pan 1 1 16", "PasarLineaDevolucion Sal 20 1 8",
+        "PasarLineaDevolucion Oro 300 1 31", "PasarLineaDevolucion Luz 4000 1 0", "CerrarComprobante"})
     ASSERT_EQ(run("zentaro call " + std::string(step) + port).status, 0) << step;
   const std::string paper = printer.paper();
   const Ran ran = run("zentaro today" + port);
   EXPECT_TRUE(contains(ran.output,
-                       "The printer ZPV0000001, since its Z 0\n  net                                  10,00\n"
-                       "  tax                                   1,60\n"))
+                       "The printer ZPV0000001, since its Z 0\n  net                              43.210,00\n"
+                       "  tax                                 947,60\n"
+                       "  returned, net                     4.321,00\n"))
       << ran.output;
   EXPECT_TRUE(contains(ran.output, "  last invoice                             1\n")) << ran.output;
   EXPECT_EQ(printer.paper(), paper) << "nothing is printed";
