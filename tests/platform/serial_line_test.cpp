@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "platform/open_line.h"
 #include "platform/posix/line_status.h"
 #include "platform/pseudo_terminal.h"
 #include "platform/services.h"
@@ -20,39 +21,14 @@ namespace zentaro::testing::serial_line_test {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
-class SerialLine : public ::testing::Test {
+class SerialLine : public OpenLine<PseudoTerminal> {
  protected:
-  PseudoTerminal printer;
-  SerialServices& serial = *systemServices().serial;
-  SerialHandle handle = open(printer.device());
-  Overlapped overlapped;
-
-  ~SerialLine() override { serial.CloseHandle(handle); }
-
-  SerialHandle open(const std::string& path) { return serial.CreateFileA(path, 0xC0000000, 0, 3, 0x80); }
   bool configure(const std::string& text) {
     LineSettings line;
     return serial.GetCommState(handle, line) && serial.BuildCommDCBA(text, line) &&
            serial.SetCommState(handle, line);
   }
   void makeRaw() { ASSERT_TRUE(configure("baud=9600 parity=N data=8 stop=1")); }
-  /// The bytes waiting; -1 when the call fails.
-  int waiting() {
-    std::uint32_t flags = 99, count = 0;
-    if (!serial.ClearCommError(handle, flags, count)) return -1;
-    EXPECT_EQ(flags, 0U);
-    return static_cast<int>(count);
-  }
-  std::string read(std::uint32_t most) {
-    std::string buffer(most, '\0');
-    std::uint32_t count = 0;
-    EXPECT_TRUE(serial.ReadFile(handle, buffer.data(), most, count, overlapped));
-    return buffer.substr(0, count);
-  }
-  bool write(const std::string& bytes, std::uint32_t& written) {
-    return serial.WriteFile(handle, bytes.data(), static_cast<std::uint32_t>(bytes.size()), written,
-                            overlapped);
-  }
   void setTimeouts(std::uint32_t readConstant, std::uint32_t writeConstant) {
     EXPECT_TRUE(serial.SetCommTimeouts(handle, {0xFFFFFFFF, 0, readConstant, 0, writeConstant}));
   }

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/services.h"
+#include "platform/open_line.h"
 #include "platform/tcp_name.h"
 #include "platform/tcp_peer.h"
 
@@ -13,17 +13,10 @@ namespace zentaro::testing::tcp_line_test {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
-class TcpLineTest : public ::testing::Test {
+class TcpLineTest : public OpenLine<TcpPeer> {
  protected:
-  TcpPeer printer{4096};
-  SerialServices& serial = *systemServices().serial;
-  SerialHandle handle = open(printer.device());
-  Overlapped overlapped;
+  TcpLineTest() : OpenLine(4096) { printer.accept(); }
 
-  TcpLineTest() { printer.accept(); }
-  ~TcpLineTest() override { serial.CloseHandle(handle); }
-
-  SerialHandle open(const std::string& device) { return serial.CreateFileA(device, 0xC0000000, 0, 3, 0x80); }
   /// Opens again while the printer does something.
   template <class Act>
   void reopen(Act act) {
@@ -34,23 +27,6 @@ class TcpLineTest : public ::testing::Test {
     });
     handle = open(printer.device());
     other.join();
-  }
-  /// The bytes waiting; -1 when the call fails.
-  int waiting() {
-    std::uint32_t flags = 99, count = 0;
-    if (!serial.ClearCommError(handle, flags, count)) return -1;
-    EXPECT_EQ(flags, 0U);
-    return static_cast<int>(count);
-  }
-  std::string read(std::uint32_t most) {
-    std::string buffer(most, '\0');
-    std::uint32_t count = 0;
-    EXPECT_TRUE(serial.ReadFile(handle, buffer.data(), most, count, overlapped));
-    return buffer.substr(0, count);
-  }
-  bool write(const std::string& bytes, std::uint32_t& written) {
-    return serial.WriteFile(handle, bytes.data(), static_cast<std::uint32_t>(bytes.size()), written,
-                            overlapped);
   }
 };
 

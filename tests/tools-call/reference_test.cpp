@@ -153,6 +153,14 @@ TEST_F(Pages, OfTheShellCompleteCommandsMembersAndSettings) {
   EXPECT_EQ(completed("zentaro call --ti"), "--timeout\n");
   EXPECT_EQ(completed("zentaro call --port 1 RegistrarD"), "RegistrarDescuento RegistrarDescuentoExt\n");
   EXPECT_EQ(completed("zentaro settings s"), "set\n");
+  EXPECT_EQ(completed("zentaro serve token a"), "add\n");
+  EXPECT_EQ(completed("zentaro serve token add --r"), "--rights\n");
+  EXPECT_EQ(completed("zentaro printer t"), "tell\n");
+  EXPECT_EQ(completed("zentaro printer --pap"), "--paper\n");
+  EXPECT_TRUE(testing::contains(run("zentaro printer --help").output, "zentaro printer tell SOCKET LINE"));
+  ::setenv("ZENTARO_LANG", "es", 1);
+  EXPECT_EQ(completed("zentaro insta"), "instalar\n");
+  ::setenv("ZENTARO_LANG", "en", 1);
   EXPECT_EQ(completed("zentaro settings get COM"), "COM1 COM2 COM3 COM4 COM5 COM6 COM7 COM8\n");
   EXPECT_EQ(completed("zentaro call --device x"), "\n") << "bash completes files itself";
 }

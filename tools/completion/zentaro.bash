@@ -1,7 +1,7 @@
 # bash completion of zentaro and zentaro-printer. Everything is asked from the program itself, so it never lists what is not there.
 
 _zentaro_subcommands() {
-  ZENTARO_LANG=en "$1" "${@:2}" --help 2>/dev/null | sed -n '/^Subcommands:/,$ s/^  \([a-z][a-z-]*\) .*/\1/p'
+  "$1" "${@:2}" --help 2>/dev/null | sed -nE '/^(Subcommands|Órdenes):/,$ s/^  ([a-z][a-z-]*) .*/\1/p'
 }
 
 _zentaro_options() {
@@ -19,28 +19,31 @@ _zentaro_settings() {
 
 _zentaro() {
   local program=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local command=${COMP_WORDS[1]} choices=
+  local command=${COMP_WORDS[1]} choices= at
+  local -a path=()  # the words of the command in front, such as serve token add
+  for ((at = 1; at < COMP_CWORD; at++)); do
+    [[ ${COMP_WORDS[at]} =~ ^[a-z]+$ ]] || break
+    path+=("${COMP_WORDS[at]}")
+  done
   COMPREPLY=()
   if [[ $previous == --lang ]]; then
     choices='es en'
-  elif [[ $word == --* ]] && ((COMP_CWORD == 1)); then
-    choices=$(_zentaro_options "$program")
-  elif ((COMP_CWORD == 1)) || [[ $command == help ]]; then
-    choices=$(_zentaro_subcommands "$program")
   elif [[ $previous == --port ]]; then
     choices='1 2 3 4 5 6 7 8'
   elif [[ $word == --* ]]; then
-    choices=$(_zentaro_options "$program" "$command")
+    choices=$(_zentaro_options "$program" "${path[@]}")
+  elif [[ $command == help ]]; then
+    choices=$(_zentaro_subcommands "$program")
   elif [[ $command == call || $command == members ]] && [[ $previous != --* || $previous == --json ]]; then
     choices=$(_zentaro_members "$program")
   elif [[ $command == cierre ]]; then
     choices='x z'
   elif [[ $command == printer ]] && ((COMP_CWORD == 2)); then
     choices=tell
-  elif [[ $command == settings ]] && ((COMP_CWORD == 2)); then
-    choices=$(_zentaro_subcommands "$program" settings)
   elif [[ $command == settings ]] && ((COMP_CWORD == 3)); then
     choices=$(_zentaro_settings "$program")
+  elif ((${#path[@]} == COMP_CWORD - 1)); then
+    choices=$(_zentaro_subcommands "$program" "${path[@]}")
   fi
   # Without choices, bash offers the names of files.
   [[ -n $choices ]] && mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$word")

@@ -50,9 +50,9 @@ std::string footer() {
   }
   return page + text(
                     "\n\nMientras funciona, \"help\" en la entrada estándar o en el socket de control dice\n"
-                    "qué se puede cambiar.\n",
+                    "qué se puede cambiar; \"zentaro printer tell SOCKET LÍNEA\" se lo dice al socket.\n",
                     "\n\nWhile it runs, \"help\" on standard input or on the control socket lists what can\n"
-                    "be changed.\n");
+                    "be changed; \"zentaro printer tell SOCKET LINE\" says it to the socket.\n");
 }
 
 // Told by us: the parser would write it after each of the options in the help, too.

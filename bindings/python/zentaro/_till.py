@@ -42,10 +42,7 @@ class Closing(typing.NamedTuple):
     cause: typing.Optional[str]
     next: typing.Optional[str]
     figures: typing.Optional[dict]
-
-    @property
-    def is_printed(self):
-        return self.verdict in ("printed", "printed-in-part", "already-printed")
+    is_printed = Verdict.is_printed
 
 
 class Problem(typing.NamedTuple):
