@@ -108,6 +108,15 @@ void addHelp(CLI::App& app, int& status) {
   });
 }
 
+void nameGroupsBelow(CLI::App& app) {
+  for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    command->group(std::string(say("Órdenes", "Subcommands")));
+    CLI::Option* help = command->get_help_ptr();  // printer hands its own over
+    if (help != nullptr) help->group(std::string(say("Opciones", "Options")));
+    nameGroupsBelow(*command);
+  }
+}
+
 void addCommands(CLI::App& app, int& status) {
   app.require_subcommand(1);
   app.fallthrough();
@@ -116,13 +125,7 @@ void addCommands(CLI::App& app, int& status) {
   app.failure_message(explain);
   for (const AddCommand add : commands) add(app, status);
   addHelp(app, status);
-  for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    command->group(std::string(say("Órdenes", "Subcommands")));
-    for (CLI::App* below : command->get_subcommands([](const CLI::App*) { return true; }))
-      below->group(std::string(say("Órdenes", "Subcommands")));
-    CLI::Option* help = command->get_help_ptr();  // printer hands its own over
-    if (help != nullptr) help->group(std::string(say("Opciones", "Options")));
-  }
+  nameGroupsBelow(app);
 }
 
 }  // namespace

@@ -160,6 +160,10 @@ TEST_F(Pages, OfTheShellCompleteCommandsMembersAndSettings) {
   EXPECT_TRUE(testing::contains(run("zentaro printer --help").output, "zentaro printer tell SOCKET LINE"));
   ::setenv("ZENTARO_LANG", "es", 1);
   EXPECT_EQ(completed("zentaro insta"), "instalar\n");
+  for (const std::string of : {"", "sale", "settings", "settings set", "serve token", "serve token add"})
+    EXPECT_EQ(run("zentaro " + of + " --help | grep -E '^(Options|Subcommands|Positionals|Usage):'").output,
+              "")
+        << of;
   ::setenv("ZENTARO_LANG", "en", 1);
   EXPECT_EQ(completed("zentaro settings get COM"), "COM1 COM2 COM3 COM4 COM5 COM6 COM7 COM8\n");
   EXPECT_EQ(completed("zentaro call --device x"), "\n") << "bash completes files itself";
