@@ -100,7 +100,16 @@ TEST(Page, NobodyKeepsThePrinterFromEnding) {
   const Descriptor reader = dialled(page.port);
   const std::string events = "GET /events?token=" + page.token() + " HTTP/1.1\r\nHost: localhost\r\n\r\n";
   ::send(reader.get(), events.data(), events.size(), MSG_NOSIGNAL);
+  const Descriptor dribbler = dialled(page.port);
+  const std::string begin = "GET / HTTP/1.1\r\nHost: localhost\r\nX: ";
+  ::send(dribbler.get(), begin.data(), begin.size(), MSG_NOSIGNAL);
+  const std::jthread dribble{[&](const std::stop_token& over) {
+    while (!over.stop_requested() && ::send(dribbler.get(), "x", 1, MSG_NOSIGNAL) == 1)
+      std::this_thread::sleep_for(200ms);
+  }};
+  const auto asked = std::chrono::steady_clock::now();
   EXPECT_EQ(page.end(SIGTERM), 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - asked, 9s) << "the deadline of none of them was waited for";
 }
 
 TEST(Page, HalfRequestsLeaveThePrinterItsDescriptors) {

@@ -187,11 +187,13 @@ void addDoctorCommand(CLI::App& app, int& status) {
       ->add_option("--report", options->reportFile,
                    std::string(say("Escribe un texto para quien ayuda", "Write a text for whoever helps")))
       ->type_name(std::string(say("ARCHIVO", "FILE")));
-  command->footer(std::string(say(
-      "A una impresora se le pide su estado, que no imprime nada, en los puertos que nombra la "
-      "configuración, o en el que se dé. Estado de salida: 0 nada anda mal, 1 hay hallazgos, 2 no se pudo mirar.",
-      "A printer is asked for its status, which prints nothing, on the ports that the settings name, "
-      "or on the one that is given. Exit status: 0 nothing is wrong, 1 with findings, 2 it could not look.")));
+  command->footer(std::string(
+      say("A una impresora se le pide su estado, que no imprime nada, en los puertos que nombra la "
+          "configuración, o en el que se dé. Estado de salida: 0 nada anda mal, 1 hay hallazgos (un bit "
+          "que no sabe leer lo es, también si la impresora está sana), 2 no se pudo mirar.",
+          "A printer is asked for its status, which prints nothing, on the ports that the settings name, "
+          "or on the one that is given. Exit status: 0 nothing is wrong, 1 with findings (a bit that "
+          "it cannot read is one, on a sound printer too), 2 it could not look.")));
   command->callback([options, &status] { status = guarded([&] { return runDoctor(*options); }); });
 }
 
