@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "support/bytes.h"
@@ -244,6 +245,16 @@ TEST(SaleFile, WarnsOfWhatPaperLoses) {
       "set LenDescripcionZT 26 (now 14)\n"))
       << told;
   EXPECT_TRUE(testing::contains(told, "lines[300].text: prints as \"2'\"\n")) << told;
+  const std::string twoLines =
+      R"({"document": "invoice", "lines": [{"description": "A", "price": 10, "tax": 16},
+      {"description": "B", "price": 20, "tax": 16}], "discounts": [{"amount": 2, "description": "C"}, {"amount": )";
+  for (const auto& [amount, warned] : std::map<std::string, std::string>{
+           {"20.01",
+            "discounts[1].amount: 20.01 is more than the largest line, 20.00; it is "
+            "taken off the whole document: if it belongs to a line, lower its price\n"},
+           {"20.00", ""}})
+    EXPECT_EQ(listed(paperWarnings(readSale(twoLines + amount + R"(, "description": "D"}]})").sale, 14)),
+              warned);
   for (const char* rif : {"V-12345678", "J-12345678-4", "V12345678", "J-50100000-0"})
     EXPECT_EQ(rifDoubt(rif), "") << rif;
   for (const char* rif : {"12345678", "X-12345678", "J-1234567890", "V-"})

@@ -59,6 +59,7 @@ TEST_F(SaleProgram, PrintsACreditNote) {
     "lines": [{"description": "Arepa", "price": 10, "tax": 16}]})");
   const Ran ran = run("zentaro sale " + file("sale.json"));
   EXPECT_EQ(ran.status, 0) << ran.output;
+  EXPECT_TRUE(contains(ran.output, "warning: customer.rif: looks like no RIF")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "NOTA DE CREDITO")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "15-03-2024")) << ran.output;
   EXPECT_TRUE(contains(ran.output, "FACTURA AFECTADA: 12\nSERIAL DEL EQUIPO: ZPV1\n")) << ran.output;

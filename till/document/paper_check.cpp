@@ -101,6 +101,22 @@ Problems igtfWarnings(const Sale& sale) {
   return warnings;
 }
 
+// Whoever takes it off one line means another price; the printer takes it off them all.
+void checkDiscounts(const Sale& sale, PaperCheck& paper) {
+  Cents largest = 0;
+  for (const Line& line : sale.lines)
+    if (const Item* item = std::get_if<Item>(&line)) largest = std::max(largest, amountOf(*item));
+  for (std::size_t i = 0; i < sale.discounts.size(); ++i)
+    if (sale.discounts[i].amount > largest)
+      paper.warn(
+          paper.path("discounts", i, "amount"),
+          say("{} es más que el renglón mayor, {}; se descuenta de todo el documento: si es de un renglón, "
+              "baje su precio",
+              "{} is more than the largest line, {}; it is taken off the whole document: if it belongs to a "
+              "line, lower its price",
+              {centsText(sale.discounts[i].amount), centsText(largest)}));
+}
+
 int checkDigitOf(std::string_view letter, std::string_view digits) {
   constexpr std::array<int, 8> weights{3, 2, 7, 6, 5, 4, 3, 2};
   int sum = 4 * (static_cast<int>(std::string_view("VEJPG").find(letter)) + 1);
@@ -149,6 +165,7 @@ Problems paperWarnings(const Sale& sale, int descriptionLength) {
   for (std::size_t i = 0; i < sale.extraLines.size(); ++i)
     paper.check(indexed(paper.name("extraLines"), i), sale.extraLines[i], descriptionLength + extraLineMore);
   paper.sumUp(itemLength);
+  checkDiscounts(sale, paper);
   paper.add(igtfWarnings(sale));
   Problems none;
   if (auto warning = sumWarning(sale, reckon(sale, none))) paper.add({std::move(*warning)});

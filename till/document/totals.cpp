@@ -27,7 +27,7 @@ class Reckoning {
   std::string member(std::string_view english) const { return std::string(memberName(english, language_)); }
 
   void add(const Item& item, const std::string& path) {
-    const Cents amount = roundedHalfUp(item.quantity, item.price, 1000);
+    const Cents amount = amountOf(item);
     const std::optional<std::size_t> place = placeOf(item.tax);
     if (!place)
       report(path + "." + member("tax"),
@@ -145,6 +145,8 @@ Cents addPayments(const Sale& sale, const Totals& totals, Problems& problems) {
 }
 
 }  // namespace
+
+Cents amountOf(const Item& item) { return roundedHalfUp(item.quantity, item.price, 1000); }
 
 Totals reckon(const Sale& sale, Problems& problems) {
   Reckoning reckoning(sale.language, problems);

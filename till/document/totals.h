@@ -29,6 +29,9 @@ struct Totals {
   Cents change() const { return paid > due() ? paid - due() : 0; }
 };
 
+/// Price x quantity, rounded half up to a cent.
+Cents amountOf(const Item& item);
+
 /// Takes a sale whose members are each in order. Notes what does not fit together: a fourth rate, a discount
 /// above the net amount, an IGTF base above the total, payments that are too small or too many; a total that is
 /// not the file's own, or further from the sum of its prices with tax than a cent for each line and discount.

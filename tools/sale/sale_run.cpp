@@ -40,10 +40,9 @@ void showTotals(const till::Sale& sale, const till::Totals& totals) {
                     till::centsText(totals.change())});
 }
 
-int warn(const till::Problems& warnings) {
+void warn(const till::Problems& warnings) {
   for (const till::Problem& warning : warnings)
     std::cout << say("aviso: ", "warning: ") << harmless(warning.path + ": " + warning.text) << '\n';
-  return exitDone;
 }
 
 std::vector<std::string> printerWords(const std::vector<std::string>& faults) {
@@ -123,8 +122,9 @@ int runSale(const SaleOptions& options) {
   }
   if (!checked.problems.empty()) return refuse(options.file, checked.problems);
   const auto [sale, totals] = till::documentOf(text);
-  if (!options.isJson) showTotals(sale, totals);
-  if (options.isCheckOnly) return warn(checked.warnings);
+  if (options.isCheckOnly) showTotals(sale, totals);
+  if (!options.isJson && options.resolve.empty()) warn(checked.warnings);
+  if (options.isCheckOnly) return exitDone;
   if (!options.resolve.empty())
     return resolve(sale, options.key, options.resolve == "printed", options.isJson);
   return print(options, sale, totals);
