@@ -8,10 +8,11 @@ import urllib.request
 url, token, sale, name, number = sys.argv[1:]
 with open(sale, encoding="utf-8") as file:
     body = json.dumps({"printer": "caja1", "sale": json.load(file)}).encode()
+headers = {"Authorization": "Bearer " + token, "Content-Type": "application/json"}
 deadline = time.monotonic() + 60
 for _ in range(2):
     while True:
-        request = urllib.request.Request(f"{url}/v1/jobs/{name}?wait=60", body, {"Authorization": "Bearer " + token}, method="PUT")
+        request = urllib.request.Request(f"{url}/v1/jobs/{name}?wait=60", body, headers, method="PUT")
         try:
             job = json.load(urllib.request.urlopen(request, timeout=90))
             break

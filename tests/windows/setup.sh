@@ -12,6 +12,7 @@ environment='HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment'
 root=$WINEPREFIX/drive_c/Program\ Files/Zentaro
 finish() {
   exec 3>&-
+  "$wine" 'C:\Program Files\Zentaro\x64\zentaro.exe' serve remove >/dev/null 2>&1 || true  # where it failed before
   rm -rf "$WINEPREFIX"/drive_c/ProgramData/zentaro{,-serve}  # the next test finds none
   "$wine" reg delete "$settings" /v COM5 /f >/dev/null 2>&1 || true
   "$wine" regsvr32 /s "$server"  # for the tests behind this one
