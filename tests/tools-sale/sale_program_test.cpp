@@ -199,7 +199,7 @@ std::vector<FaultRow> faultRows() {
                              {"lose-answer on text", "printed", saleWithText},
                              {"lose-answer on closing after 1;lose-answer on close", "printed"}};
   const std::string table = guide("a-sale.md");
-  const std::regex row("\\| `([^`]*)` \\| [^|]* \\| ([^|]*) \\|\n");
+  const std::regex row("\\| `([^`]*)` \\| [^|`]+ \\| ([^|]*) \\|\n");
   for (std::sregex_iterator found(table.begin(), table.end(), row), end; found != end; ++found)
     rows.push_back({(*found)[1], (*found)[2]});
   return rows;
