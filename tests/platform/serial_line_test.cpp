@@ -197,6 +197,9 @@ TEST_F(SerialLine, WriteThatNobodyReadsEndsWhenItsTimeIsOver) {
   EXPECT_TRUE(write(std::string(1000000, 'x'), written));
   EXPECT_LT(written, 1000000U);
   EXPECT_GT(written, 0U);
+  // The kernel may make room behind a write, when a busy machine lets it.
+  while (write(std::string(1000, 'x'), written) && written > 0) {
+  }
   EXPECT_TRUE(serial.SetCommTimeouts(handle, {0xFFFFFFFF, 0, 0, 2, 0}));
   const auto start = steady_clock::now();
   EXPECT_TRUE(write(std::string(20, 'x'), written));

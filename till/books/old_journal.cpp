@@ -69,13 +69,13 @@ Job jobOf(const Json& json) {
 // By name, in the order in which they began. A line that a crash cut short is none.
 std::vector<Job> entriesOf(const std::filesystem::path& file) {
   std::vector<Job> entries;
-  std::map<std::string, std::size_t> places;
+  std::map<std::string, std::size_t> placeOf;
   std::ifstream lines(file, std::ios::binary);
   for (std::string line; std::getline(lines, line);) {
     const Json json = Json::parse(line, nullptr, false);
     if (!json.is_object() || textAt(json, "name").empty()) continue;
     Job job = jobOf(json);
-    const auto [place, isNew] = places.try_emplace(job.owner, entries.size());
+    const auto [place, isNew] = placeOf.try_emplace(job.owner, entries.size());
     if (isNew) {
       entries.push_back(std::move(job));
     } else {

@@ -17,8 +17,6 @@ namespace zentaro::tools {
 
 namespace {
 
-namespace files = std::filesystem;
-
 std::string groupName(gid_t id) {
   const group* entry = ::getgrgid(id);
   return entry == nullptr ? std::to_string(id) : entry->gr_name;
@@ -28,7 +26,8 @@ std::string groupName(gid_t id) {
 bool isOtherKind(dev_t device) {
   std::error_code unknown;  // as a pseudo-terminal is
   const std::string number = std::to_string(major(device)) + ":" + std::to_string(minor(device));
-  const files::path kind = files::read_symlink("/sys/dev/char/" + number + "/subsystem", unknown);
+  const std::filesystem::path kind =
+      std::filesystem::read_symlink("/sys/dev/char/" + number + "/subsystem", unknown);
   return !unknown && kind.filename() != "tty";
 }
 
@@ -51,7 +50,7 @@ PortFacts lookAtPort(const std::string& name, const std::string& device, bool is
   facts.exists = ::stat(device.c_str(), &status) == 0;
   if (!facts.exists) return facts;
   std::error_code failed;
-  const files::path target = files::canonical(device, failed);
+  const std::filesystem::path target = std::filesystem::canonical(device, failed);
   if (!failed) facts.device = target.string();
   facts.isSerial = S_ISCHR(status.st_mode) && !isOtherKind(status.st_rdev);
   facts.canReadAndWrite = ::access(device.c_str(), R_OK | W_OK) == 0;
@@ -63,18 +62,19 @@ PortFacts lookAtPort(const std::string& name, const std::string& device, bool is
 std::vector<SerialDevice> serialDevices(const std::string& root) {
   std::vector<SerialDevice> devices;
   std::error_code failed;
-  for (const auto& entry : files::directory_iterator(root + "/sys/class/tty", failed)) {
+  for (const auto& entry : std::filesystem::directory_iterator(root + "/sys/class/tty", failed)) {
     const std::string name = entry.path().filename().string();
     // Only those with hardware have a device; ttyS4 and onward often have one without a UART, which its type tells.
-    if (!files::exists(entry.path() / "device", failed) || name.starts_with("console")) continue;
+    if (!std::filesystem::exists(entry.path() / "device", failed) || name.starts_with("console")) continue;
     std::string type;
     std::getline(std::ifstream(entry.path() / "type"), type);
     if (type == "0") continue;
-    const files::path driver = files::read_symlink(entry.path() / "device" / "driver", failed);
+    const std::filesystem::path driver =
+        std::filesystem::read_symlink(entry.path() / "device" / "driver", failed);
     devices.push_back({"/dev/" + name, driver.filename().string(), {}});
   }
-  for (const auto& link : files::directory_iterator(root + "/dev/serial/by-id", failed)) {
-    const std::string target = files::read_symlink(link.path(), failed).filename().string();
+  for (const auto& link : std::filesystem::directory_iterator(root + "/dev/serial/by-id", failed)) {
+    const std::string target = std::filesystem::read_symlink(link.path(), failed).filename().string();
     for (SerialDevice& device : devices) {
       if (device.path == "/dev/" + target) device.byId = link.path().string().substr(root.size());
     }
