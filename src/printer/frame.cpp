@@ -17,7 +17,7 @@ std::int32_t CheckSum(std::u16string_view text, const CodePage& codePage) {
 
 namespace {
 
-constexpr std::size_t usualLength = 128;  // of a frame; a longer one grows
+constexpr std::size_t usualFrame = 128;  // of a frame; a longer one grows
 
 }  // namespace
 
@@ -25,7 +25,7 @@ std::u16string buildFrame(std::int16_t sequence, std::int16_t command, const Arr
                           const CodePage& codePage) {
   if (command < 0 || command > 255) throw AutomationError(ErrorNumber::InvalidArgument);
   std::u16string frame;
-  frame.reserve(usualLength);
+  frame.reserve(usualFrame);
   frame += {STX, codePage.decode(static_cast<std::uint8_t>(sequence)),
             codePage.decode(static_cast<std::uint8_t>(command))};
   for (const Variant& field : fields.items()) {

@@ -80,10 +80,10 @@ void Books::insert(Job& job) {
     database_.prepare("UPDATE attempt SET body = '' WHERE seq = ?").with(job.key).run();
     database_.prepare("DELETE FROM job WHERE seq = ?").with(job.key).run();
   }
-  std::string places = "?";
-  for (const char c : jobColumns) places += c == ',' ? ",?" : "";
-  Statement insertion = database_.prepare("INSERT INTO job(" + std::string(jobColumns) + ") VALUES(" +
-                                          places + ") RETURNING seq");
+  std::string marks = "?";
+  for (const char c : jobColumns) marks += c == ',' ? ",?" : "";
+  Statement insertion = database_.prepare("INSERT INTO job(" + std::string(jobColumns) + ") VALUES(" + marks +
+                                          ") RETURNING seq");
   bindJob(insertion, job);
   if (insertion.next()) job.key = insertion.number(0);
   insertion.run();

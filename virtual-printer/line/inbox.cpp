@@ -7,7 +7,7 @@
 namespace virtual_printer {
 namespace {
 
-constexpr std::chrono::seconds patience{5};
+constexpr std::chrono::seconds longestWait{5};
 
 }  // namespace
 
@@ -15,7 +15,7 @@ std::optional<std::string> Inbox::ask(Job job) {
   std::packaged_task<std::string()> task{std::move(job)};
   std::future<std::string> result = task.get_future();
   if (!leave(std::move(task))) return std::nullopt;
-  if (result.wait_for(patience) != std::future_status::ready) return std::nullopt;
+  if (result.wait_for(longestWait) != std::future_status::ready) return std::nullopt;
   try {
     return result.get();
   } catch (const std::future_error&) {  // dropped by close()

@@ -14,7 +14,7 @@
 namespace virtual_printer {
 namespace {
 
-constexpr std::chrono::milliseconds patience{250};
+constexpr std::chrono::milliseconds writePatience{250};
 constexpr std::size_t mostKept = 1'000'000;  // bytes
 
 }  // namespace
@@ -56,7 +56,7 @@ Outlet::~Outlet() {
   std::unique_lock lock{channel_->mutex};
   channel_->isEnding = true;
   channel_->changed.notify_all();
-  channel_->changed.wait_for(lock, patience, [&] { return channel_->waiting.empty(); });
+  channel_->changed.wait_for(lock, writePatience, [&] { return channel_->waiting.empty(); });
 }
 
 Outlet::Fate Outlet::write(std::string text) {
@@ -66,7 +66,7 @@ Outlet::Fate Outlet::write(std::string text) {
   channel_->waiting.push_back(std::move(text));
   channel_->changed.notify_all();
   const auto isTaken = [&] { return channel_->waiting.empty(); };
-  if (!channel_->isStuck) channel_->isStuck = !channel_->changed.wait_for(lock, patience, isTaken);
+  if (!channel_->isStuck) channel_->isStuck = !channel_->changed.wait_for(lock, writePatience, isTaken);
   if (!isTaken()) return Fate::Waiting;
   errno = channel_->error;
   return channel_->error == 0 ? Fate::Written : Fate::Failed;
