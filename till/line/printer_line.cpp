@@ -89,6 +89,9 @@ Heard PrinterLine::askOnce(const std::function<Heard()>& request,
     const Heard machine = mayBeAnotherMachine_ ? compareMachine() : Heard::InStep;
     return machine == Heard::InStep ? request() : machine;
   } catch (const Deadline::Over&) {
+    constexpr std::int32_t nothing = 0x8000;  // what the object keeps behind a time-out
+    printer_.dwordPrinterStatus = printer_.dwordStatusFiscal = nothing;
+    printer_.nEnvironmentError = ENVERR_COMM;
     return Heard::Nothing;
   }
 }
