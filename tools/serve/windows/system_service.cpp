@@ -92,6 +92,18 @@ std::string commandLineOf(const ServeOptions& options) {
   return line;
 }
 
+// As long as another service is starting, the manager's database is locked; a busy machine is late with a process.
+void start(SC_HANDLE service) {
+  constexpr DWORD longest = 60'000, glance = 500;
+  for (DWORD waited = 0; ::StartServiceW(service, 0, nullptr) == 0; waited += glance) {
+    const DWORD error = ::GetLastError();
+    if (error == ERROR_SERVICE_ALREADY_RUNNING) return;
+    const bool isLate = error == ERROR_SERVICE_DATABASE_LOCKED || error == ERROR_SERVICE_REQUEST_TIMEOUT;
+    if (!isLate || waited >= longest) fail();
+    ::Sleep(glance);
+  }
+}
+
 int installService(const ServeOptions& options) {
   const std::wstring command = terminal::wide(commandLineOf(options));
   const ServiceHandle manager = demanded(::OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CREATE_SERVICE));
@@ -105,7 +117,7 @@ int installService(const ServeOptions& options) {
   SC_ACTION again{SC_ACTION_RESTART, 1000};
   SERVICE_FAILURE_ACTIONSW whenItFails{86'400, nullptr, nullptr, 1, &again};
   ::ChangeServiceConfig2W(made.get(), SERVICE_CONFIG_FAILURE_ACTIONS, &whenItFails);
-  if (::StartServiceW(made.get(), 0, nullptr) == 0) fail();
+  start(made.get());
   std::cout << say(
       "El servicio Zentaro está instalado y arranca con Windows. Libros: {}. Bitácora: {}. Cada cliente necesita un "
       "token: zentaro serve token add NOMBRE\n",
