@@ -45,7 +45,7 @@ int main(int count, char** words) {
   const int ofOne = sellAll(one.device(), "A", sales);
   other.join();
   const bool isGood = ofOne == sales && ofOther == sales &&
-                      till::jobs(10 * sales).size() == 2U * static_cast<unsigned>(sales);
+                      till::jobs(10 * sales).size() == 2 * static_cast<std::size_t>(sales);
   std::printf("  %d and %d of %d sales printed once on two threads: %s\n", ofOne, ofOther, sales,
               isGood ? "ok" : "FAILED");
   return isGood ? 0 : 1;
