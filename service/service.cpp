@@ -123,7 +123,7 @@ struct Service::Inside {
   std::unique_ptr<http::Server> server;
 };
 
-Service::Service(ServiceSettings settings, Chronicle::Say say)
+Service::Service(ServiceSettings settings, const Chronicle::Say& say)
     : inside_{std::make_unique<Inside>(std::move(settings), say)} {
   try {
     inside_->joinChain(say);

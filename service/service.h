@@ -40,7 +40,7 @@ struct ServiceSettings {
 class Service {
  public:
   /// Raises std::runtime_error when it cannot begin: the books, another service on them, the address.
-  Service(ServiceSettings settings, Chronicle::Say say);
+  Service(ServiceSettings settings, const Chronicle::Say& say);
   ~Service();
 
   /// "http://127.0.0.1:8211"; empty without HTTP.

@@ -68,7 +68,7 @@ std::string TokenFile::add(const std::string& name, std::set<Right> rights, cons
             "name",
             {name}));
   constexpr std::size_t bytes = 24;
-  const std::string secret = "zt_" + system::randomHex(bytes);
+  std::string secret = "zt_" + system::randomHex(bytes);
   tokens.push_back({name, sha256(secret), std::move(rights), only});
   write(tokens);
   return secret;

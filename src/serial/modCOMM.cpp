@@ -183,6 +183,8 @@ std::int32_t CommRead(std::int16_t port, std::u16string& data, std::int32_t want
   return count;
 }
 
+// The text is a copy: the host may change its own while it runs during the write.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 std::int32_t CommWrite(std::int16_t port, std::u16string data) {
   std::int32_t written = 0;
   try {

@@ -21,7 +21,7 @@ bool isClosing(Kind kind) { return kind == Kind::X || kind == Kind::Z; }
 
 }  // namespace
 
-Books::Books(const std::string& path, LockPatience patience) : database_(madeFile(path), patience) {
+Books::Books(const std::string& path, const LockPatience& patience) : database_(madeFile(path), patience) {
   setUp(database_, patience.longest);
 }
 

@@ -29,7 +29,7 @@ std::string booksPath();
 class Books {
  public:
   /// Makes them where there are none.
-  explicit Books(const std::string& path, LockPatience patience = {});
+  explicit Books(const std::string& path, const LockPatience& patience = {});
   /// Those of booksPath(), with what an old journal of this account holds.
   explicit Books(const LockPatience& patience = {});
 

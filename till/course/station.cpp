@@ -3,13 +3,11 @@
 
 #include <thread>
 
-#include "base/terminal/language.h"
 #include "till/line/line_words.h"
 #include "till/line/machine.h"
 
 namespace zentaro::till {
 
-using terminal::say;
 using namespace std::chrono_literals;
 
 Station::Station(const Options& options, BooksNeed need)

@@ -56,7 +56,7 @@ std::optional<std::string> firstValue(const std::vector<std::string>& paths, std
                                       std::string_view key) {
   for (const std::string& path : paths) {
     const auto contents = fileContents(path);
-    const auto value = contents ? SettingsText(*contents).value(section, key) : std::nullopt;
+    auto value = contents ? SettingsText(*contents).value(section, key) : std::nullopt;
     if (value) return value;
   }
   return std::nullopt;
