@@ -12,7 +12,6 @@ environment='HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment'
 root=$WINEPREFIX/drive_c/Program\ Files/Zentaro
 finish() {
   exec 3>&-
-  "$wine" 'C:\Program Files\Zentaro\x64\zentaro.exe' serve remove >/dev/null 2>&1 || true  # where it failed before
   rm -rf "$WINEPREFIX"/drive_c/ProgramData/zentaro{,-serve}  # the next test finds none
   "$wine" reg delete "$settings" /v COM5 /f >/dev/null 2>&1 || true
   "$wine" regsvr32 /s "$server"  # for the tests behind this one
@@ -53,13 +52,6 @@ sale 00000002
 command='C:\Program Files\Zentaro\x64\zentaro.exe'
 "$wine" "$command" sale "Z:${here//\//\\}\\sale.json" --port 5 --id F-3 --json | grep -q '"verdict":"printed","number":3'
 [ -s "$WINEPREFIX/drive_c/ProgramData/zentaro/books.db" ]
-"$wine" "$command" serve install --printer "caja1=$device" --listen 127.0.0.1:8299 >/dev/null
-token=$("$wine" "$command" serve token add web 2>/dev/null | tr -d '\r')
-service() { python3 "$here/service_client.py" http://127.0.0.1:8299 "$token" "$here/sale.json" "$@"; }
-service S-4 4
-"$wine" "$setup" /S  # the service runs
-service S-5 5
-"$wine" "$command" serve remove | grep -q ProgramData
 echo quit >&3
 wait
 

@@ -14,7 +14,7 @@ std::string deviceOf(const CZentaro& printer) {
 }
 
 std::string resolvedDevice(const std::string& name) {
-  const std::string path = devicePath(name);
+  std::string path = devicePath(name);
   if (path.empty() || path.find("://") != std::string::npos) return path.empty() ? name : path;
   std::error_code failed;
   const std::filesystem::path target = std::filesystem::canonical(files::pathOf(path), failed);
