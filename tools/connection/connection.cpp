@@ -154,6 +154,7 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
 // Whoever waits holds nothing: a failed opening is closed before the next.
 void Connection::openPort(std::chrono::seconds wait) {
   constexpr std::chrono::milliseconds pause{100};
+  // NOLINTNEXTLINE(clang-analyzer-deadcode.DeadStores): read behind an opening that failed
   const auto end = std::chrono::steady_clock::now() + wait;
   for (bool isTold = false;; std::this_thread::sleep_for(pause)) {
     try {

@@ -24,7 +24,9 @@ void judgeService(const std::string& books, Findings& findings) {
   const till::Books read(books);
   for (const auto& [name, device] : service->printers) {
     const std::size_t waiting = read.queued(service::serviceOwner, name).size();
-    findings.add(name + " " + device,
+    std::string subject = name;
+    subject += " " + device;
+    findings.add(subject,
                  {"queue", false, say("esperan {} trabajos", "{} jobs wait", {std::to_string(waiting)})});
   }
 }

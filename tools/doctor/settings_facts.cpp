@@ -24,6 +24,7 @@ namespace {
 std::optional<KnownSetting> meant(std::string_view key) {
   std::vector<std::string> names;
   const auto all = knownSettings();
+  names.reserve(all.size());
   for (const KnownSetting& known : all) names.push_back(known.key);
   const std::string name = terminal::nearest(key, names);
   const auto found = std::ranges::find(all, name, &KnownSetting::key);

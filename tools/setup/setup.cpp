@@ -26,7 +26,7 @@ void Setup::tell(const std::string& text) {
 
 // Named ones, or all that the machine has.
 std::vector<SerialDevice> Setup::devices() const {
-  const std::vector<SerialDevice> all = serialDevices();
+  std::vector<SerialDevice> all = serialDevices();
   if (options_.devices.empty()) return all;
   std::vector<SerialDevice> named;
   for (const std::string& path : options_.devices) named.push_back({path, {}, {}});
