@@ -14,7 +14,6 @@
 
 namespace virtual_printer {
 
-using zentaro::base::replaceFile;
 using zentaro::terminal::say;
 
 void RollOnScreen::printed(const Sheet& sheet, const Line& line) {
