@@ -1,5 +1,5 @@
-// The service as a whole: books, printers, HTTP. It is ready when it is made, and ends what it prints before it is
-// gone.
+// The service as a whole: books, printers, HTTP. It is ready when it is made, and ends what it
+// prints before it is gone.
 #pragma once
 
 #include <memory>

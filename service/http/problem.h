@@ -1,5 +1,5 @@
-// What is refused, in the form of RFC 9457: a short name for programs, and for people what is wrong, where, and what
-// to do.
+// What is refused, in the form of RFC 9457: a short name for programs, and for people what is
+// wrong, where, and what to do.
 #pragma once
 
 #include <string>

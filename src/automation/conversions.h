@@ -19,8 +19,8 @@
 namespace zentaro {
 
 /// Numbers in decimal with 15 significant digits, a Single by the fewest that tell it from its
-/// neighbours; "True" and "False"; a date as short date, with
-/// the time behind it when it has one, or the time alone ("14:05:00") on day 0.
+/// neighbours; "True" and "False"; a date as short date, with the time behind it when it has one,
+/// or the time alone ("14:05:00") on day 0.
 ZENTARO_API std::u16string toText(const Variant& value);
 /// A Single exactly, with all its binary digits.
 ZENTARO_API double toDouble(const Variant& value);

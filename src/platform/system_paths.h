@@ -1,5 +1,5 @@
-// Where the system keeps what the library reads: the settings files in force and the device behind a
-// port's name.
+// Where the system keeps what the library reads: the settings files in force and the device behind
+// a port's name.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
-// What the counters say about jobs that were cut short. Each began with the number 7, 100.00 sold and the Z 3, and
-// sells 10.00.
+// What the counters say about jobs that were cut short. Each began with the number 7, 100.00 sold
+// and the Z 3, and sells 10.00.
 #include "till/books/evidence.h"
 
 #include <gtest/gtest.h>

@@ -244,8 +244,8 @@ class SaleFault : public testing::Shell {
   }
 };
 
-// All at once, because they do little but wait; on a printer that answers at once, on one that takes its time, and
-// over TCP.
+// All at once, because they do little but wait; on a printer that answers at once, on one that
+// takes its time, and over TCP.
 TEST_F(SaleFault, EndsAsTheGuideSaysAndAsThePrinterCountedIt) {
   const std::vector<FaultRow> rows = faultRows();
   EXPECT_GT(rows.size(), 15U) << "the table of the guide was not found";

@@ -1,5 +1,5 @@
-// Keeps the job of a document in step with the document: each turn is in the books before the printer is sent what
-// comes next.
+// Keeps the job of a document in step with the document: each turn is in the books before the
+// printer is sent what comes next.
 #pragma once
 
 #include <functional>

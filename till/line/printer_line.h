@@ -37,8 +37,8 @@ class PrinterLine {
   /// Whether the waiting is to end, or has ended, because somebody wants to stop.
   bool isStopped() const { return !persists_ && stop_ && stop_(); }
 
-  /// From now on only the machine with this serial number is in step after a further opening; an empty one is not
-  /// compared.
+  /// From now on only the machine with this serial number is in step after a further opening; an
+  /// empty one is not compared.
   void expect(std::string serial) { serial_ = std::move(serial); }
 
   /// Asks until the answer is in step, the patience is over or somebody wants to stop; an answer that has not come by

@@ -12,9 +12,9 @@ namespace zentaro::till {
 /// A table, a job a line.
 std::string jobsText(const std::vector<Job>& jobs);
 
-/// {"id", "printer", "kind", "attempt", "state", "verdict", "number", "machine", "total", "cause", "accepted", "begun",
-/// "ended", "revision"}. Names are in no language, amounts are texts, moments are UTC in ISO form; what is not known
-/// is null.
+/// {"id", "printer", "kind", "attempt", "state", "verdict", "number", "machine", "total", "cause",
+/// "accepted", "begun", "ended", "revision"}. Names are in no language, amounts are texts, moments
+/// are UTC in ISO form; what is not known is null.
 Json jobJson(const Job& job);
 
 }  // namespace zentaro::till

@@ -1,8 +1,8 @@
 // A printer object on an open port.
 //
-// A real port is used only when it is named, by its number or by its device. Otherwise a virtual printer is
-// started; where a port is configured, and for what must not go to another printer by mistake, only when the user
-// asks for it.
+// A real port is used only when it is named, by its number or by its device. Otherwise a virtual
+// printer is started; where a port is configured, and for what must not go to another printer by
+// mistake, only when the user asks for it.
 #pragma once
 
 #include <chrono>

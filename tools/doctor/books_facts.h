@@ -7,8 +7,8 @@
 
 namespace zentaro::tools {
 
-/// Damage, and sales of which nobody knows whether they were printed. Books that are not there are no fault, and are
-/// not made.
+/// Damage, and sales of which nobody knows whether they were printed. Books that are not there are
+/// no fault, and are not made.
 void judgeBooks(const std::string& path, Findings& findings);
 
 }  // namespace zentaro::tools

@@ -41,8 +41,8 @@ std::optional<int> openDocument(CZentaro& printer) {
   return status->statusDocumento;
 }
 
-// What a printer at another speed, or another device, says when it is asked: the checks of an answer would not
-// let it through.
+// What a printer at another speed, or another device, says when it is asked: the checks of an
+// answer would not let it through.
 std::string strayBytes(CZentaro& printer) {
   constexpr std::size_t enough = 12;
   constexpr std::chrono::seconds limit{2};

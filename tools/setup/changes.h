@@ -13,8 +13,8 @@ struct PortChoice {
   bool isSet = false;  // it leads to the device already
 };
 
-/// The port that leads to the device by whatever name, else the first one that has none; nothing when all eight have
-/// others.
+/// The port that leads to the device by whatever name, else the first one that has none; nothing
+/// when all eight have others.
 std::optional<PortChoice> portFor(const std::string& device, const SettingsText& settings);
 
 /// The name of the device that stays when it is plugged in again: below /dev/fiscal, else /dev/serial/by-id, else the

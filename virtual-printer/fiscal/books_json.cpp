@@ -202,8 +202,8 @@ std::string digitsOf(std::uint64_t sum) {
   return hexadecimal(static_cast<unsigned>(sum >> 32), 8) + hexadecimal(static_cast<unsigned>(sum), 8);
 }
 
-// Nothing of the books is nested deeper; what is would use up the stack where it is looked through and where it
-// is destroyed.
+// Nothing of the books is nested deeper; what is would use up the stack where it is looked through
+// and where it is destroyed.
 bool isShallow(int depth, Json::parse_event_t, Json&) {
   constexpr int deepest = 8;
   if (depth > deepest)

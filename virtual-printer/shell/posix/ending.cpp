@@ -32,8 +32,8 @@ void setAll(void (*handler)(int)) {
 
 }  // namespace
 
-// A background printer that looks at a terminal's input, or writes where nobody reads, gets an error instead of a
-// signal.
+// A background printer that looks at a terminal's input, or writes where nobody reads, gets an
+// error instead of a signal.
 Ending::Ending(const Wake& wake) {
   ::signal(SIGPIPE, SIG_IGN);
   ::signal(SIGTTIN, SIG_IGN);
