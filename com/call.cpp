@@ -46,6 +46,7 @@ class Arguments {
 void callMember(Instance& instance, int memberId, Access access, std::span<VARIANT* const> given,
                 VARIANT* result) {
   Arguments arguments(given);
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the host may let go of it during the call
   const Object object = instance.object();
   Variant value;
   try {

@@ -33,7 +33,7 @@ void correctSlotOffsets(std::string& library) {
   const auto types = read<std::uint32_t>(library, typeCountAt);
   const std::size_t longer = (read<std::uint32_t>(library, flagsAt) & hasHelpFile) != 0 ? 4 : 0;
   // Behind the header stands a word for each type, then the place of the descriptions.
-  std::size_t type = read<std::uint32_t>(library, headerSize + longer + 4 * types);
+  std::size_t type = read<std::uint32_t>(library, headerSize + longer + std::size_t{4} * types);
   for (std::uint32_t index = 0; index < types; ++index, type += typeSize) {
     const auto count = read<std::uint16_t>(library, type + functionCountAt);
     // The records stand one behind the other behind their total size, each with its own size first.

@@ -84,6 +84,7 @@ std::string companionProgram(const std::string& name) {
   return std::filesystem::exists(beside, failed) ? terminal::narrow(beside.wstring()) : name + ".exe";
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the other system hands the words on
 int runProgram(std::vector<std::string> words) {
   STARTUPINFOW start{};
   start.cb = sizeof start;

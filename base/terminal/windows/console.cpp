@@ -28,7 +28,7 @@ bool isTerminal(Stream stream) {
 std::size_t terminalColumns() {
   CONSOLE_SCREEN_BUFFER_INFO info{};
   if (::GetConsoleScreenBufferInfo(handleOf(Stream::Output), &info) == 0) return 0;
-  return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+  return static_cast<std::size_t>(info.srWindow.Right) - static_cast<std::size_t>(info.srWindow.Left) + 1;
 }
 
 bool hasColours() {
@@ -55,6 +55,7 @@ std::vector<std::string> commandLineWords(int, char**) {
   int count = 0;
   wchar_t** const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   std::vector<std::string> made;
+  made.reserve(static_cast<std::size_t>(count));
   for (int index = 0; index < count; ++index) made.push_back(narrow(words[index]));
   ::LocalFree(words);
   return made;
