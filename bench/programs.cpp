@@ -81,7 +81,7 @@ void measurePrograms(bool isShort) {
   const auto show = [&](const char* name, const std::vector<double>& times) {
     std::printf("  %-40s %6.2f (%.2f), %5.2f times /bin/true\n", name, median(times) * 1e3,
                 percentile(times, 0.99) * 1e3, median(times) / median(least));
-    expectAtMost(name, median(times) / median(least), 20);
+    expectAtMost(name, median(times) / median(least), 10);
   };
   show("/bin/true", least);
   show("zentaro host, to its first answer", host);
