@@ -2,7 +2,7 @@
 need() {
   local missing=() package
   for package in "$@"; do
-    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep "ok installed" >/dev/null || missing+=("$package")
   done
   [ "${#missing[@]}" -eq 0 ] && return
   local as_root=()

@@ -25,7 +25,7 @@ released() {  # VERSION ENTRIES: in CMake's file, both changelogs and the tag, w
   grep -q "^## $1, 20[0-9-]*$" CHANGELOG.md
   [ "$(grep -c '^zentaro (' debian/changelog)" = "$2" ]
   [ "$(head -1 debian/changelog)" = "zentaro ($1) unstable; urgency=medium" ]
-  git for-each-ref "refs/tags/v$1" --format='%(contents)' | grep -q '^- '
+  git for-each-ref "refs/tags/v$1" --format='%(contents)' | grep '^- ' >/dev/null
 }
 
 refused "VERSION" 1.2

@@ -43,7 +43,7 @@ device=tcp://$(sed -n 's/ready: \([^\r]*\).*/\1/p' "$folder/printer")
 run 0 settings set COM7 "$device"
 run 0 settings list
 tells "$device"
-"$wine" reg query "$settings" /v COM7 | grep -q "$device"
+"$wine" reg query "$settings" /v COM7 | grep "$device" >/dev/null
 
 # The sale under its id: once, whatever is asked; also when the answer to its close is lost.
 run 0 sale "$inside\\venta.json" --port 7 --id F-1 --json --trace "$inside\\traza.txt"

@@ -36,8 +36,8 @@ sale() {
 "$wine" regsvr32 /u /s "$server"
 traces >"$folder/before"
 "$wine" "$setup" /S
-"$wine" reg query "$environment" /v PATH | grep -qi 'Program Files\\Zentaro\\x64'
-"$wine" reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Zentaro' | grep -q DisplayVersion
+"$wine" reg query "$environment" /v PATH | grep -i 'Program Files\\Zentaro\\x64' >/dev/null
+"$wine" reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Zentaro' | grep DisplayVersion >/dev/null
 [ -s "$root/manual/manual-windows.html" ]
 
 mkfifo "$folder/typed"
@@ -50,7 +50,7 @@ sale 00000001
 "$wine" "$setup" /S  # the printer runs
 sale 00000002
 command='C:\Program Files\Zentaro\x64\zentaro.exe'
-"$wine" "$command" sale "Z:${here//\//\\}\\sale.json" --port 5 --id F-3 --json | grep -q '"verdict":"printed","number":3'
+"$wine" "$command" sale "Z:${here//\//\\}\\sale.json" --port 5 --id F-3 --json | grep '"verdict":"printed","number":3' >/dev/null
 [ -s "$WINEPREFIX/drive_c/ProgramData/zentaro/books.db" ]
 echo quit >&3
 wait
