@@ -11,7 +11,7 @@ using till::State;
 
 namespace {
 
-constexpr std::string_view root = "zentaro/1/";
+constexpr std::string_view topicRoot = "zentaro/1/";
 
 // Raises Json::exception or std::invalid_argument for what is no such message.
 template <class Read>
@@ -87,15 +87,15 @@ Job jobFrom(const Json& json) {
 }  // namespace
 
 std::optional<Topic> parseTopic(std::string_view topic) {
-  if (!topic.starts_with(root)) return std::nullopt;
-  topic.remove_prefix(root.size());
+  if (!topic.starts_with(topicRoot)) return std::nullopt;
+  topic.remove_prefix(topicRoot.size());
   const std::size_t slash = topic.find('/');
   if (slash == std::string_view::npos || !isTillName(topic.substr(0, slash))) return std::nullopt;
   return Topic{std::string(topic.substr(0, slash)), std::string(topic.substr(slash + 1))};
 }
 
 std::string topicOf(const std::string& till, std::string_view kind) {
-  return std::string(root) + till + "/" + std::string(kind);
+  return std::string(topicRoot) + till + "/" + std::string(kind);
 }
 
 bool isTillName(std::string_view text) {

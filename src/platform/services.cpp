@@ -14,8 +14,8 @@ struct InForce {
 
 const Services& services() { return perThread<InForce>().services; }
 
-ServicesScope::ServicesScope(const Services& replacement) : previous_(services()) {
-  perThread<InForce>().services = replacement;
+ServicesScope::ServicesScope(const Services& others) : previous_(services()) {
+  perThread<InForce>().services = others;
 }
 
 ServicesScope::~ServicesScope() { perThread<InForce>().services = previous_; }

@@ -31,7 +31,7 @@ ZENTARO_API const Services& services();
 /// Puts other services in force on the calling thread for its lifetime. The services must outlive it.
 class ZENTARO_API ServicesScope {
  public:
-  explicit ServicesScope(const Services& replacement);
+  explicit ServicesScope(const Services& others);
   ~ServicesScope();
   ServicesScope(const ServicesScope&) = delete;
   ServicesScope& operator=(const ServicesScope&) = delete;

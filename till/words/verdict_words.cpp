@@ -20,14 +20,14 @@ struct Both {
   std::string_view spanish, english;
 };
 
-struct Row {
+struct Words {
   Ending ending;
   Both state, next;          // what happened, and what the cashier does
   std::string_view command;  // that ends the document which is open
 };
 
 // "{}" in the text is the command that ends an open document.
-constexpr std::array<Row, 8> rows{{
+constexpr std::array<Words, 8> wordings{{
     {Ending::Printed,
      {"IMPRESO. El documento está cerrado y contado.", "PRINTED. The document is closed and counted."},
      {"No lo imprima otra vez.", "Do not print it again."},
@@ -104,9 +104,9 @@ constexpr std::array<BookRow, 4> bookRows{{
       "NOT PRINTED. The id \"{0}\" belongs to another sale, of {1}; nothing was sent."}},
 }};
 
-const Row* rowOf(Ending ending) {
-  const auto found = std::ranges::find(rows, ending, &Row::ending);
-  return found == rows.end() ? nullptr : &*found;
+const Words* wordsOf(Ending ending) {
+  const auto found = std::ranges::find(wordings, ending, &Words::ending);
+  return found == wordings.end() ? nullptr : &*found;
 }
 
 std::string busyText(const Verdict& verdict) {
@@ -138,7 +138,7 @@ std::string stateText(const Verdict& verdict) {
   if (verdict.ending == Ending::NotPrinted && !verdict.wasOpened)
     return std::string(
         say("NO IMPRESO. No se abrió ningún documento.", "NOT PRINTED. No document was opened."));
-  const Both& state = rowOf(verdict.ending)->state;
+  const Both& state = wordsOf(verdict.ending)->state;
   return std::string(say(state.spanish, state.english));
 }
 
@@ -150,14 +150,14 @@ bool wantsZ(const Verdict& verdict) {
 
 // A virtual printer ends with the command that started it, so there is nothing to be sent to it.
 std::string nextText(const Verdict& verdict, const SalePlace& place) {
-  const Row& row = *rowOf(verdict.ending);
+  const Words& words = *wordsOf(verdict.ending);
   if (wantsZ(verdict))
     return say("Cierre el día, y luego imprima la venta otra vez:\n    zentaro cierre z {}",
                "Close the day, then print the sale again:\n    zentaro cierre z {}", {place.portWords});
   const std::string command = place.isVirtual
-                                  ? std::string(row.command)
-                                  : "zentaro call " + place.portWords + " " + std::string(row.command);
-  std::string text = say(row.next.spanish, row.next.english, {command});
+                                  ? std::string(words.command)
+                                  : "zentaro call " + place.portWords + " " + std::string(words.command);
+  std::string text = say(words.next.spanish, words.next.english, {command});
   if (verdict.ending == Ending::StillOpen && verdict.job && !verdict.job->id.empty())
     text += say("\nO basta la misma orden con --id {}: anula el documento e imprime la venta.",
                 "\nOr the same command with --id {} will do: it cancels the document and prints the sale.",

@@ -44,7 +44,7 @@ Json arrayJson(const Array& array, ObjectTable& objects) {
   return json;
 }
 
-const std::string& valueText(const Json& json) {
+const std::string& textIn(const Json& json) {
   const auto value = json.find("value");
   if (value == json.end() || !value->is_string()) {
     throw invalidParameters("a value of this type needs \"value\", a text: " + jsonLine(json));
@@ -54,20 +54,20 @@ const std::string& valueText(const Json& json) {
 
 Variant currencyOf(const Json& json, const ObjectTable& /*objects*/) {
   try {
-    return currencyFromText4(valueText(json));
+    return currencyFromText4(textIn(json));
   } catch (const AutomationError&) {
     throw invalidParameters("no currency amount with at most four decimals: " + jsonLine(json));
   }
 }
 
 Variant dateValue(const Json& json, const ObjectTable& /*objects*/) {
-  if (const auto date = dateFromIso(valueText(json))) return *date;
+  if (const auto date = dateFromIso(textIn(json))) return *date;
   throw invalidParameters("no date-time like \"2024-03-15T14:05:00\": " + jsonLine(json));
 }
 
 Variant doubleOf(const Json& json, const ObjectTable& /*objects*/) {
   for (const auto& [name, value] : namedNumbers) {
-    if (valueText(json) == name) return value;
+    if (textIn(json) == name) return value;
   }
   throw invalidParameters("a double is a number, \"NaN\", \"Infinity\" or \"-Infinity\": " + jsonLine(json));
 }

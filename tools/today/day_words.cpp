@@ -16,20 +16,20 @@ using terminal::say;
 
 namespace {
 
-std::string row(std::string_view name, const std::string& value) {
+std::string figure(std::string_view name, const std::string& value) {
   constexpr std::size_t widestName = 24, widestAmount = 20;
   return terminal::padded(std::string(name), widestName) + terminal::paddedLeft(value, widestAmount) + "\n";
 }
 
 std::string soldText(std::string_view title, const Sold& sold) {
-  std::string text = row(title, std::to_string(sold.documents));
+  std::string text = figure(title, std::to_string(sold.documents));
   if (sold.documents == 0) return text;
-  text += row(say("  sin impuesto", "  net"), paperAmount(sold.net));
-  if (sold.tax != 0 || sold.taxOrIgtf == 0) text += row(say("  impuesto", "  tax"), paperAmount(sold.tax));
-  if (sold.igtf != 0) text += row("  IGTF", paperAmount(sold.igtf));
+  text += figure(say("  sin impuesto", "  net"), paperAmount(sold.net));
+  if (sold.tax != 0 || sold.taxOrIgtf == 0) text += figure(say("  impuesto", "  tax"), paperAmount(sold.tax));
+  if (sold.igtf != 0) text += figure("  IGTF", paperAmount(sold.igtf));
   if (sold.taxOrIgtf != 0)
-    text += row(say("  impuesto e IGTF", "  tax and IGTF"), paperAmount(sold.taxOrIgtf));
-  return text + row("  total Bs", paperAmount(sold.total()));
+    text += figure(say("  impuesto e IGTF", "  tax and IGTF"), paperAmount(sold.taxOrIgtf));
+  return text + figure("  total Bs", paperAmount(sold.total()));
 }
 
 Json jsonOf(const Sold& sold) {
@@ -50,21 +50,21 @@ std::string dayText(const Range& range, const DayFigures& figures, const std::op
                          : say("Ventas del {} al {}\n", "Sales from {} to {}\n", {range.from, range.to});
   page += soldText(say("Facturas", "Invoices"), figures.invoices);
   page += soldText(say("Notas de crédito", "Credit notes"), figures.returns);
-  page += row(say("Queda, total Bs", "Remains, total Bs"),
-              paperAmount(figures.invoices.total() - figures.returns.total()));
+  page += figure(say("Queda, total Bs", "Remains, total Bs"),
+                 paperAmount(figures.invoices.total() - figures.returns.total()));
   for (const till::Job& job : figures.unknown)
     page += say("NO SE SABE si se imprimió: {} (Bs {}); mire el papel\n",
                 "NOT KNOWN whether it was printed: {} (Bs {}); look at the paper\n",
                 {harmless(job.id.empty() ? "#" + std::to_string(job.key) : job.id), paperAmount(job.total)});
   if (figures.lastZ && figures.lastZ->number)
-    page += row(say("Último Z", "Last Z"), std::to_string(*figures.lastZ->number));
+    page += figure(say("Último Z", "Last Z"), std::to_string(*figures.lastZ->number));
   if (!printer) return page;
   page += say("\nLa impresora {}, desde su Z {}\n", "\nThe printer {}, since its Z {}\n",
               {harmless(printer->serialNumber), std::to_string(printer->lastZ)});
-  page += row(say("  sin impuesto", "  net"), paperAmount(printer->net));
-  page += row(say("  impuesto", "  tax"), paperAmount(printer->tax));
-  page += row(say("  devuelto, sin impuesto", "  returned, net"), paperAmount(printer->returned));
-  return page + row(say("  última factura", "  last invoice"), std::to_string(printer->lastInvoice));
+  page += figure(say("  sin impuesto", "  net"), paperAmount(printer->net));
+  page += figure(say("  impuesto", "  tax"), paperAmount(printer->tax));
+  page += figure(say("  devuelto, sin impuesto", "  returned, net"), paperAmount(printer->returned));
+  return page + figure(say("  última factura", "  last invoice"), std::to_string(printer->lastInvoice));
 }
 
 Json dayJson(const Range& range, const DayFigures& figures, const std::optional<PrinterDay>& printer) {

@@ -38,7 +38,7 @@ std::string checksumText(const DecodedFrame& frame) {
   return say("  suma ERRADA ({})", "  checksum BAD ({})", {virtual_printer::utf8FromWire(frame.checksum)});
 }
 
-std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts texts) {
+std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts wanted) {
   const virtual_printer::Command& content = frame.content;
   const virtual_printer::CommandEntry* known = virtual_printer::findCommand(content.code);
   std::array<char, 64> head{};
@@ -47,7 +47,7 @@ std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts
                 static_cast<unsigned>(static_cast<unsigned char>(content.sequence)));
   const bool isAnswer = direction == Direction::Answer;
   const std::string fields =
-      texts == FieldTexts::Shown ? fieldsText(content.fields, isAnswer ? 2 : 0) : std::string();
+      wanted == FieldTexts::Shown ? fieldsText(content.fields, isAnswer ? 2 : 0) : std::string();
   const std::string gap = isAnswer || !fields.empty() ? "\n" + std::string(fieldColumn - 2, ' ') : "";
   return head.data() + (isAnswer ? statusText(content.fields) : std::string()) + gap + fields +
          checksumText(frame);
@@ -61,15 +61,15 @@ std::string junkText(const std::string& bytes) {
   return bytes.size() > most ? text + " ..." : text;
 }
 
-std::string contentText(const TracedFrame& traced, Direction direction, FieldTexts texts) {
+std::string contentText(const TracedFrame& traced, Direction direction, FieldTexts wanted) {
   switch (traced.frame.form) {
     case Form::Nothing: return std::string(say("nada", "nothing"));
-    case Form::Frame: return frameText(traced.frame, direction, texts);
+    case Form::Frame: return frameText(traced.frame, direction, wanted);
     case Form::Reset: return std::string(say("secuencia de reinicio", "reset sequence"));
     case Form::Junk: break;
   }
-  return texts == FieldTexts::Shown ? junkText(traced.bytes)
-                                    : std::string(say("trama incompleta", "no complete frame"));
+  return wanted == FieldTexts::Shown ? junkText(traced.bytes)
+                                     : std::string(say("trama incompleta", "no complete frame"));
 }
 
 /// What is odd about an answer to that command.
@@ -88,7 +88,7 @@ std::string remarks(const Exchange& exchange) {
 
 class Writer {
  public:
-  explicit Writer(FieldTexts texts) : texts_(texts) {}
+  explicit Writer(FieldTexts wanted) : texts_(wanted) {}
 
   void write(const TracedFrame& traced, Direction direction, const std::string& behind) {
     const auto sinceLast = text_.empty() ? std::chrono::seconds(0) : traced.time - last_;
@@ -117,8 +117,8 @@ class Writer {
 
 }  // namespace
 
-std::string traceText(const Trace& trace, FieldTexts texts) {
-  Writer writer(texts);
+std::string traceText(const Trace& trace, FieldTexts wanted) {
+  Writer writer(wanted);
   for (const Exchange& exchange : exchangesOf(trace.records)) {
     if (exchange.command) writer.write(*exchange.command, Direction::Command, "");
     if (exchange.answer) writer.write(*exchange.answer, Direction::Answer, remarks(exchange));

@@ -12,7 +12,6 @@ constexpr milliseconds waitByteInterval{200};
 constexpr milliseconds pieceInterval{20};
 // Bytes of a disturbed line; none of them begins or ends a frame.
 constexpr std::string_view junk = "\xFF\x15~\xA5\xFE";
-constexpr std::size_t checksumDigits = 4;
 
 std::string withChecksum(std::string frame, unsigned off) {
   frame.resize(frame.size() - checksumDigits);

@@ -9,7 +9,6 @@ namespace virtual_printer {
 namespace {
 
 constexpr std::chrono::milliseconds answerTime{2000};
-constexpr std::size_t checksumDigits = 4;
 constexpr unsigned refusedBit = 0x8000;
 
 struct Step {

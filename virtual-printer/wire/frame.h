@@ -7,6 +7,7 @@
 // command, exactly four (the sum modulo 65,536) in an answer. A lone DEL stands for an empty command field.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 namespace virtual_printer {
 
 inline constexpr char stx = '\x02', etx = '\x03', fs = '\x1C', del = '\x7F', waitByte = '\x0C';
+inline constexpr std::size_t checksumDigits = 4;
 
 struct Command {
   char sequence = 0;
