@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "base/files/paths.h"
 #include "base/http/page_file.h"
 #include "base/terminal/language.h"
 #include "service/chain/centre.h"
@@ -20,12 +21,14 @@ using terminal::say;
 
 namespace {
 
-// One service alone keeps these books' queue.
+// One service alone keeps these books' queue. Its claim is the folder's, as those on the printers are: two books of
+// one folder would have to share them.
 till::Claim claimed(const std::string& books) {
   if (std::optional<till::Claim> claim = till::Claims(books).part(serviceOwner)) return std::move(*claim);
-  throw std::runtime_error(
-      say("ya hay un servicio con los libros {}; deténgalo, o use otros con ZENTARO_BOOKS",
-          "another service keeps the books {}; stop it, or use others with ZENTARO_BOOKS", {books}));
+  throw std::runtime_error(say(
+      "ya hay un servicio con libros en la carpeta {}; deténgalo, o dé a este una carpeta propia con ZENTARO_BOOKS",
+      "another service keeps books in the folder {}; stop it, or give this one a folder of its own with ZENTARO_BOOKS",
+      {files::textOf(files::pathOf(books).parent_path())}));
 }
 
 std::string checked(std::string books) {
@@ -44,7 +47,10 @@ struct Service::Inside {
         tokens{settings.tokens, settings.ownToken},
         workers{makeWorkers()},
         api{{tokens, books, workers, bell, chronicle, settings.origins,
-             [this] { return centre ? centre->tills() : Json::array(); }}} {}
+             [this] { return centre ? centre->tills() : Json::array(); },
+             [this] { return centre     ? centre->standing()
+                             : tillSide ? tillSide->standing()
+                                        : Json(); }}} {}
 
   std::vector<std::unique_ptr<Worker>> makeWorkers() {
     std::vector<std::unique_ptr<Worker>> made;

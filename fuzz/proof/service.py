@@ -4,20 +4,19 @@ and no job stands there twice.
 
     service.py FOLDER_OF_PROGRAMS JOBS [SEED]
 """
-import http.client
 import json
 import os
 import random
 import shutil
 import signal
-import socket
 import subprocess
 import sys
 import tempfile
 import threading
 import time
-import urllib.error
-import urllib.request
+
+sys.path.append(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tests/support"))
+import served  # pylint: disable=wrong-import-position
 
 BIN, JOBS = sys.argv[1], int(sys.argv[2])
 SEED = int(sys.argv[3]) if len(sys.argv) > 3 else 1
@@ -35,10 +34,7 @@ over = threading.Event()
 
 
 def tell(printer, line):
-    with socket.socket(socket.AF_UNIX) as client:
-        client.connect(f"{folder}/{printer}.control")
-        client.sendall(line.encode() + b"\n")
-        return client.recv(4096).decode()
+    return served.tell(f"{folder}/{printer}.control", line)
 
 
 class Service:
@@ -47,9 +43,7 @@ class Service:
     def __init__(self):
         self.token = subprocess.run([f"{BIN}/zentaro", "serve", "token", "add", "proof", "--rights", "sell,close,resolve,read"],
                                     capture_output=True, text=True, check=True).stdout.strip()
-        with socket.socket() as free:
-            free.bind(("127.0.0.1", 0))
-            self.port = free.getsockname()[1]
+        self.port = served.free_port()
         self.log = open(f"{folder}/service.log", "ab")
         self.process = None
         self.hands = threading.Lock()  # who ends and starts it
@@ -81,16 +75,7 @@ class Service:
             self.start()
 
     def ask(self, method, path, body=None, patience=70):
-        request = urllib.request.Request(f"http://127.0.0.1:{self.port}{path}", method=method,
-                                         data=None if body is None else json.dumps(body).encode(),
-                                         headers={"Authorization": f"Bearer {self.token}", "Content-Type": "application/json"})
-        try:
-            with urllib.request.urlopen(request, timeout=patience) as answer:
-                return answer.status, json.load(answer)
-        except urllib.error.HTTPError as error:
-            return error.code, json.load(error)
-        except (OSError, http.client.HTTPException, ValueError):
-            return None, None  # no answer, or a part of one
+        return served.ask(self.port, self.token, method, path, body, patience)
 
 
 def body_of(number, attempt, printer):
@@ -176,17 +161,9 @@ def printed():
     """(number, attempt) of every document that a printer counted, by the printers' own logs."""
     found = []
     for name in PRINTERS:
-        text = None
-        with open(f"{folder}/{name}.log", encoding="utf-8") as lines:
-            for line in lines:
-                if not line.endswith("\n"):
-                    break
-                event = json.loads(line)
-                if event["event"] == "command" and event["name"] == "item":
-                    text = event["fields"][0]
-                if event["event"] == "answer" and event["name"] == "close" and len(event["fields"]) > 1 and event["fields"][0].isdigit():
-                    _, number, _, attempt = text.split()[:4]
-                    found.append((int(number), int(attempt)))
+        for text in served.papers(f"{folder}/{name}.log"):
+            _, number, _, attempt = text.split()[:4]
+            found.append((int(number), int(attempt)))
     return found
 
 

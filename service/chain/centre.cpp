@@ -1,6 +1,7 @@
 // The turns of the centre's thread.
 #include "service/chain/centre.h"
 
+#include <algorithm>
 #include <ctime>
 
 #include "base/system/uptime.h"
@@ -20,6 +21,7 @@ using till::State;
 namespace {
 
 constexpr auto again = 30s, silence = 15s;
+constexpr int ownSpread = 8;     // seconds; there is one of it
 constexpr auto doubled = 10min;  // how long two with one name are told of, since one came back
 
 // Required: by a clock that nobody sets, and 0 once the computer was started again.
@@ -48,14 +50,10 @@ Centre::Centre(const Settings& settings, Workers& workers, Bell& bell,
              {topicOf("+", "results"), topicOf("+", "status")},
              std::nullopt,
              [this] { bell_.ring(); },
-             say_}} {
+             say_,
+             ownSpread}} {
   load();
-  thread_ = std::thread{[this] { run(); }};
-}
-
-Centre::~Centre() {
-  bell_.close();
-  thread_.join();
+  turns_.emplace(bell_, say_, [this] { turn(); });
 }
 
 void Centre::load() {
@@ -90,18 +88,6 @@ void Centre::remember(const std::string& name, const Till& till) {
                                              {"revision", till.seen.revision},
                                              {"accepted", till.accepted},
                                              {"printers", till.printers}}));
-}
-
-void Centre::run() {
-  while (!bell_.isClosed()) {
-    const std::uint64_t rung = bell_.rung();
-    try {
-      turn();
-    } catch (const std::exception& error) {  // the books: nothing is published or stored meanwhile
-      say_(say("cadena: {}", "chain: {}", {error.what()}));
-    }
-    bell_.wait(rung, Clock::now() + 1s);
-  }
 }
 
 void Centre::turn() {
@@ -340,6 +326,15 @@ PrinterReport Centre::report(const std::string& name, const std::string& printer
     report.cause = blocked;
   }
   return report;
+}
+
+Json Centre::standing() const {
+  const std::lock_guard lock{mutex_};
+  Json standing = link_.standing();
+  standing["tills"] = tills_.size();
+  standing["online"] = std::count_if(tills_.begin(), tills_.end(),
+                                     [](const auto& till) { return till.second.status.isOnline; });
+  return standing;
 }
 
 Json Centre::tills() const {

@@ -8,10 +8,10 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <thread>
 
 #include "service/chain/mqtt_link.h"
 #include "service/chain/rules.h"
+#include "service/chain/turns.h"
 #include "service/http/bell.h"
 #include "service/workers/workers.h"
 #include "till/books/books.h"
@@ -27,10 +27,11 @@ class Centre {
   Centre(const Settings& settings, Workers& workers, Bell& bell, std::function<void(const std::string&)> say);
   Centre(const Centre&) = delete;
   Centre& operator=(const Centre&) = delete;
-  ~Centre();
 
   /// Every till as clients see it.
   Json tills() const;
+  /// How the chain is, for what watches over it.
+  Json standing() const;
   PrinterReport report(const std::string& till, const std::string& printer) const;
   /// The printer's queue has changed.
   void wake(const std::string& printer);
@@ -54,7 +55,6 @@ class Centre {
     Clock::time_point due{}, heard{};
   };
 
-  void run();
   void turn();
   void load();
   void acceptOlderBooks();
@@ -81,7 +81,7 @@ class Centre {
   std::map<std::string, Published> published_;  // by id: begun, and not final
   int session_ = 0;
   MqttLink link_;
-  std::thread thread_;
+  std::optional<Turns> turns_;
 };
 
 }  // namespace zentaro::service

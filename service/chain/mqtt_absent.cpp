@@ -17,6 +17,7 @@ void demandMqtt() {
 MqttLink::MqttLink(Settings) { demandMqtt(); }
 MqttLink::~MqttLink() = default;
 int MqttLink::session() const { return 0; }
+Json MqttLink::standing() const { return {}; }
 std::vector<Letter> MqttLink::take() { return {}; }
 void MqttLink::publish(const std::string&, const std::string&) {}
 void MqttLink::publishKept(const std::string&, const std::string&) {}

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <ctime>
 #include <map>
 #include <mutex>
 #include <random>
@@ -17,6 +18,8 @@
 #include <utility>
 
 #include "base/terminal/language.h"
+#include "service/chain/rules.h"
+#include "service/http/job_json.h"
 
 namespace zentaro::service {
 
@@ -103,18 +106,19 @@ struct MqttLink::Inside {
   // --- On the thread ---
 
   void run() {
-    constexpr int longest = 60, longEnough = 60;
-    for (int span = 8; !isEnding;) {
-      const auto begin = std::chrono::steady_clock::now();
+    for (int span = 0; !isEnding;) {
+      const int before = sessions;
       try {
         connectOnce();
       } catch (const std::exception& error) {  // a certificate that was taken away meanwhile
         tell(error.what());
       }
-      if (std::chrono::steady_clock::now() - begin > std::chrono::seconds{longEnough}) span = 8;
+      span = spanOfReturn(span, sessions != before, settings.spread);
       pause(span);
-      span = std::min(span * 2, longest);
     }
+    const std::lock_guard lock{mutex};
+    isOver = true;
+    ended.notify_all();
   }
 
   void connectOnce() {
@@ -148,7 +152,7 @@ struct MqttLink::Inside {
   }
 
   void pause(int span) {
-    std::uniform_int_distribution<int> milliseconds{1000, span * 1000};
+    std::uniform_int_distribution<int> milliseconds{std::min(1000, span * 1000), span * 1000};
     std::unique_lock lock{mutex};
     ended.wait_for(lock, std::chrono::milliseconds{milliseconds(dice)}, [this] { return isEnding.load(); });
   }
@@ -156,10 +160,10 @@ struct MqttLink::Inside {
   void gone() {
     {
       const std::lock_guard lock{mutex};
-      session = 0;
+      if (std::exchange(session, 0) != 0) since = std::time(nullptr);
       handle.reset();
     }
-    settings.changed();
+    changed();
   }
 
   void connected(int code) {
@@ -179,9 +183,10 @@ struct MqttLink::Inside {
     {
       const std::lock_guard lock{mutex};
       session = ++sessions;
+      since = std::time(nullptr);
     }
     settings.say(say("cadena: conectado", "chain: connected", {}));
-    settings.changed();
+    changed();
   }
 
   void published(int number, int code) {
@@ -195,7 +200,7 @@ struct MqttLink::Inside {
         return;
     }
     if (code >= firstRefusal) tell(topic + ": " + mosquitto_reason_string(code));
-    settings.changed();
+    changed();
   }
 
   void came(const mosquitto_message& message) {
@@ -205,7 +210,7 @@ struct MqttLink::Inside {
           {message.topic,
            {static_cast<const char*>(message.payload), static_cast<std::size_t>(message.payloadlen)}});
     }
-    settings.changed();
+    changed();
   }
 
   void cut(int code) {
@@ -217,9 +222,14 @@ struct MqttLink::Inside {
       tell(code >= firstRefusal ? mosquitto_reason_string(code) : mosquitto_strerror(code));
   }
 
+  // Whoever made the link may be gone while it ends.
+  void changed() const {
+    if (!isEnding) settings.changed();
+  }
+
   // The same trouble is said once.
   void tell(const std::string& text) {
-    if (text == said) return;
+    if (text == said || isEnding) return;
     said = text;
     settings.say(say("cadena: {}", "chain: {}", {text}));
   }
@@ -241,8 +251,10 @@ struct MqttLink::Inside {
   mutable std::mutex mutex;
   std::condition_variable ended;
   std::atomic<bool> isEnding{false};
+  bool isOver = false;
   Handle handle;
   int session = 0, sessions = 0;
+  std::time_t since = std::time(nullptr);
   std::size_t toSubscribe = 0;
   std::map<int, std::string> awaited;  // the topics of what the broker has not acknowledged
   std::set<std::string> refused;
@@ -254,22 +266,29 @@ struct MqttLink::Inside {
 
 void demandMqtt() {}
 
-MqttLink::MqttLink(Settings settings) : inside_{std::make_unique<Inside>(std::move(settings))} {
-  inside_->thread = std::thread{[inside = inside_.get()] { inside->run(); }};
+MqttLink::MqttLink(Settings settings) : inside_{std::make_shared<Inside>(std::move(settings))} {
+  inside_->thread = std::thread{[inside = inside_] { inside->run(); }};
 }
 
+// A name that is looked up, or a connection whose packets are dropped, cannot be called off: two minutes at the worst.
+// Nothing is lost with it, so the end does not wait for it.
 MqttLink::~MqttLink() {
-  {
-    const std::lock_guard lock{inside_->mutex};
-    inside_->isEnding = true;
-  }
+  std::unique_lock lock{inside_->mutex};
+  inside_->isEnding = true;
   inside_->ended.notify_all();
-  inside_->thread.join();
+  const bool isOver = inside_->ended.wait_for(lock, 5s, [this] { return inside_->isOver; });
+  lock.unlock();
+  isOver ? inside_->thread.join() : inside_->thread.detach();
 }
 
 int MqttLink::session() const {
   const std::lock_guard lock{inside_->mutex};
   return inside_->session;
+}
+
+Json MqttLink::standing() const {
+  const std::lock_guard lock{inside_->mutex};
+  return {{"connected", inside_->session != 0}, {"since", timeJson(inside_->since)}};
 }
 
 std::vector<Letter> MqttLink::take() {

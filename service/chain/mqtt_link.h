@@ -1,5 +1,5 @@
 // The connection to the broker of a chain, which is mere transport: what is published while there is none is gone, and
-// nothing that an earlier connection still held is sent by a later one. It is made again after 1 to 60 s.
+// nothing that an earlier connection still held is sent by a later one. It is made again by itself.
 #pragma once
 
 #include <functional>
@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "base/files/json.h"
+
 namespace zentaro::service {
 
 struct Broker {
@@ -15,6 +17,7 @@ struct Broker {
   int port = 0;
   bool isTls = false;
   std::string authority, certificate, key;  // files
+  int spread = 60;                          // seconds over which tills come back that one outage cut
 };
 
 /// Of mqtts://HOST[:PORT], or mqtt:// to this machine. Raises std::runtime_error that names the option.
@@ -36,6 +39,7 @@ class MqttLink {
     std::optional<Letter> lastWill;   // told by the broker 30 s after this end is gone, and kept
     std::function<void()> changed;    // a letter came, or the connection
     std::function<void(const std::string&)> say;
+    int spread = 0;  // seconds over which a connection that was cut is made again
   };
   /// Raises std::runtime_error without MQTT, and for a file that cannot be used.
   explicit MqttLink(Settings settings);
@@ -45,6 +49,8 @@ class MqttLink {
 
   /// Which connection it is, from 1 on; 0 while there is none.
   int session() const;
+  /// {"connected", "since"} for people and for what watches over the chain.
+  Json standing() const;
   /// What came since the last call, in its order.
   std::vector<Letter> take();
   /// Kept: for whoever connects later. `seconds`: the broker throws it away after so long; 0: never.
@@ -56,7 +62,7 @@ class MqttLink {
 
  private:
   struct Inside;
-  std::unique_ptr<Inside> inside_;
+  std::shared_ptr<Inside> inside_;
 };
 
 }  // namespace zentaro::service

@@ -1,6 +1,8 @@
 // The rules, each a few lines.
 #include "service/chain/rules.h"
 
+#include <algorithm>
+
 #include "service/jobs/put.h"
 
 namespace zentaro::service {
@@ -30,6 +32,11 @@ int weightOf(State state) {
 }
 
 }  // namespace
+
+int spanOfReturn(int last, bool wasConnected, int spread) {
+  constexpr int first = 8;
+  return wasConnected ? spread : std::min(spread, last == 0 ? first : last * 2);
+}
 
 Reply replyTo(const JobMessage& message, const std::string& digest, bool isInOrder,
               const std::optional<Job>& known) {

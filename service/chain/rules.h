@@ -10,6 +10,10 @@
 
 namespace zentaro::service {
 
+/// The most seconds until a connection is tried again, after a try that had waited for so many (0: the first): at
+/// once all over `spread` for those that were cut, slowly up to it for one that never was connected.
+int spanOfReturn(int last, bool wasConnected, int spread);
+
 // --- At the till ---
 
 enum class Reply {

@@ -1,6 +1,7 @@
 // The turns of the till's thread.
 #include "service/chain/till_side.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/system/random.h"
@@ -35,15 +36,21 @@ TillSide::TillSide(const Settings& settings, Workers& workers, Bell& bell,
              {topicOf(settings.till, "jobs"), topicOf(settings.till, "seen")},
              Letter{topicOf(settings.till, "status"), textOf(Status{})},
              [this] { bell_.ring(); },
-             say_}} {
+             say_,
+             settings.broker.spread}} {
   beginLineage();
-  thread_ = std::thread{[this] { run(); }};
+  turns_.emplace(bell_, say_, [this] { turn(); });
 }
 
 TillSide::~TillSide() {
-  bell_.close();
-  thread_.join();
+  turns_.reset();
   link_.publishKept(topicOf(settings_.till, "status"), textOf(Status{}));
+}
+
+Json TillSide::standing() const {
+  Json standing = link_.standing();
+  standing["behind"] = behind_.load();
+  return standing;
 }
 
 void TillSide::beginLineage() {
@@ -52,18 +59,6 @@ void TillSide::beginLineage() {
   books_.remember(noteLineages, textOf(lineages_));
   told_ = parseSeen(books_.remembered(noteTold));
   seen_ = told_;
-}
-
-void TillSide::run() {
-  while (!bell_.isClosed()) {
-    const std::uint64_t rung = bell_.rung();
-    try {
-      turn();
-    } catch (const std::exception& error) {  // the books: nothing is taken or told meanwhile
-      say_(say("cadena: {}", "chain: {}", {error.what()}));
-    }
-    bell_.wait(rung, Clock::now() + 1s);
-  }
 }
 
 void TillSide::turn() {
@@ -80,6 +75,7 @@ void TillSide::turn() {
       say_(say("cadena: un mensaje que no es un trabajo", "chain: a message that is no job", {}));
     }
   }
+  behind_ = std::max<std::int64_t>(0, books_.revision() - base());
   if (session_ == 0) return;
   sendChanges();
   tellStatus();

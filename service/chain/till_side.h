@@ -2,13 +2,14 @@
 // centre's disk has it. The books are the outbox.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <optional>
 #include <string>
-#include <thread>
 
 #include "service/chain/mqtt_link.h"
 #include "service/chain/rules.h"
+#include "service/chain/turns.h"
 #include "service/http/bell.h"
 #include "service/workers/workers.h"
 #include "till/books/books.h"
@@ -27,10 +28,12 @@ class TillSide {
   TillSide& operator=(const TillSide&) = delete;
   ~TillSide();
 
+  /// How the chain is, for what watches over it.
+  Json standing() const;
+
  private:
   using Clock = std::chrono::steady_clock;
 
-  void run();
   void turn();
   void beginSession(int session);
   void beginLineage();
@@ -57,10 +60,11 @@ class TillSide {
   bool isFromStart_ = false;         // a person has: everything is sent again
   int session_ = 0;
   std::int64_t sent_ = 0;
+  std::atomic<std::int64_t> behind_{0};  // changes that the centre has not seen
   Clock::time_point sendAgain_{}, statusDue_{};
   std::string status_;
   MqttLink link_;
-  std::thread thread_;
+  std::optional<Turns> turns_;
 };
 
 }  // namespace zentaro::service

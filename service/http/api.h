@@ -35,7 +35,8 @@ class Api {
     Bell& bell;
     Chronicle& chronicle;
     std::vector<std::string> origins;  // pages that may ask from elsewhere
-    std::function<Json()> tills;       // those of a chain; null where this is no centre
+    std::function<Json()> tills;       // those of a chain; empty where this is no centre
+    std::function<Json()> chain;       // how it is; null where there is none
   };
   explicit Api(Parts parts) : parts_{std::move(parts)} {}
 

@@ -1,4 +1,5 @@
 // The figures of the service as Prometheus reads them.
+#include <array>
 #include <sstream>
 
 #include "service/http/call.h"
@@ -39,6 +40,19 @@ void writeCounts(std::ostream& text, const Counts& counts) {
     text << "zentaro_http_requests_total{code=\"" << code << "\"} " << count << '\n';
 }
 
+void writeChain(std::ostream& text, const Json& chain) {
+  for (const auto& [member, name, help] :
+       {std::array{"connected", "zentaro_chain_connected", "1 while there is a connection to the broker."},
+        {"behind", "zentaro_chain_behind", "Changes of this till that the centre has not seen."},
+        {"tills", "zentaro_tills", "Tills that the centre knows."},
+        {"online", "zentaro_tills_online", "Those of them that are online."}}) {
+    if (!chain.contains(member)) continue;
+    family(text, name, "gauge", help);
+    const Json& value = chain.at(member);
+    text << name << ' ' << (value.is_boolean() ? value.get<int>() : value.get<std::int64_t>()) << '\n';
+  }
+}
+
 }  // namespace
 
 void Api::getMetrics(Call& call) {
@@ -69,6 +83,7 @@ void Api::getMetrics(Call& call) {
     family(text, gauge->name, "gauge", gauge->help);
     text << gauge->rows.str();
   }
+  if (call.token.only.empty()) writeChain(text, parts_.chain());
   family(text, "zentaro_build_info", "gauge", "1, with the version of the program.");
   text << "zentaro_build_info{version=\"" << ZENTARO_VERSION << "\"} 1\n";
   call.response.set_content(text.str(), "text/plain; version=0.0.4; charset=utf-8");

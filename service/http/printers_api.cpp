@@ -74,9 +74,14 @@ void Api::getHealth(Call& call) {
     ready += condition == Condition::Ready || condition == Condition::Busy ? 1 : 0;
     ++all;
   }
-  parts_.books.borrow()->revision();  // raises where the books cannot be read
+  constexpr int most = 1000;
+  const auto unknown = parts_.books.borrow()->changedAfter(0, {{}, till::State::Unknown}, most).size();
   service::answer(call.response, isEnding_ ? 503 : 200,
-                  {{"status", isEnding_ ? "ending" : "ok"}, {"printers", all}, {"ready", ready}});
+                  {{"status", isEnding_ ? "ending" : "ok"},
+                   {"printers", all},
+                   {"ready", ready},
+                   {"unknown", unknown},
+                   {"chain", parts_.chain()}});
 }
 
 }  // namespace zentaro::service

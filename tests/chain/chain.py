@@ -1,33 +1,19 @@
 """A chain on this machine for tests: a broker, a centre and tills with virtual printers, each a process that can be killed,
 and a network between the tills and the broker that can be cut."""
 import getpass
-import http.client
-import json
 import os
 import shutil
 import signal
 import socket
 import subprocess
+import sys
 import tempfile
 import threading
 import time
-import urllib.error
 import urllib.request
 
-
-def free_port():
-    with socket.socket() as free:
-        free.bind(("127.0.0.1", 0))
-        return free.getsockname()[1]
-
-
-def eventually(holds, patience=60):
-    end = time.monotonic() + patience
-    while time.monotonic() < end:
-        if holds():
-            return True
-        time.sleep(0.1)
-    return bool(holds())
+sys.path.append(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
+from served import ask, eventually, free_port, papers, tell  # pylint: disable=wrong-import-position
 
 
 class Broker:
@@ -143,16 +129,12 @@ class End:
             return log.read()
 
     def ask(self, method, path, body=None, patience=70):
-        request = urllib.request.Request(f"http://127.0.0.1:{self.port}{path}", method=method,
-                                         data=None if body is None else json.dumps(body).encode(),
-                                         headers={"Authorization": f"Bearer {self.token}", "Content-Type": "application/json"})
-        try:
-            with urllib.request.urlopen(request, timeout=patience) as answer:
-                return answer.status, json.load(answer)
-        except urllib.error.HTTPError as error:
-            return error.code, json.load(error)
-        except (OSError, http.client.HTTPException, ValueError):
-            return None, {}
+        return ask(self.port, self.token, method, path, body, patience)
+
+    def metrics(self):
+        request = urllib.request.Request(f"http://127.0.0.1:{self.port}/metrics", headers={"Authorization": f"Bearer {self.token}"})
+        with urllib.request.urlopen(request, timeout=20) as answer:
+            return answer.read().decode()
 
     def put(self, number, printer, wait=0, **more):
         return self.ask("PUT", f"/v1/jobs/{number}?wait={wait}", {"printer": printer, "patience": 120, "sale": sale(number), **more})
@@ -195,20 +177,17 @@ class Chain:
              "--log", f"{self.folder}/{name}.printed", *options], stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         assert eventually(lambda: os.path.exists(f"{self.folder}/{name}.tty"), 20)
 
-    def till(self, name, listens=True, port=None, printer=None, folder=None, options=()):
+    def till(self, name, listens=True, port=None, printer=None, folder=None, spread=4, options=()):
         printer = printer or name
         if printer not in self.printers:
             self.printer(printer, *options)
-        till = End(self, folder or name, ["--printer", f"caja={self.folder}/{printer}.tty", "--till", name,
+        till = End(self, folder or name, ["--printer", f"caja={self.folder}/{printer}.tty", "--till", name, "--spread", str(spread),
                                           "--centre", f"mqtt://127.0.0.1:{port or self.broker.port}"], listens)
         self.ends.append(till)
         return till
 
     def tell(self, printer, line):
-        with socket.socket(socket.AF_UNIX) as client:
-            client.connect(f"{self.folder}/{printer}.control")
-            client.sendall(line.encode() + b"\n")
-            return client.recv(4096).decode()
+        return tell(f"{self.folder}/{printer}.control", line)
 
     def online(self, name):
         return next((till for till in self.centre.ask("GET", "/v1/tills")[1].get("tills", []) if till["name"] == name), {})
@@ -217,16 +196,7 @@ class Chain:
         return eventually(lambda: self.online(name).get("online"))
 
     def papers(self, printer):
-        """The first item of every document that the printer counted, by its own log."""
-        found, text = [], None
-        with open(f"{self.folder}/{printer}.printed", encoding="utf-8") as lines:
-            for line in lines:
-                event = json.loads(line) if line.endswith("\n") else {"event": ""}
-                if event["event"] == "command" and event["name"] == "item":
-                    text = event["fields"][0]
-                if event["event"] == "answer" and event["name"] == "close" and len(event["fields"]) > 1 and event["fields"][0].isdigit():
-                    found.append(text)
-        return found
+        return papers(f"{self.folder}/{printer}.printed")
 
     def end(self):
         for end in self.ends:

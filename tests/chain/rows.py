@@ -7,6 +7,7 @@ import json
 import os
 import shutil
 import signal
+import socket
 import sys
 import time
 import traceback
@@ -26,8 +27,8 @@ def started(chain, name="tienda1", **more):
 
 def a_job_goes_to_its_till_and_figures_come_back(chain):
     till = started(chain)
-    code, job = chain.centre.put("J-1", "tienda1:caja", 30)
-    assert (code, job["state"], job["number"], job["machine"]) == (200, "printed", 1, "TIENDA1"), job
+    job = prints(chain, "J-1")
+    assert (job["number"], job["machine"]) == (1, "TIENDA1"), job
     code, z = chain.centre.ask("PUT", "/v1/jobs/Z-1?wait=30", {"printer": "tienda1:caja", "closing": "Z"})
     assert (code, z["state"], z["figures"]["sales"]["base1"]) == (200, "printed", "10.00"), z
     assert till.put("F-1", "caja", 30)[1]["state"] == "printed"
@@ -35,8 +36,27 @@ def a_job_goes_to_its_till_and_figures_come_back(chain):
     assert chain.centre.put("J-2", "tienda9:caja")[0] == 422, "a till that nobody knows"
     assert chain.centre.ask("GET", "/v1/printers/tienda1:caja/day")[0] == 501
     assert chain.centre.put("J-3", "tienda1:caja", 30, machine="OTHER")[1]["verdict"] == "other-machine"
-    assert chain.centre.put("J-3", "tienda1:caja", 30, attempt=2)[1]["state"] == "printed"
+    prints(chain, "J-3", attempt=2)
     assert till.job("J-3")["attempt"] == 2, "both ends count attempts alike"
+    at_the_till = lambda: till.ask("GET", "/health")[1]["chain"]
+    assert eventually(lambda: at_the_till()["behind"] == 0), at_the_till()
+    chain.broker.kill()
+    assert eventually(lambda: not at_the_till()["connected"]), at_the_till()
+    assert till.put("F-2", "caja", 30)[1]["state"] == "printed"
+    assert eventually(lambda: at_the_till()["behind"] > 0), at_the_till()
+    at_the_centre = lambda: chain.centre.ask("GET", "/health")[1]["chain"]
+    assert eventually(lambda: not at_the_centre()["connected"]) and at_the_centre()["since"] and at_the_centre()["tills"] == 1, at_the_centre()
+    said = [end.metrics() for end in (till, chain.centre)]
+    assert "zentaro_chain_behind" in said[0] and all("zentaro_chain_connected 0\n" in text for text in said), said
+    chain.broker.start()
+    assert eventually(lambda: at_the_centre()["online"] == 1 and at_the_till()["behind"] == 0), (at_the_centre(), at_the_till())
+    assert "zentaro_tills_online 1\n" in chain.centre.metrics()
+
+
+def prints(chain, number, **more):
+    code, job = chain.centre.put(number, "tienda1:caja", 40, **more)
+    assert (code, job["state"]) == (200, "printed"), job
+    return job
 
 
 def an_attempt_may_go_to_another_till(chain):
@@ -72,9 +92,9 @@ def a_job_that_comes_three_times_is_printed_once(chain):
         chain.broker.say("zentaro/1/tienda1/jobs", rubbish)
         chain.broker.say("zentaro/1/tienda1/results", rubbish)
         chain.broker.say("zentaro/1/tienda1/seen", rubbish)
-    assert chain.centre.put("J-1", "tienda1:caja", 30)[1]["state"] == "printed"
+    prints(chain, "J-1")
     assert chain.papers("tienda1") == ["J-1"]
-    assert chain.centre.put("J-2", "tienda1:caja", 30)[1]["state"] == "printed", "rubbish stops nobody"
+    prints(chain, "J-2")
 
 
 def a_till_that_is_offline_gets_it_later_or_says_that_it_is_too_late(chain):
@@ -133,7 +153,7 @@ def each_end_is_killed_at_any_moment(chain):
 
 def two_tills_with_one_name(chain):
     till = started(chain)
-    assert chain.centre.put("J-0", "tienda1:caja", 30)[1]["state"] == "printed"
+    prints(chain, "J-0")
     till.stop(signal.SIGTERM)
     shutil.copytree(till.folder, f"{chain.folder}/clone")
     till.start()
@@ -165,12 +185,12 @@ def the_broker_refuses_a_letter(chain):
 
 def the_centres_disk_is_restored(chain):
     till = started(chain)
-    assert chain.centre.put("J-1", "tienda1:caja", 30)[1]["state"] == "printed"
+    prints(chain, "J-1")
     chain.centre.stop(signal.SIGTERM)
     shutil.copytree(chain.centre.folder, f"{chain.folder}/backup")
     chain.centre.start()
     assert chain.is_ready("tienda1")
-    assert chain.centre.put("J-2", "tienda1:caja", 30)[1]["state"] == "printed"
+    prints(chain, "J-2")
     assert till.put("F-1", "caja", 30)[1]["state"] == "printed"
     assert chain.centre.becomes("tienda1:F-1", "printed")
     time.sleep(2.5)  # until the till was told
@@ -183,18 +203,18 @@ def the_centres_disk_is_restored(chain):
     chain.centre.run("serve", "accept-books")
     assert chain.centre.becomes("J-3", "printed")
     assert chain.centre.becomes("tienda1:F-1", "printed"), "the till sends again"
-    assert chain.centre.put("J-2", "tienda1:caja", 40)[1]["state"] == "printed"
+    prints(chain, "J-2")
     assert sorted(chain.papers("tienda1")) == ["F-1", "J-1", "J-2", "J-3"]
 
 
 def a_tills_disk_is_restored(chain):
     till = started(chain)
-    assert chain.centre.put("J-1", "tienda1:caja", 30)[1]["state"] == "printed"
+    prints(chain, "J-1")
     till.stop(signal.SIGTERM)
     shutil.copy(till.books, f"{chain.folder}/backup.db")
     till.start()
     assert chain.is_ready("tienda1")
-    assert chain.centre.put("J-2", "tienda1:caja", 30)[1]["state"] == "printed"
+    prints(chain, "J-2")
     till.stop()
     for file in os.listdir(till.folder):
         if file.startswith("books.db"):
@@ -208,6 +228,40 @@ def a_tills_disk_is_restored(chain):
     assert chain.centre.becomes("J-3", "printed")
     assert chain.centre.becomes("tienda1:F-1", "printed")
     assert sorted(chain.papers("tienda1")) == ["F-1", "J-1", "J-2", "J-3"]
+
+
+def tills_that_one_outage_cut_come_back_one_by_one(chain):
+    names = [f"t{number}" for number in range(12)]
+    tills = [chain.till(name, listens=False, printer="t", spread=24).start() for name in names]
+    assert eventually(lambda: all("chain: connected" in till.said() for till in tills))
+    chain.broker.kill()
+    time.sleep(2)
+    chain.broker.start()
+    begin, back = time.monotonic(), {}
+
+    def all_are_back():
+        for till in tills:
+            if till.said().count("chain: connected") == 2:
+                back.setdefault(till.name, time.monotonic() - begin)
+        return len(back) == len(tills)
+    assert eventually(all_are_back), back
+    assert max(back.values()) - min(back.values()) > 8, back
+
+
+def a_till_ends_though_the_broker_drops_its_packets(chain):
+    with socket.socket() as full:  # its queue of connections is: what comes then is not answered
+        full.bind(("127.0.0.1", 0))
+        full.listen(0)
+        inside = [socket.socket() for _ in range(4)]
+        for one in inside:
+            one.setblocking(False)
+            one.connect_ex(full.getsockname())
+        till = chain.till("tienda1", port=full.getsockname()[1]).start()
+        assert till.put("F-1", "caja", 30)[1]["state"] == "printed", "the shop does not wait for it"
+        till.process.send_signal(signal.SIGTERM)
+        till.process.wait(15)
+        assert till.process.returncode == 0
+        till.process = None
 
 
 def the_network_is_slow_and_cut(chain):
@@ -230,7 +284,8 @@ def the_network_is_slow_and_cut(chain):
 ROWS = [a_job_goes_to_its_till_and_figures_come_back, an_attempt_may_go_to_another_till, the_broker_is_down_and_the_shop_works,
         a_job_that_comes_three_times_is_printed_once, a_till_that_is_offline_gets_it_later_or_says_that_it_is_too_late,
         silence_is_unknown, each_end_is_killed_at_any_moment, two_tills_with_one_name, the_broker_refuses_a_letter,
-        the_centres_disk_is_restored, a_tills_disk_is_restored, the_network_is_slow_and_cut]
+        the_centres_disk_is_restored, a_tills_disk_is_restored, tills_that_one_outage_cut_come_back_one_by_one,
+        a_till_ends_though_the_broker_drops_its_packets, the_network_is_slow_and_cut]
 
 failed = 0
 wanted = [row for row in ROWS if not sys.argv[2:] or row.__name__ in sys.argv[2:]]

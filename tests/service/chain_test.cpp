@@ -77,6 +77,28 @@ TEST(ChainTill, NoticesBooksThatNeverHeldWhatTheCentreHasSeen) {
   EXPECT_EQ(lineagesFrom(textOf(lineages)).at(1).first, 41);
 }
 
+// A thousand that one outage cut do not come back at one moment.
+TEST(ChainTill, ComesBackOverTheWholeSpreadAfterACutAndSoonWhereItNeverWas) {
+  struct Row {
+    const char* what;
+    int last;
+    bool wasConnected;
+    int spread, span;
+  };
+  const Row rows[]{
+      {"at the start", 0, false, 60, 8},
+      {"still none", 8, false, 60, 16},
+      {"and later", 48, false, 60, 60},
+      {"cut", 0, true, 60, 60},
+      {"cut, and not there yet", 60, false, 60, 60},
+      {"few tills", 0, false, 4, 4},
+      {"many tills", 0, true, 300, 300},
+      {"many tills, at the start", 0, false, 300, 8},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(spanOfReturn(row.last, row.wasConnected, row.spread), row.span) << row.what;
+}
+
 TEST(ChainCentre, KeepsTheMostThatWasSaidOfAJob) {
   const State all[]{State::Queued, State::Printing, State::Unknown, State::NotPrinted, State::Printed};
   for (std::size_t known = 0; known < std::size(all); ++known)

@@ -362,7 +362,11 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
   std::filesystem::create_directory(file("hurt"));
   write("hurt/broken.db", "this is no database, and has never been one, not even for a moment");
   const Row rows[]{
-      {"a second service", "zentaro serve --listen none" + printer, "another service"},
+      {"a second service", "zentaro serve --listen none" + printer,
+       "another service keeps books in the folder"},
+      {"other books in its folder",
+       "ZENTARO_BOOKS=" + file("other.db") + " zentaro serve --listen none" + printer,
+       "another service keeps books in the folder"},
       {"a port that is taken",
        "ZENTARO_BOOKS=" + file("own/b.db") + " zentaro serve --listen 127.0.0.1:" + std::to_string(port) +
            printer,

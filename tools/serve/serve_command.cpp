@@ -145,6 +145,12 @@ void addServeOptions(CLI::App& command, ServeOptions& options) {
   text("--till", options.till,
        word("El nombre de esta caja en la cadena", "The name of this till in the chain"),
        word("NOMBRE", "NAME"));
+  command
+      .add_option("--spread", options.spread,
+                  word("En cuántos segundos vuelven las cajas que se cortaron a la vez (60)",
+                       "Within how many seconds tills that were cut at once come back (60)"))
+      ->type_name(word("SEGUNDOS", "SECONDS"))
+      ->check(CLI::Range(1, 3600));
   text("--tills", options.tills,
        word("La central de una cadena: su broker MQTT", "The centre of a chain: its MQTT broker"), url);
   text("--ca", options.authority, word("Quién certifica al broker", "Who certifies the broker"), file);

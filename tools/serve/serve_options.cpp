@@ -104,6 +104,7 @@ std::optional<service::ChainSettings> chainSettings(const ServeOptions& options)
   chain.broker.authority = options.authority;
   chain.broker.certificate = options.certificate;
   chain.broker.key = options.key;
+  chain.broker.spread = options.spread;
   if (!named.isTls) return chain;
   for (const auto& [option, file] :
        {std::pair{"--ca", options.authority}, {"--cert", options.certificate}, {"--key", options.key}})

@@ -17,6 +17,7 @@ struct ServeOptions {
   std::vector<std::string> origins, hosts;
   std::string centre, tills, till;          // the broker of a chain, by which end this is; the name of a till
   std::string authority, certificate, key;  // files, for TLS
+  int spread = service::Broker{}.spread;    // seconds
   std::string tokens;                       // the file; empty: the usual one
 };
 
