@@ -138,7 +138,7 @@ def main():
         tills = {}
         for place, name in enumerate(names):  # every fifth by a network that fails
             port = networks[place % 4].port if place % 5 == 0 and not wish.calm else None
-            tills[name] = chain.till(name, listens=False, port=port)
+            tills[name] = chain.till(name, listens=False, port=port, spread=60 if wish.calm else 4)
             tills[name].start()
         chain.centre.start()
         assert eventually(lambda: sum(till["online"] for till in chain.centre.ask("GET", "/v1/tills")[1].get("tills", [])) == len(names), 120)
