@@ -38,10 +38,6 @@ std::int64_t Arguments::number(std::size_t index) const {
   return std::stoll(digits);
 }
 
-std::int64_t Arguments::numberOr(std::size_t index, std::int64_t absent) const {
-  return raw(index).empty() ? absent : number(index);
-}
-
 Cents Arguments::amount(std::size_t index) const {
   const std::string digits = raw(index);
   refuseIf(digits.size() > 1 && digits[0] == '-' && isDigits(digits.substr(1)), Refusal::AmountOutOfRange);

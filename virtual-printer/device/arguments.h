@@ -18,9 +18,8 @@ class Arguments {
   std::string text(std::size_t index) const;
   /// The bytes as sent, for letters that must match exactly.
   std::string raw(std::size_t index) const;
-  /// A whole number of at most 15 digits; an empty field counts as absent.
+  /// A whole number of at most 15 digits.
   std::int64_t number(std::size_t index) const;
-  std::int64_t numberOr(std::size_t index, std::int64_t absent) const;
   /// An amount of cents; a negative one is out of range rather than malformed.
   Cents amount(std::size_t index) const;
   /// A tax rate in hundredths of a percent, up to 99.99 %.
