@@ -48,11 +48,14 @@ std::vector<Row> rowsOfTheManual() {
   return rows;
 }
 
-// The plan with its seconds as short as the clock is fast.
+// The plan with its seconds as short as the clock is fast. What comes before or behind the time-out of twelve seconds
+// does so by five more: a busy machine looks at the time too late for a fraction of one.
 std::string hastened(const std::string& plan) {
   std::smatch match;
   if (!std::regex_search(plan, match, std::regex(R"(^(delay|wait|hang-up|power-cut)=(\d+))"))) return plan;
-  return match[1].str() + "=" + std::to_string(std::stod(match[2]) / speed) + match.suffix().str();
+  double seconds = std::stod(match[2]);
+  if (match[1] == "delay") seconds += seconds < 12 ? -5 : 5;
+  return match[1].str() + "=" + std::to_string(seconds / speed) + match.suffix().str();
 }
 
 class FaultTest : public ::testing::TestWithParam<std::tuple<Row, bool>> {
