@@ -142,85 +142,92 @@ class Maker {
     check(type->LayOut(), std::string(description.interfaceName));
   }
 
-  void addMember(const Member& member, UINT index, MEMBERID id, const TypeInfo& type) {
-    std::deque<TYPEDESC> pointers;
-    std::deque<PARAMDESCEX> defaults;
-    std::deque<OwnedVariant> values;
-    std::vector<ELEMDESC> elements;
-    std::deque<WideText> texts{WideText(member.name)};
-    short optional = 0;
+  /// A member as the calls want it: what their descriptions point to stands in here.
+  class Function {
+   public:
+    Function(Maker& maker, const TypeInfo& type, const Member& member) : maker_(maker), type_(type) {
+      texts_.emplace_back(member.name);
+      for (const Parameter& parameter : member.parameters) {
+        add(parameter);
+        texts_.emplace_back(parameter.name);
+      }
+      if (isAssignment(member)) {
+        add(member.newValue);  // its name is always the same in a type library
+      } else if (member.result.kind != ValueType::None) {
+        ELEMDESC& element = elements_.emplace_back();
+        element.tdesc = pointerTo(described(member.result));
+        element.paramdesc.wParamFlags = PARAMFLAG_FOUT | PARAMFLAG_FRETVAL;
+      }
+      description_.funckind = FUNC_PUREVIRTUAL;
+      description_.invkind = invokeKindOf(member.access);
+      description_.callconv = CC_STDCALL;
+      description_.cParams = static_cast<SHORT>(elements_.size());
+      description_.lprgelemdescParam = elements_.data();
+      description_.elemdescFunc.tdesc.vt = VT_HRESULT;
+    }
 
-    const auto pointerTo = [&](const TYPEDESC& target) {
-      pointers.push_back(target);
+    FUNCDESC& description() { return description_; }
+    std::vector<OLECHAR*> names() { return {texts_.begin(), texts_.end()}; }
+
+   private:
+    TYPEDESC pointerTo(const TYPEDESC& target) {
       TYPEDESC pointer{};
       pointer.vt = VT_PTR;
-      pointer.lptdesc = &pointers.back();
+      pointer.lptdesc = &pointers_.emplace_back(target);
       return pointer;
-    };
-    const auto described = [&](const Type& wanted) {
+    }
+
+    TYPEDESC described(const Type& wanted) {
       TYPEDESC description{};
       description.vt = variantTypeOf(wanted.kind);
       if (wanted.kind == ValueType::Array) {
-        pointers.push_back({});
-        pointers.back().vt = VT_VARIANT;
         description.vt = VT_SAFEARRAY;
-        description.lptdesc = &pointers.back();
+        description.lptdesc = &pointers_.emplace_back();
+        description.lptdesc->vt = VT_VARIANT;
       }
       if (wanted.kind == ValueType::Enumeration) {
         description.vt = VT_USERDEFINED;
-        description.hreftype = referenceTo(wanted.name, type);
+        description.hreftype = maker_.referenceTo(wanted.name, type_);
       }
       if (wanted.kind == ValueType::Object) {
-        TYPEDESC record{};
-        record.vt = VT_USERDEFINED;
-        record.hreftype = referenceTo(findClass(wanted.name)->interfaceName, type);
-        description = pointerTo(record);
+        description.vt = VT_USERDEFINED;
+        description.hreftype = maker_.referenceTo(findClass(wanted.name)->interfaceName, type_);
+        return pointerTo(description);
       }
       return description;
-    };
-    const auto add = [&](const Parameter& parameter) {
+    }
+
+    void add(const Parameter& parameter) {
       const bool isReference = parameter.passing == Passing::ByReference;
-      ELEMDESC element{};
+      ELEMDESC& element = elements_.emplace_back();
       element.tdesc = isReference ? pointerTo(described(parameter.type)) : described(parameter.type);
       element.paramdesc.wParamFlags =
           static_cast<USHORT>(PARAMFLAG_FIN | (isReference ? PARAMFLAG_FOUT : PARAMFLAG_NONE));
-      if (parameter.isOptional()) {
-        ++optional;
-        element.paramdesc.wParamFlags |= PARAMFLAG_FOPT;
-        if (parameter.fallback.kind != Default::Kind::Missing) {
-          element.paramdesc.wParamFlags |= PARAMFLAG_FHASDEFAULT;
-          defaults.push_back({sizeof(PARAMDESCEX), defaultOf(parameter.fallback, values)});
-          element.paramdesc.pparamdescex = &defaults.back();
-        }
-      }
-      elements.push_back(element);
-    };
-
-    for (const Parameter& parameter : member.parameters) {
-      add(parameter);
-      texts.emplace_back(parameter.name);
-    }
-    if (isAssignment(member)) {
-      add(member.newValue);  // its name is always the same in a type library
-    } else if (member.result.kind != ValueType::None) {
-      ELEMDESC element{};
-      element.tdesc = pointerTo(described(member.result));
-      element.paramdesc.wParamFlags = PARAMFLAG_FOUT | PARAMFLAG_FRETVAL;
-      elements.push_back(element);
+      if (!parameter.isOptional()) return;
+      ++description_.cParamsOpt;
+      element.paramdesc.wParamFlags |= PARAMFLAG_FOPT;
+      if (parameter.fallback.kind == Default::Kind::Missing) return;
+      element.paramdesc.wParamFlags |= PARAMFLAG_FHASDEFAULT;
+      element.paramdesc.pparamdescex =
+          &defaults_.emplace_back(PARAMDESCEX{sizeof(PARAMDESCEX), defaultOf(parameter.fallback, values_)});
     }
 
-    FUNCDESC function{};
-    function.memid = id;
-    function.funckind = FUNC_PUREVIRTUAL;
-    function.invkind = invokeKindOf(member.access);
-    function.callconv = CC_STDCALL;
-    function.cParams = static_cast<SHORT>(elements.size());
-    function.cParamsOpt = optional;
-    function.lprgelemdescParam = elements.data();
-    function.elemdescFunc.tdesc.vt = VT_HRESULT;
+    Maker& maker_;
+    const TypeInfo& type_;
+    FUNCDESC description_{};
+    std::deque<TYPEDESC> pointers_;
+    std::deque<PARAMDESCEX> defaults_;
+    std::deque<OwnedVariant> values_;
+    std::vector<ELEMDESC> elements_;
+    std::deque<WideText> texts_;
+  };
+
+  void addMember(const Member& member, UINT index, MEMBERID id, const TypeInfo& type) {
+    Function function(*this, type, member);
+    function.description().memid = id;
     const std::string name(member.name);
-    check(type->AddFuncDesc(index, &function), name);
-    std::vector<OLECHAR*> names(texts.begin(), texts.end());
+    check(type->AddFuncDesc(index, &function.description()), name);
+    std::vector<OLECHAR*> names = function.names();
     check(type->SetFuncAndParamNames(index, names.data(), static_cast<UINT>(names.size())), name);
     if (!member.help.empty()) check(type->SetFuncDocString(index, WideText(member.help)), name);
   }
