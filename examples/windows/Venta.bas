@@ -27,6 +27,6 @@ Function Hecha(z As Zentaro.CZentaro, resultado As Integer) As Boolean
   Hecha = resultado = ENVERR_OK
   If Hecha Then Exit Function
   If resultado = ENVERR_STATUS Then MsgBox z.sLastError: z.CancelarComprobante
-  If resultado >= ENVERR_COMM And resultado <= ENVERR_BADSEQ Then MsgBox "No repita la venta: pregunte a la impresora."
+  If resultado >= ENVERR_COMM And resultado <= ENVERR_BADSEQ Then MsgBox "No la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)."
   z.PortOpen = False
 End Function

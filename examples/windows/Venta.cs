@@ -9,7 +9,7 @@ static class Venta {
   static void Hecha(short resultado) {
     if (resultado == 0) return;
     if (resultado == 5) { string error = z.sLastError; z.CancelarComprobante(); throw new Exception(error); }
-    throw new Exception($"Resultado {resultado}: no repita la venta, pregunte a la impresora");
+    throw new Exception($"Resultado {resultado}: no la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)");
   }
 
   [STAThread]  // el objeto es de un apartamento de un solo hilo

@@ -14,7 +14,7 @@ begin
   if resultado = 0 then Exit;
   motivo := z.sLastError;
   if resultado = 5 then z.CancelarComprobante
-  else motivo := 'no repita la venta, pregunte a la impresora';
+  else motivo := 'no la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)';
   raise Exception.CreateFmt('Resultado %d: %s', [resultado, motivo]);
 end;
 

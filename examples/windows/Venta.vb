@@ -25,7 +25,7 @@ Module Venta
       Case 0
         Console.WriteLine("Factura impresa: " & z.response(3))
       Case 1 To 4
-        Console.Error.WriteLine("No se sabe si se imprimió: no repita la venta, mire el papel y pregunte a la impresora.")
+        Console.Error.WriteLine("No se sabe si se imprimió. No la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs).")
       Case Else
         Console.Error.WriteLine("Resultado " & resultado & ": " & z.sLastError)
         If resultado = 5 Then z.CancelarComprobante()

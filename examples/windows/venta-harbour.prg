@@ -33,7 +33,7 @@ PROCEDURE Main( cPuerto )
    CASE nResultado == 0
       ? "Factura impresa:", oImpresora:response( 3 )
    CASE nResultado >= 1 .AND. nResultado <= 4
-      ? "No se sabe si se imprimió: no repita la venta, mire el papel y pregunte a la impresora."
+      ? "No se sabe si se imprimió. No la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)."
    OTHERWISE
       ? "Resultado", nResultado, oImpresora:sLastError
       IF nResultado == 5

@@ -6,7 +6,7 @@ function hecha(resultado) {
   if (resultado === 0) return;
   WScript.Echo("Resultado " + resultado + ": " + z.sLastError);
   if (resultado === 5) z.CancelarComprobante();
-  if (resultado >= 1 && resultado <= 4) WScript.Echo("No repita la venta: pregunte a la impresora (GetStatusN).");
+  if (resultado >= 1 && resultado <= 4) WScript.Echo("No la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs).");
   z.PortOpen = false;
   WScript.Quit(1);
 }

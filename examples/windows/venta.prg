@@ -34,7 +34,7 @@ DO CASE
   CASE lnResultado = 0
     ? "Factura impresa:", loImpresora.response(3)
   CASE BETWEEN(lnResultado, 1, 4)
-    ? "No se sabe si se imprimió: no repita la venta, mire el papel y pregunte a la impresora."
+    ? "No se sabe si se imprimió. No la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)."
   OTHERWISE
     ? "Resultado", lnResultado, loImpresora.sLastError
     IF lnResultado = 5

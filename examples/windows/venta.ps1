@@ -7,7 +7,7 @@ $z = New-Object -ComObject Zentaro.CZentaro
 function Hecha([int]$Resultado) {
   if ($Resultado -eq 0) { return }
   $motivo = $z.sLastError
-  if ($Resultado -eq 5) { [void]$z.CancelarComprobante() } else { $motivo = 'no repita la venta, pregunte a la impresora' }
+  if ($Resultado -eq 5) { [void]$z.CancelarComprobante() } else { $motivo = 'no la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)' }
   throw "Resultado ${Resultado}: $motivo"
 }
 

@@ -14,7 +14,7 @@ def hecha(z, resultado):
     if resultado == 5:
         z.CancelarComprobante()
     else:
-        motivo = "no repita la venta, pregunte a la impresora"
+        motivo = "no la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)"
     raise SystemExit(f"Resultado {resultado}: {motivo}")
 
 

@@ -9,7 +9,7 @@ Sub Hecha(resultado)
   If resultado = 0 Then Exit Sub
   WScript.Echo "Resultado " & resultado & ": " & z.sLastError
   If resultado = 5 Then z.CancelarComprobante
-  If resultado >= 1 And resultado <= 4 Then WScript.Echo "No repita la venta: pregunte a la impresora (GetStatusN)."
+  If resultado >= 1 And resultado <= 4 Then WScript.Echo "No la repita, mire el papel; zentaro sale no deja esta duda (venta-segura.vbs)."
   z.PortOpen = False
   WScript.Quit 1
 End Sub
