@@ -60,6 +60,20 @@ fs::path tokensFolder() {
   return folder += "-serve";
 }
 
+fs::path logPath() { return tokensFolder() / "serve.log"; }
+
+/// Its state when it is no longer on the way to one, for which a sale's time is waited at most.
+DWORD settledState(SC_HANDLE service) {
+  constexpr DWORD glance = 100;
+  SERVICE_STATUS state{};
+  for (DWORD waited = 0; ::QueryServiceStatus(service, &state) != 0 && waited < longestSale;
+       waited += glance) {
+    if (state.dwCurrentState != SERVICE_START_PENDING && state.dwCurrentState != SERVICE_STOP_PENDING) break;
+    ::Sleep(glance);
+  }
+  return state.dwCurrentState;
+}
+
 /// For the accounts and rights that icacls is given; those that a folder inherits count only where they are kept.
 void makeFolder(const fs::path& folder, const std::vector<std::string>& rights) {
   fs::create_directories(folder);
@@ -92,16 +106,16 @@ std::string commandLineOf(const ServeOptions& options) {
   return line;
 }
 
-// As long as another service is starting, the manager's database is locked; a busy machine is late with a process.
+// Until it runs; one that ends at once is told now and taken away again.
 void start(SC_HANDLE service) {
-  constexpr DWORD longest = 60'000, glance = 500;
-  for (DWORD waited = 0; ::StartServiceW(service, 0, nullptr) == 0; waited += glance) {
-    const DWORD error = ::GetLastError();
-    if (error == ERROR_SERVICE_ALREADY_RUNNING) return;
-    const bool isLate = error == ERROR_SERVICE_DATABASE_LOCKED || error == ERROR_SERVICE_REQUEST_TIMEOUT;
-    if (!isLate || waited >= longest) fail();
-    ::Sleep(glance);
-  }
+  const bool isStarted = ::StartServiceW(service, 0, nullptr) != 0;
+  const DWORD error = ::GetLastError();
+  if (isStarted && settledState(service) == SERVICE_RUNNING) return;
+  ::DeleteService(service);
+  ::SetLastError(error);
+  if (!isStarted) fail();
+  throw std::runtime_error(say("el servicio no arrancó; por qué, lo dice {}",
+                               "the service did not start; why, says {}", {files::textOf(logPath())}));
 }
 
 int installService(const ServeOptions& options) {
@@ -123,7 +137,7 @@ int installService(const ServeOptions& options) {
       "token: zentaro serve token add NOMBRE\n",
       "The service Zentaro is installed and starts with Windows. Books: {}. Log: {}. Each client needs a token: "
       "zentaro serve token add NAME\n",
-      {files::textOf(system::machineStateFolder()), files::textOf(tokensFolder() / "serve.log")});
+      {files::textOf(system::machineStateFolder()), files::textOf(logPath())});
   return exitDone;
 }
 
@@ -132,11 +146,7 @@ int removeService() {
   const ServiceHandle found = demanded(::OpenServiceW(manager.get(), serviceName, SERVICE_ALL_ACCESS));
   SERVICE_STATUS state{};
   ::ControlService(found.get(), SERVICE_CONTROL_STOP, &state);
-  constexpr DWORD glance = 100;
-  for (DWORD waited = 0; ::QueryServiceStatus(found.get(), &state) != 0 &&
-                         state.dwCurrentState != SERVICE_STOPPED && waited < longestSale;
-       waited += glance)
-    ::Sleep(glance);
+  settledState(found.get());
   if (::DeleteService(found.get()) == 0) fail();
   std::cout << say("El servicio Zentaro ya no está. Los libros siguen en {}.\n",
                    "The service Zentaro is gone. The books stay in {}.\n",
@@ -177,7 +187,7 @@ DWORD WINAPI control(DWORD order, DWORD, void*, void*) {
 // What it says goes into a file, of which the last one is kept.
 void openLog() {
   constexpr std::uintmax_t most = 10'000'000;
-  const fs::path log = tokensFolder() / "serve.log";
+  const fs::path log = logPath();
   std::error_code none;
   if (fs::file_size(log, none) > most && !none) fs::rename(log, tokensFolder() / "serve.old.log", none);
   static std::ofstream file(log, std::ios::app);
