@@ -66,6 +66,16 @@ run 0 printer tell "$inside\\control" status
 tells 'invoice=2'
 [ "$(grep -c 'Cafe molido' "$folder/paper.txt")" -eq 2 ]
 
+# Ctrl-C in the middle of a sale: the document is cancelled, and that is said.
+run 0 printer tell "$inside\\control" fault "delay=1 on item once"
+status=0
+said=$("$here/console.py" item "$wine" "$programs\\zentaro.exe" sale "$inside\\venta.json" --port 7 --id F-3 2>&1) || status=$?
+[ "$status" -eq 3 ] || { echo "Ctrl-C: $status"; echo "$said"; exit 1; }
+tells 'cancelthedocument:ok'
+tells NOTPRINTED
+run 0 sale --journal
+tells 'not printed .* F-3'
+
 # What was traced is read, and replayed as a printer of its own.
 run 0 trace "$inside\\traza.txt"
 tells close
@@ -93,7 +103,7 @@ token=$said
 children+=($!)
 for _ in $(seq 400); do ! grep -q ready: "$folder/served" || break; sleep 0.05; done
 url=$(sed -n 's/ready: \([^\r]*\).*/\1/p' "$folder/served")
-python3 "$here/service_client.py" "$url" "$token" "$here/sale.json" W-1 3
+python3 "$here/service_client.py" "$url" "$token" "$here/sale.json" W-1 4
 run 0 demo
 tells 00000001
 echo quit >&3
