@@ -177,6 +177,11 @@ class Chain:
              "--log", f"{self.folder}/{name}.printed", *options], stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         assert eventually(lambda: os.path.exists(f"{self.folder}/{name}.tty"), 20)
 
+    def kill_printer(self, name):
+        os.unlink(f"{self.folder}/{name}.tty")  # else somebody's next device may have its name
+        self.printers[name].kill()
+        self.printers[name].wait()
+
     def till(self, name, listens=True, port=None, printer=None, folder=None, spread=4, options=()):
         printer = printer or name
         if printer not in self.printers:

@@ -75,8 +75,7 @@ def misfortunes(chain, tills, networks):
             tills[name].stop()
             tills[name].start()
         elif what == "printers":
-            chain.printers[name].kill()
-            chain.printers[name].wait()
+            chain.kill_printer(name)
             chain.printer(name)
         elif what == "power cuts":
             chain.tell(name, f"fault power-cut=0.5 on {dice.choice(['open', 'item', 'payment', 'close'])}")

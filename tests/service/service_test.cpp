@@ -330,6 +330,51 @@ TEST_F(Service, TheExamplesSellOnceInEachLanguage) {
   if (!missing.empty()) GTEST_SKIP() << "the rest; not installed:" << missing;
 }
 
+// What a printer does by itself, or another program did on it, is seen in its counters.
+TEST_F(Service, APrinterIsBelievedAndNotTheConnection) {
+  printer("caja1");
+  serve();
+  ASSERT_EQ(put("F-1", sale("caja1", "First"), 30).at("state"), "printed");
+  ASSERT_EQ(service->end(SIGTERM), 0);
+  write("other.json", R"({"document":"invoice","lines":[{"description":"Other","price":10,"tax":16}],)"
+                      R"("payments":[{"amount":20}]})");
+  const std::string byHand = "zentaro sale " + file("other.json") + " --device " + file("caja1");
+  std::filesystem::create_directory(file("own"));
+  for (int count = 0; count < 2; ++count)
+    ASSERT_EQ(run("env ZENTARO_BOOKS=" + file("own/b.db") + " " + byHand + " --again").status, 0);
+  serve();
+  EXPECT_TRUE(eventually([&] { return ask("GET /v1/printers/caja1").at("booksMiss") == "2"; }))
+      << "restored books, or another program";
+
+  fault("caja1", "lose-answer on closing");
+  const Answered z = put("Z-1", closing("caja1", "Z"), 30);
+  EXPECT_EQ(z.at("state") + " " + z.at("number") + " " + z.at("figures"), "printed 1 null") << z.body;
+  clear("caja1");
+
+  fault("caja1", "delay=1.5 on item");
+  put("F-2", sale("caja1", "Other"));
+  ASSERT_TRUE(becomes("F-2", "printing"));
+  const testing::Ran busy = run(byHand + " --id F-2");
+  EXPECT_EQ(busy.status, 3) << busy.output;
+  EXPECT_EQ(get("F-2", 30).at("state"), "printed");
+  clear("caja1");
+
+  fault("caja1", "paper-out on item");
+  EXPECT_EQ(put("F-3", sale("caja1", "Torn"), 0).status, 202);
+  EXPECT_TRUE(becomes("F-3", "unknown")) << "the printer does not cancel either";
+  EXPECT_EQ(put("F-4", sale("caja1", "Behind", R"("patience":2,)"), 20).at("verdict"), "expired");
+  clear("caja1");
+  EXPECT_EQ(get("F-3", 30).at("state"), "not-printed") << "ended by itself when there is paper";
+
+  std::filesystem::remove(file("caja1"));  // else somebody's next device may have its name
+  printers.at("caja1").end(SIGKILL);
+  EXPECT_EQ(put("F-5", sale("caja1", "Night", R"("patience":2,)"), 60).at("verdict"), "expired");
+  printers.erase("caja1");
+  printer("caja1");
+  EXPECT_EQ(put("F-6", sale("caja1", "Morning"), 60).at("state"), "printed");
+  EXPECT_EQ(papers("caja1", "Torn") + papers("caja1", "Behind") + papers("caja1", "Night"), 0);
+}
+
 TEST_F(Service, OneMachineOnTwoLinesIsUsedOnOne) {
   printer("caja1");
   printer("caja2");
