@@ -93,6 +93,17 @@ TEST(Page, OpensAnewHoweverOftenItWasLeft) {
   }
 }
 
+TEST(Page, NamesNoDeviceWhileTheLineIsGone) {
+  const Scratch scratch;
+  const Page page{with(scratch, {"--web", "0", "--quiet", "--fault", "hang-up=60 on serial"})};
+  const Descriptor client = dialled(page.port);
+  const std::string events = "GET /events?token=" + page.token() + " HTTP/1.1\r\nHost: localhost\r\n\r\n";
+  ::send(client.get(), events.data(), events.size(), MSG_NOSIGNAL);
+  EXPECT_EQ(Port{scratch / "port"}.say("80"), "no answer");
+  const auto isGone = [](const std::string& text) { return contains(text, R"("device":"")"); };
+  EXPECT_TRUE(isGone(readFor(client.get(), isGone)));
+}
+
 TEST(Page, NobodyKeepsThePrinterFromEnding) {
   const Scratch scratch;
   Page page{with(scratch, {"--web", "0", "--quiet"})};
@@ -161,6 +172,10 @@ TEST(Page, SellsASampleOnTheLineOfNobody) {
   EXPECT_TRUE(contains(order("sample"), "\r\n\r\nok"));
   EXPECT_EQ(host.say("38 *"), "0|0|1|0|0|1") << "the host is answered afterwards, by its own answer";
   EXPECT_EQ(occurrences(page.output(), "CLIENTE DE MUESTRA"), 1U);
+  EXPECT_TRUE(contains(order("fault paper-out on item"), "ok"));
+  for (int sample = 0; sample < 2; ++sample)
+    EXPECT_TRUE(eventually([&] { return contains(order("sample"), "\r\n\r\nok"); }))
+        << "what a sample left open is in nobody's way";
 }
 
 }  // namespace virtual_printer::page_test

@@ -274,15 +274,15 @@ bool isBalanced(const std::string& markup) {
 
 TEST(Drawing, HostTextsCannotBreakTheMarkup) {
   Books books;
-  books.header = {"\x1B[2J\u009B", "\xED\xA0\x80|\xC0\xAF|\xF4\x90\x80\x80", "\uFFFE\U0001F600", "\xE2\x82",
-                  "\xFF"};
+  books.header = {"\x1B[2J\u009B\x7F", "\xED\xA0\x80|\xC0\xAF|\xF4\x90\x80\x80", "\uFFFE\U0001F600",
+                  "\xE2\x82", "\xFF"};
   Till till{books};
   till.dialogue(
       "40 <b>&\"Juan\"</text>|V1|||||||\n42 a < b|1000|100|0|M\n44 |100|T\n45 T\nA0\nAA 1,00|Peña & Co|hoy");
   const auto& sheets = till.device.roll().sheets();
   for (const std::string& markup : {svgPaper(sheets), htmlPaper(sheets)}) {
     EXPECT_TRUE(isBalanced(markup)) << markup;
-    for (const char* text : {"&lt;b&gt;&amp;&quot;Juan&quot;&lt;/text&gt;", ">.[2J.<", ">.|..|.<",
+    for (const char* text : {"&lt;b&gt;&amp;&quot;Juan&quot;&lt;/text&gt;", ">.[2J..<", ">.|..|.<",
                              ">.\U0001F600<", ">..<", ">.<"})
       EXPECT_NE(markup.find(text), std::string::npos) << text;
   }
@@ -330,6 +330,7 @@ TEST(Drawing, EverySheetIsDrawnInsideThePage) {
     EXPECT_EQ(occurrences(paper, "PRUEBA - SIN VALIDEZ FISCAL"), 36U) << "at head and foot of every sheet";
   const int width = std::stoi(svg.substr(svg.find("width=\"") + 7));
   const int height = std::stoi(svg.substr(svg.find("height=\"") + 8));
+  EXPECT_EQ(width, 2 * (336 + 520) + 5 * 28) << "four beside each other, with gaps between and around";
   std::size_t sheet = 0;
   for (std::size_t at = svg.find("<g transform"); at != std::string::npos;
        at = svg.find("<g transform", at + 1)) {

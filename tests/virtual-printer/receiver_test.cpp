@@ -104,6 +104,10 @@ TEST(Receiver, EndlessNoiseIsForgottenAndTheNextCommandFound) {
   add(heard, receiver.feed(bytes(hello)));
   EXPECT_EQ(heard.what, "CH");
   EXPECT_EQ(heard.ignored, 100'000U);
+  Receiver other;
+  Heard early;
+  add(early, other.feed(std::string(40'001, '\x02')));
+  EXPECT_EQ(early.ignored, 40'001U) << "and not kept longer than any command is";
 }
 
 }  // namespace virtual_printer::receiver_test

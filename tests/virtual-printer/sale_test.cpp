@@ -105,6 +105,8 @@ TEST(Sale, ADiscountMayTakeAll) {
   till.dialogue(std::string{openInvoice} +
                 "\n42 Cafe|1000|100|1600|M => 116\n44 |100|D => 0|0\n45 T => 00000001|0|0");
   EXPECT_TRUE(bench::contains(till.paper(), "BI G (16,00%)")) << "also of nothing";
+  till.dialogue("40 ||||||||\n42 Pan|1000|30|0|M\n44 |5|D\n44 |25|T\n45 T => 00000002|25|0");
+  EXPECT_EQ(till.lastSaved.day.discounts, 105) << "of all invoices of the day";
 }
 
 TEST(Sale, ThreeRatesADayAndTheFourthIsRefusedUntilTheClosing) {
@@ -181,7 +183,7 @@ TEST(Sale, WhatCannotBeSavedIsRefusedAndCanBeSentAgain) {
   till.isDiskFull = true;
   till.dialogue("39 Z => !25");
   till.isDiskFull = false;
-  till.dialogue("40 |||||||| => !23\n39 Z\n40 |||||||| => 00000003");
+  till.dialogue("40 ||||||||; 40 ||||||D|| => !23\n39 Z\n40 |||||||| => 00000003");
   EXPECT_EQ(till.lastSaved.zRecords.size(), 1U) << "the Z that could not be saved has not been made";
 }
 

@@ -38,6 +38,8 @@ TEST(SampleSale, SaysWhatIsOnThePaper) {
       {"paper-out on item", End::Refused, "ERROR 20 SIN PAPEL", 0, 0},
       {"lose-command always", End::Unknown, "", 0, 0},
       {"lose-command on close,status after 1 always", End::Unknown, "", 0, 0},
+      {"lose-command on close; lose-command on status after 1 times 4", End::NotPrinted, "", 0, 1},
+      {"lose-command on close; lose-command on status after 1 times 5", End::Unknown, "", 0, 0},
   };
   for (const auto& row : rows) {
     Till till;

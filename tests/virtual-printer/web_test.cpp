@@ -109,6 +109,8 @@ TEST(Web, TheLineIsListedRowByRow) {
   for (const auto& row : expected)
     EXPECT_TRUE(bench::contains(told(feed, "row", row.row), row.json))
         << row.row << ": " << told(feed, "row", row.row);
+  rows.sent({3s, bench::afternoon}, {3s, Output::Kind::Bytes, "x", 4});
+  EXPECT_TRUE(bench::contains(told(feed, "row", 7), R"("ms":3000,)")) << "there when its last byte is";
   rows.happened(till.now, {EventKind::Noise, {}, "x"});
   EXPECT_TRUE(bench::contains(told(feed, "row", 8), R"("way":"noise")"));
 }

@@ -26,7 +26,7 @@ const std::array<Step, 8> steps{{
     {0x44, {"", "", "C"}},  // only where it cannot go on
     {0x38, {"N"}},
 }};
-constexpr std::size_t opens = 1, closes = 5, cancels = 6, asks = 7;
+constexpr std::size_t closes = 5, cancels = 6, asks = 7;
 
 std::string frameOf(const Step& step, char sequence) {
   std::string frame{stx, sequence, static_cast<char>(step.code)};
@@ -90,7 +90,6 @@ void SampleSale::answered(const Command& answer) {
   }
   if (isRefused) {
     refusal_ = dataOf(answer, 0);
-    if (step_ <= opens) return finish(End::Refused, refusal_);
     step_ = cancels;
     return;
   }

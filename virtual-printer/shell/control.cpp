@@ -2,6 +2,7 @@
 #include "virtual-printer/shell/control.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "base/terminal/language.h"
 #include "virtual-printer/device/status.h"
@@ -94,8 +95,7 @@ std::vector<std::string> LineReader::feed(std::string_view bytes) {
   std::vector<std::string> lines;
   for (const char byte : bytes) {
     if (byte == '\n') {
-      lines.push_back(std::move(pending_));
-      pending_.clear();
+      lines.push_back(std::exchange(pending_, {}));
     } else if (pending_.size() < longestLine) {
       pending_ += byte;
     }
