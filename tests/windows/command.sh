@@ -91,6 +91,8 @@ run 0 call IniciarFactura "Ana Pérez" V-12345678 --device "$(tr -d '\r\n' <"$fo
 JSON
 ! grep -q $'\r' "$folder/answers"
 run 1 doctor --port 7 --json
+tells '"registered"'
+[ -n "${ZENTARO_WINE:-}" ] || tells '"missing-width"'  # of 32 bits, in a Windows that has both
 run 2 status --device tcp://127.0.0.1:1
 run 1 doctor --device tcp://127.0.0.1:1 --json
 tells '"refused"'
