@@ -28,10 +28,11 @@ def ask(port, token, method, path, body=None, patience=70):
                                      data=None if body is None else json.dumps(body).encode(),
                                      headers={"Authorization": f"Bearer {token}", "Content-Type": "application/json"})
     try:
-        with urllib.request.urlopen(request, timeout=patience) as answer:
-            return answer.status, json.load(answer)
-    except urllib.error.HTTPError as error:
-        return error.code, json.load(error)
+        try:
+            with urllib.request.urlopen(request, timeout=patience) as answer:
+                return answer.status, json.load(answer)
+        except urllib.error.HTTPError as error:
+            return error.code, json.load(error)
     except (OSError, http.client.HTTPException, ValueError):
         return None, {}
 
