@@ -122,9 +122,10 @@ struct MqttLink::Inside {
   }
 
   void connectOnce() {
+    Handle made = make();  // the library's own locks are never taken inside ours: its callbacks take ours
     {
       const std::lock_guard lock{mutex};
-      handle = make();
+      handle = std::move(made);
       awaited.clear();
       refused.clear();
     }
@@ -158,10 +159,11 @@ struct MqttLink::Inside {
   }
 
   void gone() {
+    Handle last;
     {
       const std::lock_guard lock{mutex};
       if (std::exchange(session, 0) != 0) since = std::time(nullptr);
-      handle.reset();
+      last = std::move(handle);
     }
     changed();
   }

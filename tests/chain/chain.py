@@ -59,6 +59,7 @@ class Network:
                 continue
             try:
                 there = socket.create_connection(("127.0.0.1", self.target), 5)
+                there.settimeout(None)
             except OSError:
                 here.close()
                 continue
