@@ -62,7 +62,7 @@ std::unique_ptr<VirtualPrinter> printerFor(const PortOptions& options, Unasked u
   if (options.port || !options.device.empty()) return nullptr;
   if (!options.isVirtual && words.empty()) demandChoice(unasked);
   auto printer = std::make_unique<VirtualPrinter>(words);
-  std::cerr << "zentaro: " << till::virtualNotice() << " (" << printer->device() << ")\n";
+  std::cerr << "zentaro: " << till::virtualNotice() << "\n         " << printer->device() << "\n";
   return printer;
 }
 
