@@ -53,8 +53,8 @@ Checked checkedOf(Reading&& reading) {
 
 void demandOpenPort(const CZentaro& printer) {
   if (!printer.isPortOpen)
-    throw WrongUse(std::string(
-        say("el puerto está cerrado: ponga PortOpen primero", "the port is closed: put PortOpen first")));
+    throw WrongUse(
+        say("el puerto está cerrado: ponga PortOpen primero", "the port is closed: put PortOpen first"));
 }
 
 PrinterLine lineOf(CZentaro& printer, const Options& options) {

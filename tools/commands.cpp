@@ -90,9 +90,9 @@ std::string explain(const CLI::App* app, const CLI::Error& error) {
 // "zentaro help sale" is "zentaro sale --help".
 void addHelp(CLI::App& app, int& status) {
   const auto name = std::make_shared<std::string>();
-  CLI::App* help = app.add_subcommand("help", std::string(say("Explica una orden", "Explain a subcommand")));
-  help->add_option(std::string(say("ORDEN", "SUBCOMMAND")), *name,
-                   std::string(say("Su nombre; sin él se explica zentaro", "Its name; without one, zentaro")))
+  CLI::App* help = app.add_subcommand("help", say("Explica una orden", "Explain a subcommand"));
+  help->add_option(say("ORDEN", "SUBCOMMAND"), *name,
+                   say("Su nombre; sin él se explica zentaro", "Its name; without one, zentaro"))
       ->type_name("");
   help->callback([&app, &status, name] {
     const auto named =
@@ -110,9 +110,9 @@ void addHelp(CLI::App& app, int& status) {
 
 void nameGroupsBelow(CLI::App& app) {
   for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    command->group(std::string(say("Órdenes", "Subcommands")));
+    command->group(say("Órdenes", "Subcommands"));
     CLI::Option* help = command->get_help_ptr();  // printer hands its own over
-    if (help != nullptr) help->group(std::string(say("Opciones", "Options")));
+    if (help != nullptr) help->group(say("Opciones", "Options"));
     nameGroupsBelow(*command);
   }
 }
@@ -121,7 +121,7 @@ void addCommands(CLI::App& app, int& status) {
   app.require_subcommand(1);
   app.fallthrough();
   app.set_version_flag("--version", "zentaro " ZENTARO_VERSION,
-                       std::string(say("Muestra la versión", "Show the version")));
+                       say("Muestra la versión", "Show the version"));
   app.failure_message(explain);
   for (const AddCommand add : commands) add(app, status);
   addHelp(app, status);
@@ -135,9 +135,9 @@ int runCommandLine(int argc, char** argv) {
   const terminal::FittedOutput fitted;
   std::vector<std::string> words = meantWords({argv + std::min(argc, 1), argv + argc});
   terminal::chooseLanguage(argc, argv);
-  CLI::App app{std::string(say("Maneja una impresora fiscal por una línea serial.",
-                               "Drives a fiscal printer over a serial line.")),
-               "zentaro"};
+  CLI::App app{
+      say("Maneja una impresora fiscal por una línea serial.", "Drives a fiscal printer over a serial line."),
+      "zentaro"};
   terminal::speakTheLanguage(app);
   int status = 0;
   addCommands(app, status);

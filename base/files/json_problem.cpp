@@ -28,15 +28,14 @@ bool endsValue(char character) {
 std::string guess(char before, const std::string& piece, bool isAtEnd, std::string_view said) {
   const auto has = [&](std::string_view part) { return said.find(part) != std::string_view::npos; };
   const std::string shown = terminal::harmless(piece);
-  if (has("UTF-8"))
-    return std::string(say("no está en UTF-8; guárdelo en UTF-8", "this is not UTF-8; save it as UTF-8"));
+  if (has("UTF-8")) return say("no está en UTF-8; guárdelo en UTF-8", "this is not UTF-8; save it as UTF-8");
   if (has("control character"))
-    return std::string(say("un texto no termina en su línea: falta una comilla doble",
-                           "a text does not end on its line: a double quote is missing"));
-  if (isAtEnd && before == '\0') return std::string(say("no hay nada", "there is nothing"));
+    return say("un texto no termina en su línea: falta una comilla doble",
+               "a text does not end on its line: a double quote is missing");
+  if (isAtEnd && before == '\0') return say("no hay nada", "there is nothing");
   if (isAtEnd)
-    return std::string(say("se acaba a la mitad: falta cerrar una llave, un corchete o unas comillas",
-                           "it ends in the middle: a brace, a bracket or a quote is not closed"));
+    return say("se acaba a la mitad: falta cerrar una llave, un corchete o unas comillas",
+               "it ends in the middle: a brace, a bracket or a quote is not closed");
   if (before == ',' && (piece == "}" || piece == "]"))
     return say("sobra una coma antes de {}", "there is a comma too many before {}", {shown});
   if (has("expected ':'"))

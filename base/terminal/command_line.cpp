@@ -102,10 +102,10 @@ void speakTheLanguage(CLI::App& app) {
   app.formatter(std::make_shared<HelpLayout>());
   if (language() == Language::Spanish) useSpanishLabels(app);
   app.failure_message(explain);
-  app.set_help_flag("-h,--help", std::string(say("Muestra esta ayuda", "Show this help")));
+  app.set_help_flag("-h,--help", say("Muestra esta ayuda", "Show this help"));
   app.add_option_function<std::string>(
          "--lang", [](const std::string& name) { chooseLanguage(languageNamed(name)); },
-         std::string(say("Idioma de los textos: es o en", "Language of the texts: es or en")))
+         say("Idioma de los textos: es o en", "Language of the texts: es or en"))
       ->type_name("es|en")
       ->check(oneOf({"es", "en"}));
 }
@@ -138,7 +138,7 @@ CLI::Validator oneOf(std::initializer_list<std::string> values) {
             return std::ranges::find(values, given) != values.end()
                        ? std::string()
                        : say("se espera {}", "{} is expected",
-                             {CLI::detail::join(values, std::string(say(" o ", " or ")))});
+                             {CLI::detail::join(values, say(" o ", " or "))});
           },
           ""};
 }

@@ -35,13 +35,9 @@ Language languageNamed(std::string_view name) {
   return isSpanish ? Language::Spanish : Language::English;
 }
 
-std::string_view say(std::string_view spanish, std::string_view english) {
-  return language() == Language::Spanish ? spanish : english;
-}
-
 std::string say(std::string_view spanish, std::string_view english,
                 std::initializer_list<std::string_view> values) {
-  std::string_view rest = say(spanish, english);
+  std::string_view rest = language() == Language::Spanish ? spanish : english;
   std::string filled;
   for (const std::string_view value : values) {
     const std::size_t gap = rest.find("{}");

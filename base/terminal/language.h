@@ -18,10 +18,8 @@ void chooseLanguage(Language chosen);
 /// The language that a value such as "es", "es_VE.UTF-8" or "C" names; English for all but Spanish.
 Language languageNamed(std::string_view name);
 
-/// The text of the program's language.
-std::string_view say(std::string_view spanish, std::string_view english);
-/// The same with each "{}" replaced by the next of the values.
+/// The text of the program's language, with each "{}" replaced by the next of the values.
 std::string say(std::string_view spanish, std::string_view english,
-                std::initializer_list<std::string_view> values);
+                std::initializer_list<std::string_view> values = {});
 
 }  // namespace zentaro::terminal

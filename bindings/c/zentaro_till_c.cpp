@@ -60,10 +60,10 @@ class Call {
  public:
   explicit Call(const zentaro_object* handle) : handle_(handle), object_(c::objectOf(handle)) {
     if (object_.isNothing() || zentaro_class_name(handle) != std::string_view("CZentaro"))
-      throw till::WrongUse(std::string(say("no es un CZentaro", "is no CZentaro")));
+      throw till::WrongUse(say("no es un CZentaro", "is no CZentaro"));
     if (!calls().begin(handle))
-      throw till::WrongUse(std::string(
-          say("la impresora ya tiene una llamada en curso", "the printer has a call under way already")));
+      throw till::WrongUse(
+          say("la impresora ya tiene una llamada en curso", "the printer has a call under way already"));
   }
   ~Call() { calls().end(handle_); }
   Call(const Call&) = delete;
@@ -73,7 +73,7 @@ class Call {
   std::string port() const { return std::to_string(toInt32(printer().CommPort)); }
   till::Stop stop() const {
     return {[handle = handle_] { return calls().isStopped(handle); },
-            std::string(say("detenido por el programa", "stopped by the program"))};
+            say("detenido por el programa", "stopped by the program")};
   }
 
  private:
@@ -131,7 +131,7 @@ int32_t answered(zentaro_value* result, const Work& work) noexcept {
 till::Kind kindOf(std::string_view closing) {
   if (closing == "Z" || closing == "z") return till::Kind::Z;
   if (closing == "X" || closing == "x") return till::Kind::X;
-  throw till::WrongUse(std::string(say("un cierre es \"X\" o \"Z\"", "a closing is \"X\" or \"Z\"")));
+  throw till::WrongUse(say("un cierre es \"X\" o \"Z\"", "a closing is \"X\" or \"Z\""));
 }
 
 }  // namespace

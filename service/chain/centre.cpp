@@ -278,11 +278,9 @@ void Centre::publishAgain() {
     const bool isSilent = remaining(published.job) == 0 && now - published.heard > again + silence;
     if (published.job.state == State::Printing && isSilent && published.due != Clock::time_point{}) {
       published.job.state = State::Unknown;
-      books_.finish(published.job, {State::Unknown,
-                                    "unknown",
-                                    {},
-                                    {},
-                                    say("la caja no ha respondido", "the till has not answered", {})});
+      books_.finish(
+          published.job,
+          {State::Unknown, "unknown", {}, {}, say("la caja no ha respondido", "the till has not answered")});
       bell_.ring();
     }
     if (takesJobs(published.till))
@@ -306,7 +304,7 @@ PrinterReport Centre::report(const std::string& name, const std::string& printer
   report.name = printerOf(name, printer);
   const auto till = tills_.find(name);
   if (till == tills_.end() || !till->second.status.isOnline) {
-    report.cause = say("la caja no está en línea", "the till is offline", {});
+    report.cause = say("la caja no está en línea", "the till is offline");
     return report;
   }
   for (const Json& told : till->second.status.printers) {

@@ -11,7 +11,7 @@ struct MqttLink::Inside {};
 void demandMqtt() {
   throw std::runtime_error(
       terminal::say("--centre y --tills son para Linux, con MQTT: este zentaro se construyó sin él",
-                    "--centre and --tills are for Linux, with MQTT: this zentaro was built without it", {}));
+                    "--centre and --tills are for Linux, with MQTT: this zentaro was built without it"));
 }
 
 MqttLink::MqttLink(Settings) { demandMqtt(); }

@@ -187,7 +187,7 @@ struct MqttLink::Inside {
       session = ++sessions;
       since = std::time(nullptr);
     }
-    settings.say(say("cadena: conectado", "chain: connected", {}));
+    settings.say(say("cadena: conectado", "chain: connected"));
     changed();
   }
 

@@ -72,7 +72,7 @@ void TillSide::turn() {
     } else if (const std::optional<JobMessage> message = parseJobMessage(letter.text)) {
       take(*message);
     } else {
-      say_(say("cadena: un mensaje que no es un trabajo", "chain: a message that is no job", {}));
+      say_(say("cadena: un mensaje que no es un trabajo", "chain: a message that is no job"));
     }
   }
   behind_ = std::max<std::int64_t>(0, books_.revision() - base());
@@ -140,14 +140,14 @@ void TillSide::take(const JobMessage& message) {
     other.attempt = message.attempt;
     other.state = State::NotPrinted;
     other.verdict = "other-content";
-    other.cause = say("este id es aquí de otro trabajo; no se imprimió",
-                      "this id is another job's here; not printed", {});
+    other.cause =
+        say("este id es aquí de otro trabajo; no se imprimió", "this id is another job's here; not printed");
     return answer(std::move(other));
   }
   if (reply == Reply::Refuse)
     return refuse(message, order,
                   isInOrder                 ? expiredText()
-                  : worker == nullptr       ? say("no hay esa impresora", "there is no such printer", {})
+                  : worker == nullptr       ? say("no hay esa impresora", "there is no such printer")
                   : !reading.noJson.empty() ? reading.noJson
                                             : reading.problems.front().text);
   if (books_.queued(serviceOwner, message.printer).size() >= longestQueue) return;  // it comes again

@@ -128,7 +128,7 @@ void Api::find(http::Server& server, const http::Request& request, http::Respons
     for (const http::PageFile& file : pageFiles())
       if (file.path == request.path) return servePage(file, method, response);
     throw Problem{404, "not-found",
-                  say("aquí no hay nada con esa dirección", "there is nothing at this address", {})};
+                  say("aquí no hay nada con esa dirección", "there is nothing at this address")};
   }
   response.set_header("Allow", allowed);
   throw Problem{405, "method", say("esta dirección admite {}", "this address takes {}", {allowed})};
@@ -141,7 +141,7 @@ void Api::letIn(Call& call, Access access) {
     throw Problem{
         401, "unauthorized",
         say("falta un token válido: Authorization: Bearer TOKEN; lo hace zentaro serve token add",
-            "a valid token is missing: Authorization: Bearer TOKEN; zentaro serve token add makes one", {})};
+            "a valid token is missing: Authorization: Bearer TOKEN; zentaro serve token add makes one")};
   }
   call.token = *token;
   if (access == Access::Read) call.need(Right::Read);

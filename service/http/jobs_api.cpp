@@ -18,20 +18,20 @@ namespace {
 
 constexpr std::size_t longestQueue = 100;
 
-Problem notFound() { return {404, "not-found", say("no hay ese trabajo", "there is no such job", {})}; }
+Problem notFound() { return {404, "not-found", say("no hay ese trabajo", "there is no such job")}; }
 
 std::string conflictText(Ruling ruling) {
   switch (ruling) {
     case Ruling::AttemptAhead:
       return say("ese intento se adelanta: el siguiente es uno más que el último conocido",
-                 "that attempt is ahead: the next one is one more than the last one known", {});
+                 "that attempt is ahead: the next one is one more than the last one known");
     case Ruling::NotFinal:
       return say("el intento anterior no ha terminado: espere a saber qué fue de él",
-                 "the earlier attempt has not ended: wait until it is known what came of it", {});
+                 "the earlier attempt has not ended: wait until it is known what came of it");
     default: break;
   }
   return say("este id es de otro trabajo; no se imprimió nada nuevo; dé a cada venta su propio id",
-             "this id belongs to another job; nothing new was printed; give each sale an id of its own", {});
+             "this id belongs to another job; nothing new was printed; give each sale an id of its own");
 }
 
 Json problemsJson(const till::Problems& problems) {
@@ -122,7 +122,7 @@ void Api::needAcceptable(const Call& call, const RequestReading& reading) {
   if (!isEnding_) return;
   call.response.set_header("Retry-After", "5");
   throw Problem{503, "ending",
-                say("el servicio está terminando; pídalo otra vez", "the service is ending; ask again", {})};
+                say("el servicio está terminando; pídalo otra vez", "the service is ending; ask again")};
 }
 
 // One transaction: what was ruled is what is entered.
@@ -166,7 +166,7 @@ void Api::putJob(Call& call) {
   if (!till::isJobId(id))
     throw Problem{400, "bad-id",
                   say("un id tiene de 1 a 128 de A-Z a-z 0-9 . _ ~ : -",
-                      "an id has 1 to 128 of A-Z a-z 0-9 . _ ~ : -", {})};
+                      "an id has 1 to 128 of A-Z a-z 0-9 . _ ~ : -")};
   call.number("wait", 0, 60, 0);
   const RequestReading reading = readJobRequest(call.request.body);
   needJson(reading);
@@ -192,7 +192,7 @@ void Api::deleteJob(Call& call) {
   job = books->find(job.id).value();
   if (job.verdict != "withdrawn")
     throw conflict(call, "begun",
-                   say("ya empezó: no se puede retirar", "it has begun: it cannot be withdrawn", {}), job);
+                   say("ya empezó: no se puede retirar", "it has begun: it cannot be withdrawn"), job);
   tell(call, job);
 }
 
@@ -233,7 +233,7 @@ void Api::putFinding(Call& call) {
   if (job.state != (isPrinted ? State::Printed : State::NotPrinted))
     throw conflict(call, "not-unknown",
                    say("no es un trabajo del que no se sepa: lo que fue de él ya consta",
-                       "it is no job that nobody knows about: what came of it stands already", {}),
+                       "it is no job that nobody knows about: what came of it stands already"),
                    job);
   tell(call, job);
 }

@@ -7,7 +7,7 @@ namespace zentaro::service {
 void Api::servePage(const http::PageFile& file, const std::string& method, http::Response& response) {
   if (method != "GET") {
     response.set_header("Allow", "GET");
-    throw Problem{405, "method", terminal::say("esta dirección admite GET", "this address takes GET", {})};
+    throw Problem{405, "method", terminal::say("esta dirección admite GET", "this address takes GET")};
   }
   response.set_content(std::string{file.content}, std::string{file.type});
 }

@@ -16,7 +16,7 @@ constexpr std::chrono::seconds askPatience{20};
 Worker& Api::seen(const Call& call) const {
   Worker* worker = parts_.workers.find(call.names[0]);
   if (worker == nullptr || !call.token.sees(call.names[0]))
-    throw Problem{404, "not-found", say("aquí no hay esa impresora", "there is no such printer here", {})};
+    throw Problem{404, "not-found", say("aquí no hay esa impresora", "there is no such printer here")};
   return *worker;
 }
 

@@ -48,7 +48,7 @@ void readForceInto(RequestReading& reading, GroupReader& group) {
   if (force == nullptr) return;
   reading.request.isForced = force->text == "true";
   if (force->kind != Node::Kind::Boolean)
-    group.report("force", say("no es true ni false", "is neither true nor false", {}));
+    group.report("force", say("no es true ni false", "is neither true nor false"));
 }
 
 void readMembersInto(RequestReading& reading, const Node& root) {
@@ -66,7 +66,7 @@ void readMembersInto(RequestReading& reading, const Node& root) {
   if ((sale != nullptr) == isClosing)
     return reading.problems.push_back(
         {"", say("lleva \"sale\" (un documento) o \"closing\" (\"X\" o \"Z\"), uno de los dos",
-                 "holds either \"sale\" (a document) or \"closing\" (\"X\" or \"Z\")", {})});
+                 "holds either \"sale\" (a document) or \"closing\" (\"X\" or \"Z\")")});
   if (isClosing)
     readClosingInto(reading, group);
   else
@@ -80,7 +80,7 @@ RequestReading reading(std::string_view body, const Read& read) {
   if (!parsed.root)
     result.noJson = parsed.problem;
   else if (parsed.root->kind != Node::Kind::Group)
-    result.problems.push_back({"", say("no hay un grupo entre llaves", "there is no group in braces", {})});
+    result.problems.push_back({"", say("no hay un grupo entre llaves", "there is no group in braces")});
   else
     read(result, *parsed.root);
   return result;
@@ -112,7 +112,7 @@ RequestReading readCheckRequest(std::string_view body) {
     GroupReader group{root, "", FileLanguage::English, result.problems};
     const Node* sale = group.find("sale");
     if (sale == nullptr)
-      group.report("sale", say("falta", "is missing", {}));
+      group.report("sale", say("falta", "is missing"));
     else
       readSaleInto(result, *sale);
   });

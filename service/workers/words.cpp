@@ -21,7 +21,7 @@ std::string nextOfUnknown(const till::Job& job) {
                "Put the printer in order (paper, cover): the document is closed by itself. Do not repeat it.",
                {});
   return say("No lo repita. Mire el papel y diga si se imprimió completo o no.",
-             "Do not repeat it. Look at the paper and say whether it was printed whole or not.", {});
+             "Do not repeat it. Look at the paper and say whether it was printed whole or not.");
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ std::string nextOf(const till::Job& job) {
     case State::Queued:
       if (job.kind == till::Kind::Z && !job.cause.empty())
         return say("Resuelva primero lo que espera, o retire el cierre.",
-                   "Settle first what it waits for, or withdraw the closing.", {});
+                   "Settle first what it waits for, or withdraw the closing.");
       return {};
     case State::Printing: break;
   }
@@ -52,10 +52,10 @@ std::string nextOf(const till::Job& job) {
 
 std::string expiredText() {
   return say("pasó su paciencia sin que la impresora lo tomara; no se envió nada",
-             "its patience was over before the printer took it; nothing was sent", {});
+             "its patience was over before the printer took it; nothing was sent");
 }
 
-std::string withdrawnText() { return say("retirado antes de empezar", "withdrawn before it began", {}); }
+std::string withdrawnText() { return say("retirado antes de empezar", "withdrawn before it began"); }
 
 std::string otherMachineText(const std::string& wanted, const std::string& found) {
   return say("es para la impresora {} y aquí está la {}; no se envió nada",

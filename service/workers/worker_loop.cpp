@@ -96,7 +96,7 @@ bool PrinterWorker::Loop::reach() {
   } catch (const AutomationError& error) {
     setCondition(Condition::Unreachable, error.what(),
                  say("Revise corriente, cable y puerto; \"zentaro doctor\" dice qué le falta.",
-                     "Look at power, cable and port; \"zentaro doctor\" says what is missing.", {}));
+                     "Look at power, cable and port; \"zentaro doctor\" says what is missing."));
     return false;
   }
 }
@@ -143,15 +143,15 @@ void PrinterWorker::Loop::visit() {
     worker_.settings_.holderOf({});
     return setCondition(
         Condition::Unreachable,
-        cause.text.empty() ? say("otro programa la usa", "another program uses it", {}) : cause.text,
-        say("Revise corriente, cable, papel y puerto.", "Look at power, cable, paper and port.", {}));
+        cause.text.empty() ? say("otro programa la usa", "another program uses it") : cause.text,
+        say("Revise corriente, cable, papel y puerto.", "Look at power, cable, paper and port."));
   }
   if (const std::string holder = worker_.settings_.holderOf(station.machine()); holder != worker_.name()) {
     port_.reset();
     return setCondition(Condition::Unreachable,
                         say("es la misma máquina que {} ({})", "it is the same machine as {} ({})",
                             {holder, station.machine()}),
-                        say("Deje una de las dos líneas.", "Keep one of the two lines.", {}));
+                        say("Deje una de las dos líneas.", "Keep one of the two lines."));
   }
   look(station.machine(), asked);
   nameLeftOvers(station.machine());
@@ -179,7 +179,7 @@ void PrinterWorker::Loop::look(const std::string& machine, till::PrinterLine& as
   });
   if (document != 0)
     setCondition(
-        Condition::Blocked, say("hay un documento abierto", "a document is open", {}),
+        Condition::Blocked, say("hay un documento abierto", "a document is open"),
         say("Si es de otro programa, termínelo allí; si es de un trabajo de aquí, ponga papel y cierre la "
             "tapa: se termina solo.",
             "If it is another program's, end it there; if it is a job's from here, put in paper and close "
@@ -323,11 +323,11 @@ void PrinterWorker::Loop::settle(const Job& job, const Verdict& verdict, bool wa
   else
     books_->waits(job, cause);
   const bool isSilent = verdict.ending == till::Ending::Unreachable;
-  setCondition(
-      isSilent ? Condition::Unreachable : Condition::Blocked, cause,
-      isSilent ? say("Revise corriente, cable y puerto.", "Look at power, cable and port.", {})
-               : say("Ponga la impresora en orden; el trabajo sigue solo mientras dure su paciencia.",
-                     "Put the printer in order; the job goes on by itself while its patience lasts.", {}));
+  setCondition(isSilent ? Condition::Unreachable : Condition::Blocked, cause,
+               isSilent
+                   ? say("Revise corriente, cable y puerto.", "Look at power, cable and port.")
+                   : say("Ponga la impresora en orden; el trabajo sigue solo mientras dure su paciencia.",
+                         "Put the printer in order; the job goes on by itself while its patience lasts."));
 }
 
 void PrinterWorker::Loop::begins(const till::StepPlace& step) {

@@ -99,8 +99,7 @@ ClosingVerdict ClosingCourse::print(CZentaro& printer, PrinterLine& line) {
   ClosingVerdict made = verdict(Ending::Unknown);
   const nTipoCierreFiscal type = kind_ == Kind::Z ? CIERRE_Z : CIERRE_X;
   const SaleStep step{SaleStep::Kind::Open,
-                      kind_ == Kind::Z ? std::string(say("cierre Z", "Z closing"))
-                                       : std::string(say("cierre X", "X closing")),
+                      kind_ == Kind::Z ? say("cierre Z", "Z closing") : say("cierre X", "X closing"),
                       [type](CZentaro& z) { return z.RealizarCierre(type, true); },
                       [&made](const CZentaro& z) {
                         if (const auto figures = z.GetResultadoCierre()) made.figures = *figures;

@@ -20,9 +20,8 @@ class Carrier {
   Verdict carry(const Stop& stop, const std::string& machine) {
     while (machine_.next() != Action::Stop) {
       if (stop.isWanted && stop.isWanted())
-        interrupt({Cause::Kind::Stopped,
-                   stop.cause.empty() ? std::string(say("interrumpido", "interrupted")) : stop.cause,
-                   {}});
+        interrupt(
+            {Cause::Kind::Stopped, stop.cause.empty() ? say("interrumpido", "interrupted") : stop.cause, {}});
       announce(machine_.next(), machine);
       take(machine_.next());
     }
@@ -74,8 +73,7 @@ class Carrier {
     const std::optional<Standing> standing = printer_.counters();
     const std::string trouble = standing ? std::string() : printer_.trouble();
     observer_.counters(standing, trouble);
-    if (!standing)
-      keepCause({Cause::Kind::Silent, std::string(say("contadores: ", "counters: ")) + trouble, {}});
+    if (!standing) keepCause({Cause::Kind::Silent, say("contadores: ", "counters: ") + trouble, {}});
     machine_.counted(standing, standing ? otherHolder(*standing) : std::nullopt);
   }
 

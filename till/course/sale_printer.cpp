@@ -102,7 +102,7 @@ Reply ObjectSalePrinter::replyOf(std::int16_t outcome) {
     default: break;
   }
   if ((outcome == ENVERR_OK || outcome == ENVERR_STATUS) && !answersLastCommand(printer_))
-    return lost(std::string(say("llegó la respuesta a otro comando", "the answer to another command came")));
+    return lost(say("llegó la respuesta a otro comando", "the answer to another command came"));
   if (outcome == ENVERR_OK) return {};
   const std::string text = refusal(outcome);
   return {Fate::Refused, text, outcome == ENVERR_STATUS ? text : std::string()};

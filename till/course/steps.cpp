@@ -17,7 +17,7 @@ Variant thousandths(Thousandths quantity) { return Currency::fromScaled(quantity
 std::string field(const CZentaro& printer, int index) { return utf8(toText(printer.response(index))); }
 
 SaleStep openInvoice(const Sale& sale) {
-  return {SaleStep::Kind::Open, std::string(say("abrir factura", "open invoice")),
+  return {SaleStep::Kind::Open, say("abrir factura", "open invoice"),
           [&sale](CZentaro& z) { return z.IniciarFactura(sale.customerName, sale.customerRif); }};
 }
 

@@ -23,7 +23,7 @@ std::string_view withoutZerosBehind(std::string_view text) {
   return last == std::string_view::npos ? std::string_view{} : text.substr(0, last + 1);
 }
 
-std::string_view formProblem(std::string_view text) {
+std::string formProblem(std::string_view text) {
   if (text.empty())
     return say("está vacío; escriba un número como 12.50", "is empty; write a number such as 12.50");
   if (text.front() == '-') return say("no puede ser negativo", "must not be negative");
@@ -54,7 +54,7 @@ DecimalReading readDecimal(std::string_view text, int decimals) {
                    "has more than {} decimals; round it in your program", {std::to_string(decimals)})};
   std::string digits = std::string(whole.substr(std::min(whole.find_first_not_of('0'), whole.size()))) +
                        std::string(fraction) + std::string(places - fraction.size(), '0');
-  if (digits.size() > mostDigits) return {0, std::string(say("es demasiado grande", "is too large"))};
+  if (digits.size() > mostDigits) return {0, say("es demasiado grande", "is too large")};
   DecimalReading reading;
   std::from_chars(digits.data(), digits.data() + digits.size(), reading.value);
   return reading;

@@ -95,7 +95,7 @@ std::string GroupReader::text(std::string_view name, const TextRule& rule) {
   const Node* node = find(name);
   if (node != nullptr) return readText(*node, path(name), rule, problems_);
   if (rule.presence == Presence::Required && node_.kind == Node::Kind::Group)
-    report(name, std::string(say("falta; escriba un texto", "is missing; write a text")));
+    report(name, say("falta; escriba un texto", "is missing; write a text"));
   return {};
 }
 
@@ -103,7 +103,7 @@ std::int64_t GroupReader::number(std::string_view name, const NumberRule& rule) 
   const Node* node = find(name);
   if (node == nullptr) {
     if (node_.kind == Node::Kind::Group)
-      report(name, std::string(say("falta; escriba un número", "is missing; write a number")));
+      report(name, say("falta; escriba un número", "is missing; write a number"));
     return 0;
   }
   if (!isScalar(*node)) {
@@ -154,10 +154,10 @@ std::string readText(const Node& node, const std::string& path, const TextRule& 
   };
   if (!isScalar(node)) return problem(isKind(node, "un texto", "a text"));
   if (node.text.find_first_not_of(' ') == std::string::npos && rule.presence == Presence::Required)
-    return problem(say("está vacío; escriba un texto", "is empty; write a text", {}));
+    return problem(say("está vacío; escriba un texto", "is empty; write a text"));
   if (hasControlCharacter(node.text))
     return problem(say("tiene un carácter de control, como un salto de línea o un tabulador; quítelo",
-                       "holds a control character such as a line end or a tab; remove it", {}));
+                       "holds a control character such as a line end or a tab; remove it"));
   if (rule.longest != 0 && utf16(node.text).size() > rule.longest)
     return problem(say("tiene más de {} caracteres; acórtelo", "is longer than {} characters; shorten it",
                        {std::to_string(rule.longest)}));

@@ -62,8 +62,7 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
 
   bool open(Node::Kind kind) {
     if (open_.size() == deepest)
-      return fail(std::string(
-          say("grupos y listas están demasiado anidados", "groups and lists are nested too deeply")));
+      return fail(say("grupos y listas están demasiado anidados", "groups and lists are nested too deeply"));
     open_.push_back({kind, {}, {}, {}});
     return true;
   }
@@ -92,7 +91,7 @@ const Node* Node::find(std::string_view name) const {
   return found == names.end() ? nullptr : &items[static_cast<std::size_t>(found - names.begin())];
 }
 
-std::string_view kindName(Node::Kind kind) {
+std::string kindName(Node::Kind kind) {
   switch (kind) {
     case Node::Kind::Null: return "null";
     case Node::Kind::Boolean: return say("true o false", "true or false");

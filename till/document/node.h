@@ -20,7 +20,7 @@ struct Node {
 };
 
 /// "a text", "a list" and so on, for messages.
-std::string_view kindName(Node::Kind kind);
+std::string kindName(Node::Kind kind);
 
 struct ParsedNode {
   std::optional<Node> root;

@@ -92,12 +92,10 @@ Problems igtfWarnings(const Sale& sale) {
   Problems warnings;
   reckon(usual, warnings);
   for (Problem& warning : warnings)
-    warning.text =
-        say("con la tasa de IGTF usual, 3 %: ", "with the usual IGTF rate, 3 %: ", {}) + warning.text;
-  warnings.push_back(
-      {"igtf." + std::string(memberName("rate", sale.language)),
-       std::string(say("es la de la impresora la que vale; el vuelto puede ser otro",
-                       "is not the usual one; the printer goes by its own, and the change may differ"))});
+    warning.text = say("con la tasa de IGTF usual, 3 %: ", "with the usual IGTF rate, 3 %: ") + warning.text;
+  warnings.push_back({"igtf." + std::string(memberName("rate", sale.language)),
+                      say("es la de la impresora la que vale; el vuelto puede ser otro",
+                          "is not the usual one; the printer goes by its own, and the change may differ")});
   return warnings;
 }
 
@@ -136,8 +134,8 @@ std::string rifDoubt(std::string_view rif) {
   const bool hasDigits = digits.find_first_not_of("0123456789") == std::string::npos && digits.size() >= 6 &&
                          digits.size() <= withoutCheckDigit + 1;
   if (!hasLetter || !hasDigits)
-    return std::string(say("no parece un RIF ni una cédula; se espera J-12345678-9 o V-12345678",
-                           "looks like no RIF and no identity card; J-12345678-9 or V-12345678 is usual"));
+    return say("no parece un RIF ni una cédula; se espera J-12345678-9 o V-12345678",
+               "looks like no RIF and no identity card; J-12345678-9 or V-12345678 is usual");
   if (digits.size() <= withoutCheckDigit) return {};
   const int expected = checkDigitOf(rif.substr(0, 1), digits);
   if (digits.back() - '0' == expected) return {};

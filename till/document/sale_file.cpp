@@ -114,11 +114,11 @@ class SaleReader {
     const Node* node = document_->find("invoice");
     if (sale_.isCreditNote && node == nullptr)
       document_->report("invoice", say("falta; nombre la factura que la nota de crédito devuelve",
-                                       "is missing; name the invoice that the credit note takes back", {}));
+                                       "is missing; name the invoice that the credit note takes back"));
     if (!sale_.isCreditNote && node != nullptr)
       document_->report("invoice",
                         say("es de una nota de crédito; quítela, o haga del documento una nota de crédito",
-                            "belongs to a credit note; remove it, or make the document a credit note", {}));
+                            "belongs to a credit note; remove it, or make the document a credit note"));
     if (node == nullptr) return;
     GroupReader invoice = group(*node, document_->path("invoice"));
     sale_.invoice = {invoice.text("number", freeText), invoice.text("serial", optionalText),
@@ -143,7 +143,7 @@ class SaleReader {
     time = whole;
     if (date.empty())
       invoice.report("time", say("está sin fecha; escriba la fecha también",
-                                 "stands without a date; write the date too", {}));
+                                 "stands without a date; write the date too"));
   }
 
   void readLines() {
@@ -158,7 +158,7 @@ class SaleReader {
     const auto isItem = [](const Line& line) { return std::holds_alternative<Item>(line); };
     if (std::none_of(sale_.lines.begin(), sale_.lines.end(), isItem))
       document_->report("lines", say("no tiene ningún renglón con precio; el documento necesita uno",
-                                     "holds no item; a document needs one at least", {}));
+                                     "holds no item; a document needs one at least"));
   }
 
   static Item readItem(GroupReader& line) {
@@ -200,7 +200,7 @@ class SaleReader {
     }
     if (sale_.isCreditNote && !payments.empty())
       document_->report("payments", say("están en una nota de crédito, que no los admite; quítelos",
-                                        "stand on a credit note, which takes none; remove them", {}));
+                                        "stand on a credit note, which takes none; remove them"));
   }
 
   void readIgtf() {
@@ -244,7 +244,7 @@ SaleReading readSale(std::string_view json) {
 
 SaleReading readSale(const Node& root) {
   if (root.kind == Node::Kind::Group) return SaleReader(root).read();
-  return {{}, {{"", say("no hay un grupo entre llaves", "there is no group in braces", {})}}};
+  return {{}, {{"", say("no hay un grupo entre llaves", "there is no group in braces")}}};
 }
 
 }  // namespace zentaro::till

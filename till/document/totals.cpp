@@ -30,9 +30,8 @@ class Reckoning {
     const Cents amount = amountOf(item);
     const std::optional<std::size_t> place = placeOf(item.tax);
     if (!place)
-      report(path + "." + member("tax"),
-             std::string(say("es una cuarta tasa; un documento admite tres",
-                             "is a fourth tax rate; a document has room for three")));
+      report(path + "." + member("tax"), say("es una cuarta tasa; un documento admite tres",
+                                             "is a fourth tax rate; a document has room for three"));
     else if (net() + amount > largestAmount)
       report(path, say("hace el documento mayor que {}", "makes the document larger than {}",
                        {centsText(largestAmount)}));
@@ -120,7 +119,7 @@ void compareSums(const Sale& sale, const Totals& totals, Problems& problems) {
     problems.push_back(
         {std::string(memberName("prices", sale.language)),
          bothSums(sale, totals) + say("; escriba los renglones con cantidad 1, o el total que vale",
-                                      "; write the lines with quantity 1, or the total that holds", {})});
+                                      "; write the lines with quantity 1, or the total that holds")});
 }
 
 Cents addPayments(const Sale& sale, const Totals& totals, Problems& problems) {
@@ -129,8 +128,8 @@ Cents addPayments(const Sale& sale, const Totals& totals, Problems& problems) {
   Cents paid = 0;
   for (std::size_t i = 0; i < sale.payments.size(); ++i) {
     if (paid >= enough) {
-      problems.push_back({indexed(path, i), std::string(say("llega cuando todo está pagado; quítelo",
-                                                            "comes when everything is paid; remove it"))});
+      problems.push_back({indexed(path, i), say("llega cuando todo está pagado; quítelo",
+                                                "comes when everything is paid; remove it")});
       return paid;
     }
     paid += sale.payments[i].amount;

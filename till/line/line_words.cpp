@@ -10,17 +10,17 @@ using terminal::say;
 std::string trouble(Heard heard) {
   switch (heard) {
     case Heard::InStep: return {};
-    case Heard::Nothing: return std::string(say("la impresora no responde", "the printer does not answer"));
+    case Heard::Nothing: return say("la impresora no responde", "the printer does not answer");
     case Heard::OutOfStep:
-      return std::string(say("lo que llega no es la respuesta a lo que se pregunta",
-                             "what arrives is not the answer to what is asked"));
+      return say("lo que llega no es la respuesta a lo que se pregunta",
+                 "what arrives is not the answer to what is asked");
     case Heard::Echo:
-      return std::string(say("la línea devuelve lo que se le envía: no hay impresora en ella",
-                             "the line returns what is sent: there is no printer on it"));
+      return say("la línea devuelve lo que se le envía: no hay impresora en ella",
+                 "the line returns what is sent: there is no printer on it");
     case Heard::OtherMachine:
-      return std::string(say("responde otra impresora, con otro número de serie",
-                             "another printer answers, with another serial number"));
-    case Heard::Stopped: return std::string(say("interrumpido", "interrupted"));
+      return say("responde otra impresora, con otro número de serie",
+                 "another printer answers, with another serial number");
+    case Heard::Stopped: return say("interrumpido", "interrupted");
   }
   return {};
 }

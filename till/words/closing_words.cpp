@@ -111,18 +111,17 @@ std::string closingState(const ClosingVerdict& verdict) {
                  "{} NOT PRINTED. The id belongs to another document; nothing was sent.", {letter(verdict)});
     case Ending::NotPrinted:
     case Ending::OpenBefore:
-      return verdict.kind == Kind::X ? std::string(say("X NO IMPRESO.", "X NOT PRINTED."))
-                                     : std::string(say("Z NO IMPRESO. El día sigue abierto.",
-                                                       "Z NOT PRINTED. The day is still open."));
+      return verdict.kind == Kind::X
+                 ? say("X NO IMPRESO.", "X NOT PRINTED.")
+                 : say("Z NO IMPRESO. El día sigue abierto.", "Z NOT PRINTED. The day is still open.");
     case Ending::Unknown:
     case Ending::StillOpen:
     case Ending::StillToBeClosed: break;
   }
-  return verdict.kind == Kind::X
-             ? std::string(say("X EN DUDA. Puede estar impreso; sus montos no llegaron.",
-                               "X UNKNOWN. It may be printed; its figures did not arrive."))
-             : std::string(say("Z EN DUDA. No se sabe si el día ya está cerrado.",
-                               "Z UNKNOWN. The day may be closed already."));
+  return verdict.kind == Kind::X ? say("X EN DUDA. Puede estar impreso; sus montos no llegaron.",
+                                       "X UNKNOWN. It may be printed; its figures did not arrive.")
+                                 : say("Z EN DUDA. No se sabe si el día ya está cerrado.",
+                                       "Z UNKNOWN. The day may be closed already.");
 }
 
 // What ends the document that is in the way.
@@ -136,37 +135,35 @@ std::string endingCommand(int document) {
 std::string closingNext(const ClosingVerdict& verdict, const SalePlace& place) {
   switch (verdict.ending) {
     case Ending::PrintedBefore:
-      return std::string(say("Si después hubo ventas, dé la orden otra vez para cerrar el día de hoy.",
-                             "If there were sales since, give the command again to close this day."));
+      return say("Si después hubo ventas, dé la orden otra vez para cerrar el día de hoy.",
+                 "If there were sales since, give the command again to close this day.");
     case Ending::Printed:
     case Ending::AlreadyPrinted:
-      return verdict.kind == Kind::X ? std::string()
-                                     : std::string(say("El día está cerrado: no cierre otra vez.",
-                                                       "The day is closed: do not close again."));
+      return verdict.kind == Kind::X
+                 ? std::string()
+                 : say("El día está cerrado: no cierre otra vez.", "The day is closed: do not close again.");
     case Ending::UnknownBefore:
-      return std::string(
-          say("Mire el papel y dígalo con \"zentaro sale ARCHIVO --resolve\"; el Z borra la prueba.",
-              "Look at the paper and say so with \"zentaro sale FILE --resolve\"; a Z takes the "
-              "evidence away."));
+      return say("Mire el papel y dígalo con \"zentaro sale ARCHIVO --resolve\"; el Z borra la prueba.",
+                 "Look at the paper and say so with \"zentaro sale FILE --resolve\"; a Z takes the "
+                 "evidence away.");
     case Ending::Unknown:
       if (verdict.kind == Kind::X)
-        return std::string(say("Pedirlo otra vez no cambia nada.", "Asking again changes nothing."));
-      return std::string(
-          say("Mire el papel, y UltimoCierreZ de \"zentaro status\", antes de cerrar otra vez.",
-              "Look at the paper, and at UltimoCierreZ of \"zentaro status\", before you close "
-              "again."));
+        return say("Pedirlo otra vez no cambia nada.", "Asking again changes nothing.");
+      return say("Mire el papel, y UltimoCierreZ de \"zentaro status\", antes de cerrar otra vez.",
+                 "Look at the paper, and at UltimoCierreZ of \"zentaro status\", before you close "
+                 "again.");
     case Ending::Unreachable:
-      return std::string(say("Revise corriente, cable, papel y puerto, y ciérrelo otra vez.",
-                             "Look at power, cable, paper and port, then close again."));
+      return say("Revise corriente, cable, papel y puerto, y ciérrelo otra vez.",
+                 "Look at power, cable, paper and port, then close again.");
     case Ending::Busy:
-      return std::string(say("Espere a que termine, o dé la orden con --wait.",
-                             "Wait until it is done, or give the command with --wait."));
+      return say("Espere a que termine, o dé la orden con --wait.",
+                 "Wait until it is done, or give the command with --wait.");
     default: break;
   }
   if (verdict.openDocument == 0)
-    return std::string(say("Corrija la causa y dé la orden otra vez.",
-                           "Remove the cause, then give the command "
-                           "again."));
+    return say("Corrija la causa y dé la orden otra vez.",
+               "Remove the cause, then give the command "
+               "again.");
   return say(
       "Hay un documento abierto. Mire el papel, termínelo y dé la orden otra vez:\n    zentaro call {} {}",
       "A document is open. Look at the paper, end it, then give the command again:\n    zentaro call {} {}",

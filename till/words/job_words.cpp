@@ -22,13 +22,13 @@ namespace {
 
 std::string stateWords(State state) {
   switch (state) {
-    case State::Queued: return std::string(say("en espera", "waiting"));
-    case State::Printing: return std::string(say("inconclusa", "cut short"));
-    case State::Printed: return std::string(say("impresa", "printed"));
-    case State::NotPrinted: return std::string(say("no impresa", "not printed"));
+    case State::Queued: return say("en espera", "waiting");
+    case State::Printing: return say("inconclusa", "cut short");
+    case State::Printed: return say("impresa", "printed");
+    case State::NotPrinted: return say("no impresa", "not printed");
     case State::Unknown: break;
   }
-  return std::string(say("no se sabe", "unknown"));
+  return say("no se sabe", "unknown");
 }
 
 std::string idWords(const Job& job) {
@@ -43,7 +43,7 @@ Json momentJson(Moment at) { return at == 0 ? Json(nullptr) : Json(isoMoment(at)
 }  // namespace
 
 std::string jobsText(const std::vector<Job>& jobs) {
-  if (jobs.empty()) return std::string(say("Los libros están vacíos.\n", "The books are empty.\n"));
+  if (jobs.empty()) return say("Los libros están vacíos.\n", "The books are empty.\n");
   std::size_t width = 0;
   for (const Job& job : jobs) width = std::max(width, terminal::columnsOf(idWords(job)));
   std::ostringstream text;

@@ -45,16 +45,16 @@ void Teller::traceEnded(const std::string& why) {
               "zentaro: warning: the trace cannot be written ({}); going on without it\n", {harmless(why)}));
 }
 
-void Teller::asksForCounters() { progress_("  --  " + std::string(say("contadores", "counters")) + "\n"); }
+void Teller::asksForCounters() { progress_("  --  " + say("contadores", "counters") + "\n"); }
 
 void Teller::counters(const std::optional<Standing>& now, const std::string& trouble) {
   std::string text = "  --  ";
   if (!now)
-    text += std::string(say("ninguno, ", "none, ")) + harmless(trouble);
+    text += say("ninguno, ", "none, ") + harmless(trouble);
   else
-    text += std::string(say("último número ", "last number ")) + std::to_string(now->lastNumber) +
-            std::string(now->document == 0 ? say(", ningún documento abierto", ", no document open")
-                                           : say(", hay un documento abierto", ", a document is open"));
+    text += say("último número ", "last number ") + std::to_string(now->lastNumber) +
+            (now->document == 0 ? say(", ningún documento abierto", ", no document open")
+                                : say(", hay un documento abierto", ", a document is open"));
   progress_(text + "\n");
 }
 
@@ -110,12 +110,11 @@ void Teller::booksFell(const std::string& why) {
 
 void Teller::waitsForBooks() {
   notice_(say("zentaro: otro programa ocupa los libros; se espera\n",
-              "zentaro: another program holds the books; waiting\n", {}));
+              "zentaro: another program holds the books; waiting\n"));
 }
 
 void Teller::waitsForMachine() {
-  notice_(
-      say("zentaro: la impresora está en uso; se espera\n", "zentaro: the printer is in use; waiting\n", {}));
+  notice_(say("zentaro: la impresora está en uso; se espera\n", "zentaro: the printer is in use; waiting\n"));
 }
 
 }  // namespace zentaro::till

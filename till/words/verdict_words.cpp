@@ -111,8 +111,8 @@ const Words* wordsOf(Ending ending) {
 
 std::string busyText(const Verdict& verdict) {
   if (!verdict.job)
-    return std::string(say("NO IMPRESO. Otro programa usa esta impresora ahora; no se envió nada.",
-                           "NOT PRINTED. Another program uses this printer now; nothing was sent."));
+    return say("NO IMPRESO. Otro programa usa esta impresora ahora; no se envió nada.",
+               "NOT PRINTED. Another program uses this printer now; nothing was sent.");
   return say("EN CURSO. La venta \"{}\" espera o se imprime ahora en otra parte; aquí no se envió nada.",
              "UNDER WAY. The sale \"{}\" waits or is being printed elsewhere; nothing was sent here.",
              {harmless(verdict.job->id)});
@@ -126,7 +126,7 @@ std::string booksText(const Verdict& verdict) {
   const Job& job = *verdict.job;
   const std::array values{harmless(job.id), momentText(job.begun != 0 ? job.begun : job.accepted),
                           numberText(job.number), harmless(job.printer)};
-  std::string text(say(row->text.spanish, row->text.english));
+  std::string text = say(row->text.spanish, row->text.english);
   for (std::size_t index = 0; index < values.size(); ++index) {
     const std::string gap = "{" + std::to_string(index) + "}";
     if (const auto at = text.find(gap); at != std::string::npos) text.replace(at, gap.size(), values[index]);
@@ -136,10 +136,9 @@ std::string booksText(const Verdict& verdict) {
 
 std::string stateText(const Verdict& verdict) {
   if (verdict.ending == Ending::NotPrinted && !verdict.wasOpened)
-    return std::string(
-        say("NO IMPRESO. No se abrió ningún documento.", "NOT PRINTED. No document was opened."));
+    return say("NO IMPRESO. No se abrió ningún documento.", "NOT PRINTED. No document was opened.");
   const Both& state = wordsOf(verdict.ending)->state;
-  return std::string(say(state.spanish, state.english));
+  return say(state.spanish, state.english);
 }
 
 // What the printer wants before it sells again; each model says it in words of its own, with these in them.
@@ -170,7 +169,7 @@ std::string amountsText(const Verdict& verdict) {
   std::string text =
       say("Número {}, total {}, vuelto {}", "Number {}, total {}, change {}",
           {numberText(verdict.number), centsText(verdict.total()), centsText(verdict.change())});
-  if (!verdict.receipt) return text + std::string(say(" (montos calculados)", " (amounts computed)"));
+  if (!verdict.receipt) return text + say(" (montos calculados)", " (amounts computed)");
   const bool differs = verdict.total() != totals.due() || verdict.change() != totals.change();
   if (!differs) return text;
   return text + say(". La impresora difiere de lo calculado: total {}, vuelto {}",
@@ -181,7 +180,7 @@ std::string amountsText(const Verdict& verdict) {
 }  // namespace
 
 std::string numberText(const std::optional<std::int64_t>& number) {
-  if (!number) return std::string(say("desconocido (mire el papel)", "unknown (see the paper)"));
+  if (!number) return say("desconocido (mire el papel)", "unknown (see the paper)");
   const std::string digits = std::to_string(*number);
   return std::string(8 - std::min<std::size_t>(8, digits.size()), '0') + digits;
 }
@@ -216,8 +215,8 @@ Json verdictJson(const Verdict& verdict, const SalePlace& place) {
 }
 
 std::string virtualNotice() {
-  return std::string(say("EN LA IMPRESORA VIRTUAL: no es un documento fiscal",
-                         "ON THE VIRTUAL PRINTER: not a fiscal document"));
+  return say("EN LA IMPRESORA VIRTUAL: no es un documento fiscal",
+             "ON THE VIRTUAL PRINTER: not a fiscal document");
 }
 
 }  // namespace zentaro::till

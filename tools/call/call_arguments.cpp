@@ -56,8 +56,8 @@ std::string suggestion(const ClassDescription& description, std::string_view nam
     if (equalIgnoringCase(known.substr(0, enough), start)) similar += " " + std::string(known);
   }
   if (similar.empty())
-    return std::string(terminal::say("\"zentaro members\" los muestra", "\"zentaro members\" lists all"));
-  return std::string(terminal::say("hay", "there is")) + similar;
+    return terminal::say("\"zentaro members\" los muestra", "\"zentaro members\" lists all");
+  return terminal::say("hay", "there is") + similar;
 }
 
 std::size_t requiredCount(const Member& member) {

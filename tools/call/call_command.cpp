@@ -123,34 +123,31 @@ int runCall(const CallOptions& options) {
 
 void addCallCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<CallOptions>();
-  const auto text = [](std::string_view spanish, std::string_view english) {
-    return std::string(say(spanish, english));
-  };
   CLI::App* command =
-      app.add_subcommand("call", text("Abre el puerto, llama a un miembro, muestra la respuesta y cierra",
-                                      "Open the port, call one member, show the answer, close"));
+      app.add_subcommand("call", say("Abre el puerto, llama a un miembro, muestra la respuesta y cierra",
+                                     "Open the port, call one member, show the answer, close"));
   addPortOptions(*command, options->port);
   command->add_flag(
       "--json", options->isJson,
-      text("Muestra resultado y respuesta como JSON", "Show result, outcome and answer as JSON"));
+      say("Muestra resultado y respuesta como JSON", "Show result, outcome and answer as JSON"));
   command
-      ->add_option(text("MIEMBRO", "MEMBER"), options->words,
-                   text("Nombre de un miembro y sus argumentos", "Name of a member, then its arguments"))
+      ->add_option(say("MIEMBRO", "MEMBER"), options->words,
+                   say("Nombre de un miembro y sus argumentos", "Name of a member, then its arguments"))
       ->required()
       ->type_name("");
   command->footer(
-      text("Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o "
-           "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\", como "
-           "text:--nota.\n\n"
-           "Sin --port ni --device, y si no hay puerto configurado, se usa una impresora virtual.\n"
-           "Estado de salida: 0 con el resultado 0, 1 con otro, 2 cuando no se pudo llamar.\n\n"
-           "Ejemplo: zentaro call --device /dev/ttyUSB0 StatusIF N",
-           "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or "
-           "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\", as in "
-           "text:--note.\n\n"
-           "Without --port and --device, where no port is configured, a virtual printer is used.\n"
-           "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"
-           "Example: zentaro call --device /dev/ttyUSB0 StatusIF N"));
+      say("Argumentos: números enteros, decimales con punto, true, false, fechas como 2024-03-15 o "
+          "2024-03-15T14:05:00; lo demás es texto, y también todo lo que sigue a \"text:\", como "
+          "text:--nota.\n\n"
+          "Sin --port ni --device, y si no hay puerto configurado, se usa una impresora virtual.\n"
+          "Estado de salida: 0 con el resultado 0, 1 con otro, 2 cuando no se pudo llamar.\n\n"
+          "Ejemplo: zentaro call --device /dev/ttyUSB0 StatusIF N",
+          "Arguments: whole numbers, decimals with a point, true, false, dates like 2024-03-15 or "
+          "2024-03-15T14:05:00; anything else is a text, and so is everything behind \"text:\", as in "
+          "text:--note.\n\n"
+          "Without --port and --device, where no port is configured, a virtual printer is used.\n"
+          "Exit status: 0 for the outcome 0, 1 for any other, 2 when the call could not be made.\n\n"
+          "Example: zentaro call --device /dev/ttyUSB0 StatusIF N"));
   command->callback([options, &status] { status = guarded([&] { return runCall(*options); }); });
 }
 

@@ -30,8 +30,7 @@ struct CierreOptions {
 
 till::CloseOptions closeOptions(const PortOptions& port, till::Observer& observer) {
   till::CloseOptions made;
-  made.stop = {base::Interruption::isRequested,
-               std::string(say("interrumpido por una señal", "interrupted by a signal"))};
+  made.stop = {base::Interruption::isRequested, say("interrumpido por una señal", "interrupted by a signal")};
   made.observer = &observer;
   made.wait = std::chrono::seconds(port.wait.value_or(0));
   made.keepsBooks = !deviceNamedBy(port).empty();
@@ -82,21 +81,21 @@ int runCierre(const CierreOptions& options) {
 
 void addCierreCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<CierreOptions>();
-  CLI::App* command = addReport(app, options->report, "cierre",
-                                std::string(say("Imprime el cierre X o Z y muestra sus montos",
-                                                "Print the X or Z closing and show its figures")));
+  CLI::App* command = addReport(
+      app, options->report, "cierre",
+      say("Imprime el cierre X o Z y muestra sus montos", "Print the X or Z closing and show its figures"));
   command
-      ->add_option(std::string(say("CIERRE", "CLOSING")), options->closing,
-                   std::string(say("x lee los montos del día, z termina el día",
-                                   "x reads the day's figures, z ends the day")))
+      ->add_option(
+          say("CIERRE", "CLOSING"), options->closing,
+          say("x lee los montos del día, z termina el día", "x reads the day's figures, z ends the day"))
       ->required()
       ->check(terminal::oneOf({"x", "z"}))
       ->transform([](const std::string& closing) { return CLI::detail::to_lower(closing); });
   command->footer(
-      std::string(say("Estado de salida: 0 impreso, 1 rechazado, 2 no se intentó, 3 no impreso, "
-                      "4 no se sabe.",
-                      "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 not printed, "
-                      "4 unknown.")));
+      say("Estado de salida: 0 impreso, 1 rechazado, 2 no se intentó, 3 no impreso, "
+          "4 no se sabe.",
+          "Exit status: 0 printed, 1 refused, 2 it could not be tried, 3 not printed, "
+          "4 unknown."));
   command->callback([options, &status] { status = guarded([&] { return runCierre(*options); }); });
 }
 

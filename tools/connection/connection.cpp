@@ -95,10 +95,10 @@ std::string inUseText(const std::string& device) {
   if (!served.empty())
     return say("el puerto {} lo tiene el servicio; {}", "the port {} is in use by the service; {}",
                {harmless(device), sendToService(*service, served)});
-  return say("el puerto {} está en uso: {}", "the port {} is in use: {}",
-             {harmless(device),
-              holder.empty() ? std::string(say("un programa de otra cuenta", "a program of another user"))
-                             : harmless(holder)});
+  return say(
+      "el puerto {} está en uso: {}", "the port {} is in use: {}",
+      {harmless(device),
+       holder.empty() ? say("un programa de otra cuenta", "a program of another user") : harmless(holder)});
 }
 
 }  // namespace
@@ -130,8 +130,8 @@ Connection::Connection(const PortOptions& options, const std::vector<std::string
       scope_(withSettings(settings_)),
       portWords_(portWordsOf(options)) {
   base::Interruption::setLastWords(
-      std::string(say("\nzentaro: interrumpido; si la orden imprime, puede estar impreso: mire el papel\n",
-                      "\nzentaro: ended; if the command prints, it may be printed: look at the paper\n")));
+      say("\nzentaro: interrumpido; si la orden imprime, puede estar impreso: mire el papel\n",
+          "\nzentaro: ended; if the command prints, it may be printed: look at the paper\n"));
   device_ = virtualPrinter_ ? virtualPrinter_->device() : options.device;
   if (!device_.empty()) settings_.replace(portSection, portKey(ownPort), utf16(device_));
   if (options.port) device_ = devicePath(portKey(*options.port));
@@ -165,8 +165,8 @@ void Connection::openPort(std::chrono::seconds wait) {
     printer().PortOpen(false);
     const std::string text = inUseText(device_);
     if (std::chrono::steady_clock::now() >= end || base::Interruption::isRequested())
-      throw std::runtime_error(
-          text + std::string(say("; con --wait SEGUNDOS se espera", "; --wait SECONDS waits for it")));
+      throw std::runtime_error(text +
+                               say("; con --wait SEGUNDOS se espera", "; --wait SECONDS waits for it"));
     if (!std::exchange(isTold, true)) std::cerr << "zentaro: " << text << say("; se espera\n", "; waiting\n");
   }
 }

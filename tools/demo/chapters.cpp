@@ -7,16 +7,14 @@ namespace zentaro::tools {
 
 std::vector<DemoChapter> demoChapters(const Variant& serial) {
   const Variant date = "2026-03-15";
-  const auto title = [](std::string_view spanish, std::string_view english) {
-    return std::string(terminal::say(spanish, english));
-  };
   return {
-      {title("La impresora", "The printer"),
+      {terminal::say("La impresora", "The printer"),
        {{"GetStatusN", {}},
         {"SerialImpresora", {}},
         {"SetDateTime", {"2026-03-15 14:05:00"}},
         {"GetDateTime", {}}}},
-      {title("Una factura, pagada en parte en divisas", "An invoice, partly paid in foreign currency"),
+      {terminal::say("Una factura, pagada en parte en divisas",
+                     "An invoice, partly paid in foreign currency"),
        {{"IniciarFactura", {"Inversiones Peñalver, C.A.", "J-30123456-7"}},
         {"PasarLineaFactura", {"Café molido 500 g", 12.5, 2, 16}},
         {"PasarLineaFactura", {"Jamón ahumado", 14.4, 0.75, 16}},
@@ -26,14 +24,14 @@ std::vector<DemoChapter> demoChapters(const Variant& serial) {
         {"PagoConMedio", {"Divisas", 30}},
         {"RecibirPago", {20}},
         {"CerrarComprobanteIGTF", {"T", 30}}}},
-      {title("Una nota de crédito sobre ella", "A credit note that refers to it"),
+      {terminal::say("Una nota de crédito sobre ella", "A credit note that refers to it"),
        {{"IniciarDevolucion", {"Inversiones Peñalver, C.A.", "J-30123456-7", 1, serial, date, "14:05:00"}},
         {"PasarLineaDevolucion", {"Azúcar 1 kg", 3.2, 1.5, 0}},
         {"CerrarComprobante", {}}}},
-      {title("Un cheque", "A cheque"),
+      {terminal::say("Un cheque", "A cheque"),
        {{"LlenarCheque", {1500, "JOSE PEREZ", date}},
         {"EndosarCheque", {"Ana Rojas", "V-12345678", "0212-5551234"}}}},
-      {title("El fin del día", "The end of the day"),
+      {terminal::say("El fin del día", "The end of the day"),
        {{"GetStatusHASAR", {}},
         {"PerformReturnCierre", {0}},
         {"PerformReturnCierre", {1}},

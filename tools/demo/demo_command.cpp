@@ -153,21 +153,18 @@ int runDemo(const DemoOptions& options) {
 
 void addDemoCommand(CLI::App& app, int& status) {
   const auto options = std::make_shared<DemoOptions>();
-  const auto text = [](std::string_view spanish, std::string_view english) {
-    return std::string(say(spanish, english));
-  };
   CLI::App* command = app.add_subcommand(
-      "demo", text("Un día de ventas en una impresora virtual", "A day of sales on a virtual printer"));
+      "demo", say("Un día de ventas en una impresora virtual", "A day of sales on a virtual printer"));
   command
       ->add_option("--paper", options->paper,
-                   text("Dibuja el papel en ARCHIVO (.txt, .svg o .html)",
-                        "Draw the paper into FILE (.txt, .svg or .html)"))
-      ->type_name(text("ARCHIVO", "FILE"));
+                   say("Dibuja el papel en ARCHIVO (.txt, .svg o .html)",
+                       "Draw the paper into FILE (.txt, .svg or .html)"))
+      ->type_name(say("ARCHIVO", "FILE"));
   CLI::Option* web = command
                          ->add_option("--web", options->web,
-                                      text("Se ve imprimir en una página web (127.0.0.1:8210)",
-                                           "Watch it print on a web page (127.0.0.1:8210)"))
-                         ->type_name(text("[[DIRECCIÓN:]PUERTO]", "[[ADDRESS:]PORT]"))
+                                      say("Se ve imprimir en una página web (127.0.0.1:8210)",
+                                          "Watch it print on a web page (127.0.0.1:8210)"))
+                         ->type_name(say("[[DIRECCIÓN:]PUERTO]", "[[ADDRESS:]PORT]"))
                          ->expected(0, 1);
   command->callback([options, web, &status] {
     options->hasPage = web->count() > 0;

@@ -15,23 +15,22 @@ void judgeBooks(const std::string& path, Findings& findings) {
   std::error_code failed;
   if (!std::filesystem::exists(files::pathOf(path), failed) && !failed) {
     findings.add(path, {"no-books", false,
-                        std::string(say("todavía no los hay; la primera venta los abre",
-                                        "there are none yet; the first sale opens them"))});
+                        say("todavía no los hay; la primera venta los abre",
+                            "there are none yet; the first sale opens them")});
     return;
   }
   try {
     const till::Books books(path);
     books.check();
-    findings.add(path, {"books", false, std::string(say("en orden", "in order"))});
+    findings.add(path, {"books", false, say("en orden", "in order")});
     for (const till::Job& job : books.changedAfter(0, {.state = till::State::Unknown}))
-      findings.add(
-          path, {"unknown-sale", true,
-                 say("no se sabe si la venta {} se imprimió", "whether the sale {} was printed is not known",
-                     {job.id}),
-                 std::string(say("mire el papel; \"zentaro sale ARCHIVO --id ID --resolve printed\" o "
-                                 "\"not-printed\" lo dice",
-                                 "look at the paper; \"zentaro sale FILE --id ID --resolve printed\" or "
-                                 "\"not-printed\" tells it"))});
+      findings.add(path, {"unknown-sale", true,
+                          say("no se sabe si la venta {} se imprimió",
+                              "whether the sale {} was printed is not known", {job.id}),
+                          say("mire el papel; \"zentaro sale ARCHIVO --id ID --resolve printed\" o "
+                              "\"not-printed\" lo dice",
+                              "look at the paper; \"zentaro sale FILE --id ID --resolve printed\" or "
+                              "\"not-printed\" tells it")});
   } catch (const std::exception& error) {
     findings.add(path, {"bad-books", true, error.what()});
   }

@@ -68,7 +68,7 @@ void examine(const std::string& name, const std::string& path, bool isConfigured
 }
 
 Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
-  Chapter chapter{"ports", std::string(say("Puertos", "Ports"))};
+  Chapter chapter{"ports", say("Puertos", "Ports")};
   if (asked.isVirtual) {
     askPrinter({}, "--virtual", asked, chapter.findings);
     return chapter;
@@ -89,7 +89,7 @@ Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
   }
   if (!isAnyConfigured)
     chapter.findings.add(
-        std::string(say("COM1 a COM8", "COM1 to COM8")),
+        say("COM1 a COM8", "COM1 to COM8"),
         {"no-port-configured", true,
          say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora (tampoco en {}, que sería COM1)",
              "no port has been given a device, so no printer was asked (nor at {}, which would be COM1)",
@@ -109,14 +109,12 @@ std::string commandFor(const SerialDevice& device) {
 }
 
 std::string stateOf(const PortFacts& facts) {
-  if (!facts.canReadAndWrite)
-    return std::string(say("este usuario no lo puede usar", "this user may not use it"));
-  return facts.holder.empty() ? std::string(say("libre", "free")) : facts.holder;
+  if (!facts.canReadAndWrite) return say("este usuario no lo puede usar", "this user may not use it");
+  return facts.holder.empty() ? say("libre", "free") : facts.holder;
 }
 
 Chapter listDevices() {
-  Chapter chapter{
-      "devices", std::string(say("Dispositivos seriales de esta máquina", "Serial devices of this machine"))};
+  Chapter chapter{"devices", say("Dispositivos seriales de esta máquina", "Serial devices of this machine")};
   for (const SerialDevice& device : serialDevices()) {
     const PortFacts facts = examinePort("", device.path, false);
     std::string text = device.driver.empty() ? "" : device.driver + ", ";
@@ -147,9 +145,9 @@ int runDoctor(const DoctorOptions& options) {
                                                          " (not there: all have their defaults)")})};
   judgeSettings(file.settings(), settings.findings);
   judgeRegistration(settings.findings);
-  Chapter books{"books", std::string(say("Libros de las ventas", "Books of the sales"))};
+  Chapter books{"books", say("Libros de las ventas", "Books of the sales")};
   judgeBooks(till::booksPath(), books.findings);
-  Chapter service{"service", std::string(say("Servicio", "Service"))};
+  Chapter service{"service", say("Servicio", "Service")};
   judgeService(till::booksPath(), service.findings);
   const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(), books,
                                       service};
@@ -162,7 +160,7 @@ int runDoctor(const DoctorOptions& options) {
     page += chapter.title + "\n" + chapter.findings.text() + "\n";
     json[chapter.code] = chapter.findings.json();
   }
-  page += problems == 0 ? std::string(say("Nada anda mal.", "Nothing is wrong."))
+  page += problems == 0 ? say("Nada anda mal.", "Nothing is wrong.")
                         : say("Hallazgos por ver, con \"!\": {}",
                               "Findings to look at, marked with \"!\": {}", {std::to_string(problems)});
   page += "\n";
@@ -177,23 +175,22 @@ int runDoctor(const DoctorOptions& options) {
 
 void addDoctorCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<DoctorOptions>();
-  CLI::App* command = app.add_subcommand(
-      "doctor", std::string(say("Revisa configuración, puertos e impresoras, y dice qué hacer",
-                                "Check settings, ports and printers, and say what to do")));
+  CLI::App* command =
+      app.add_subcommand("doctor", say("Revisa configuración, puertos e impresoras, y dice qué hacer",
+                                       "Check settings, ports and printers, and say what to do"));
   addPortOptions(*command, options->port);
-  command->add_flag("--json", options->isJson,
-                    std::string(say("Los hallazgos como JSON", "The findings as JSON")));
+  command->add_flag("--json", options->isJson, say("Los hallazgos como JSON", "The findings as JSON"));
   command
       ->add_option("--report", options->reportFile,
-                   std::string(say("Escribe un texto para quien ayuda", "Write a text for whoever helps")))
-      ->type_name(std::string(say("ARCHIVO", "FILE")));
-  command->footer(std::string(
+                   say("Escribe un texto para quien ayuda", "Write a text for whoever helps"))
+      ->type_name(say("ARCHIVO", "FILE"));
+  command->footer(
       say("A una impresora se le pide su estado, que no imprime nada, en los puertos que nombra la "
           "configuración, o en el que se dé. Estado de salida: 0 nada anda mal, 1 hay hallazgos (un bit "
           "que no sabe leer lo es, también si la impresora está sana), 2 no se pudo mirar.",
           "A printer is asked for its status, which prints nothing, on the ports that the settings name, "
           "or on the one that is given. Exit status: 0 nothing is wrong, 1 with findings (a bit that "
-          "it cannot read is one, on a sound printer too), 2 it could not look.")));
+          "it cannot read is one, on a sound printer too), 2 it could not look."));
   command->callback([options, &status] { status = guarded([&] { return runDoctor(*options); }); });
 }
 

@@ -14,8 +14,7 @@ namespace {
 
 // How the user names another device for this port.
 std::string otherPath(const PortFacts& facts) {
-  if (!facts.name.starts_with("COM"))
-    return std::string(say("--device con otra ruta", "--device with another path"));
+  if (!facts.name.starts_with("COM")) return say("--device con otra ruta", "--device with another path");
   return say("\"zentaro settings set {} RUTA\" cambia el dispositivo de este puerto",
              "\"zentaro settings set {} PATH\" changes the device of this port", {facts.name});
 }
@@ -27,15 +26,15 @@ Finding missing(const PortFacts& facts) {
       isOdd ? say("¿está bien escrita la ruta \"{}\"? Comienza con {} y no termina en un blanco\n",
                   "is the path \"{}\" as it should be? It begins with {} and ends with no blank\n",
                   {facts.device, deviceBeginning})
-            : std::string(say("conecte el adaptador; abajo está la lista de los que hay\n",
-                              "connect the adapter; those that are there are listed below\n"));
-  return {"device-missing", true, std::string(say("el dispositivo no está", "the device is missing")),
+            : say("conecte el adaptador; abajo está la lista de los que hay\n",
+                  "connect the adapter; those that are there are listed below\n");
+  return {"device-missing", true, say("el dispositivo no está", "the device is missing"),
           advice + otherPath(facts)};
 }
 
 Finding noSerialDevice(const PortFacts& facts) {
-  return {"no-serial-device", true,
-          std::string(say("no es un dispositivo serial", "this is no serial device")), otherPath(facts)};
+  return {"no-serial-device", true, say("no es un dispositivo serial", "this is no serial device"),
+          otherPath(facts)};
 }
 
 // Nobody should work as root for a printer: the device is given to a group, and the user is put into it.
@@ -46,20 +45,20 @@ Finding notAllowed(const PortFacts& facts) {
               "this user may not read and write the device (group {})", {facts.group}),
           hasGroup ? say("\"sudo usermod -aG {} $USER\"; luego cierre la sesión y entre otra vez",
                          "\"sudo usermod -aG {} $USER\", then log out and in again", {facts.group})
-                   : std::string(say("una regla de udev debe dar el dispositivo al grupo dialout "
-                                     "(el paquete zentaro trae una)",
-                                     "a udev rule has to give the device to the group dialout (the package "
-                                     "zentaro brings one)"))};
+                   : say("una regla de udev debe dar el dispositivo al grupo dialout "
+                         "(el paquete zentaro trae una)",
+                         "a udev rule has to give the device to the group dialout (the package "
+                         "zentaro brings one)")};
 }
 
 Finding taken(const PortFacts& facts) {
   if (facts.holder.empty())
-    return {"taken", true, std::string(say("otro programa tiene el puerto", "another program has the port")),
+    return {"taken", true, say("otro programa tiene el puerto", "another program has the port"),
             std::string(whoTellsHolder())};
   return {"taken", true, say("el puerto lo tiene {}", "the port is taken by {}", {facts.holder}),
-          facts.instead.empty() ? std::string(say("cierre ese programa, o use otro puerto",
-                                                  "end that program, or use another port"))
-                                : facts.instead};
+          facts.instead.empty()
+              ? say("cierre ese programa, o use otro puerto", "end that program, or use another port")
+              : facts.instead};
 }
 
 // Over TCP: the device server, its address and its port.
@@ -67,37 +66,34 @@ Finding unreachable(OpeningTrouble trouble) {
   switch (trouble) {
     case OpeningTrouble::Refused:
       return {"refused", true,
-              std::string(say("la máquina está, pero nadie atiende en ese puerto",
-                              "the host is there, but nobody listens at that port")),
-              std::string(
-                  say("¿es el puerto TCP que dice el convertidor, y está en modo servidor (TCP server, raw)?",
-                      "is it the TCP port that the device server names, and is it in server mode (TCP "
-                      "server, raw)?"))};
+              say("la máquina está, pero nadie atiende en ese puerto",
+                  "the host is there, but nobody listens at that port"),
+              say("¿es el puerto TCP que dice el convertidor, y está en modo servidor (TCP server, raw)?",
+                  "is it the TCP port that the device server names, and is it in server mode (TCP "
+                  "server, raw)?")};
     case OpeningTrouble::UnknownHost:
-      return {"unknown-host", true, std::string(say("ninguna máquina se llama así", "no host has that name")),
-              std::string(say("use la dirección IP del convertidor, como tcp://192.168.1.50:4001",
-                              "use the IP address of the device server, such as tcp://192.168.1.50:4001"))};
+      return {"unknown-host", true, say("ninguna máquina se llama así", "no host has that name"),
+              say("use la dirección IP del convertidor, como tcp://192.168.1.50:4001",
+                  "use the IP address of the device server, such as tcp://192.168.1.50:4001")};
     case OpeningTrouble::BadName:
       return {"bad-address", true,
-              std::string(say("no es una dirección: se espera tcp://EQUIPO:PUERTO",
-                              "this is no address: tcp://HOST:PORT is expected")),
-              std::string(say("como tcp://192.168.1.50:4001", "such as tcp://192.168.1.50:4001"))};
+              say("no es una dirección: se espera tcp://EQUIPO:PUERTO",
+                  "this is no address: tcp://HOST:PORT is expected"),
+              say("como tcp://192.168.1.50:4001", "such as tcp://192.168.1.50:4001")};
     default:
-      return {
-          "unreachable", true,
-          std::string(say("nada responde en esa dirección", "nothing answers at that address")),
-          std::string(say("¿está encendido el convertidor, con su cable de red, y es esa su dirección IP?",
-                          "is the device server on, with its network cable, and is that its IP address?"))};
+      return {"unreachable", true, say("nada responde en esa dirección", "nothing answers at that address"),
+              say("¿está encendido el convertidor, con su cable de red, y es esa su dirección IP?",
+                  "is the device server on, with its network cable, and is that its IP address?")};
   }
 }
 
 // It closes at once the connection that is one too many.
 Finding takenFarAway() {
   return {"taken", true,
-          std::string(say("el convertidor cortó en seguida: otro programa tiene la línea",
-                          "the device server hung up at once: another program has the line")),
-          std::string(say("cierre ese programa; si ya se cerró, apague y encienda el convertidor",
-                          "end that program; if it has ended already, switch the device server off and on"))};
+          say("el convertidor cortó en seguida: otro programa tiene la línea",
+              "the device server hung up at once: another program has the line"),
+          say("cierre ese programa; si ya se cerró, apague y encienda el convertidor",
+              "end that program; if it has ended already, switch the device server off and on")};
 }
 
 }  // namespace
@@ -114,16 +110,15 @@ PortFacts examinePort(const std::string& name, const std::string& device, bool i
 
 Finding judgePort(const PortFacts& facts) {
   if (!facts.exists && !facts.isConfigured && !isTcpName(facts.device))
-    return {"absent", false, std::string(say("no está", "not there"))};
+    return {"absent", false, say("no está", "not there")};
   if (isTcpName(facts.device) && facts.holder.empty())
-    return {"over-tcp", false, std::string(say("una línea por TCP", "a line over TCP"))};
+    return {"over-tcp", false, say("una línea por TCP", "a line over TCP")};
   if (isTcpName(facts.device)) return taken(facts);
   if (!facts.exists) return missing(facts);
   if (!facts.isSerial) return noSerialDevice(facts);
   if (!facts.canReadAndWrite) return notAllowed(facts);
   if (!facts.holder.empty()) return taken(facts);
-  return {"free", false,
-          std::string(say("libre, y este usuario puede usarlo", "free, and this user may use it"))};
+  return {"free", false, say("libre, y este usuario puede usarlo", "free, and this user may use it")};
 }
 
 Finding judgeOpening(int error, const std::string& text, const PortFacts& facts) {
@@ -139,10 +134,9 @@ Finding judgeOpening(int error, const std::string& text, const PortFacts& facts)
       if (isTcp) return unreachable(trouble);
       [[fallthrough]];
     case OpeningTrouble::NoPort:
-      return {
-          "no-port", true,
-          std::string(say("no hay ningún puerto detrás de este nombre", "there is no port behind this name")),
-          otherPath(facts)};
+      return {"no-port", true,
+              say("no hay ningún puerto detrás de este nombre", "there is no port behind this name"),
+              otherPath(facts)};
     case OpeningTrouble::NoSerialDevice: return noSerialDevice(facts);
     case OpeningTrouble::InUse: return isTcp && facts.holder.empty() ? takenFarAway() : taken(facts);
     case OpeningTrouble::NotAllowed: return notAllowed(facts);

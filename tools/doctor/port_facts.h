@@ -37,7 +37,7 @@ Finding judgeOpening(int error, const std::string& text, const PortFacts& facts)
 bool looksLikeDevice(const std::string& name);
 extern const char *const deviceBeginning, *const deviceExample;
 /// How to find out who has a port that is taken, where this user may not see it.
-std::string_view whoTellsHolder();
+std::string whoTellsHolder();
 
 /// A serial device of this machine.
 struct SerialDevice {

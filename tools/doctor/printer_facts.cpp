@@ -67,11 +67,10 @@ Finding noAnswer(const PrinterFacts& facts) {
     return {
         "garbage", true,
         say("llegan bytes que no son una respuesta: {}", "bytes come that are no answer: {}", {facts.stray}),
-        std::string(
-            say("¿otra velocidad? La línea va a 9600 baudios, 8N1, también en el menú de la impresora\n"
-                "¿otro aparato (un módem, una balanza), o el cable de otro?",
-                "another speed? The line runs at 9600 baud, 8N1, in the printer's menu, too\n"
-                "another device (a modem, a scale), or another one's cable?"))};
+        say("¿otra velocidad? La línea va a 9600 baudios, 8N1, también en el menú de la impresora\n"
+            "¿otro aparato (un módem, una balanza), o el cable de otro?",
+            "another speed? The line runs at 9600 baud, 8N1, in the printer's menu, too\n"
+            "another device (a modem, a scale), or another one's cable?")};
   const char* code = facts.heard == till::Heard::Echo        ? "echo"
                      : facts.heard == till::Heard::OutOfStep ? "out-of-step"
                                                              : "silent";
@@ -80,10 +79,9 @@ Finding noAnswer(const PrinterFacts& facts) {
       till::trouble(facts.heard) +
           (facts.outcome == ENVERR_OK ? "" : " (" + outcomeLine(facts.outcome) + ")"),
       facts.heard == till::Heard::Nothing
-          ? std::string(say(
-                "¿está encendida, fuera de su menú, y el cable conectado? La línea va a 9600 baudios, 8N1",
-                "is it on, out of its menu, and the cable plugged in? The line runs at 9600 baud, 8N1"))
-          : std::string(say("¿es este el cable de la impresora?", "is this the printer's cable?"))};
+          ? say("¿está encendida, fuera de su menú, y el cable conectado? La línea va a 9600 baudios, 8N1",
+                "is it on, out of its menu, and the cable plugged in? The line runs at 9600 baud, 8N1")
+          : say("¿es este el cable de la impresora?", "is this the printer's cable?")};
 }
 
 Finding statusOf(const PrinterFacts& facts) {
@@ -107,7 +105,7 @@ Finding openDocumentFinding(int document, const std::string& portWords) {
       default: return "CancelarComprobante";
     }
   };
-  return {"document-open", true, std::string(say("hay un documento abierto", "a document is open")),
+  return {"document-open", true, say("hay un documento abierto", "a document is open"),
           "zentaro call " + portWords + " " + ends(document)};
 }
 
@@ -137,13 +135,12 @@ void judgeWords(const PrinterFacts& facts, const std::string& subject, const std
   for (const auto& [word, name] : {std::pair(rest.printer, say("de la impresora", "printer")),
                                    std::pair(rest.fiscal, say("fiscal", "fiscal"))})
     if (word != 0)
-      findings.add(
-          subject,
-          {"unreadable-bits", true,
-           say("no sé leer {} de la palabra de estado {}", "I cannot read {} of the {} status word",
-               {hexWord(word), name}),
-           std::string(say("mire la impresora (papel, tapa, luces); su manual dice qué es ese bit",
-                           "look at the printer (paper, cover, lights); its manual says what that bit is"))});
+      findings.add(subject,
+                   {"unreadable-bits", true,
+                    say("no sé leer {} de la palabra de estado {}", "I cannot read {} of the {} status word",
+                        {hexWord(word), name}),
+                    say("mire la impresora (papel, tapa, luces); su manual dice qué es ese bit",
+                        "look at the printer (paper, cover, lights); its manual says what that bit is")});
 }
 
 }  // namespace

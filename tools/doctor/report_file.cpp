@@ -23,7 +23,7 @@ namespace {
 std::string salesText() {
   constexpr int most = 20;
   const std::string path = till::booksPath();
-  if (!std::filesystem::exists(files::pathOf(path))) return std::string(say("ninguna\n", "none\n"));
+  if (!std::filesystem::exists(files::pathOf(path))) return say("ninguna\n", "none\n");
   std::string text;
   try {
     for (const till::Job& job : till::Books(path).latest(most))

@@ -13,14 +13,13 @@ using terminal::say;
 void judgeService(const std::string& books, Findings& findings) {
   const std::optional<ServiceHere> service = serviceHere(books);
   if (!service) {
-    findings.add("zentaro serve", {"no-service", false,
-                                   std::string(say("ninguno tiene estos libros", "none keeps these books"))});
+    findings.add("zentaro serve",
+                 {"no-service", false, say("ninguno tiene estos libros", "none keeps these books")});
     return;
   }
-  findings.add("zentaro serve",
-               {"service", false,
-                service->url.empty() ? std::string(say("está, sin HTTP", "runs, without HTTP"))
-                                     : say("está en {}", "runs at {}", {service->url})});
+  findings.add("zentaro serve", {"service", false,
+                                 service->url.empty() ? say("está, sin HTTP", "runs, without HTTP")
+                                                      : say("está en {}", "runs at {}", {service->url})});
   const till::Books read(books);
   for (const auto& [name, device] : service->printers) {
     const std::size_t waiting = read.queued(service::serviceOwner, name).size();

@@ -50,11 +50,11 @@ Finding unknownName(const SettingsText::Entry& entry) {
   return {"unknown-setting", true,
           isMisplaced ? say("esta clave va en [{}]; aquí nadie la lee",
                             "this setting belongs in [{}]; nobody reads it here", {setting->section})
-                      : std::string(say("ninguna clave se llama así; nadie la lee",
-                                        "no setting has this name, so nobody reads it")),
+                      : say("ninguna clave se llama así; nadie la lee",
+                            "no setting has this name, so nobody reads it"),
           setting ? setCommand(*setting, entry.value)
-                  : std::string(say("\"zentaro settings list\" muestra todos los nombres",
-                                    "\"zentaro settings list\" shows all names"))};
+                  : say("\"zentaro settings list\" muestra todos los nombres",
+                        "\"zentaro settings list\" shows all names")};
 }
 
 Finding judge(const SettingsText::Entry& entry) {
@@ -76,7 +76,7 @@ std::string adviceFor(std::string_view content) {
   const std::size_t end = content.find_first_of(" \t:");
   const auto setting = meant(content.substr(0, end));
   if (!setting || end == content.npos)
-    return std::string(say("escríbala como clave=valor, o bórrela", "write it as key=value, or take it out"));
+    return say("escríbala como clave=valor, o bórrela", "write it as key=value, or take it out");
   std::string_view value = content.substr(end);
   value.remove_prefix(std::min(value.find_first_not_of(" \t:"), value.size()));
   return setCommand(*setting, std::string(value));

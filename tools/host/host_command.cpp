@@ -42,10 +42,10 @@ int serve(std::istream& input, std::ostream& output) {
 }  // namespace
 
 void addHostCommand(CLI::App& app, int& status) {
-  CLI::App* command = app.add_subcommand(
-      "host", std::string(say("Sirve la biblioteca a un programa en cualquier lenguaje, por JSON-RPC",
-                              "Serve the library to a program in any language, by JSON-RPC")));
-  command->footer(std::string(say(
+  CLI::App* command =
+      app.add_subcommand("host", say("Sirve la biblioteca a un programa en cualquier lenguaje, por JSON-RPC",
+                                     "Serve the library to a program in any language, by JSON-RPC"));
+  command->footer(say(
       "Una petición JSON-RPC 2.0 por línea, una respuesta por línea, en orden:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
       "Métodos: create, release, get, put, call, sale, check, close, settle, jobs, describe. Los objetos que quedan al final de la "
@@ -53,7 +53,7 @@ void addHostCommand(CLI::App& app, int& status) {
       "One JSON-RPC 2.0 request per line, one response per line, in order:\n"
       "  {\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"create\",\"params\":{\"class\":\"Zentaro.CZentaro\"}}\n"
       "Methods: create, release, get, put, call, sale, check, close, settle, jobs, describe. The objects that are left at the end of "
-      "input are destroyed and their ports closed.")));
+      "input are destroyed and their ports closed."));
   command->callback([&status] {
     std::ios::sync_with_stdio(false);  // lines may be long
     status = serve(std::cin, std::cout);

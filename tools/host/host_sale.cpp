@@ -45,7 +45,7 @@ till::SalePlace placeOf(const CZentaro& printer) { return {"--port " + portNumbe
 
 void prepare(till::Options& options, const CZentaro& printer, till::Teller& teller) {
   options.stop = {base::Interruption::isRequested,
-                  std::string(terminal::say("interrumpido por una señal", "interrupted by a signal"))};
+                  terminal::say("interrumpido por una señal", "interrupted by a signal")};
   options.observer = &teller;
   options.owner = "host";
   options.printerName = "COM" + portNumber(printer);

@@ -36,15 +36,13 @@ void show(const std::string& line, std::size_t indent) {
 
 void showClass(const ClassDescription& description) {
   const bool isHandedOut = description.create == nullptr;
-  show(qualifiedName(description) + ": " + std::string(inLanguage(description.help)) +
-           std::string(isHandedOut
-                           ? say(" Lo entrega el objeto impresora.", " Handed out by the printer object.")
-                           : ""),
+  show(qualifiedName(description) + ": " + inLanguage(description.help) +
+           (isHandedOut ? say(" Lo entrega el objeto impresora.", " Handed out by the printer object.") : ""),
        4);
   std::cout << '\n';
   for (const auto& group : memberGroups(description)) {
     show("  " + signature(group, inLanguage), 10);
-    show("      " + std::string(inLanguage(group.front().help)), 6);
+    show("      " + inLanguage(group.front().help), 6);
   }
   std::cout << '\n';
 }
@@ -60,9 +58,9 @@ void showMember(const ClassDescription& description, std::span<const Member> gro
   const Member& member = group.front();
   show(std::string(description.name) + "." + signature(group, inLanguage), 4);
   std::cout << '\n';
-  show("  " + std::string(inLanguage(member.help)), 2);
+  show("  " + inLanguage(member.help), 2);
   for (const Parameter& parameter : member.parameters) {
-    show("  " + std::string(parameter.name) + ": " + std::string(inLanguage(parameter.note)), 6);
+    show("  " + std::string(parameter.name) + ": " + inLanguage(parameter.note), 6);
   }
   if (const std::string outcomes = outcomesText(member, inLanguage); !outcomes.empty()) {
     std::cout << say("  Resultado, ", "  Outcome, ") << outcomes << '\n';
@@ -84,7 +82,7 @@ bool showNamesWith(const std::string& part) {
     for (const auto& group : memberGroups(*description))
       if (const Member& member = group.front(); isPartOf(member.name, part))
         lines.push_back(std::string(description->name) + "." + std::string(member.name) + ": " +
-                        std::string(inLanguage(member.help)));
+                        inLanguage(member.help));
   }
   for (const EnumerationDescription& enumeration : libraryEnumerations())
     for (const EnumerationValue& each : enumeration.values)
@@ -144,19 +142,16 @@ int runMembers(const MembersOptions& options) {
 
 void addMembersCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<MembersOptions>();
-  const auto text = [](std::string_view spanish, std::string_view english) {
-    return std::string(say(spanish, english));
-  };
-  CLI::App* command = app.add_subcommand("members", text("Muestra las clases y sus miembros, o explica uno",
-                                                         "List the classes and members, or explain one"));
+  CLI::App* command = app.add_subcommand("members", say("Muestra las clases y sus miembros, o explica uno",
+                                                        "List the classes and members, or explain one"));
   command
-      ->add_option(text("NOMBRE", "NAME"), options->name,
-                   text("Clase, miembro o enumeración, o parte de su nombre",
-                        "A class, member or enumeration, or a part of its name"))
+      ->add_option(say("NOMBRE", "NAME"), options->name,
+                   say("Clase, miembro o enumeración, o parte de su nombre",
+                       "A class, member or enumeration, or a part of its name"))
       ->type_name("");
   command->add_flag(
       "--json", options->isJson,
-      text("Como JSON, con parámetros y resultados", "As JSON, with parameters, defaults and outcomes"));
+      say("Como JSON, con parámetros y resultados", "As JSON, with parameters, defaults and outcomes"));
   command->callback([options, &status] { status = guarded([&] { return runMembers(*options); }); });
 }
 

@@ -48,13 +48,13 @@ int resolve(const till::Sale& sale, const std::string& id, bool isPrinted, bool 
   till::Books books;
   const std::optional<Job> job = questionAbout(books, sale, id);
   if (!job)
-    throw std::runtime_error(std::string(say("los libros no tienen ninguna duda sobre esta venta",
-                                             "the books have no open question about this sale")));
+    throw std::runtime_error(say("los libros no tienen ninguna duda sobre esta venta",
+                                 "the books have no open question about this sale"));
   const bool isUnderWay =
       job->state == State::Printing && till::Claims(books.path()).isMachineTaken(job->before.machine);
   if (isUnderWay || !books.finding(*job, isPrinted))
-    throw std::runtime_error(std::string(say("la venta se está imprimiendo ahora: espere a su veredicto",
-                                             "the sale is being printed now: wait for its verdict")));
+    throw std::runtime_error(say("la venta se está imprimiendo ahora: espere a su veredicto",
+                                 "the sale is being printed now: wait for its verdict"));
   const std::string text =
       say("Anotado en los libros: la venta de las {} {}. No se envió nada.",
           "Noted in the books: the sale of {} was {}. Nothing was sent.",

@@ -20,8 +20,8 @@ namespace {
 CLI::Validator jobId() {
   return {[](const std::string& text) {
             return till::isJobId(text) ? std::string()
-                                       : std::string(say("de 1 a 128 caracteres de A-Z a-z 0-9 . _ ~ : -",
-                                                         "1 to 128 characters of A-Z a-z 0-9 . _ ~ : -"));
+                                       : say("de 1 a 128 caracteres de A-Z a-z 0-9 . _ ~ : -",
+                                             "1 to 128 characters of A-Z a-z 0-9 . _ ~ : -");
           },
           ""};
 }
@@ -29,49 +29,46 @@ CLI::Validator jobId() {
 }  // namespace
 
 void addSaleCommand(CLI::App& app, int& status) {
-  const auto text = [](std::string_view spanish, std::string_view english) {
-    return std::string(say(spanish, english));
-  };
-  CLI::App* command = app.add_subcommand("sale", text("Imprime una factura o nota de crédito de un archivo",
-                                                      "Print an invoice or a credit note from a file"));
+  CLI::App* command = app.add_subcommand("sale", say("Imprime una factura o nota de crédito de un archivo",
+                                                     "Print an invoice or a credit note from a file"));
   const auto options = std::make_shared<SaleOptions>();
   const auto wantsJournal = std::make_shared<bool>(false);
   CLI::Option* listing = command->add_flag(
-      "--journal", *wantsJournal, text("Muestra el diario de las ventas", "Show the journal of sales"));
+      "--journal", *wantsJournal, say("Muestra el diario de las ventas", "Show the journal of sales"));
   CLI::Option* file = command
-                          ->add_option(text("ARCHIVO", "FILE"), options->file,
-                                       text("El documento como JSON; - para la entrada estándar",
-                                            "The document as JSON; - for standard input"))
+                          ->add_option(say("ARCHIVO", "FILE"), options->file,
+                                       say("El documento como JSON; - para la entrada estándar",
+                                           "The document as JSON; - for standard input"))
                           ->excludes(listing);
   command->add_flag(
       "--check", options->isCheckOnly,
-      text("Solo revisa el archivo y muestra sus totales", "Only check the file and show its totals"));
+      say("Solo revisa el archivo y muestra sus totales", "Only check the file and show its totals"));
   command->add_flag("--json", options->isJson,
-                    text("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"));
+                    say("Muestra solo el veredicto, como JSON", "Show the verdict alone, as JSON"));
   addPortOptions(*command, options->port);
   command
       ->add_option("--id", options->key,
-                   text("Clave de la venta, p. ej. su número de pedido: con ella nada se imprime dos veces",
-                        "The sale's key, such as its order number: under it nothing is printed twice"))
+                   say("Clave de la venta, p. ej. su número de pedido: con ella nada se imprime dos veces",
+                       "The sale's key, such as its order number: under it nothing is printed twice"))
       ->check(jobId())
-      ->type_name(text("CLAVE", "KEY"));
+      ->type_name(say("CLAVE", "KEY"));
   command->add_flag("--again", options->again,
-                    text("El mismo contenido para otro cliente", "The same content for a new customer"));
+                    say("El mismo contenido para otro cliente", "The same content for a new customer"));
   command
       ->add_option("--resolve", options->resolve,
-                   text("Lo que muestra el papel de una venta de la que no se sabe",
-                        "What the paper shows of a sale that is unknown"))
+                   say("Lo que muestra el papel de una venta de la que no se sabe",
+                       "What the paper shows of a sale that is unknown"))
       ->check(terminal::oneOf({"printed", "not-printed"}))
       ->type_name("printed|not-printed");
   command
       ->add_option("--fault", options->faults,
-                   text("Lo que falla en la impresora virtual: \"lose-answer on close\"",
-                        "What goes wrong on the virtual printer: \"lose-answer on close\""))
+                   say("Lo que falla en la impresora virtual: \"lose-answer on close\"",
+                       "What goes wrong on the virtual printer: \"lose-answer on close\""))
       ->type_name("PLAN")
       ->allow_extra_args(false)
       ->excludes("--port")
       ->excludes("--device");
-  command->footer(text(
+  command->footer(say(
       "Con --id nada se imprime dos veces, siempre que todas las ventas de la máquina vayan por los mismos libros; "
       "sin id no se puede prometer nada.\n"
       "Estado de salida: 0 impreso, 2 no se intentó nada (el archivo o el puerto no están en orden), "

@@ -60,8 +60,8 @@ void tell(const std::string& text, bool isGood) {
 // What a second signal says: by then nobody knows how far the sale is.
 std::string lastWords(const till::SalePlace& place) {
   if (place.isVirtual)
-    return std::string(say("\nzentaro: interrumpido; la impresora virtual ya no está\n",
-                           "\nzentaro: ended; the virtual printer is gone\n"));
+    return say("\nzentaro: interrumpido; la impresora virtual ya no está\n",
+               "\nzentaro: ended; the virtual printer is gone\n");
   return say(
       "\nzentaro: interrumpido en medio de una venta: puede haber un documento abierto, o impreso. Mire el "
       "papel; si termina por la mitad: zentaro call {} CancelarComprobante\n",
@@ -81,8 +81,7 @@ int tellVerdict(const till::Verdict& verdict, const till::SalePlace& place, bool
 
 till::SellOptions sellOptions(const SaleOptions& options, till::Observer& observer) {
   till::SellOptions made;
-  made.stop = {base::Interruption::isRequested,
-               std::string(say("interrumpido por una señal", "interrupted by a signal"))};
+  made.stop = {base::Interruption::isRequested, say("interrumpido por una señal", "interrupted by a signal")};
   made.observer = &observer;
   made.wait = std::chrono::seconds(options.port.wait.value_or(0));
   made.keepsBooks = !deviceNamedBy(options.port).empty();

@@ -52,7 +52,7 @@ void warnOfListening(const std::optional<system::Address>& listen) {
 int runServe(const ServeOptions& options, const ServeHost& host) {
   base::Interruption::setLastWords(
       say("\nzentaro: terminado; lo que se imprimía se juzga al arrancar otra vez\n",
-          "\nzentaro: ended; what was being printed is judged at the next start\n", {}));
+          "\nzentaro: ended; what was being printed is judged at the next start\n"));
   const base::Interruption interruption;
   std::optional<Trial> trial;
   service::ServiceSettings settings;
@@ -80,7 +80,7 @@ int runServe(const ServeOptions& options, const ServeHost& host) {
   host.isReady();
   while (!host.isEnding()) std::this_thread::sleep_for(std::chrono::milliseconds{100});
   log(say("zentaro: termina; lo que se imprime llega a su fin, lo demás espera en los libros",
-          "zentaro: ending; what is being printed comes to its end, the rest waits in the books", {}));
+          "zentaro: ending; what is being printed comes to its end, the rest waits in the books"));
   return exitDone;
 }
 
@@ -100,64 +100,60 @@ void readConfig(CLI::App& command, const std::string& path) {
 }
 
 void addServeOptions(CLI::App& command, ServeOptions& options) {
-  const auto word = [](std::string_view spanish, std::string_view english) {
-    return say(spanish, english, {});
-  };
   command
       .add_option(
           "--printer", options.printers,
-          word("Una impresora y su nombre: caja1=/dev/ttyUSB0 (repetible); sin ella, las de la configuración",
-               "A printer and its name: caja1=/dev/ttyUSB0 (repeatable); without it, those of the settings"))
-      ->type_name(word("NOMBRE=DISPOSITIVO", "NAME=DEVICE"))
+          say("Una impresora y su nombre: caja1=/dev/ttyUSB0 (repetible); sin ella, las de la configuración",
+              "A printer and its name: caja1=/dev/ttyUSB0 (repeatable); without it, those of the settings"))
+      ->type_name(say("NOMBRE=DISPOSITIVO", "NAME=DEVICE"))
       ->expected(1)
       ->take_all();
   command.add_flag("--virtual", options.isVirtual,
-                   word("Una impresora virtual, para probar", "One virtual printer, to try it"));
+                   say("Una impresora virtual, para probar", "One virtual printer, to try it"));
   command
       .add_option("--listen", options.listen,
-                  word("Dónde se oye (127.0.0.1:8211); none: sin HTTP",
-                       "Where it is heard (127.0.0.1:8211); none: without HTTP"))
-      ->type_name(word("[DIRECCIÓN:]PUERTO", "[ADDRESS:]PORT"));
+                  say("Dónde se oye (127.0.0.1:8211); none: sin HTTP",
+                      "Where it is heard (127.0.0.1:8211); none: without HTTP"))
+      ->type_name(say("[DIRECCIÓN:]PUERTO", "[ADDRESS:]PORT"));
   command
       .add_option("--origin", options.origins,
-                  word("Una página de otra parte que puede preguntar: https://tienda.example (repetible)",
-                       "A page from elsewhere that may ask: https://tienda.example (repeatable)"))
+                  say("Una página de otra parte que puede preguntar: https://tienda.example (repetible)",
+                      "A page from elsewhere that may ask: https://tienda.example (repeatable)"))
       ->type_name("ORIGIN")
       ->expected(1)
       ->take_all();
   command
       .add_option("--name", options.hosts,
-                  word("Otro nombre por el que se llama a esta máquina (repetible)",
-                       "A further name by which this machine is called (repeatable)"))
+                  say("Otro nombre por el que se llama a esta máquina (repetible)",
+                      "A further name by which this machine is called (repeatable)"))
       ->type_name("HOST")
       ->expected(1)
       ->take_all();
   command
       .add_option(
           "--tokens", options.tokens,
-          word("El archivo de los tokens, en vez del usual", "The file of tokens, instead of the usual"))
-      ->type_name(word("ARCHIVO", "FILE"));
+          say("El archivo de los tokens, en vez del usual", "The file of tokens, instead of the usual"))
+      ->type_name(say("ARCHIVO", "FILE"));
   const auto text = [&](const char* name, std::string& value, const std::string& help,
                         const std::string& kind) { command.add_option(name, value, help)->type_name(kind); };
-  const std::string url = "mqtts://HOST", file = word("ARCHIVO", "FILE");
+  const std::string url = "mqtts://HOST", file = say("ARCHIVO", "FILE");
   text("--centre", options.centre,
-       word("Una caja de una cadena: su broker MQTT", "A till of a chain: its MQTT broker"), url);
+       say("Una caja de una cadena: su broker MQTT", "A till of a chain: its MQTT broker"), url);
   text("--till", options.till,
-       word("El nombre de esta caja en la cadena", "The name of this till in the chain"),
-       word("NOMBRE", "NAME"));
+       say("El nombre de esta caja en la cadena", "The name of this till in the chain"),
+       say("NOMBRE", "NAME"));
   command
       .add_option("--spread", options.spread,
-                  word("En cuántos segundos vuelven las cajas que se cortaron a la vez (60)",
-                       "Within how many seconds tills that were cut at once come back (60)"))
-      ->type_name(word("SEGUNDOS", "SECONDS"))
+                  say("En cuántos segundos vuelven las cajas que se cortaron a la vez (60)",
+                      "Within how many seconds tills that were cut at once come back (60)"))
+      ->type_name(say("SEGUNDOS", "SECONDS"))
       ->check(CLI::Range(1, 3600));
   text("--tills", options.tills,
-       word("La central de una cadena: su broker MQTT", "The centre of a chain: its MQTT broker"), url);
-  text("--ca", options.authority, word("Quién certifica al broker", "Who certifies the broker"), file);
+       say("La central de una cadena: su broker MQTT", "The centre of a chain: its MQTT broker"), url);
+  text("--ca", options.authority, say("Quién certifica al broker", "Who certifies the broker"), file);
   text("--cert", options.certificate,
-       word("El certificado de esta máquina", "The certificate of this machine"), file);
-  text("--key", options.key, word("Su clave, solo para esta cuenta", "Its key, for this account alone"),
-       file);
+       say("El certificado de esta máquina", "The certificate of this machine"), file);
+  text("--key", options.key, say("Su clave, solo para esta cuenta", "Its key, for this account alone"), file);
 }
 
 // The running service looks for it.
@@ -165,7 +161,7 @@ int acceptBooks() {
   till::Books books;
   service::acceptOlder(books);
   log(say("zentaro: anotado; el servicio que está en books-older lo toma en un minuto",
-          "zentaro: noted; the service that is in books-older takes it up within a minute", {}));
+          "zentaro: noted; the service that is in books-older takes it up within a minute"));
   return exitDone;
 }
 
@@ -176,11 +172,10 @@ void addServeCommand(CLI::App& app, int& status) {
   auto config = std::make_shared<std::string>();
   CLI::App* command =
       app.add_subcommand("serve", say("El servicio para tiendas web y varias cajas, por HTTP",
-                                      "Run the service for web shops and several tills, over HTTP", {}));
+                                      "Run the service for web shops and several tills, over HTTP"));
   addServeOptions(*command, *options);
-  command
-      ->add_option("--config", *config, say("Un archivo con estas opciones", "A file with these options", {}))
-      ->type_name(say("ARCHIVO", "FILE", {}));
+  command->add_option("--config", *config, say("Un archivo con estas opciones", "A file with these options"))
+      ->type_name(say("ARCHIVO", "FILE"));
   command->footer(say(
       "Está listo cuando dice \"ready: http://...\" en la salida de errores. Cada cliente necesita un token: "
       "\"zentaro serve token add NOMBRE\".",
@@ -193,7 +188,7 @@ void addServeCommand(CLI::App& app, int& status) {
   command
       ->add_subcommand("accept-books",
                        say("Cadena: estos libros más viejos valen (tras cambiar o restaurar un disco)",
-                           "Chain: these older books count (after a disk was replaced or restored)", {}))
+                           "Chain: these older books count (after a disk was replaced or restored)"))
       ->callback([&status] { status = guarded(acceptBooks); });
   addTokenCommand(*command, options, complete, status);
   const auto run = addServiceCommands(*command, options, complete, status);

@@ -87,8 +87,7 @@ std::vector<service::NamedPrinter> namedPrinters(const ServeOptions& options) {
 std::optional<service::ChainSettings> chainSettings(const ServeOptions& options) {
   const bool isTill = !options.centre.empty(), isCentre = !options.tills.empty();
   if (isTill == isCentre && isTill)
-    throw std::runtime_error(
-        say("--centre y --tills: uno de los dos", "--centre and --tills: one of them", {}));
+    throw std::runtime_error(say("--centre y --tills: uno de los dos", "--centre and --tills: one of them"));
   if (!isTill && !isCentre) return std::nullopt;
   service::demandMqtt();
   if (isTill && !service::isTillName(options.till))

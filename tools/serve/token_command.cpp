@@ -54,7 +54,7 @@ int listTokens(const ServeOptions& options) {
 }
 
 void addName(CLI::App& command, std::string& name) {
-  command.add_option(say("NOMBRE", "NAME", {}), name, say("Del cliente", "Of the client", {}))
+  command.add_option(say("NOMBRE", "NAME"), name, say("Del cliente", "Of the client"))
       ->required()
       ->check(terminal::notEmpty())
       ->type_name("");
@@ -65,7 +65,7 @@ void addName(CLI::App& command, std::string& name) {
 void addTokenCommand(CLI::App& serve, const std::shared_ptr<ServeOptions>& options,
                      const std::function<void()>& complete, int& status) {
   CLI::App* token =
-      serve.add_subcommand("token", say("Quién puede preguntar al servicio", "Who may ask the service", {}));
+      serve.add_subcommand("token", say("Quién puede preguntar al servicio", "Who may ask the service"));
   token->require_subcommand(1);
   const auto wish = std::make_shared<TokenWish>();
   const auto run = [complete, &status](const auto& work) {
@@ -75,25 +75,24 @@ void addTokenCommand(CLI::App& serve, const std::shared_ptr<ServeOptions>& optio
     });
   };
   CLI::App* add = token->add_subcommand(
-      "add", say("Hace un token y lo muestra una sola vez", "Make a token and show it once", {}));
+      "add", say("Hace un token y lo muestra una sola vez", "Make a token and show it once"));
   addName(*add, wish->name);
   add->add_option(
          "--rights", wish->rights,
          say("sell (documentos), close (X y Z), resolve (lo que muestra el papel), read; sin ella sell,read",
              "sell (documents), close (X and Z), resolve (what the paper shows), read; without it sell,read",
              {}))
-      ->type_name(say("PERMISOS", "RIGHTS", {}));
-  add->add_option(
-         "--only", wish->only,
-         say("La única impresora que puede usar y ver", "The one printer that it may use and see", {}))
-      ->type_name(say("IMPRESORA", "PRINTER", {}));
+      ->type_name(say("PERMISOS", "RIGHTS"));
+  add->add_option("--only", wish->only,
+                  say("La única impresora que puede usar y ver", "The one printer that it may use and see"))
+      ->type_name(say("IMPRESORA", "PRINTER"));
   add->callback([run, wish, options] { run([&] { return addToken(*options, *wish); }); });
   CLI::App* remove = token->add_subcommand(
-      "remove", say("Quita un token; vale en seguida", "Take a token away; it counts at once", {}));
+      "remove", say("Quita un token; vale en seguida", "Take a token away; it counts at once"));
   addName(*remove, wish->name);
   remove->callback([run, wish, options] { run([&] { return removeToken(*options, wish->name); }); });
   CLI::App* list = token->add_subcommand(
-      "list", say("Los nombres y permisos, sin los tokens", "The names and rights, without the tokens", {}));
+      "list", say("Los nombres y permisos, sin los tokens", "The names and rights, without the tokens"));
   list->callback([run, options] { run([&] { return listTokens(*options); }); });
 }
 

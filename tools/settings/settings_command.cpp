@@ -65,7 +65,7 @@ void checkValue(const KnownSetting& setting, const std::string& value) {
 }
 
 std::string shown(const std::string& value) {
-  return value.empty() ? std::string(say("(vacío)", "(empty)")) : harmless(value);
+  return value.empty() ? say("(vacío)", "(empty)") : harmless(value);
 }
 
 void listText(const SettingsFile& file) {
@@ -151,34 +151,30 @@ void addAction(CLI::App& action, const std::shared_ptr<SettingsOptions>& options
 
 void addSettingsCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<SettingsOptions>();
-  const auto text = [](std::string_view spanish, std::string_view english) {
-    return std::string(say(spanish, english));
-  };
-  const std::string key = text("CLAVE", "KEY");
-  CLI::App* command = app.add_subcommand("settings", text("Muestra y cambia la configuración del usuario",
-                                                          "Show and change the user's settings"));
+  const std::string key = say("CLAVE", "KEY");
+  CLI::App* command = app.add_subcommand("settings", say("Muestra y cambia la configuración del usuario",
+                                                         "Show and change the user's settings"));
   command->require_subcommand(1);
 
   CLI::App* listing = command->add_subcommand(
-      "list", text("Todas las claves: valor y significado", "All settings: value, default, meaning"));
-  listing->add_flag("--json", options->isJson, text("Como JSON", "As JSON"));
+      "list", say("Todas las claves: valor y significado", "All settings: value, default, meaning"));
+  listing->add_flag("--json", options->isJson, say("Como JSON", "As JSON"));
   addAction(*listing, options, status, list);
 
-  CLI::App* getting = command->add_subcommand("get", text("Un valor", "One value"));
+  CLI::App* getting = command->add_subcommand("get", say("Un valor", "One value"));
   getting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
   addAction(*getting, options, status, get);
 
   CLI::App* setting = command->add_subcommand(
-      "set", text("Cambia un valor en el archivo de configuración", "Change one value in the settings file"));
+      "set", say("Cambia un valor en el archivo de configuración", "Change one value in the settings file"));
   setting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
-  setting
-      ->add_option(text("VALOR", "VALUE"), options->value, text("El valor nuevo", "The new value, as text"))
+  setting->add_option(say("VALOR", "VALUE"), options->value, say("El valor nuevo", "The new value, as text"))
       ->required()
       ->type_name("");
   addAction(*setting, options, status, set);
 
-  CLI::App* unsetting = command->add_subcommand("unset", text("Quita un valor: vale otra vez el de fábrica",
-                                                              "Take a value out: the default holds again"));
+  CLI::App* unsetting = command->add_subcommand("unset", say("Quita un valor: vale otra vez el de fábrica",
+                                                             "Take a value out: the default holds again"));
   unsetting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
   addAction(*unsetting, options, status, unset);
 }

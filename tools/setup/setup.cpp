@@ -52,12 +52,11 @@ void Setup::examine(const SerialDevice& device) {
               {harmless(device.path)})))
     ask(found, {});
   if (canBeAsked && !found.wasAsked && found.findings.problems() == 0)
-    found.findings.add(device.path,
-                       {"not-asked", false, std::string(say("no se le preguntó", "it was not asked"))});
+    found.findings.add(device.path, {"not-asked", false, say("no se le preguntó", "it was not asked")});
   if (found.isPrinter()) {
     ++printers_;
     tell(say("  encontrada {} en {}\n", "  found {} at {}\n",
-             {found.printer.serialNumber.empty() ? std::string(say("una impresora", "a printer"))
+             {found.printer.serialNumber.empty() ? say("una impresora", "a printer")
                                                  : harmless(found.printer.serialNumber),
               harmless(lastingName(device.path))}));
   }
@@ -84,8 +83,7 @@ void Setup::givePort(const Discovery& found, const std::string& name) {
   SettingsFile file(settingsPath());
   const auto port = portFor(found.device.path, file.settings());
   if (!port)
-    return tell(
-        say("  COM1 a COM8 ya tienen otros dispositivos\n", "  COM1 to COM8 have other devices\n", {}));
+    return tell(say("  COM1 a COM8 ya tienen otros dispositivos\n", "  COM1 to COM8 have other devices\n"));
   if (port->isSet) {
     tell(say("  ya es {} en {}\n", "  it is {} already in {}\n", {port->name, harmless(file.path())}));
   } else {
@@ -130,9 +128,8 @@ void Setup::giveName(const Discovery& found, const std::string& name) {
 void Setup::printSheet(const Discovery& found) {
   const bool isWanted =
       options_.wantsTestSheet ||
-      (!options_.isYes &&
-       questions().confirm(std::string(say("¿Imprimir una hoja de prueba, que no es fiscal?",
-                                           "Print a test sheet, which is not fiscal?"))));
+      (!options_.isYes && questions().confirm(say("¿Imprimir una hoja de prueba, que no es fiscal?",
+                                                  "Print a test sheet, which is not fiscal?")));
   if (!isWanted || !found.isPrinter()) return;
   PortOptions port;
   port.device = found.device.path;
@@ -147,7 +144,7 @@ void Setup::printSheet(const Discovery& found) {
   const std::int16_t closed = printer.CerrarDNF();
   if (outcome == ENVERR_OK) outcome = closed;
   tell(outcome == ENVERR_OK
-           ? std::string(say("  hoja de prueba impresa\n", "  test sheet printed\n"))
+           ? say("  hoja de prueba impresa\n", "  test sheet printed\n")
            : say("  la hoja de prueba no salió bien: {}\n", "  the test sheet did not come out well: {}\n",
                  {harmless(utf8(printer.EnvironmentError()))}));
   json_.back()["testSheet"] = outcome == ENVERR_OK;
@@ -156,7 +153,7 @@ void Setup::printSheet(const Discovery& found) {
 void Setup::report() {
   std::string path = options_.reportFile;
   if (path.empty()) {
-    path = std::string(say("zentaro-informe.txt", "zentaro-report.txt"));
+    path = say("zentaro-informe.txt", "zentaro-report.txt");
     if (options_.isYes || !questions().confirm(say("¿Guardar esto en {}, para quien ayude?",
                                                    "Keep this in {}, for whoever helps?", {path})))
       return;
@@ -171,9 +168,9 @@ int Setup::run() {
            "Serial devices: {}. Nothing is changed without a yes.\n", {std::to_string(all.size())}));
   for (const SerialDevice& device : all) examine(device);
   if (printers_ == 0)
-    tell(std::string(
+    tell(
         say("\nNo apareció ninguna impresora. ¿Está encendida y con su cable? \"zentaro doctor\" dice más.\n",
-            "\nNo printer was found. Is it on, with its cable? \"zentaro doctor\" says more.\n")));
+            "\nNo printer was found. Is it on, with its cable? \"zentaro doctor\" says more.\n"));
   report();
   if (options_.isJson) std::cout << jsonPage({{"devices", json_}});
   return printers_ == 0 ? exitRefused : exitDone;

@@ -10,8 +10,8 @@
 namespace zentaro::tools {
 
 struct RecordRow {
-  std::string_view member, words;  // its name, and what it is
-  std::string value;               // an amount with two decimals, or with four when it has more
+  std::string_view member;
+  std::string words, value;  // what it is; an amount with two decimals, or with four when it has more
 };
 
 /// What a record holds, in its order.

@@ -57,7 +57,7 @@ CLI::App* addReport(CLI::App& app, ReportOptions& options, const char* name, con
   CLI::App* command = app.add_subcommand(name, help);
   addPortOptions(*command, options.port);
   command->add_flag("--json", options.isJson,
-                    std::string(say("Muestra los registros como JSON", "Show the records as JSON")));
+                    say("Muestra los registros como JSON", "Show the records as JSON"));
   return command;
 }
 

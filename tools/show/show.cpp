@@ -35,7 +35,7 @@ std::string recordText(const Object& record) {
   forEachValue(record, [&](const Member& member, const Variant& value) {
     text += (text.empty() ? "" : ", ") + std::string(member.name) + " " + valueText(value);
   });
-  return text.empty() ? std::string(say("(nada)", "(nothing)")) : text;
+  return text.empty() ? say("(nada)", "(nothing)") : text;
 }
 
 Json recordJson(const Object& record) {
@@ -73,9 +73,9 @@ void forEachValue(const Object& record, const std::function<void(const Member&, 
 
 std::string valueText(const Variant& value) {
   switch (value.kind()) {
-    case Variant::Kind::Empty: return std::string(say("(vacío)", "(empty)"));
-    case Variant::Kind::Null: return std::string(say("(nulo)", "(null)"));
-    case Variant::Kind::Missing: return std::string(say("(omitido)", "(omitted)"));
+    case Variant::Kind::Empty: return say("(vacío)", "(empty)");
+    case Variant::Kind::Null: return say("(nulo)", "(null)");
+    case Variant::Kind::Missing: return say("(omitido)", "(omitted)");
     case Variant::Kind::Currency: return currencyText4(value.currency());
     case Variant::Kind::Date: return isoText(value.date());
     case Variant::Kind::Array: return arrayText(value.array());

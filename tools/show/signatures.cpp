@@ -75,11 +75,11 @@ std::string outcomesText(const Member& member, Wording wording) {
   const unsigned outcomes = member.outcomes;
   std::vector<std::string> codes;
   if ((outcomes & checksPort) != 0 && member.returnsOutcome()) codes.emplace_back("-1");
-  if ((outcomes & exchanges) != 0) codes.emplace_back(wording("0 to 5"));
+  if ((outcomes & exchanges) != 0) codes.push_back(wording("0 to 5"));
   if ((outcomes & checksArgument) != 0) codes.emplace_back("6");
   if (codes.empty()) return {};
-  if (member.returnsOutcome()) return std::string(wording("the result: ")) + joined(codes);
-  std::string text = std::string(wording("in nEnvironmentError: ")) + joined(codes);
+  if (member.returnsOutcome()) return wording("the result: ") + joined(codes);
+  std::string text = wording("in nEnvironmentError: ") + joined(codes);
   if ((outcomes & checksPort) != 0) text += wording("; unchanged while the port is closed");
   return text;
 }

@@ -10,8 +10,8 @@
 namespace zentaro::tools {
 
 /// Says a phrase of a description in another language.
-using Wording = std::string_view (*)(std::string_view phrase);
-constexpr std::string_view asItIs(std::string_view phrase) { return phrase; }
+using Wording = std::string (*)(std::string_view phrase);
+inline std::string asItIs(std::string_view phrase) { return std::string(phrase); }
 
 /// The members in interface order, the accessors of one property together.
 std::vector<std::span<const Member>> memberGroups(const ClassDescription& description);

@@ -181,17 +181,17 @@ constexpr auto texts = std::to_array<Text>({
     // Records.
     {"array of Variant, lower bound 0", "arreglo de Variant, desde 0"},
     {"Status code of the answer.", "Código de estado de la respuesta."},
-    {"Last command that the printer carried out.", "Último comando que la impresora ejecutó."},
+    {"Last command that was carried out.", "Último comando ejecutado."},
     {"Loads the record from the elements 4 to 12 of an array of answer fields.",
      "Carga el registro de los elementos 4 a 12 de un arreglo de campos de respuesta."},
-    {"The printer's date and time, to the minute.", "La fecha y hora de la impresora, al minuto."},
+    {"Printer's clock, to the minute.", "Reloj de la impresora, al minuto."},
     {"Invoices of the period.", "Facturas del período."},
     {"Non-fiscal documents of the period.", "Documentos no fiscales del período."},
     {"Number of the last invoice.", "Número de la última factura."},
-    {"Number of the last non-fiscal document.", "Número del último documento no fiscal."},
+    {"Number of the last non-fiscal.", "Número del último no fiscal."},
     {"Number of the last Z closing.", "Número del último cierre Z."},
-    {"Printer status word, 16 bits signed.", "Palabra de estado de la impresora, 16 bits con signo."},
-    {"Fiscal status word, 16 bits signed.", "Palabra de estado fiscal, 16 bits con signo."},
+    {"Printer status word.", "Palabra de estado de la impresora."},
+    {"Fiscal status word.", "Palabra de estado fiscal."},
     {"Auxiliary status.", "Estado auxiliar."},
     {"Status of the current document.", "Estado del documento en curso."},
     {"Number of the last debit note.", "Número de la última nota de débito."},
@@ -207,13 +207,13 @@ constexpr auto texts = std::to_array<Text>({
     {"Tax, rate 3.", "Impuesto, alícuota 3."},
     {"Amount of discounts.", "Monto de los descuentos."},
     {"Tax of discounts.", "Impuesto de los descuentos."},
-    {"Exempt amount of credit notes.", "Monto exento de las notas de crédito."},
-    {"Credit notes, base of rate 1.", "Notas de crédito, base de la alícuota 1."},
-    {"Credit notes, base of rate 2.", "Notas de crédito, base de la alícuota 2."},
-    {"Credit notes, base of rate 3.", "Notas de crédito, base de la alícuota 3."},
-    {"Credit notes, tax of rate 1.", "Notas de crédito, impuesto de la alícuota 1."},
-    {"Credit notes, tax of rate 2.", "Notas de crédito, impuesto de la alícuota 2."},
-    {"Credit notes, tax of rate 3.", "Notas de crédito, impuesto de la alícuota 3."},
+    {"Credit notes, exempt.", "Notas de crédito, exento."},
+    {"Credit notes, base 1.", "Notas de crédito, base 1."},
+    {"Credit notes, base 2.", "Notas de crédito, base 2."},
+    {"Credit notes, base 3.", "Notas de crédito, base 3."},
+    {"Credit notes, tax 1.", "Notas de crédito, impuesto 1."},
+    {"Credit notes, tax 2.", "Notas de crédito, impuesto 2."},
+    {"Credit notes, tax 3.", "Notas de crédito, impuesto 3."},
     {"Date of the report.", "Fecha del reporte."},
     {"Date and time of the last invoice.", "Fecha y hora de la última factura."},
     {"Loads the record from the elements 3 to 21 of an array of answer fields.",
@@ -242,9 +242,9 @@ constexpr auto texts = std::to_array<Text>({
 
 }  // namespace
 
-std::string_view inLanguage(std::string_view given) {
+std::string inLanguage(std::string_view given) {
   const auto* const text = std::ranges::find(texts, given, &Text::given);
-  if (text == texts.end()) return given;
+  if (text == texts.end()) return std::string(given);
   return terminal::say(text->spanish, given);
 }
 

@@ -62,7 +62,7 @@ std::vector<Condition> conditionsIn(const StatusWords& words, Bits bits, const s
   for (const Meaning& meaning : meanings) {
     const bool isSet = bits == Bits::Known && (of(words, meaning.word) & meaning.bit) != 0;
     if (!isSet || meaning.code == nullptr) continue;
-    conditions.push_back({meaning.code, std::string(say(meaning.spanish, meaning.english)),
+    conditions.push_back({meaning.code, say(meaning.spanish, meaning.english),
                           say(meaning.spanishAdvice, meaning.englishAdvice, {portWords})});
   }
   return conditions;

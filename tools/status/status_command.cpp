@@ -37,10 +37,9 @@ int runStatus(const ReportOptions& options) {
 
 void addStatusCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<ReportOptions>();
-  CLI::App* command =
-      addReport(app, *options, "status",
-                std::string(terminal::say("Muestra estado, contadores y reloj de la impresora",
-                                          "Show the printer's status, counters and clock")));
+  CLI::App* command = addReport(app, *options, "status",
+                                terminal::say("Muestra estado, contadores y reloj de la impresora",
+                                              "Show the printer's status, counters and clock"));
   command->callback([options, &status] { status = guarded([&] { return runStatus(*options); }); });
 }
 

@@ -12,17 +12,13 @@ using terminal::say;
 
 namespace {
 
-std::string text(std::string_view spanish, std::string_view english) {
-  return std::string(say(spanish, english));
-}
-
 std::string documentText(int document) {
   switch (document) {
-    case 0: return text("ninguno abierto", "none open");
-    case 1: return text("hay una factura abierta", "an invoice is open");
-    case 2: return text("hay una nota de crédito abierta", "a credit note is open");
-    case 3: return text("hay un documento no fiscal abierto", "a non-fiscal document is open");
-    case 4: return text("hay un documento cerrado a medias", "a document is partially closed");
+    case 0: return say("ninguno abierto", "none open");
+    case 1: return say("hay una factura abierta", "an invoice is open");
+    case 2: return say("hay una nota de crédito abierta", "a credit note is open");
+    case 3: return say("hay un documento no fiscal abierto", "a non-fiscal document is open");
+    case 4: return say("hay un documento cerrado a medias", "a document is partially closed");
     default: return say("abierto (estado {})", "open (status {})", {std::to_string(document)});
   }
 }
@@ -43,10 +39,10 @@ std::string dayText(const statusN& status, std::int32_t fiscalWord, Bits bits) {
 
 std::string paperText(std::int32_t printerWord) {
   using namespace virtual_printer::printer_bit;
-  const std::string paper = (printerWord & paperOut) != 0       ? text("no hay", "there is none")
-                            : (printerWord & paperNearEnd) != 0 ? text("se está acabando", "near its end")
-                                                                : text("hay", "there is some");
-  return (printerWord & coverOpen) != 0 ? paper + text("; la tapa está abierta", "; the cover is open")
+  const std::string paper = (printerWord & paperOut) != 0       ? say("no hay", "there is none")
+                            : (printerWord & paperNearEnd) != 0 ? say("se está acabando", "near its end")
+                                                                : say("hay", "there is some");
+  return (printerWord & coverOpen) != 0 ? paper + say("; la tapa está abierta", "; the cover is open")
                                         : paper;
 }
 

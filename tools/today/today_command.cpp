@@ -85,31 +85,26 @@ int runToday(const TodayOptions& options) {
 
 void addTodayCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<TodayOptions>();
-  const auto words = [](std::string_view spanish, std::string_view english) {
-    return std::string(say(spanish, english));
-  };
-  CLI::App* command = app.add_subcommand(words("hoy", "today"),
-                                         words("Dice qué se vendió hoy, o en otros días, según los libros",
-                                               "Tell what was sold today, or on other days, by the books"));
-  command->alias(words("today", "hoy"));
+  CLI::App* command = app.add_subcommand(say("hoy", "today"),
+                                         say("Dice qué se vendió hoy, o en otros días, según los libros",
+                                             "Tell what was sold today, or on other days, by the books"));
+  command->alias(say("today", "hoy"));
   CLI::Option* day =
-      command->add_option("--day", options->day, words("Otro día", "Another day"))->type_name("2026-01-31");
-  CLI::Option* from =
-      command->add_option("--from", options->from, words("Desde este día", "From this day on"))
-          ->excludes(day)
-          ->type_name("2026-01-01");
+      command->add_option("--day", options->day, say("Otro día", "Another day"))->type_name("2026-01-31");
+  CLI::Option* from = command->add_option("--from", options->from, say("Desde este día", "From this day on"))
+                          ->excludes(day)
+                          ->type_name("2026-01-01");
   command
-      ->add_option("--to", options->to,
-                   words("Hasta este día; si no, hasta hoy", "To this day; else to today"))
+      ->add_option("--to", options->to, say("Hasta este día; si no, hasta hoy", "To this day; else to today"))
       ->needs(from)
       ->type_name("2026-01-31");
-  CLI::Option* json = command->add_flag("--json", options->isJson, words("Como JSON", "As JSON"));
+  CLI::Option* json = command->add_flag("--json", options->isJson, say("Como JSON", "As JSON"));
   command
       ->add_flag("--csv", options->isCsv,
-                 words("Como CSV, para una hoja de cálculo", "As CSV, for a spreadsheet"))
+                 say("Como CSV, para una hoja de cálculo", "As CSV, for a spreadsheet"))
       ->excludes(json);
   addPortOptions(*command, options->port);
-  command->footer(words(
+  command->footer(say(
       "Con --port o --device dice también los montos de la impresora desde su último Z, sin imprimir nada. "
       "Estado de salida: 0 hecho, 1 hay ventas de las que no se sabe si se imprimieron, 2 no se pudo mirar.",
       "With --port or --device it tells the printer's figures since its last Z, too, and prints nothing. "

@@ -38,23 +38,21 @@ int runTrace(const TraceOptions& options) {
 
 void addTraceCommand(CLI::App& app, int& status) {
   const auto options = std::make_shared<TraceOptions>();
-  const auto text = [](std::string_view spanish, std::string_view english) {
-    return std::string(terminal::say(spanish, english));
-  };
   CLI::App* command = app.add_subcommand(
-      "trace", text("Descifra un archivo de traza, o responde como la impresora de la traza",
-                    "Decode a trace file, or replay it as a scripted printer"));
+      "trace", terminal::say("Descifra un archivo de traza, o responde como la impresora de la traza",
+                             "Decode a trace file, or replay it as a scripted printer"));
   command
-      ->add_option(text("ARCHIVO", "FILE"), options->file,
-                   text("Una traza; - para la entrada estándar", "A trace; - for standard input"))
+      ->add_option(terminal::say("ARCHIVO", "FILE"), options->file,
+                   terminal::say("Una traza; - para la entrada estándar", "A trace; - for standard input"))
       ->required()
       ->type_name("");
-  command->add_flag("--replay", options->isReplay,
-                    text("Responde como la impresora de la traza", "Answer like the printer in the trace"));
-  command->footer(
-      text("Estado de salida: 0 mostrada, 1 mostrada, pero hay líneas que no se entienden,\n"
-           "2 no se pudo leer el archivo.",
-           "Exit status: 0 shown, 1 shown, but lines could not be read, 2 the file could not be read."));
+  command->add_flag(
+      "--replay", options->isReplay,
+      terminal::say("Responde como la impresora de la traza", "Answer like the printer in the trace"));
+  command->footer(terminal::say(
+      "Estado de salida: 0 mostrada, 1 mostrada, pero hay líneas que no se entienden,\n"
+      "2 no se pudo leer el archivo.",
+      "Exit status: 0 shown, 1 shown, but lines could not be read, 2 the file could not be read."));
   command->callback([options, &status] { status = guarded([&] { return runTrace(*options); }); });
 }
 

@@ -27,14 +27,13 @@ std::string fieldsText(const std::vector<std::string>& fields, std::size_t first
 
 std::string statusText(const std::vector<std::string>& fields) {
   const auto word = [&](std::size_t index) {
-    return index < fields.size() ? virtual_printer::utf8FromWire(fields[index])
-                                 : std::string(say("ninguna", "none"));
+    return index < fields.size() ? virtual_printer::utf8FromWire(fields[index]) : say("ninguna", "none");
   };
   return say("  estado {} {}", "  status {} {}", {word(0), word(1)});
 }
 
 std::string checksumText(const DecodedFrame& frame) {
-  if (frame.isChecksumGood) return std::string(say("  suma correcta", "  checksum good"));
+  if (frame.isChecksumGood) return say("  suma correcta", "  checksum good");
   return say("  suma ERRADA ({})", "  checksum BAD ({})", {virtual_printer::utf8FromWire(frame.checksum)});
 }
 
@@ -55,7 +54,7 @@ std::string frameText(const DecodedFrame& frame, Direction direction, FieldTexts
 
 std::string junkText(const std::string& bytes) {
   constexpr std::size_t most = 32;
-  std::string text(say("trama incompleta:", "no complete frame:"));
+  std::string text = say("trama incompleta:", "no complete frame:");
   for (const char byte : bytes.substr(0, most))
     text += " " + hexadecimal(static_cast<unsigned char>(byte), 2);
   return bytes.size() > most ? text + " ..." : text;
@@ -63,13 +62,12 @@ std::string junkText(const std::string& bytes) {
 
 std::string contentText(const TracedFrame& traced, Direction direction, FieldTexts wanted) {
   switch (traced.frame.form) {
-    case Form::Nothing: return std::string(say("nada", "nothing"));
+    case Form::Nothing: return say("nada", "nothing");
     case Form::Frame: return frameText(traced.frame, direction, wanted);
-    case Form::Reset: return std::string(say("secuencia de reinicio", "reset sequence"));
+    case Form::Reset: return say("secuencia de reinicio", "reset sequence");
     case Form::Junk: break;
   }
-  return wanted == FieldTexts::Shown ? junkText(traced.bytes)
-                                     : std::string(say("trama incompleta", "no complete frame"));
+  return wanted == FieldTexts::Shown ? junkText(traced.bytes) : say("trama incompleta", "no complete frame");
 }
 
 /// What is odd about an answer to that command.

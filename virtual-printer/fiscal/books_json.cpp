@@ -206,8 +206,7 @@ std::string digitsOf(std::uint64_t sum) {
 // and where it is destroyed.
 bool isShallow(int depth, Json::parse_event_t, Json&) {
   constexpr int deepest = 8;
-  if (depth > deepest)
-    throw std::runtime_error(std::string{say("tiene demasiados niveles", "it is nested too deeply")});
+  if (depth > deepest) throw std::runtime_error(say("tiene demasiados niveles", "it is nested too deeply"));
   return true;
 }
 
@@ -220,8 +219,7 @@ Json parsed(const std::string& text) {
     throw std::runtime_error(say("no es JSON, por un error en la línea {}",
                                  "it is not JSON, by a mistake in line {}", {std::to_string(line)}));
   } catch (const Json::out_of_range&) {
-    throw std::runtime_error(
-        std::string{say("tiene un número demasiado grande", "it has a number that is too large")});
+    throw std::runtime_error(say("tiene un número demasiado grande", "it has a number that is too large"));
   }
 }
 
@@ -261,8 +259,8 @@ Books booksFromJson(const std::string& text) {
   const Json json = parsed(text);
   if (json.is_object() && json.contains("checksum") && json["checksum"] != sumOf(json))
     throw std::runtime_error(
-        std::string{say("cambió desde que se escribió; quite el miembro checksum para aceptarlo",
-                        "it was changed since it was written; remove the member checksum to accept it")});
+        say("cambió desde que se escribió; quite el miembro checksum para aceptarlo",
+            "it was changed since it was written; remove the member checksum to accept it"));
   const Reader reader{json};
   int format = 0;
   reader("format", format);

@@ -16,31 +16,31 @@ using zentaro::terminal::say;
 constexpr std::size_t longestLine = 4096;
 
 std::string help() {
-  return std::string{
-      say("help           esta lista\n"
-          "fault PLAN     agrega fallas, por ejemplo: fault lose-answer on close\n"
-          "faults         muestra las fallas en vigor\n"
-          "clear          quita todas las fallas; hay papel, la tapa está cerrada\n"
-          "clear EFECTO   quita las fallas con este efecto, por ejemplo: clear paper-out\n"
-          "status         documento abierto, palabras de estado, últimos números\n"
-          "sample         vende algo de muestra, si nadie usa la impresora\n"
-          "quit           termina la impresora\n"
-          "ok",
-          "help           this list\n"
-          "fault PLAN     adds faults, for example: fault lose-answer on close\n"
-          "faults         lists the faults in force\n"
-          "clear          removes all faults; paper is back, the cover is closed\n"
-          "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
-          "status         open document, status words, last numbers\n"
-          "sample         sells something as a sample, while nobody uses the printer\n"
-          "quit           ends the printer\n"
-          "ok")};
+  return say(
+      "help           esta lista\n"
+      "fault PLAN     agrega fallas, por ejemplo: fault lose-answer on close\n"
+      "faults         muestra las fallas en vigor\n"
+      "clear          quita todas las fallas; hay papel, la tapa está cerrada\n"
+      "clear EFECTO   quita las fallas con este efecto, por ejemplo: clear paper-out\n"
+      "status         documento abierto, palabras de estado, últimos números\n"
+      "sample         vende algo de muestra, si nadie usa la impresora\n"
+      "quit           termina la impresora\n"
+      "ok",
+      "help           this list\n"
+      "fault PLAN     adds faults, for example: fault lose-answer on close\n"
+      "faults         lists the faults in force\n"
+      "clear          removes all faults; paper is back, the cover is closed\n"
+      "clear EFFECT   removes the faults with this effect, for example: clear paper-out\n"
+      "status         open document, status words, last numbers\n"
+      "sample         sells something as a sample, while nobody uses the printer\n"
+      "quit           ends the printer\n"
+      "ok");
 }
 
 std::string clear(const std::string& name, FaultSet& faults) {
   if (name.empty()) {
     faults.clear();
-    return std::string{say("ok se quitaron todas las fallas", "ok all faults cleared")};
+    return say("ok se quitaron todas las fallas", "ok all faults cleared");
   }
   const EffectEntry* entry = findEffect(name);
   if (entry == nullptr)
@@ -69,7 +69,7 @@ std::string addFaults(const std::string& plan, FaultSet& faults) {
 std::string list(const FaultSet& faults) {
   std::string text;
   for (const auto& [plan, holds] : faults.list())
-    text += plan + std::string{holds ? say(" (en vigor)", " (in force)") : ""} + "\n";
+    text += plan + (holds ? say(" (en vigor)", " (in force)") : "") + "\n";
   return text + "ok";
 }
 

@@ -180,7 +180,7 @@ std::string Program::beginSample() {
   const bool isOwn =
       isOpen && machine.document().kind == DocumentKind::Invoice && machine.document().number == leftOpen_;
   if (sample_ || engine_.nextDue() || (isOpen && !isOwn))
-    return say("error: un programa está usando la impresora", "error: a program is using the printer", {});
+    return say("error: un programa está usando la impresora", "error: a program is using the printer");
   sample_.emplace();
   if (isOwn) sample_->cancelFirst();
   beforeSample_ = engine_.exchanges();

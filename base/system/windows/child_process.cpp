@@ -134,8 +134,8 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words) {
     ::CloseHandle(process.hThread);
   } else {
     const std::string complaint =
-        std::string(terminal::say("no se puede iniciar {}: ", "cannot start {}: ", {words.at(0)})) +
-        terminal::reasonOf() + "\n";
+        terminal::say("no se puede iniciar {}: ", "cannot start {}: ", {words.at(0)}) + terminal::reasonOf() +
+        "\n";
     DWORD written = 0;
     ::WriteFile(errors.writing, complaint.data(), static_cast<DWORD>(complaint.size()), &written, nullptr);
   }

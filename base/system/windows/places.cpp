@@ -19,8 +19,8 @@ namespace {
 std::filesystem::path systemsFolder(int which) {
   wchar_t path[MAX_PATH];
   if (::SHGetFolderPathW(nullptr, which, nullptr, SHGFP_TYPE_CURRENT, path) == S_OK) return path;
-  throw std::runtime_error(std::string(terminal::say("la cuenta no tiene carpeta propia: defina LOCALAPPDATA",
-                                                     "the account has no home: set LOCALAPPDATA")));
+  throw std::runtime_error(terminal::say("la cuenta no tiene carpeta propia: defina LOCALAPPDATA",
+                                         "the account has no home: set LOCALAPPDATA"));
 }
 
 }  // namespace

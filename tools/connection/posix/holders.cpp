@@ -28,8 +28,7 @@ bool hasOpen(const files::path& process, const files::path& device) {
 std::string processName(const files::path& process) {
   std::string name;
   std::getline(std::ifstream(process / "comm"), name);
-  return name + " (" + std::string(terminal::say("proceso", "process")) + " " + process.filename().string() +
-         ")";
+  return name + " (" + terminal::say("proceso", "process") + " " + process.filename().string() + ")";
 }
 
 // The printer's own side of a pseudo-terminal keeps its device open, too, and is in nobody's way.

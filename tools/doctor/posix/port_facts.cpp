@@ -37,7 +37,7 @@ const char *const deviceBeginning = "/", *const deviceExample = "/dev/serial/by-
 
 bool looksLikeDevice(const std::string& name) { return name.starts_with(deviceBeginning); }
 
-std::string_view whoTellsHolder() {
+std::string whoTellsHolder() {
   return terminal::say("\"sudo zentaro doctor\" dice cuál", "\"sudo zentaro doctor\" says which one");
 }
 

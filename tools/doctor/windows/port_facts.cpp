@@ -22,7 +22,7 @@ const char *const deviceBeginning = "COM", *const deviceExample = "COM3";
 
 bool looksLikeDevice(const std::string& name) { return portOf(name).starts_with(deviceBeginning); }
 
-std::string_view whoTellsHolder() {
+std::string whoTellsHolder() {
   return terminal::say("cierre los otros programas de la caja uno a uno, hasta que quede libre",
                        "end the other programs of the till one by one, until it is free");
 }

@@ -56,8 +56,8 @@ void judge(const std::string& width, REGSAM view, Findings& findings) {
       {"for-one-user", ::IsUserAnAdmin() != 0,
        say("{}, solo para este usuario: un programa que se ejecuta como administrador recibe el error 429",
            "{}, for this user alone: a program that runs as administrator gets the error 429", {path}),
-       std::string(say("para todos: ejecute el instalador como administrador",
-                       "for everybody: run the setup program as administrator"))});
+       say("para todos: ejecute el instalador como administrador",
+           "for everybody: run the setup program as administrator")});
 }
 
 }  // namespace

@@ -39,14 +39,13 @@ using ServiceHandle = std::unique_ptr<std::remove_pointer_t<SC_HANDLE>, CloseSer
   const std::string reason = terminal::reasonOf(error);
   if (error == ERROR_ACCESS_DENIED)
     throw std::runtime_error(
-        std::string(say("hace falta ser administrador: abra la consola con \"Ejecutar como administrador\"",
-                        "this needs an administrator: open the console by \"Run as administrator\"")));
+        say("hace falta ser administrador: abra la consola con \"Ejecutar como administrador\"",
+            "this needs an administrator: open the console by \"Run as administrator\""));
   if (error == ERROR_SERVICE_EXISTS)
-    throw std::runtime_error(
-        std::string(say("el servicio ya está; quítelo primero con zentaro serve remove",
-                        "the service is there; take it away first by zentaro serve remove")));
+    throw std::runtime_error(say("el servicio ya está; quítelo primero con zentaro serve remove",
+                                 "the service is there; take it away first by zentaro serve remove"));
   if (error == ERROR_SERVICE_DOES_NOT_EXIST)
-    throw std::runtime_error(std::string(say("no hay ningún servicio instalado", "no service is installed")));
+    throw std::runtime_error(say("no hay ningún servicio instalado", "no service is installed"));
   throw std::runtime_error(say("el servicio: {}", "the service: {}", {reason}));
 }
 
@@ -219,9 +218,8 @@ std::function<int(const RunServe&)> addServiceCommands(CLI::App& app,
                                                        const std::function<void()>& complete, int& status) {
   const auto isService = std::make_shared<bool>(false);
   app.add_flag("--as-service", *isService, "")->group("");
-  app.add_subcommand("install",
-                     say("Lo instala, con estas opciones, como servicio de Windows, y lo arranca",
-                         "Install it, with these options, as a service of Windows, and start it", {}))
+  app.add_subcommand("install", say("Lo instala, con estas opciones, como servicio de Windows, y lo arranca",
+                                    "Install it, with these options, as a service of Windows, and start it"))
       ->callback([options, complete, &status] {
         status = guarded([&] {
           complete();
@@ -229,7 +227,7 @@ std::function<int(const RunServe&)> addServiceCommands(CLI::App& app,
         });
       });
   app.add_subcommand("remove", say("Detiene y quita el servicio; los libros quedan",
-                                   "Stop the service and take it away; the books stay", {}))
+                                   "Stop the service and take it away; the books stay"))
       ->callback([&status] { status = guarded(removeService); });
   return [isService](const RunServe& run) {
     return *isService ? runAsService(run) : run({[] {}, base::Interruption::isRequested});

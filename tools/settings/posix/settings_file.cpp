@@ -56,9 +56,9 @@ std::string folderOf(const files::path& file) {
 
 SettingsFile::SettingsFile(std::string path) : path_(std::move(path)) {
   if (path_.empty()) {
-    throw std::runtime_error(std::string(
+    throw std::runtime_error(
         say("sin carpeta personal no hay archivo de configuración: defina HOME o ZENTARO_SETTINGS",
-            "there is no settings file without a home directory: set HOME or ZENTARO_SETTINGS")));
+            "there is no settings file without a home directory: set HOME or ZENTARO_SETTINGS"));
   }
   read();
 }

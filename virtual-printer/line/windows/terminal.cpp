@@ -29,10 +29,10 @@ bool hasLinks() { return false; }
 
 std::unique_ptr<HostLine> makeTerminal(const std::filesystem::path& link) {
   if (link.empty()) return std::make_unique<LocalLine>();
-  throw std::runtime_error(std::string(zentaro::terminal::say(
+  throw std::runtime_error(zentaro::terminal::say(
       "--link: en Windows no hay puertos seriales virtuales; diga --tcp 9600, y tcp://127.0.0.1:9600 donde se nombra el "
       "puerto",
-      "--link: Windows has no virtual serial ports; say --tcp 9600, and tcp://127.0.0.1:9600 where the port is named")));
+      "--link: Windows has no virtual serial ports; say --tcp 9600, and tcp://127.0.0.1:9600 where the port is named"));
 }
 
 }  // namespace virtual_printer
