@@ -8,6 +8,7 @@
 
 #include "base/files/paths.h"
 #include "base/http/page_file.h"
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 #include "service/chain/centre.h"
 #include "service/chain/till_side.h"
@@ -86,9 +87,10 @@ struct Service::Inside {
     try {
       server = std::make_unique<http::Server>(std::move(door), answer, refuse);
     } catch (const std::system_error& error) {
-      throw std::runtime_error(say("--listen {}: no se puede escuchar allí ({}); indique otro puerto",
-                                   "--listen {}: cannot listen there ({}); name another port",
-                                   {system::authority(*settings.listen), error.code().message()}));
+      throw std::runtime_error(
+          say("--listen {}: no se puede escuchar allí ({}); indique otro puerto",
+              "--listen {}: cannot listen there ({}); name another port",
+              {system::authority(*settings.listen), system::errorText(error.code().value())}));
     }
     settings.listen->port = server->port();
   }

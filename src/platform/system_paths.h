@@ -16,7 +16,8 @@ namespace zentaro {
 /// `~/.config/TRV/settings.ini`; empty when the user has no home directory. On Windows the key of the registry.
 ZENTARO_API std::string settingsPath();
 
-/// The path of the settings file for all users of the machine: /etc/xdg/TRV/settings.ini on POSIX.
+/// The path of the settings file for all users of the machine: /etc/xdg/TRV/settings.ini on POSIX,
+/// empty on Windows.
 ZENTARO_API std::string systemSettingsPath();
 
 /// The settings files in force, whether they exist or not. A key has its value from the first one

@@ -136,7 +136,7 @@ TEST_F(SerialLine, ReadGivesWhatIsThereAndEveryByteValue) {
   EXPECT_EQ(waiting(), 256);
   EXPECT_EQ(read(10), all.substr(0, 10));
   EXPECT_EQ(read(4096), all.substr(10));
-  setTimeouts(40, 0);
+  setTimeouts(40, 5000);
   struct sigaction quiet {};
   quiet.sa_handler = [](int) {};  // without SA_RESTART
   ::sigaction(SIGALRM, &quiet, nullptr);

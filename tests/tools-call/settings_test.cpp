@@ -27,6 +27,24 @@ TEST_F(Settings, AreListedWithTheirSource) {
       contains(run("zentaro settings list --json").output, "\"value\": \"30\",\n      \"source\": \"set\""));
 }
 
+// In a world of its own, so that the machine's file stays as it is.
+TEST_F(Settings, OfTheMachineHoldWhereTheUserHasNone) {
+  const std::string world =
+      "unset ZENTARO_SETTINGS; export HOME=" + file("home") + "; mkdir -p $HOME; unshare -rm sh -c '";
+  if (run(world + "mount -t tmpfs none /etc/xdg'").status != 0) GTEST_SKIP() << "no mounts of one's own here";
+  const Ran ran = run(world + R"(mount -t tmpfs none /etc/xdg
+zentaro settings set --system COM1 ttyUSB7; zentaro settings set --system COM2 ttyUSB8; zentaro settings set COM2 ttyUSB9
+cat /etc/xdg/TRV/settings.ini; zentaro settings get COM1; zentaro settings get COM2
+zentaro settings list | tr -s " "; zentaro doctor | grep "COM[123]"
+zentaro settings unset --system COM1; zentaro settings get COM1')");
+  for (const char* part :
+       {"[Config\\ModComm]\nCOM1=/dev/ttyUSB7\nCOM2=/dev/ttyUSB8\n/dev/ttyUSB7\n/dev/ttyUSB9\n",
+        "\nCOM1 /dev/ttyUSB7 machine\n", "\nCOM2 /dev/ttyUSB9 set\n", "\nCOM3 /dev/ttyS2 default\n",
+        "! COM1 /dev/ttyUSB7: the device is missing\n"})
+    EXPECT_TRUE(contains(ran.output, part)) << part << ran.output;
+  EXPECT_TRUE(ran.output.ends_with("\n/dev/ttyS0\n")) << ran.output;
+}
+
 TEST_F(Settings, KeepEveryOtherLineWhenOneChanges) {
   write("settings.ini", "; mine\n[Config\\EPSONZT]\nTimeOutZT=30\nrubbish\n[Other]\nx=1\n");
   EXPECT_EQ(run("zentaro settings set timeoutzt 5 && zentaro settings set COM2 '/dev/tty USB0'").status, 0);

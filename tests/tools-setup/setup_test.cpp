@@ -39,6 +39,13 @@ TEST(Setup, KnowsTheNameThatStays) {
   EXPECT_EQ(lastingName("/dev/ttyUSB0", top), "/dev/fiscal/A50285BI");
 }
 
+TEST(Setup, KnowsWhoIsInAGroup) {
+  EXPECT_TRUE(isMember("root", "dialout")) << "root needs none";
+  EXPECT_TRUE(isMember("daemon", "daemon"));
+  EXPECT_FALSE(isMember("daemon", "dialout"));
+  EXPECT_FALSE(isMember("nobody-of-that-name", "dialout") || isMember("daemon", "no-such-group"));
+}
+
 class SetupCommand : public testing::Shell {
  protected:
   // The answers are typed; returns what was said and how it ended.
@@ -85,6 +92,17 @@ TEST_F(SetupCommand, TakesYesForNamedDevicesOnly) {
   EXPECT_TRUE(contains(named.output, "\"port\": \"COM1\"")) << named.output;
   EXPECT_EQ(run("zentaro settings get COM1").output, printer.device() + "\n");
   EXPECT_EQ(printer.paper(), "") << "a sheet is printed on demand";
+}
+
+// In a world of its own, so that the machine's file stays as it is.
+TEST_F(SetupCommand, WritesAsRootForAllUsers) {
+  const VirtualPrinter printer;
+  const std::string world = "unset ZENTARO_SETTINGS; export HOME=" + file("home") +
+                            "; mkdir -p $HOME; unshare -rm sh -c 'mount -t tmpfs none /etc/xdg";
+  if (run(world + "'").status != 0) GTEST_SKIP() << "no mounts of one's own here";
+  const Ran ran = run(world + "; zentaro setup --yes --device " + printer.device() +
+                      "; cat /etc/xdg/TRV/settings.ini; find $HOME -type f'");
+  EXPECT_TRUE(ran.output.ends_with("\n[Config\\ModComm]\nCOM1=" + printer.device() + "\n")) << ran.output;
 }
 
 TEST_F(SetupCommand, TellsAPrinterFromOtherThings) {

@@ -45,7 +45,7 @@ DecimalReading readDecimal(std::string_view text, int decimals) {
       point == std::string_view::npos ? std::string_view{} : text.substr(point + 1);
   const bool endsWithPoint = point != std::string_view::npos && behind.empty();
   if (whole.empty() || endsWithPoint || !areDigits(whole) || !areDigits(behind))
-    return {0, std::string(formProblem(text))};
+    return {0, formProblem(text)};
 
   const std::string_view fraction = withoutZerosBehind(behind);
   const auto places = static_cast<std::size_t>(decimals);

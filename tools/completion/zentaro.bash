@@ -14,7 +14,7 @@ _zentaro_members() {
 }
 
 _zentaro_settings() {
-  ZENTARO_LANG=en "$1" settings list 2>/dev/null | sed -n 's/^\([A-Za-z0-9]*\)  *.*  \(default\|set\)$/\1/p'
+  ZENTARO_LANG=en "$1" settings list 2>/dev/null | sed -n 's/^\([A-Za-z0-9]*\)  *.*  \(default\|set\|machine\)$/\1/p'
 }
 
 _zentaro() {

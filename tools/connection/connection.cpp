@@ -10,6 +10,7 @@
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "base/files/paths.h"
+#include "base/system/error_text.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "interface/library.h"
@@ -110,7 +111,7 @@ void demandReadableSettings() {
       "la configuración {} no se puede leer ({}): déle permiso de lectura a esta cuenta, o diga otra en "
       "ZENTARO_SETTINGS",
       "the settings {} cannot be read ({}): let this account read them, or name others in ZENTARO_SETTINGS",
-      {harmless(unreadable->path), unreadable->reason.message()}));
+      {harmless(unreadable->path), system::errorText(unreadable->reason.value())}));
 }
 
 std::string portWordsOf(const PortOptions& options) {

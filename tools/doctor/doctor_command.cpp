@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "automation/automation_error.h"
 #include "base/files/json.h"
@@ -67,7 +68,19 @@ void examine(const std::string& name, const std::string& path, bool isConfigured
   if (isConfigured && !finding.isProblem) askPrinter(facts, subject, options, findings);
 }
 
-Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
+Chapter examineSettings() {
+  Chapter chapter{"settings", say("Configuración", "Settings")};
+  std::string separator = say(", de ", ", from ");
+  for (const std::string& path : settingsPaths()) {
+    const SettingsFile file(path);
+    chapter.title += std::exchange(separator, ", ") + path;
+    if (!file.exists()) chapter.title += say(" (no existe)", " (not there)");
+    judgeSettings(file.settings(), chapter.findings);
+  }
+  return chapter;
+}
+
+Chapter examinePorts(const PortOptions& asked) {
   Chapter chapter{"ports", say("Puertos", "Ports")};
   if (asked.isVirtual) {
     askPrinter({}, "--virtual", asked, chapter.findings);
@@ -80,7 +93,7 @@ Chapter examinePorts(const SettingsText& settings, const PortOptions& asked) {
   bool isAnyConfigured = false;
   for (int port = 1; port <= portCount; ++port) {
     const std::string name = portKey(port);
-    const bool isConfigured = asked.port == port || settings.value(portSection, name).has_value();
+    const bool isConfigured = asked.port == port || settingInForce(portSection, name).has_value();
     if (asked.port && asked.port != port) continue;
     PortOptions options = asked;
     options.port = port;
@@ -137,20 +150,13 @@ int runDoctor(const DoctorOptions& options) {
   const std::string trace = files::textOf(folder.path() / "trace");
   if (!options.reportFile.empty() && port.traceFile.empty()) port.traceFile = trace;
 
-  const SettingsFile file(settingsPath());
-  Chapter settings{"settings",
-                   say("Configuración, de {}{}", "Settings, from {}{}",
-                       {file.path(), file.exists() ? ""
-                                                   : say(" (no existe: valen los valores de fábrica)",
-                                                         " (not there: all have their defaults)")})};
-  judgeSettings(file.settings(), settings.findings);
+  Chapter settings = examineSettings();
   judgeRegistration(settings.findings);
   Chapter books{"books", say("Libros de las ventas", "Books of the sales")};
   judgeBooks(till::booksPath(), books.findings);
   Chapter service{"service", say("Servicio", "Service")};
   judgeService(till::booksPath(), service.findings);
-  const std::vector<Chapter> chapters{settings, examinePorts(file.settings(), port), listDevices(), books,
-                                      service};
+  const std::vector<Chapter> chapters{settings, examinePorts(port), listDevices(), books, service};
 
   int problems = 0;
   std::string page;

@@ -54,7 +54,7 @@ Finding notAllowed(const PortFacts& facts) {
 Finding taken(const PortFacts& facts) {
   if (facts.holder.empty())
     return {"taken", true, say("otro programa tiene el puerto", "another program has the port"),
-            std::string(whoTellsHolder())};
+            whoTellsHolder()};
   return {"taken", true, say("el puerto lo tiene {}", "the port is taken by {}", {facts.holder}),
           facts.instead.empty()
               ? say("cierre ese programa, o use otro puerto", "end that program, or use another port")

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "automation/conversions.h"
+#include "base/system/error_text.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "platform/services.h"
@@ -45,7 +46,7 @@ std::vector<service::NamedPrinter> ofTheSettings() {
     throw std::runtime_error(say(
         "la configuración {} no se puede leer ({}): dé permiso, o nombre la impresora con --printer, o --virtual",
         "the settings {} cannot be read ({}): give the right to, or name the printer with --printer, or --virtual",
-        {harmless(unreadable->path), unreadable->reason.message()}));
+        {harmless(unreadable->path), system::errorText(unreadable->reason.value())}));
   std::vector<service::NamedPrinter> printers;
   for (int port = 1; port <= portCount; ++port) {
     const std::string device =

@@ -29,7 +29,7 @@ using terminal::say;
 namespace {
 
 struct SettingsOptions {
-  bool isJson = false;
+  bool isJson = false, isForMachine = false;
   std::string key, value;
 };
 
@@ -48,12 +48,21 @@ KnownSetting settingNamed(const std::string& key) {
       say("ninguna clave se llama \"{}\": hay{}", "no setting \"{}\": there are{}", {key, names}));
 }
 
-std::string valueIn(const SettingsFile& file, const KnownSetting& setting) {
-  return file.settings().value(setting.section, setting.key).value_or(setting.fallback);
+struct Held {
+  std::string value;
+  std::string_view source;
+};
+
+Held heldBy(const KnownSetting& setting) {
+  const auto given = settingInForce(setting.section, setting.key);
+  if (!given) return {setting.fallback, "default"};
+  return {given->value, given->isOfMachine ? "machine" : "set"};
 }
 
-std::string sourceOf(const SettingsFile& file, const KnownSetting& setting) {
-  return file.settings().value(setting.section, setting.key) ? "set" : "default";
+std::string sourceInWords(std::string_view source) {
+  return source == "set"       ? say("  puesto", "  set")
+         : source == "machine" ? say("  de la máquina", "  machine")
+                               : say("  de fábrica", "  default");
 }
 
 void checkValue(const KnownSetting& setting, const std::string& value) {
@@ -71,17 +80,20 @@ std::string shown(const std::string& value) {
 void listText(const SettingsFile& file) {
   std::cout << say("Archivo: ", "File: ") << harmless(file.path())
             << (file.exists() ? "" : say(" (todavía no existe)", " (not there yet)")) << "\n";
+  if (!systemSettingsPath().empty())
+    std::cout << say("Para todos los usuarios: ", "For all users: ") << systemSettingsPath() << "\n";
   std::string section;
   for (const KnownSetting& setting : knownSettings()) {
     if (setting.section != section) std::cout << "\n[" << (section = setting.section) << "]\n";
-    const bool isSet = sourceOf(file, setting) == "set";
-    std::cout << terminal::padded(setting.key, 22) << terminal::padded(shown(valueIn(file, setting)), 24)
-              << (isSet ? say("  puesto", "  set") : say("  de fábrica", "  default")) << '\n';
+    const Held held = heldBy(setting);
+    std::cout << terminal::padded(setting.key, 22) << terminal::padded(shown(held.value), 24)
+              << sourceInWords(held.source) << '\n';
     std::string meaning =
         setting.section == portSection && setting.key.starts_with("COM")
             ? say("dispositivo del puerto serial {}", "device of serial port {}", {setting.key.substr(3)})
-            : std::string(inLanguage(setting.meaning));
-    if (isSet) meaning += say(" (de fábrica: {})", " (default: {})", {shown(setting.fallback)});
+            : inLanguage(setting.meaning);
+    if (held.source != "default")
+      meaning += say(" (de fábrica: {})", " (default: {})", {shown(setting.fallback)});
     for (const std::string& line : terminal::wrapped("    " + meaning, terminal::screenColumns(), "    "))
       std::cout << line << '\n';
   }
@@ -90,10 +102,11 @@ void listText(const SettingsFile& file) {
 void listJson(const SettingsFile& file) {
   Json settings = Json::array();
   for (const KnownSetting& setting : knownSettings()) {
+    const Held held = heldBy(setting);
     settings.push_back({{"section", setting.section},
                         {"key", setting.key},
-                        {"value", valueIn(file, setting)},
-                        {"source", sourceOf(file, setting)},
+                        {"value", held.value},
+                        {"source", held.source},
                         {"default", setting.fallback},
                         {"meaning", setting.meaning}});
   }
@@ -107,7 +120,7 @@ int list(const SettingsOptions& options) {
 }
 
 int get(const SettingsOptions& options) {
-  std::cout << valueIn(SettingsFile(settingsPath()), settingNamed(options.key)) << '\n';
+  std::cout << heldBy(settingNamed(options.key)).value << '\n';
   return exitDone;
 }
 
@@ -128,17 +141,21 @@ std::string meantValue(const KnownSetting& setting, const std::string& value) {
   return isPort && value.starts_with("tty") ? "/dev/" + value : value;
 }
 
+SettingsFile fileFor(const SettingsOptions& options) {
+  return SettingsFile(options.isForMachine ? systemSettingsPath() : settingsPath());
+}
+
 int set(const SettingsOptions& options) {
   const KnownSetting setting = settingNamed(options.key);
   const std::string value = meantValue(setting, options.value);
   checkValue(setting, value);
-  SettingsFile(settingsPath()).set(setting.section, setting.key, value);
+  fileFor(options).set(setting.section, setting.key, value);
   return exitDone;
 }
 
 int unset(const SettingsOptions& options) {
   const KnownSetting setting = settingNamed(options.key);
-  SettingsFile(settingsPath()).remove(setting.section, setting.key);
+  fileFor(options).remove(setting.section, setting.key);
   return exitDone;
 }
 
@@ -152,8 +169,8 @@ void addAction(CLI::App& action, const std::shared_ptr<SettingsOptions>& options
 void addSettingsCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<SettingsOptions>();
   const std::string key = say("CLAVE", "KEY");
-  CLI::App* command = app.add_subcommand("settings", say("Muestra y cambia la configuración del usuario",
-                                                         "Show and change the user's settings"));
+  CLI::App* command = app.add_subcommand(
+      "settings", say("Muestra y cambia la configuración", "Show and change the settings"));
   command->require_subcommand(1);
 
   CLI::App* listing = command->add_subcommand(
@@ -177,6 +194,12 @@ void addSettingsCommand(CLI::App& app, int& status) {
                                                              "Take a value out: the default holds again"));
   unsetting->add_option(key, options->key, "TimeOutZT, COM1, ...")->required()->type_name("");
   addAction(*unsetting, options, status, unset);
+
+  if (systemSettingsPath().empty()) return;
+  for (CLI::App* change : {setting, unsetting})
+    change->add_flag("--system", options->isForMachine,
+                     say("Para todos los usuarios de la máquina; lo que puso el usuario vale más",
+                         "For all users of the machine; what the user has set counts more"));
 }
 
 }  // namespace zentaro::tools

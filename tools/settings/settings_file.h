@@ -1,7 +1,9 @@
-// The user's settings, a file or a key of the registry: read as they stand; a file is replaced as a whole.
+// Settings, of the user or of the machine, a file or a key of the registry: read as they stand; a file is
+// replaced as a whole.
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/settings_text.h"
@@ -33,5 +35,13 @@ class SettingsFile {
   bool exists_ = false;
   SettingsText settings_;
 };
+
+struct SettingInForce {
+  std::string value;
+  bool isOfMachine = false;  // for all its users
+};
+
+/// The user's value, else the machine's; nothing where neither file has the key. Raises as SettingsFile.
+std::optional<SettingInForce> settingInForce(std::string_view section, std::string_view key);
 
 }  // namespace zentaro::tools

@@ -27,6 +27,9 @@ bool isRoot();
 /// The account for which the machine is set up: who called sudo, else the account itself.
 std::string accountName();
 
+/// Whether the account may use what the group may; root always.
+bool isMember(const std::string& account, const std::string& group);
+
 /// The file of the udev rule that comes with the program; empty where there is none.
 std::string ruleOfTheProgram();
 

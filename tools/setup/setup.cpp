@@ -73,14 +73,16 @@ void Setup::examine(const SerialDevice& device) {
 
 void Setup::give(const Discovery& found) {
   const std::string name = lastingName(found.device.path);
-  if (found.port.exists && !found.port.canReadAndWrite) return giveGroup(found);
+  if (found.port.exists && !found.port.canReadAndWrite) return;  // the finding says how
   giveName(found, name);
   givePort(found, name);
+  giveGroup(found);
   printSheet(found);
 }
 
 void Setup::givePort(const Discovery& found, const std::string& name) {
-  SettingsFile file(settingsPath());
+  // Root sets it up for whoever stands at the counter.
+  SettingsFile file(isRoot() ? settingsPaths().back() : settingsPath());
   const auto port = portFor(found.device.path, file.settings());
   if (!port)
     return tell(say("  COM1 a COM8 ya tienen otros dispositivos\n", "  COM1 to COM8 have other devices\n"));
@@ -106,9 +108,12 @@ void Setup::execute(const std::vector<std::string>& words, const std::string& qu
                    : say("  falló ({}): {}\n", "  failed ({}): {}\n", {std::to_string(status), line}));
 }
 
+// Root may use the device; who called sudo may not.
 void Setup::giveGroup(const Discovery& found) {
   const std::string account = accountName();
-  if (found.port.group.empty() || found.port.group == "root") return;
+  if (!isRoot() || found.port.group.empty() || found.port.group == "root" ||
+      isMember(account, found.port.group))
+    return;
   execute({"usermod", "-aG", found.port.group, account},
           say("¿Poner a {} en el grupo {}, para que pueda usarlo?",
               "Put {} into the group {}, so that it may use it?", {account, found.port.group}));
@@ -123,6 +128,8 @@ void Setup::giveName(const Discovery& found, const std::string& name) {
           say("¿Instalar la regla de udev, que le da a {} un nombre en /dev/fiscal y el grupo dialout?",
               "Install the udev rule, which gives {} a name below /dev/fiscal and the group dialout?",
               {harmless(found.device.path)}));
+  tell(say("      después desconecte el adaptador y conéctelo otra vez: así la regla le da el nombre\n",
+           "      then unplug the adapter and plug it in again: so the rule gives it the name\n"));
 }
 
 void Setup::printSheet(const Discovery& found) {

@@ -87,7 +87,7 @@ ControlReply control(std::string_view line, FaultSet& faults, const Works& works
   if (verb == "status") return {status(works)};
   if (verb == "sample") return {{}, ControlReply::Order::Sample};
   if (verb == "quit") return {"ok", ControlReply::Order::Quit};
-  return {say("error: \"{}\" no es un comando; help los muestra",
+  return {say("error: \"{}\" no es una orden; help las muestra",
               "error: \"{}\" is no command; help lists them", {verb})};
 }
 

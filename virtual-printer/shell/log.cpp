@@ -2,12 +2,12 @@
 #include "virtual-printer/shell/log.h"
 
 #include <cerrno>
-#include <cstring>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "base/files/careful_file.h"
 #include "base/files/paths.h"
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/fiscal/calendar.h"
 #include "virtual-printer/wire/codepage.h"
@@ -70,8 +70,8 @@ void LogFile::happened(const Moment& moment, const Event& event) {
   const std::string line = logLine(moment, event);
   const int error = zentaro::files::writeAll(file_.get(), line);
   if (error == 0) return trouble_.pass();
-  trouble_.meet(
-      say("--log: no se puede escribir: {}", "--log: cannot be written: {}", {std::strerror(error)}));
+  trouble_.meet(say("--log: no se puede escribir: {}", "--log: cannot be written: {}",
+                    {zentaro::system::errorText(error)}));
 }
 
 }  // namespace virtual_printer

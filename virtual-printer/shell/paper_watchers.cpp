@@ -2,12 +2,12 @@
 #include "virtual-printer/shell/paper_watchers.h"
 
 #include <cerrno>
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 
 #include "base/files/careful_file.h"
 #include "base/files/paths.h"
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/paper/svg.h"
 #include "virtual-printer/paper/text.h"
@@ -25,7 +25,8 @@ void RollOnScreen::printed(const Sheet& sheet, const Line& line) {
                                "nobody reads the roll on standard output; the printer goes on without it"));
     case Outlet::Fate::Failed:
       return trouble_.meet(say("el rollo en la salida estándar no se puede escribir: {}",
-                               "the roll on standard output cannot be written: {}", {std::strerror(errno)}));
+                               "the roll on standard output cannot be written: {}",
+                               {zentaro::system::errorText(errno)}));
   }
 }
 

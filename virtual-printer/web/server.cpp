@@ -9,6 +9,7 @@
 
 #include "base/http/refusal.h"
 #include "base/http/server.h"
+#include "base/system/error_text.h"
 #include "base/system/random.h"
 #include "base/terminal/language.h"
 #include "virtual-printer/web/page_files.h"
@@ -153,7 +154,7 @@ WebServer::WebServer(Address address, Feed& feed, Act act) : address_{std::move(
     throw std::runtime_error(
         say("--web {}: no se puede escuchar allí ({}); indique otra dirección u otro puerto",
             "--web {}: cannot listen there ({}); name another address or port",
-            {authority(address_), error.code().message()}));
+            {authority(address_), zentaro::system::errorText(error.code().value())}));
   }
   address_.port = service_->port();
 }

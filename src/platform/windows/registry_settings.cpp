@@ -44,6 +44,8 @@ SettingsStore& registrySettings() { return lasting<RegistrySettings>(); }
 namespace zentaro {
 
 std::string settingsPath() { return R"(HKEY_CURRENT_USER\Software\VB and VBA Program Settings\TRV)"; }
+std::string systemSettingsPath() { return {}; }
+std::vector<std::string> settingsPaths() { return {settingsPath()}; }
 
 std::optional<UnreadableFile> unreadableSettings() { return std::nullopt; }  // the registry is no file
 

@@ -1,9 +1,12 @@
 // Names below /dev, accounts, and the rule of udev.
 #include "tools/setup/changes.h"
 
+#include <grp.h>
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 
@@ -38,6 +41,18 @@ std::string accountName() {
   if (const char* caller = std::getenv("SUDO_USER"); caller != nullptr && ::geteuid() == 0) return caller;
   const passwd* account = ::getpwuid(::geteuid());
   return account == nullptr ? std::to_string(::geteuid()) : account->pw_name;
+}
+
+bool isMember(const std::string& account, const std::string& group) {
+  const passwd* user = ::getpwnam(account.c_str());
+  if (user == nullptr) return false;
+  if (user->pw_uid == 0) return true;
+  const ::group* wanted = ::getgrnam(group.c_str());
+  std::array<gid_t, 1024> groups{};
+  int count = groups.size();
+  if (wanted == nullptr || ::getgrouplist(account.c_str(), user->pw_gid, groups.data(), &count) < 0)
+    return false;
+  return std::find(groups.begin(), groups.begin() + count, wanted->gr_gid) != groups.begin() + count;
 }
 
 std::string ruleOfTheProgram() {

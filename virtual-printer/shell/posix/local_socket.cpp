@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 
 namespace virtual_printer {
@@ -20,7 +21,7 @@ namespace {
 using zentaro::terminal::say;
 
 [[noreturn]] void fail(const std::string& path) {
-  throw std::runtime_error("--control " + path + ": " + std::strerror(errno));
+  throw std::runtime_error("--control " + path + ": " + zentaro::system::errorText(errno));
 }
 
 sockaddr_un addressOf(const std::string& path) {

@@ -19,7 +19,7 @@ function documentCard(open) {
   const rest = open.phase === "items" && open.paid === "0,00"
     ? [] : fact(say("Pagado", "Paid"), amount(open.paid));
   const last = open.change !== "0,00"
-    ? fact(say("Cambio", "Change"), amount(open.change), { class: "good" })
+    ? fact(say("Vuelto", "Change"), amount(open.change), { class: "good" })
     : fact(say("Por pagar", "To pay"), amount(open.unpaid), { class: "strong" });
   return [
     element("p", { class: "document-name" }, open.title, element("span", { class: "chip" }, phases[open.phase])),
