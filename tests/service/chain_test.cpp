@@ -110,6 +110,8 @@ TEST(ChainCentre, KeepsTheMostThatWasSaidOfAJob) {
   waiting.cause = "no paper";
   EXPECT_TRUE(isNews(kept(State::Printing, 1), waiting));
   Job told = kept(State::Printed, 1);
+  told.number = 7;
+  EXPECT_TRUE(isNews(kept(State::Printed, 1), told)) << "its number was found";
   told.printer = "caja";
   EXPECT_TRUE(isOrdered(kept(State::Printing, 1), "shop", told));
   EXPECT_FALSE(isOrdered(kept(State::Printing, 1), "other", told)) << "another till's job of the same name";
@@ -158,6 +160,13 @@ TEST(ChainMessages, AreReadWholeOrNotAtAll) {
   ASSERT_TRUE(parseJobMessage(wish));
   EXPECT_EQ(parseJobMessage(wish)->body, R"({"price":0.10000000000000000001})")
       << "not a digit is written anew";
+  for (const auto& [attempt, patience, isTaken] : {std::tuple{1, 3'600, true},
+                                                   {1'000'000, 0, true},
+                                                   {0, 60, false},
+                                                   {1'000'001, 60, false},
+                                                   {1, 3'601, false}})
+    EXPECT_EQ(parseJobMessage(textOf(JobMessage{"J-1", "caja", attempt, patience, ""})).has_value(), isTaken)
+        << attempt << " " << patience;
   Status status{true, "1", "", {"a", 1}, Seen{"a", 1}, Json::array()};
   status.printers.push_back({{"name", "caja"}, {"state", "ready"}, {"virtual", false}});
   ASSERT_TRUE(parseStatus(textOf(status)));
@@ -200,6 +209,8 @@ TEST(ChainBroker, IsReachedInTheClearOnThisMachineOnly) {
                                                    {"mqtts://", 0},
                                                    {"mqtts://a:b", 0},
                                                    {"mqtts://a:0", 0},
+                                                   {"mqtts://a:65535", 65535},
+                                                   {"mqtts://a:65536", 0},
                                                    {"mqtts://a/b", 0},
                                                    {"mqtts://user@a", 0},
                                                    {"http://a", 0},

@@ -12,9 +12,20 @@ using testing::eventually;
 using testing::HttpClient;
 using testing::httpRequest;
 
-class Service : public testing::Shop {};
+class Service : public testing::Shop {
+ protected:
+  std::string metrics() const {
+    HttpClient client{port};
+    client.send(httpRequest("GET /metrics", "Authorization: Bearer " + token + "\r\n"));
+    return client.receive(10s);
+  }
+  bool tells(const std::string& metric) const {
+    return eventually([&] { return metrics().find("\n" + metric + "\n") != std::string::npos; });
+  }
+};
 
 TEST_F(Service, PrintsAJobOnceHoweverOftenItIsAskedFor) {
+  write("settings.ini", "[Config\\EPSONZT]\nTimeOutZT=2\nDebugZT=1\nDumpZT=" + file("trace") + "\n");
   printer("caja1");
   serve();
   const Answered first = put("F-1", sale("caja1"), 30);
@@ -56,6 +67,8 @@ TEST_F(Service, PrintsAJobOnceHoweverOftenItIsAskedFor) {
     EXPECT_EQ(answer.status == 409 && row.id == "F-1", answer.at("job") != "(none)") << row.what;
   }
   EXPECT_EQ(papers("caja1", "Arepa"), 1);
+  EXPECT_EQ(ask("GET /v1/jobs?search=Arepa").body["jobs"].size(), 1U) << "by what stands in the body alone";
+  EXPECT_EQ(folder.read("trace"), "") << "a trace has no limit, and a service runs for years";
   EXPECT_EQ(ask("GET /v1/jobs?after=0").body["jobs"].size(), 1U) << "what was refused is not in the books";
 }
 
@@ -85,6 +98,7 @@ TEST_F(Service, RightsAreKeptForEachToken) {
       {"nor see another printer's job by its id", seller, "PUT /v1/jobs/F-1", sale("caja1"), 409},
       {"nor take it back", seller, "DELETE /v1/jobs/F-1", "", 404},
       {"a reader cannot sell", reader, "PUT /v1/jobs/F-2", sale("caja1"), 403},
+      {"nor resolve", reader, "PUT /v1/jobs/F-1/finding", finding, 403},
       {"nor see another printer", reader, "GET /v1/printers/caja2", "", 404},
       {"nor its jobs", reader, "GET /v1/jobs/F-1", "", 404},
       {"nor its day", reader, "GET /v1/printers/caja2/day", "", 404},
@@ -105,7 +119,12 @@ TEST_F(Service, RightsAreKeptForEachToken) {
   EXPECT_EQ(ask("GET /v1/printers", "", "Origin: https://evil.example\r\n").status, 403);
   const Answered asked = ask("OPTIONS /v1/jobs/F-1", "", "Origin: https://tienda.example\r\n");
   EXPECT_EQ(asked.status, 204);
-  EXPECT_NE(asked.head.find("Access-Control-Allow-Origin: https://tienda.example"), std::string::npos);
+  for (const char* header : {"Access-Control-Allow-Origin: https://tienda.example", "Vary: Origin"})
+    EXPECT_NE(asked.head.find(header), std::string::npos) << header;
+  EXPECT_NE(ask("POST /v1/jobs/F-1").head.find("Allow: PUT, GET, DELETE\r\n"), std::string::npos);
+  EXPECT_EQ(
+      ask("PUT /v1/jobs/F-3", sale("caja2"), "Content-Type: application/json; charset=utf-8\r\n").status,
+      202);
   EXPECT_EQ(ask("PUT /v1/jobs/F-2", sale("caja1"), "Content-Type: text/plain\r\n").status, 415);
   EXPECT_EQ(run("zentaro serve token remove seller").status, 0);
   token = seller;
@@ -120,13 +139,30 @@ TEST_F(Service, WaitsWhileThePrinterRefusesTheOpeningAndNoLonger) {
   fault("caja1", "paper-out on open");
   const Answered late = put("F-1", sale("caja1", "Late", R"("patience":2,)"), 20);
   EXPECT_EQ(late.at("state") + " " + late.at("verdict"), "not-printed expired") << late.body;
+  EXPECT_NE(late.at("cause").find("(ERROR 20 SIN PAPEL)"), std::string::npos)
+      << "what it waited for" << late.body;
+  EXPECT_NE(late.at("next").find("with attempt 2"), std::string::npos) << late.body;
   EXPECT_EQ(put("F-2", sale("caja1", "Soon"), 0).status, 202);
   EXPECT_TRUE(eventually([&] { return get("F-2").at("cause").find("ERROR") != std::string::npos; }));
   EXPECT_EQ(ask("GET /v1/printers/caja1").at("state"), "blocked");
   clear("caja1");
+  fault("caja1", "delay=1 on item");
+  EXPECT_TRUE(eventually([&] {
+    const Answered now = ask("GET /v1/printers/caja1");
+    return now.at("state") == "busy" && now.at("next") == "null";
+  })) << "nobody is asked to put anything in order any more";
   EXPECT_EQ(get("F-2", 30).at("state"), "printed");
+  EXPECT_NE(get("F-2").at("begun"), get("F-2").at("accepted"));
   EXPECT_EQ(put("F-1", sale("caja1", "Late"), 0).at("state"), "not-printed") << "a replay prints nothing";
   EXPECT_EQ(put("F-1", sale("caja1", "Mended", R"("attempt":2,)"), 30).at("state"), "printed");
+  int seconds = 0;  // of those that were begun
+  for (const Answered& job : {get("F-1"), get("F-2")})
+    for (const auto& [moment, sign] : {std::pair{"begun", -1}, {"ended", 1}}) {
+      const std::string text = job.at(moment);
+      seconds += sign * (std::stoi(text.substr(11)) * 3600 + std::stoi(text.substr(14)) * 60 +
+                         std::stoi(text.substr(17)));
+    }
+  EXPECT_TRUE(tells("zentaro_job_seconds_sum{printer=\"caja1\"} " + std::to_string(seconds))) << metrics();
   EXPECT_EQ(papers("caja1", "Late") * 100 + papers("caja1", "Soon") * 10 + papers("caja1", "Mended"), 11);
 }
 
@@ -156,11 +192,24 @@ TEST_F(Service, AJobInTheQueueCanBeWithdrawnAndTheQueueHasAnEnd) {
   EXPECT_EQ(get("F-101").status, 404);
   EXPECT_EQ(ask("DELETE /v1/jobs/F-7").at("verdict"), "withdrawn");
   EXPECT_EQ(ask("DELETE /v1/jobs/F-7").status, 200);
+  ask("DELETE /v1/jobs/F-8");
+  EXPECT_EQ(put("Z-1", closing("caja1", "Z")).status, 202);
+  const std::string all = token;
+  token = addToken("seller", "sell");
+  EXPECT_EQ(ask("DELETE /v1/jobs/Z-1").status, 403) << "who may not close takes no closing back";
+  token = all;
+  ask("DELETE /v1/jobs/Z-1");
+  EXPECT_TRUE(tells("zentaro_jobs_total{printer=\"caja1\",kind=\"Z\",verdict=\"withdrawn\"} 1"));
+  EXPECT_EQ(metrics().find("zentaro_last_z_timestamp_seconds{"), std::string::npos) << "none was printed";
   for (int number = 1; number <= 100; ++number)
     if (number != 2) ask("DELETE /v1/jobs/F-" + std::to_string(number));
   clear("caja1");
   EXPECT_EQ(get("F-2", 30).at("state"), "printed");
   EXPECT_EQ(ask("DELETE /v1/jobs/F-2").status, 409);
+  EXPECT_EQ(ask("GET /v1/jobs?latest=2").body["jobs"][0]["id"], "Z-1") << "the newest first";
+  const Answered page = ask("GET /v1/jobs?after=0");
+  EXPECT_EQ(page.body["jobs"].size(), 100U);
+  EXPECT_EQ(ask("GET /v1/jobs?after=" + page.at("revision")).body["jobs"].size(), 1U) << "and what is left";
   EXPECT_EQ(papers("caja1", "Arepa"), 1);
 }
 
@@ -222,6 +271,7 @@ TEST_F(Service, WhatNobodyKnowsHoldsBackTheZUntilAPersonHasLooked) {
               0);
   serve();
   EXPECT_TRUE(becomes("F-1", "unknown"));
+  EXPECT_EQ(ask("GET /v1/printers/caja1?fresh=1").at("booksMiss"), "2") << "sold past these books";
   EXPECT_EQ(put("F-1", sale("caja1", "Doubtful", R"("attempt":2,)")).at("type"), "not-final");
   put("Z-1", closing("caja1", "Z"));
   EXPECT_TRUE(eventually([&] { return get("Z-1").at("cause").find("F-1") != std::string::npos; }));
@@ -240,6 +290,8 @@ TEST_F(Service, ASignalLetsTheSaleEndAndTheQueueWait) {
   put("F-1", sale("caja1", "First"));
   put("F-2", sale("caja1", "Second"));
   ASSERT_TRUE(becomes("F-1", "printing"));
+  EXPECT_NE(metrics().find("\nzentaro_printer_ready{printer=\"caja1\"} 1\n"), std::string::npos)
+      << "a printer that prints is ready";
   EXPECT_EQ(service->end(SIGTERM), 0);
   EXPECT_EQ(papers("caja1", "First") * 10 + papers("caja1", "Second"), 10);
   serve();
@@ -433,6 +485,9 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
        "cannot listen there"},
       {"no printer", "zentaro serve", "--printer"},
       {"a printer twice", "zentaro serve" + printer + printer, "twice"},
+      {"a device twice", "zentaro serve --printer a=/dev/x --printer b=/dev/x", "/dev/x stands twice"},
+      {"a config beside the command line, which counts",
+       "zentaro serve --listen none --config " + file("here.toml") + printer, "another service keeps books"},
       {"a printer without a device", "zentaro serve --printer caja1", "NAME=DEVICE"},
       {"an address that is none", "zentaro serve --listen here" + printer, "--listen here"},
       {"damaged books", "ZENTARO_BOOKS=" + file("hurt/broken.db") + " zentaro serve --listen none" + printer,
@@ -450,6 +505,7 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
   };
   write("key", "-----");
   std::filesystem::permissions(file("key"), std::filesystem::perms{0640});
+  write("here.toml", "listen = \"here\"\n");
   write("bad.toml", "printre = [\"caja1=/dev/x\"]\n");
   for (const Row& row : rows) {
     const testing::Ran ran =
@@ -463,9 +519,13 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
   const std::string instead = "send the job to the service: PUT http://127.0.0.1:" + std::to_string(port) +
                               "/v1/jobs/ID with \"printer\":\"caja1\"";
   EXPECT_NE(sold.output.find(instead), std::string::npos) << sold.output;
+  EXPECT_NE(run("zentaro serve token add page").output.find("Page: http://127.0.0.1:8211/#token=zt_"),
+            std::string::npos);
+  fault("caja1", "cover-open on open");
+  ASSERT_EQ(put("F-1", sale("caja1")).status, 202);
   const std::string doctor = run("zentaro doctor --device " + file("caja1")).output;
   EXPECT_NE(doctor.find(instead), std::string::npos) << doctor;
-  EXPECT_NE(doctor.find("caja1 " + file("caja1") + ": 0 jobs wait"), std::string::npos) << doctor;
+  EXPECT_NE(doctor.find("caja1 " + file("caja1") + ": 1 jobs wait"), std::string::npos) << doctor;
   killService();
   EXPECT_NE(run("zentaro doctor --device " + file("caja1")).output.find("none keeps these books"),
             std::string::npos);

@@ -176,6 +176,9 @@ TEST_F(BooksFile, ListWhatIsOpenAndWhatChanged) {
   books.blankBodies(printed.ended + 1, 100);
   EXPECT_EQ(books.at(printed.key)->body, "");
   EXPECT_EQ(books.at(lines.key)->body, "{}") << "it may be printed yet";
+  const Moment begun = books.at(lines.key)->begun;
+  EXPECT_EQ(ids(books.begunBetween(begun, begun)), "") << "the end is the next day's";
+  EXPECT_TRUE(ids(books.begunBetween(begun, begun + 1)).find('L') != std::string::npos);
 }
 
 TEST_F(BooksFile, LetOneOfManyBeginAJob) {

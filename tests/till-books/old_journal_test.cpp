@@ -50,6 +50,8 @@ TEST_F(OldJournal, BecomesJobsOnce) {
   const std::vector<Job> open = books_.judgeable("A1");
   ASSERT_EQ(open.size(), 2U);
   EXPECT_EQ(open[0].turn, Turn::Lines);
+  read(line("e", "N", R"("turn":"close","number":8,"fact":"printed","told":false)"));
+  EXPECT_FALSE(books_.find("N")->isTold) << "nobody was told that it was printed";
   EXPECT_FALSE(open[0].reachedClose);
 }
 

@@ -183,6 +183,9 @@ TEST(SaleFile, TakesSpanishNamesAsWellButNeverBoth) {
     "discounts": [{"amount": 1, "description": "Fiel"}], "igtf": {"base": 2, "rate": 3}, "extraLines": ["Gracias"]})");
   EXPECT_TRUE(none.empty()) << listed(none);
   EXPECT_EQ(contentDigest(spanish), contentDigest(english));
+  std::string accented = inSpanish;
+  accented.replace(accented.find("credito"), 7, "cr\u00E9dito");
+  EXPECT_EQ(contentDigest(readSale(accented).sale), contentDigest(english));
   std::string mixed = inSpanish;
   mixed.replace(mixed.find("precio"), 6, "price");
   EXPECT_EQ(listed(readSale(mixed).problems),
@@ -255,9 +258,9 @@ TEST(SaleFile, WarnsOfWhatPaperLoses) {
            {"20.00", ""}})
     EXPECT_EQ(listed(paperWarnings(readSale(twoLines + amount + R"(, "description": "D"}]})").sale, 14)),
               warned);
-  for (const char* rif : {"V-12345678", "J-12345678-4", "V12345678", "J-50100000-0"})
+  for (const char* rif : {"V-12345678", "V-123456", "J-12345678-4", "V12345678", "J-50100000-0"})
     EXPECT_EQ(rifDoubt(rif), "") << rif;
-  for (const char* rif : {"12345678", "X-12345678", "J-1234567890", "V-"})
+  for (const char* rif : {"12345678", "V-12345", "X-12345678", "J-1234567890", "V-"})
     EXPECT_NE(rifDoubt(rif), "") << rif;
 }
 

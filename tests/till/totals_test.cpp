@@ -181,7 +181,9 @@ TEST_F(Subtotal, OfThePrinterMustBeTheFiles) {
   printer.CommPort = 1;
   printer.PortOpen(true);
   for (const auto& [answered, objection] :
-       {std::pair{"11600", ""}, {"11601", "the printer's total is 116.01, the file's is 116.00"}}) {
+       {std::pair{"11600", ""},
+        {"0", "the printer's total is 0.00, the file's is 116.00"},
+        {"11601", "the printer's total is 116.01, the file's is 116.00"}}) {
     line.answer({{"<STX><SEQ>C<FS>0000<FS>0000<FS>" + std::string(answered) + "<ETX>0000"}});
     EXPECT_EQ(steps[2].send(printer), 0);
     EXPECT_EQ(steps[2].objection(printer), objection);

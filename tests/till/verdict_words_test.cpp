@@ -5,6 +5,8 @@
 
 #include "base/files/json.h"
 #include "base/terminal/language.h"
+#include "till/course/figures.h"
+#include "till/words/call_words.h"
 #include "till/words/closing_words.h"
 
 namespace zentaro::till::verdict_words_test {
@@ -85,6 +87,51 @@ TEST(VerdictWords, OfAClosingBeginWithTheTruth) {
     EXPECT_EQ(beginning(in(Language::Spanish, text), row.spanish), row.spanish) << nameOf(row.ending);
     EXPECT_EQ(beginning(in(Language::English, text), row.english), row.english) << nameOf(row.ending);
   }
+}
+
+TEST(VerdictWords, OfAClosingNameWhatEndsTheDocumentInTheWay) {
+  ClosingVerdict verdict;
+  verdict.kind = Kind::Z;
+  verdict.ending = Ending::NotPrinted;
+  for (const auto& [document, command] :
+       std::initializer_list<std::pair<int, std::string>>{{1, "CancelarComprobante"},
+                                                          {2, "CancelarComprobante"},
+                                                          {3, "CerrarDNF"},
+                                                          {4, "CerrarComprobante E"}}) {
+    verdict.openDocument = document;
+    EXPECT_TRUE(closingText(verdict, {"--port 1"}).ends_with("\n    zentaro call --port 1 " + command))
+        << document;
+  }
+}
+
+// Each figure under its own name.
+TEST(VerdictWords, TellEachFigureAndEachJobInItsPlace) {
+  ResultadoCierre f;
+  std::int64_t next = 0;
+  for (Currency* figure :
+       {&f.VentasExentas, &f.BaseGravable1, &f.Impuesto1, &f.BaseGravable2, &f.Impuesto2, &f.BaseGravable3,
+        &f.Impuesto3, &f.MontoExentoNC, &f.ValorNCBase1, &f.ImpuestoNCBase1, &f.ValorNCBase2,
+        &f.ImpuestoNCBase2, &f.ValorNCBase3, &f.ImpuestoNCBase3, &f.ValorDescuentos, &f.ImpuestoDescuentos})
+    *figure = Currency::fromScaled(++next * 10000);
+  f.numeroUltimaFactura = 17;
+  const auto group = [](int first) {
+    Json made;
+    for (const char* name : {"exempt", "base1", "tax1", "base2", "tax2", "base3", "tax3"})
+      made[name] = std::to_string(first++) + ".00";
+    return made;
+  };
+  EXPECT_EQ(figuresJson(f), Json({{"sales", group(1)},
+                                  {"creditNotes", group(8)},
+                                  {"discounts", "15.00"},
+                                  {"discountTax", "16.00"},
+                                  {"lastInvoice", 17}}));
+  Settled settled;
+  settled.judged.emplace_back().id = "J-1";
+  settled.open.emplace_back().id = "O-1";
+  settled.open.emplace_back().id = "O-2";
+  const Json json = settledJson(settled);
+  EXPECT_EQ(json["judged"].size(), 1U);
+  EXPECT_EQ(json["open"][1]["id"], "O-2");
 }
 
 TEST(VerdictWords, TellTheCauseTheNumberAndWhatDiffers) {

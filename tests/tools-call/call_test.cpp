@@ -34,6 +34,7 @@ TEST_F(Call, StartsAVirtualPrinterWhenNoPortIsNamed) {
   EXPECT_EQ(answer["outcomeText"], "OK");
   EXPECT_EQ(answer["result"]["UltimoCierreZ"], 0);
   EXPECT_EQ(answer["command"], "0x38");
+  EXPECT_EQ(answer["virtual"], true);
   EXPECT_EQ(answer["fields"][0], 0x38);
   const std::string said = folder.read("said");
   EXPECT_TRUE(contains(said, "zentaro: ON THE VIRTUAL PRINTER: not a fiscal document\n         /")) << said;
@@ -75,6 +76,7 @@ TEST_F(Call, TakesThePortsOfTheSettingsAndItsOwnTimeOut) {
   write("settings.ini", "[Config\\ModComm]\nCOM5=" + deaf.device() + "\n[Config\\EPSONZT]\nTimeOutZT=1000\n");
   const Ran ran = run("timeout 30 zentaro call --port 5 --timeout 1 --give-up 1 StatusIF N");
   EXPECT_EQ(ran.status, 1);
+  EXPECT_FALSE(contains(ran.output, "Checksum")) << "of an answer that never came";
   EXPECT_TRUE(contains(ran.output, "Outcome         1 TIEMPO AGOTADO\nPrinter status  0x8000\n"))
       << ran.output;
 }

@@ -28,6 +28,7 @@ TEST_F(Reports, ShowTheFiguresOfTheDayAsTableAndAsJson) {
   EXPECT_TRUE(contains(table.output, "\n  BI 1                                  10.00\n") &&
               contains(table.output, "\nX PRINTED, sales 11.60, tax 1.60, returns 0.00.\n"))
       << table.output;
+  EXPECT_EQ(run("zentaro sale --journal").output, "The books are empty.\n") << "an X changes nothing";
   const testing::Ran words = on("status", "");
   EXPECT_TRUE(
       contains(words.output, "Document     none open\nFiscal day   open; since Z 0: invoices 1, non-fiscal"))

@@ -67,6 +67,7 @@ TEST_F(Settings, TakeWhatAPersonInAHurryTypes) {
   } const rows[] = {{"set DebugZT sí", "[Config\\EPSONZT]\nDebugZT=1\n"},
                     {"set DEBUGZT No", "[Config\\EPSONZT]\nDebugZT=0\n"},
                     {"set COM2 ttyUSB0", "[Config\\ModComm]\nCOM2=/dev/ttyUSB0\n"},
+                    {"set DumpZT ttyUSB0", "[Config\\EPSONZT]\nDumpZT=ttyUSB0\n"},
                     {"unset TimeOutZT", "[Config\\EPSONZT]\n"},
                     {"unset DumpZT", "[Config\\EPSONZT]\nTimeOutZT=7\ntimeoutzt=8\n"}};
   for (const auto& row : rows) {

@@ -52,6 +52,7 @@ TEST(Nearest, IsTheWordThatWasMeant) {
        std::initializer_list<std::pair<const char*, const char*>>{{"timeout", "TimeOutZT"},
                                                                   {"COM2", "COM2"},
                                                                   {"com1", "COM1"},
+                                                                  {"COM7", "COM1"},
                                                                   {"DebgZT", "DebugZT"},
                                                                   {"x", ""},
                                                                   {"Puerto", ""}})
@@ -60,9 +61,10 @@ TEST(Nearest, IsTheWordThatWasMeant) {
 
 TEST(SystemErrors, SpeakSpanishInASpanishSentence) {
   terminal::chooseLanguage(terminal::Language::Spanish);
-  const std::string spanish = system::errorText(EACCES) + ", " + system::errorText(ENOENT);
+  const std::string spanish =
+      system::errorText(EACCES) + ", " + system::errorText(ENOENT) + ", " + system::errorText(EBUSY);
   terminal::chooseLanguage(terminal::Language::English);
-  EXPECT_EQ(spanish, "permiso denegado, no existe");
+  EXPECT_EQ(spanish, "permiso denegado, no existe, lo tiene otro programa");
   EXPECT_EQ(system::errorText(EACCES), "Permission denied");
 }
 

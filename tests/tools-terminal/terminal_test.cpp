@@ -22,14 +22,15 @@ TEST(Harmless, LeavesNoControlCharacterAndNoBrokenByte) {
                          Row{"\x9B"
                              "31m\xF0\x9F\x98\x80",
                              "\\x9B31m\xF0\x9F\x98\x80"},
-                         Row{"\xC3", "\\xC3"}, Row{"\xC3(", "\\xC3("}, Row{"\xC2\xA0", "\xC2\xA0"}}) {
+                         Row{"\xC2\x9F\xC2\x80", "\\x9F\\x80"}, Row{"\xC3", "\\xC3"}, Row{"\xC3(", "\\xC3("},
+                         Row{"\xC2\xA0", "\xC2\xA0"}}) {
     EXPECT_EQ(harmless(row.text), row.clean);
   }
   EXPECT_EQ(harmlessLines("a\nb\r\n"), "a\nb\\x0D\n");
 }
 
 TEST(Language, IsSpanishOnlyForSpanishLocales) {
-  for (const char* name : {"es", "es_VE.UTF-8", "es@euro", "es.UTF-8"}) {
+  for (const char* name : {"es", "es_VE.UTF-8", "es-VE", "es@euro", "es.UTF-8"}) {
     EXPECT_EQ(languageNamed(name), Language::Spanish) << name;
   }
   for (const char* name : {"", "C", "en_US", "est_EE", "e"}) {
@@ -57,6 +58,8 @@ TEST(Paragraphs, BreakAtBlanksWhatPeopleReadAndNothingElse) {
             "      -> zentaro-printer\n          tres\n          cuatro\n"},
         Row{"{\n  \"a\": \"uno dos tres cuatro\"\n}\nuno dos tres cuatro x\n",
             "{\n  \"a\": \"uno dos tres cuatro\"\n}\nuno dos tres cuatro\nx\n"},
+        Row{"      -> lea el manual, zentaro no\n",
+            "      -> lea el\n          manual,\n          zentaro no\n"},
         Row{"{\"a\": \"uno dos tres cuatro\"}\n", "{\"a\": \"uno dos tres cuatro\"}\n"},
         Row{"  \"uno\", \"dos\", \"tres\"\n", "  \"uno\", \"dos\",\n      \"tres\"\n"},
         Row{"un_nombre_sin_blancos_largo\n", "un_nombre_sin_blancos_largo\n"}, Row{"sin fin", "sin fin"}}) {

@@ -27,7 +27,9 @@ TEST(DayFigures, CountWhatWasPrintedAndNameWhatNobodyKnows) {
   using till::Kind;
   using till::State;
   till::Job z = job(Kind::Z, State::Printed, 0, 0);
-  z.number = 12;
+  z.number = 11;
+  till::Job later = z;
+  later.number = 12;
   const DayFigures figures = figuresOf({
       job(Kind::Invoice, State::Printed, 10000, 11750, withIgtf),
       job(Kind::Invoice, State::Printed, 1000, 1160),  // its content is gone
@@ -36,6 +38,7 @@ TEST(DayFigures, CountWhatWasPrintedAndNameWhatNobodyKnows) {
       job(Kind::Invoice, State::Queued, 7000, 8120),
       job(Kind::Invoice, State::Unknown, 300, 348),
       z,
+      later,
       job(Kind::Z, State::NotPrinted, 0, 0),
   });
   const auto told = [](const Sold& sold) {

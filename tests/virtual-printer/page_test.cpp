@@ -1,4 +1,5 @@
 // The page over HTTP, as clients of every kind meet it. Every wait has a bound.
+#include "support/http_client.h"
 #include "virtual-printer/program.h"
 
 namespace virtual_printer::page_test {
@@ -96,12 +97,10 @@ TEST(Page, OpensAnewHoweverOftenItWasLeft) {
 TEST(Page, NamesNoDeviceWhileTheLineIsGone) {
   const Scratch scratch;
   const Page page{with(scratch, {"--web", "0", "--quiet", "--fault", "hang-up=60 on serial"})};
-  const Descriptor client = dialled(page.port);
-  const std::string events = "GET /events?token=" + page.token() + " HTTP/1.1\r\nHost: localhost\r\n\r\n";
-  ::send(client.get(), events.data(), events.size(), MSG_NOSIGNAL);
+  HttpClient client{page.port};
+  client.send(httpRequest("GET /events?token=" + page.token()));
   EXPECT_EQ(Port{scratch / "port"}.say("80"), "no answer");
-  const auto isGone = [](const std::string& text) { return contains(text, R"("device":"")"); };
-  EXPECT_TRUE(isGone(readFor(client.get(), isGone)));
+  EXPECT_TRUE(contains(client.receive(10s, R"("device":"")"), R"("device":"")"));
 }
 
 TEST(Page, NobodyKeepsThePrinterFromEnding) {
