@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "base/http/refusal.h"
+#include "base/terminal/language.h"
 #include "support/http_client.h"
 
 namespace zentaro::http {
@@ -76,6 +77,15 @@ Limits quick() {
   Limits limits;
   limits.request = 300ms;
   return limits;
+}
+
+TEST(Refusals, AreToldInBothLanguages) {
+  for (const int status : {400, 403, 411, 413, 414, 415, 416, 421, 500, 503}) {
+    terminal::chooseLanguage(terminal::Language::Spanish);
+    const std::string spanish = refusalText(status);
+    terminal::chooseLanguage(terminal::Language::English);
+    EXPECT_NE(refusalText(status), spanish) << status;
+  }
 }
 
 TEST(Server, RefusesBeforeTheHandlerWhatIsNotToReachIt) {

@@ -206,6 +206,7 @@ TEST(ChainBroker, IsReachedInTheClearOnThisMachineOnly) {
                                                    {"mqtt://[::1]:99", 99},
                                                    {"mqtt://central.example", 0},
                                                    {"mqtt://10.0.0.1", 0},
+                                                   {"mqtt://12.7.0.1", 0},
                                                    {"mqtts://", 0},
                                                    {"mqtts://a:b", 0},
                                                    {"mqtts://a:0", 0},

@@ -79,6 +79,7 @@ TEST_F(Service, RightsAreKeptForEachToken) {
   ASSERT_EQ(put("F-1", sale("caja2"), 30).at("state"), "printed");
   const std::string all = token, seller = addToken("seller", "sell", "--only caja1"),
                     reader = addToken("reader", "read", "--only caja1");
+  EXPECT_EQ(run("stat -c %a " + file("state/zentaro/tokens.json")).output, "600\n") << "the account's alone";
   struct Row {
     const char* what;
     std::string token, line, body;

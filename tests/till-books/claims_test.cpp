@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <future>
 
 #include "support/scratch.h"
@@ -33,6 +34,8 @@ TEST_F(ClaimsFolder, AreHeldByOneAndFreedByDeath) {
   ASSERT_EQ(::read(ready[0], &answer, 1), 1);
   EXPECT_FALSE(claims_.machine("A1"));
   EXPECT_TRUE(claims_.isMachineTaken("A1"));
+  EXPECT_FALSE(Claims(folder_ / "none/books.db").isMachineTaken("A1"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "none")) << "who looks makes nothing";
   EXPECT_TRUE(claims_.machine("A2")) << "another machine";
   EXPECT_TRUE(claims_.device("A1")) << "a device of that name";
   ::kill(child, SIGKILL);

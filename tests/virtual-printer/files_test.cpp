@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+#include "base/files/temporary_folder.h"
 #include "support/bytes.h"
 #include "support/scratch.h"
 #include "virtual-printer/line/posix/link.h"
@@ -124,6 +125,16 @@ TEST(StateFile, BelongsToOnePrinter) {
   EXPECT_TRUE(
       contains(complaint([&] { StateFile{scratch / "state.json"}; }), "another printer is using this file"));
   EXPECT_TRUE(contains(complaint([&] { StateFile{scratch / "no" / "state.json"}; }), "--state: "));
+}
+
+TEST(TemporaryFolder, IsItsOwnersAloneAndGoneAtTheEnd) {
+  std::filesystem::path path;
+  {
+    const zentaro::base::TemporaryFolder folder;
+    path = folder.path();
+    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms::owner_all);
+  }
+  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST(PaperFile, IsWrittenByItsEndingAfterEachSheet) {
