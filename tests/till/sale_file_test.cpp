@@ -98,6 +98,8 @@ TEST(SaleFile, NamesThePathOfEachProblem) {
       {"\"lines\"", "\"invoice\": {\"number\": 1}, \"lines\"", "invoice: belongs to a credit note"},
       {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2023-02-29\"}",
        "invoice.date: \"2023-02-29\" is no date"},
+      {"\"invoice\"", "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"240315\"}",
+       "invoice.date: \"240315\" is no date; write year-month-day"},
       {"\"invoice\"",
        "\"credit note\", \"invoice\": {\"number\": 1, \"date\": \"2023-02-28\", \"time\": \"24:00\"}",
        "invoice.time: \"24:00\" is no time"},

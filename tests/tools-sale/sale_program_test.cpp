@@ -1,4 +1,5 @@
 // `zentaro sale` against the virtual printer, with everything that can go wrong on the way.
+#include <filesystem>
 #include <future>
 #include <regex>
 
@@ -90,6 +91,24 @@ TEST_F(SaleProgram, SendsNothingOfAFileThatIsNotInOrder) {
   }
   EXPECT_TRUE(contains(run("zentaro sale " + file("")).output, "Is a directory"));
   EXPECT_TRUE(contains(run("zentaro sale " + file("none")).output, "No such file"));
+}
+
+// Money is never printed on another printer than the one that was meant.
+TEST_F(SaleProgram, TakesNoVirtualPrinterForOneThatItCannotFind) {
+  write("sale.json", plainSale);
+  std::filesystem::create_symlink("loop", file("loop"));
+  const std::string sale = "sale " + file("sale.json");
+  const auto refused = [&](const char* settings, const std::string& words, const char* said) {
+    const Ran ran = run("ZENTARO_SETTINGS=" + file(settings) + " zentaro " + words);
+    EXPECT_EQ(ran.status, 2) << words << ran.output;
+    EXPECT_TRUE(contains(ran.output, said)) << words << ran.output;
+    EXPECT_FALSE(contains(ran.output, "ON THE VIRTUAL PRINTER")) << words << ran.output;
+  };
+  for (const std::string& words : {sale, sale + " --id F-1", std::string("cierre z"), std::string("status"),
+                                   std::string("call Subtotal")})
+    refused("loop", words, "cannot be read (Too many levels of symbolic links): let this account read them");
+  for (const std::string& words : {sale + " --id F-1", std::string("cierre z"), std::string("cierre x")})
+    refused("none", words, "say --virtual for the virtual one");
 }
 
 TEST_F(SaleProgram, ChecksPricesWithTaxAndTellsOfTheCentsBetween) {
