@@ -191,6 +191,7 @@ TEST_F(Call, IsHelpedByMembersAndPrinter) {
   EXPECT_TRUE(contains(run("zentaro members statusn").output, "  UltimoCierreZ(): Int32\n")) << "a class";
   EXPECT_TRUE(contains(run("zentaro members ntipocierrefiscal").output, "  CIERRE_Z = 1\n"));
   EXPECT_EQ(Json::parse(run("zentaro members --json").output).size(), 4U);
+  EXPECT_TRUE(contains(run("zentaro members pocierre").output, "  nTipoCierreFiscal: CIERRE_X = 0\n"));
   EXPECT_TRUE(contains(run("zentaro members conmedio").output, "  CZentaro.PagoConMedio: "));
   EXPECT_EQ(run("zentaro members Nope").status, 2);
   EXPECT_TRUE(contains(run("zentaro printer --link /nowhere/link").output, "--link /nowhere/link: "));

@@ -10,6 +10,7 @@
 #include "till/books/books.h"
 #include "tools/connection/virtual_printer.h"
 #include "tools/doctor/port_facts.h"
+#include "tools/doctor/printer_facts.h"
 #include "tools/status/status_bits.h"
 
 namespace zentaro::tools::doctor_test {
@@ -59,6 +60,38 @@ TEST(Ports, TellEachCauseOfAFailedOpeningApart) {
                                                    {EMFILE, "cannot-open", "cannot-open"}}) {
     EXPECT_EQ(judgeOpening(row.error, "", {.device = "/dev/ttyUSB0"}).code, row.onDevice) << row.error;
     EXPECT_EQ(judgeOpening(row.error, "", {.device = "tcp://caja:4001"}).code, row.overTcp) << row.error;
+  }
+}
+
+TEST(Ports, OverTcpAreTakenFarAway) {
+  const PortFacts far{.device = "tcp://caja:4001"}, here{.device = "tcp://caja:4001", .holder = "till"};
+  EXPECT_TRUE(contains(judgeOpening(EBUSY, "", far).text, "the device server hung up at once"));
+  EXPECT_EQ(judgeOpening(EBUSY, "", here).text, "the port is taken by till");
+}
+
+TEST(Printers, AreJudgedByWhatTheySayAndNoFurther) {
+  struct Row {
+    std::int32_t word;
+    Bits bits;
+    int document;
+    const char *said, *never;
+  };
+  for (const Row& row :
+       {Row{0, Bits::Known, 0, "a printer answers", "!"},
+        Row{0x0020, Bits::Known, 0, "! X: the paper is out", "cannot read"},
+        Row{0x0020, Bits::Unknown, 0, "! X: I cannot read 0x0020", "paper is out"},
+        Row{0, Bits::Known, 1, "-> zentaro call --port 1 CancelarComprobante", "Cerrar"},
+        Row{0, Bits::Known, 3, "-> zentaro call --port 1 CerrarDNF", "Cancelar"},
+        Row{0, Bits::Known, 4, "-> zentaro call --port 1 CerrarComprobante E", "Cancelar"}}) {
+    PrinterFacts facts;
+    facts.heard = till::Heard::InStep;
+    facts.words = {row.word, 0};
+    facts.bits = row.bits;
+    facts.document = row.document;
+    Findings findings;
+    judgePrinter(facts, "X", "--port 1", findings);
+    EXPECT_TRUE(contains(findings.text(), row.said)) << findings.text();
+    EXPECT_FALSE(contains(findings.text(), row.never)) << findings.text();
   }
 }
 
@@ -231,7 +264,8 @@ TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
   write(
       "settings.ini",
       "\xEF\xBB\xBF[Config\\EPSONZT]\nTimeOut=30\nTimeOutZT=9\nLenDescripcionZT=0\nrubbish\n[Config] ; x\n"
-      "[Config\\ModComm]\nCOM1=/dev/none\nCOM2=/dev/../dev/none\nCOM3=\nCOM4=\nCOM7 /dev/ttyUSB3\nDebugZT=1\n");
+      "[Config\\ModComm]\nCOM1=/dev/none\nCOM2=/dev/../dev/none\nCOM3=\nCOM4=\nCOM7 /dev/ttyUSB3\nDebugZT=1\n"
+      "# remark\n; another\n");
   const Ran ran = run("zentaro doctor");
   EXPECT_EQ(ran.status, 1);
   EXPECT_TRUE(contains(ran.output, "! [Config\\EPSONZT] TimeOut: no setting has this name")) << ran.output;
@@ -243,6 +277,7 @@ TEST_F(Doctor, FindsSettingsThatCannotBeMeant) {
   EXPECT_FALSE(contains(ran.output, "line 1:")) << "a byte order mark is read over";
   EXPECT_TRUE(contains(ran.output, "! COM2: has the same device as COM1")) << ran.output;
   EXPECT_FALSE(contains(ran.output, "COM4: has the same device")) << ran.output;
+  EXPECT_FALSE(contains(ran.output, "remark")) << ran.output;
   for (const std::string advice : {"TimeOutZT 30", "LenDescripcionZT 20", "COM7 /dev/ttyUSB3", "DebugZT 1"})
     EXPECT_TRUE(contains(ran.output, "-> zentaro settings set " + advice + "\n")) << advice << ran.output;
   EXPECT_TRUE(contains(ran.output, "this setting belongs in [Config\\EPSONZT]")) << ran.output;

@@ -54,6 +54,11 @@ TEST_F(Reports, SayWhyThereIsNoRecord) {
                            "Cause: Z closing: ERROR 04 HAY UN DOCUMENTO ABIERTO\n"})
     EXPECT_TRUE(contains(refused.output, said)) << said << refused.output;
   EXPECT_NE(on("cierre", "y").status, 0);
+  EXPECT_TRUE(contains(run("zentaro settings set COM3 " + printer.device() +
+                           "; zentaro cierre z --port 3; zentaro sale --journal")
+                           .output,
+                       "  Z  COM3\n"))
+      << "under the name that it was called by";
 }
 
 // A second Z would close an empty day and cannot be taken back.
