@@ -42,7 +42,7 @@ TEST_F(SharedMachine, NamesWhoHoldsAPortAndWaitsForIt) {
 }
 
 TEST_F(SharedMachine, LetsOneSaleAtATimePrintAndEachOnce) {
-  const VirtualPrinter printer({"--realtime"});
+  const VirtualPrinter printer({"--fault", "wait=8 on subtotal"});
   const auto second = [&](const std::string& rest, const std::string& out) {
     return sale(printer.device(), rest) + " >" + file(out) + " 2>&1; echo $? >>" + file(out);
   };
