@@ -5,6 +5,7 @@
 
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "base/terminal/screen.h"
 
 namespace zentaro::terminal {
@@ -72,6 +73,14 @@ TEST(Paragraphs, BreakAtBlanksWhatPeopleReadAndNothingElse) {
   Paragraphs lines(screen, 20);
   std::ostream(&lines) << "  Enter: " << std::flush;
   EXPECT_EQ(screen.str(), "  Enter: ") << "somebody is to type behind it";
+}
+
+TEST(Layout, WrapsAtTheLastBlankThatLeavesTheLineWhole) {
+  using Lines = std::vector<std::string>;
+  EXPECT_EQ(wrapped("aaaa bbbbb cc", 10, "> "), (Lines{"aaaa bbbbb", "> cc"}));
+  EXPECT_EQ(wrapped("aaaa bbbbbb cc", 10, "> "), (Lines{"aaaa", "> bbbbbb", "> cc"}));
+  EXPECT_EQ(wrapped("ñandú años", 10, ""), Lines{"ñandú años"});
+  EXPECT_EQ(wrapped("aaaaaaaaaaaa", 10, "> "), (Lines{"aaaaaaaaaa", "> aa"}));
 }
 
 }  // namespace zentaro::terminal
