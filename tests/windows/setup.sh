@@ -37,6 +37,7 @@ sale() {
 }
 
 "$wine" regsvr32 /u /s "$server"
+rm -rf "$root"  # of a test that was ended
 traces >"$folder/before"
 "$wine" "$setup" /S
 "$wine" reg query "$environment" /v PATH | grep -iF "$programs" >/dev/null
