@@ -5,7 +5,9 @@
 #include <mqtt_protocol.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <ctime>
@@ -14,9 +16,11 @@
 #include <random>
 #include <set>
 #include <stdexcept>
+#include <string_view>
 #include <thread>
 #include <utility>
 
+#include "base/system/error_text.h"
 #include "base/terminal/language.h"
 #include "service/chain/rules.h"
 #include "service/http/job_json.h"
@@ -31,6 +35,29 @@ namespace {
 // Of the codes of MQTT 5 those from here on are refusals.
 constexpr int firstRefusal = 128;
 constexpr int willDelay = 30;  // seconds
+
+// The failures that people meet; of the others only the library knows a word.
+constexpr std::array<std::pair<int, std::string_view>, 12> troubles{{
+    {MOSQ_ERR_PROTOCOL, "lo que responde no es MQTT 5"},
+    {MOSQ_ERR_NO_CONN, "no hay conexión"},
+    {MOSQ_ERR_CONN_LOST, "se perdió la conexión"},
+    {MOSQ_ERR_TLS, "TLS: no valen el certificado, la clave o la CA"},
+    {MOSQ_ERR_EAI, "no se conoce el nombre del broker"},
+    {MOSQ_ERR_KEEPALIVE, "el broker no responde"},
+    {MQTT_RC_UNSPECIFIED, "rechazado"},
+    {MQTT_RC_CLIENTID_NOT_VALID, "el broker no admite ese nombre"},
+    {MQTT_RC_NOT_AUTHORIZED, "el broker no lo permite (su ACL)"},
+    {MQTT_RC_SERVER_UNAVAILABLE, "el broker no está disponible"},
+    {MQTT_RC_SERVER_BUSY, "el broker está ocupado"},
+    {MQTT_RC_QUOTA_EXCEEDED, "el broker ya no admite más"},
+}};
+
+std::string troubleText(int code) {
+  if (code == MOSQ_ERR_ERRNO) return system::errorText(errno);
+  const auto* const found = std::ranges::find(troubles, code, &std::pair<int, std::string_view>::first);
+  const std::string english = code >= firstRefusal ? mosquitto_reason_string(code) : mosquitto_strerror(code);
+  return say(found == troubles.end() ? english : found->second, english);
+}
 
 struct Properties {
   Properties() = default;
@@ -98,9 +125,9 @@ struct MqttLink::Inside {
     const int code = mosquitto_tls_set(made, orNull(broker.authority), nullptr, orNull(broker.certificate),
                                        orNull(broker.key), nullptr);
     if (code != MOSQ_ERR_SUCCESS)
-      throw std::runtime_error(
-          say("TLS: no se pueden usar {}, {} y {} ({})", "TLS: {}, {} and {} cannot be used ({})",
-              {broker.authority, broker.certificate, broker.key, mosquitto_strerror(code)}));
+      throw std::runtime_error(say("TLS: no se pueden usar {}, {} y {} ({})",
+                                   "TLS: {}, {} and {} cannot be used ({})",
+                                   {broker.authority, broker.certificate, broker.key, troubleText(code)}));
   }
 
   // --- On the thread ---
@@ -135,7 +162,7 @@ struct MqttLink::Inside {
     mosquitto_property_add_int32(&properties.list, MQTT_PROP_SESSION_EXPIRY_INTERVAL, willDelay);
     int code = mosquitto_connect_bind_v5(handle.get(), settings.broker.host.c_str(), settings.broker.port,
                                          keepAlive, nullptr, properties.list);
-    if (code != MOSQ_ERR_SUCCESS) tell(code == MOSQ_ERR_ERRNO ? "connect" : mosquitto_strerror(code));
+    if (code != MOSQ_ERR_SUCCESS) tell(troubleText(code));
     while (code == MOSQ_ERR_SUCCESS && !isEnding) code = mosquitto_loop(handle.get(), turn, 1);
     if (code == MOSQ_ERR_SUCCESS) farewell();
     gone();
@@ -169,7 +196,7 @@ struct MqttLink::Inside {
   }
 
   void connected(int code) {
-    if (code != 0) return tell(mosquitto_reason_string(code));
+    if (code != 0) return tell(troubleText(code));
     for (const std::string& topic : settings.topics)
       mosquitto_subscribe_v5(handle.get(), nullptr, topic.c_str(), 1, 0, nullptr);
     toSubscribe = settings.topics.size();
@@ -178,8 +205,7 @@ struct MqttLink::Inside {
   void subscribed(const std::vector<int>& granted) {
     for (const int code : granted)
       if (code >= firstRefusal)
-        return tell(
-            say("suscripción rechazada: {}", "subscription refused: {}", {mosquitto_reason_string(code)}));
+        return tell(say("suscripción rechazada: {}", "subscription refused: {}", {troubleText(code)}));
     if (--toSubscribe > 0) return;
     said.clear();
     {
@@ -201,7 +227,7 @@ struct MqttLink::Inside {
       else if (refused.erase(topic) == 0)
         return;
     }
-    if (code >= firstRefusal) tell(topic + ": " + mosquitto_reason_string(code));
+    if (code >= firstRefusal) tell(topic + ": " + troubleText(code));
     changed();
   }
 
@@ -221,7 +247,7 @@ struct MqttLink::Inside {
                "another program connected under the same name ({}): two tills with one certificate",
                {settings.client}));
     else if (code != 0)
-      tell(code >= firstRefusal ? mosquitto_reason_string(code) : mosquitto_strerror(code));
+      tell(troubleText(code));
   }
 
   // Whoever made the link may be gone while it ends.
