@@ -28,7 +28,6 @@
 namespace zentaro::service {
 
 using terminal::say;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -304,7 +303,8 @@ MqttLink::~MqttLink() {
   std::unique_lock lock{inside_->mutex};
   inside_->isEnding = true;
   inside_->ended.notify_all();
-  const bool isOver = inside_->ended.wait_for(lock, 5s, [this] { return inside_->isOver; });
+  const bool isOver =
+      inside_->ended.wait_for(lock, std::chrono::seconds{5}, [this] { return inside_->isOver; });
   lock.unlock();
   isOver ? inside_->thread.join() : inside_->thread.detach();
 }
