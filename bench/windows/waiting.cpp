@@ -1,5 +1,6 @@
 // Exchanges with the printer at COM5, one behind the other until one is not answered within 10 s; "queue": from a
-// thread with a message queue to serve; "bare": without the library, by the few calls that any program needs.
+// thread with a message queue to serve; "bare": without the library, by the few calls that any program needs;
+// "tcp://HOST:PORT": there instead.
 // Whoever is at the other end of the line measures.
 #include <objbase.h>
 
@@ -17,8 +18,8 @@ namespace {
 
 constexpr int timeOutSeconds = 10;
 
-void byLibrary() {
-  bench::Library library("", timeOutSeconds, 5);
+void byLibrary(const std::string& device) {
+  bench::Library library(device, timeOutSeconds, 5);
   while (library.printer().PaperFeed() == 0) {
   }
 }
@@ -79,5 +80,7 @@ int main(int count, char** values) {
   const bool hasQueue = isGiven("queue");
   if (hasQueue) ::CoInitialize(nullptr);
   if (isGiven("bare")) return bare(hasQueue);
-  byLibrary();
+  const auto device =
+      std::ranges::find_if(arguments, [](std::string_view word) { return word.starts_with("tcp:"); });
+  byLibrary(device == arguments.end() ? "" : *device);
 }
