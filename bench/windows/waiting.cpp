@@ -42,7 +42,7 @@ bool readAnswer(HANDLE port, bool hasQueue) {
   std::string answer;
   std::array<char, 256> buffer;
   const ULONGLONG begin = ::GetTickCount64();
-  while (::GetTickCount64() - begin < timeOutSeconds * 1000) {
+  while (::GetTickCount64() - begin < timeOutSeconds * 1000ULL) {
     const auto end = answer.find('\x03');
     if (end != std::string::npos && answer.size() >= end + 5) return true;
     DWORD errors = 0, read = 0;
