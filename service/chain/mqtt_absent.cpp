@@ -14,7 +14,8 @@ void demandMqtt() {
                     "--centre and --tills are for Linux, with MQTT: this zentaro was built without it"));
 }
 
-MqttLink::MqttLink(Settings) { demandMqtt(); }
+// Where there is MQTT, they are kept.
+MqttLink::MqttLink(Settings) { demandMqtt(); }  // NOLINT(performance-unnecessary-value-param)
 MqttLink::~MqttLink() = default;
 int MqttLink::session() const { return 0; }
 Json MqttLink::standing() const { return {}; }
