@@ -2,16 +2,21 @@
 
 import { byId } from "./dom.js";
 
-export function sure(title, text, yes) {
+// A box is gone from the screen before its "close" comes: a next question that is quicker waits for it, else it would
+// take the answer of the one before.
+let before = Promise.resolve();
+export async function sure(title, text, yes) {
+  await before;
   byId("ask-title").textContent = title;
   byId("ask-text").textContent = text;
   byId("ask-yes").textContent = yes;
   const box = byId("ask");
   box.returnValue = "no";
   box.showModal();
-  return new Promise((answer) => {
+  before = new Promise((answer) => {
     box.addEventListener("close", () => answer(box.returnValue === "yes"), { once: true });
   });
+  return before;
 }
 
 let gone;
