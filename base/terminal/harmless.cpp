@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "base/terminal/layout.h"
+
 namespace zentaro::terminal {
 
 namespace {
@@ -21,7 +23,7 @@ std::size_t lengthOfFirst(std::string_view text) {
 
 bool isHarmful(std::string_view character) {
   const auto first = static_cast<std::uint8_t>(character[0]);
-  if (character.size() == 1) return first < 0x20 || first >= 0x7F;
+  if (character.size() == 1) return (first < 0x20 && character[0] != wholeBlank) || first >= 0x7F;
   // U+0080 to U+009F: a terminal takes them as the two bytes of an escape sequence.
   return character.size() == 2 && first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0;
 }

@@ -42,6 +42,28 @@ std::string paddedLeft(const std::string& text, std::size_t columns) {
   return std::string(columns - std::min(columns, columnsOf(text)), ' ') + text;
 }
 
+std::string whole(std::string text) {
+  std::ranges::replace(text, ' ', wholeBlank);
+  return text;
+}
+
+std::string quoted(const std::string& command) { return '"' + whole(command) + '"'; }
+
+std::string withCommands(std::string_view text) {
+  std::string all;
+  for (std::size_t at = 0, end = 0; at < text.size(); at = end) {
+    end = std::min(text.find('\n', at), text.size() - 1) + 1;
+    const std::string line(text.substr(at, end - at));
+    all += line.starts_with("    ") ? whole(line) : line;
+  }
+  return all;
+}
+
+std::string plain(std::string text) {
+  std::ranges::replace(text, wholeBlank, ' ');
+  return text;
+}
+
 std::vector<std::string> wrapped(std::string_view text, std::size_t columns, std::string_view indent) {
   std::vector<std::string> lines;
   std::string before;

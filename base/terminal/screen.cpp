@@ -1,6 +1,7 @@
 // Breaking while it is written: a word is held back until it is known where it stands.
 #include "base/terminal/screen.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "base/terminal/layout.h"
@@ -19,13 +20,12 @@ std::size_t visibleColumns(std::string_view word) {
   return columns;
 }
 
-constexpr std::string_view command = "zentaro";  // what is copied begins with it
-
 }  // namespace
 
 Paragraphs::int_type Paragraphs::overflow(int_type next) {
   if (traits_type::eq_int_type(next, traits_type::eof())) return traits_type::not_eof(next);
   const char character = traits_type::to_char_type(next);
+  if (!columns_) return under_.sputc(character == wholeBlank ? ' ' : character);
   if (character != ' ' && character != '\n') {
     word_ += character;
     return next;
@@ -38,12 +38,18 @@ Paragraphs::int_type Paragraphs::overflow(int_type next) {
   return hasFailed_ ? traits_type::eof() : next;
 }
 
+// In one piece, since threads write to the same stream.
+std::streamsize Paragraphs::xsputn(const char* text, std::streamsize size) {
+  if (columns_) return std::streambuf::xsputn(text, size);
+  const std::string all = plain({text, static_cast<std::size_t>(size)});
+  return under_.sputn(all.data(), size);
+}
+
 void Paragraphs::endLine() {
   put(blanks_ + '\n');
   blanks_.clear();
   column_ = 0;
   isFirst_ = true;
-  isBehindAdvice_ = false;
 }
 
 // A word is held back, blanks are not: somebody may be asked to type behind them.
@@ -56,29 +62,30 @@ int Paragraphs::sync() {
   return hasFailed_ ? -1 : under_.pubsync();
 }
 
-void Paragraphs::beginWith(std::size_t lead) {
-  constexpr std::size_t further = 4;
-  indent_ = lead == 0 ? 0 : std::min(lead + further, columns_ / 2);
-  if (lead == 0 && (word_ == "{" || word_ == "[")) isInJson_ = true;
-  isWhole_ = isInJson_ || word_ == command || (lead == 0 && word_.front() == '{');
-  if (lead == 0 && (word_ == "}" || word_ == "]")) isInJson_ = false;
+// What is whole and wider than any line gains nothing from a line of its own.
+bool Paragraphs::isToBreakBefore(std::size_t width) const {
+  const bool isWhole = word_.find(wholeBlank) != std::string::npos;
+  return column_ > indent_ && column_ + blanks_.size() + width > *columns_ &&
+         !(isWhole && indent_ + width > *columns_);
 }
 
 void Paragraphs::putWord() {
   if (word_.empty()) return;
-  if (isFirst_) beginWith(column_ + blanks_.size());
-  if (isBehindAdvice_) isWhole_ = word_ == command;
-  isBehindAdvice_ = isFirst_ && word_ == "->";
+  if (isFirst_) {
+    constexpr std::size_t further = 4;
+    const std::size_t lead = column_ + blanks_.size();
+    indent_ = lead == 0 ? 0 : std::min(lead + further, *columns_ / 2);
+  }
   isFirst_ = false;
   const std::size_t width = visibleColumns(word_);
-  if (!isWhole_ && column_ > indent_ && column_ + blanks_.size() + width > columns_) {
+  if (isToBreakBefore(width)) {
     put('\n' + std::string(indent_, ' '));
     column_ = indent_;
   } else {
     put(blanks_);
     column_ += blanks_.size();
   }
-  put(word_);
+  put(plain(word_));
   column_ += width;
   blanks_.clear();
   word_.clear();
@@ -99,15 +106,15 @@ FittedOutput::~FittedOutput() {
 
 FittedOutput::Fitted FittedOutput::fit(std::ostream& stream, Stream which) {
   Fitted fitted{stream, stream.rdbuf(), nullptr};
-  if (!isTerminal(which)) return fitted;
-  fitted.lines = std::make_unique<Paragraphs>(*fitted.before, screenColumns());
+  const auto columns = isTerminal(which) ? std::optional(screenColumns()) : std::nullopt;
+  fitted.lines = std::make_unique<Paragraphs>(*fitted.before, columns);
   stream.rdbuf(fitted.lines.get());
   return fitted;
 }
 
 // A command that serves a program may have given the stream another buffer since.
 void FittedOutput::restore(Fitted& fitted) {
-  if (fitted.lines && fitted.stream.rdbuf() == fitted.lines.get()) fitted.stream.rdbuf(fitted.before);
+  if (fitted.stream.rdbuf() == fitted.lines.get()) fitted.stream.rdbuf(fitted.before);
 }
 
 }  // namespace zentaro::terminal

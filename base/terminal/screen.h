@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <streambuf>
 #include <string>
@@ -10,34 +11,34 @@
 
 namespace zentaro::terminal {
 
-/// Hands on what is written, its lines broken at blanks where they are wider than the columns. What follows
-/// of an indented line is indented further. Lines that are copied or that programs read stay whole:
-/// commands ("zentaro ...") and JSON.
+/// Hands on what is written, its lines broken at blanks where they are wider than the columns, but for what is
+/// whole. What follows of an indented line is indented further. Without columns nothing is broken.
 class Paragraphs : public std::streambuf {
  public:
-  Paragraphs(std::streambuf& under, std::size_t columns) : under_(under), columns_(columns) {}
+  Paragraphs(std::streambuf& under, std::optional<std::size_t> columns) : under_(under), columns_(columns) {}
   ~Paragraphs() override { putWord(); }
 
  protected:
   int_type overflow(int_type next) override;
+  std::streamsize xsputn(const char* text, std::streamsize size) override;
   int sync() override;
 
  private:
   void endLine();
-  void beginWith(std::size_t lead);
+  bool isToBreakBefore(std::size_t width) const;
   void putWord();
   void put(const std::string& text);
 
   std::streambuf& under_;
-  std::size_t columns_, column_ = 0, indent_ = 0;
+  std::optional<std::size_t> columns_;
+  std::size_t column_ = 0, indent_ = 0;
   std::string blanks_, word_;
-  bool hasFailed_ = false;                        // what is below took not all
-  bool isFirst_ = true, isBehindAdvice_ = false;  // where in the line the word stands
-  bool isWhole_ = false, isInJson_ = false;       // the line is never broken, and all up to the last brace
+  bool hasFailed_ = false;  // what is below took not all
+  bool isFirst_ = true;     // in its line
 };
 
-/// While it lives, what goes to standard output and standard error is broken at the width of the screen,
-/// where a terminal shows it.
+/// While it lives, standard output and standard error are paragraphs: of the width of the screen where a terminal
+/// shows them.
 class FittedOutput {
  public:
   FittedOutput();

@@ -3,6 +3,7 @@
 
 #include "automation/conversions.h"
 #include "base/files/json.h"
+#include "base/terminal/layout.h"
 #include "interface/library.h"
 #include "support/bytes.h"
 #include "tools/call/call_arguments.h"
@@ -52,7 +53,7 @@ TEST(Arguments, AreCountedBeforeAPortIsOpened) {
   EXPECT_EQ(refusal({"PrinterType"}), "takes 0");
   EXPECT_EQ(refusal({"CommPort", "1"}), "CommPort is a property: it is only read here, without arguments");
   EXPECT_EQ(refusal({"CierreY"}), "no member \"CierreY\": there is CierreZ");
-  EXPECT_EQ(refusal({"Xyz"}), "no member \"Xyz\": \"zentaro members\" lists all");
+  EXPECT_EQ(refusal({"Xyz"}), "no member \"Xyz\": " + terminal::quoted("zentaro members") + " lists all");
 }
 
 TEST(Values, AreShownOnOneLine) {

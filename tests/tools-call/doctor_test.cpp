@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "base/terminal/layout.h"
 #include "support/process.h"
 #include "support/responder.h"
 #include "till/books/books.h"
@@ -27,13 +28,13 @@ TEST(Ports, AreJudgedByTheFirstThingThatIsWrong) {
   port.device = "/dev/ttyUSB0";
   EXPECT_EQ(judgePort(port).code, "device-missing");
   EXPECT_TRUE(contains(judgePort(port).advice, "connect the adapter")) << judgePort(port).advice;
-  EXPECT_TRUE(contains(judgePort(port).advice, "zentaro settings set COM1 PATH"));
+  EXPECT_TRUE(contains(judgePort(port).advice, terminal::whole("zentaro settings set COM1 PATH")));
   port.exists = true;
   EXPECT_EQ(judgePort(port).code, "no-serial-device");
   port.isSerial = true;
   port.group = "dialout";
   EXPECT_EQ(judgePort(port).text, "this user may not read and write the device (group dialout)");
-  EXPECT_TRUE(contains(judgePort(port).advice, "sudo usermod -aG dialout $USER"));
+  EXPECT_TRUE(contains(judgePort(port).advice, terminal::whole("sudo usermod -aG dialout $USER")));
   port.group = "root";
   EXPECT_FALSE(contains(judgePort(port).advice, "usermod")) << "nobody joins the group of root";
   port.canReadAndWrite = true;
@@ -90,8 +91,8 @@ TEST(Printers, AreJudgedByWhatTheySayAndNoFurther) {
     facts.document = row.document;
     Findings findings;
     judgePrinter(facts, "X", "--port 1", findings);
-    EXPECT_TRUE(contains(findings.text(), row.said)) << findings.text();
-    EXPECT_FALSE(contains(findings.text(), row.never)) << findings.text();
+    EXPECT_TRUE(contains(terminal::plain(findings.text()), row.said)) << findings.text();
+    EXPECT_FALSE(contains(terminal::plain(findings.text()), row.never)) << findings.text();
   }
 }
 
@@ -142,7 +143,8 @@ TEST(StatusBits, AreToldOrCountAsUnreadable) {
     EXPECT_EQ(rest.printer, row.rest.printer) << row.codes;
     EXPECT_EQ(rest.fiscal, row.rest.fiscal) << row.codes;
   }
-  EXPECT_EQ(conditionsIn({0, 0x0100}, Bits::Known, "--port 2")[0].advice, "zentaro cierre z --port 2");
+  EXPECT_EQ(conditionsIn({0, 0x0100}, Bits::Known, "--port 2")[0].advice,
+            terminal::whole("zentaro cierre z --port 2"));
 }
 
 class Doctor : public testing::Shell {};

@@ -45,7 +45,7 @@ TEST(Language, IsSpanishOnlyForSpanishLocales) {
 
 TEST(Paragraphs, BreakAtBlanksWhatPeopleReadAndNothingElse) {
   struct Row {
-    const char* written;
+    std::string written;
     const char* shown;
   };
   for (const Row& row :
@@ -54,20 +54,24 @@ TEST(Paragraphs, BreakAtBlanksWhatPeopleReadAndNothingElse) {
         Row{"  ! uno dos tres cuatro\n", "  ! uno dos tres\n      cuatro\n"},
         Row{"  a           |    b  \n", "  a           |    b  \n"},
         Row{"\x1B[1muno dos tres cuatro\x1B[0m x\n", "\x1B[1muno dos tres cuatro\x1B[0m\nx\n"},
-        Row{"      -> zentaro call --port 1 Reset\n", "      -> zentaro call --port 1 Reset\n"},
-        Row{"      -> zentaro-printer tres cuatro\n",
-            "      -> zentaro-printer\n          tres\n          cuatro\n"},
-        Row{"{\n  \"a\": \"uno dos tres cuatro\"\n}\nuno dos tres cuatro x\n",
-            "{\n  \"a\": \"uno dos tres cuatro\"\n}\nuno dos tres cuatro\nx\n"},
-        Row{"      -> lea el manual, zentaro no\n",
-            "      -> lea el\n          manual,\n          zentaro no\n"},
-        Row{"{\"a\": \"uno dos tres cuatro\"}\n", "{\"a\": \"uno dos tres cuatro\"}\n"},
+        Row{"      -> " + whole("zentaro call --port 1 Reset") + "\n",
+            "      -> zentaro call --port 1 Reset\n"},
+        Row{"      -> " + whole("zentaro x") + " tres cuatro\n",
+            "      -> zentaro x\n          tres\n          cuatro\n"},
+        Row{"lea el manual, " + quoted("zentaro x") + "\n", "lea el manual,\n\"zentaro x\"\n"},
+        Row{withCommands("uno dos tres cuatro cinco:\n    zentaro uno dos tres\nuno dos tres cuatro x"),
+            "uno dos tres cuatro\ncinco:\n    zentaro uno dos tres\nuno dos tres cuatro\nx"},
+        Row{whole("{\"a\": \"uno dos tres cuatro\"}\n") + "uno dos tres cuatro x\n",
+            "{\"a\": \"uno dos tres cuatro\"}\nuno dos tres cuatro\nx\n"},
         Row{"  \"uno\", \"dos\", \"tres\"\n", "  \"uno\", \"dos\",\n      \"tres\"\n"},
         Row{"un_nombre_sin_blancos_largo\n", "un_nombre_sin_blancos_largo\n"}, Row{"sin fin", "sin fin"}}) {
     std::stringbuf screen;
-    Paragraphs(screen, 20)
-        .sputn(row.written, static_cast<std::streamsize>(std::string_view(row.written).size()));
+    Paragraphs(screen, 20).sputn(row.written.data(), static_cast<std::streamsize>(row.written.size()));
     EXPECT_EQ(screen.str(), row.shown);
+    std::stringbuf file;
+    Paragraphs lines(file, std::nullopt);
+    std::ostream(&lines) << row.written << row.written[0];
+    EXPECT_EQ(file.str(), plain(row.written + row.written[0])) << "nothing is broken where nobody looks";
   }
   std::stringbuf screen;
   Paragraphs lines(screen, 20);

@@ -18,7 +18,8 @@ struct SalePlace {
 std::string numberText(const std::optional<std::int64_t>& number);
 
 /// What happened, what the cashier does next, the number and the amounts of a printed document, and the cause
-/// of one that was not. Several lines, without a line end behind the last.
+/// of one that was not. Several lines, without a line end behind the last; a command stands on a line of its own,
+/// indented by four blanks.
 std::string verdictText(const Verdict& verdict, const SalePlace& place);
 
 /// {"verdict", "number", "total", "igtf", "change", "cause", "next", "virtual"}. "verdict" is in no language;

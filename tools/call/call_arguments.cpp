@@ -6,6 +6,7 @@
 
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "interface/library.h"
 #include "text/ascii.h"
 #include "tools/show/iso_date.h"
@@ -56,7 +57,7 @@ std::string suggestion(const ClassDescription& description, std::string_view nam
     if (equalIgnoringCase(known.substr(0, enough), start)) similar += " " + std::string(known);
   }
   if (similar.empty())
-    return terminal::say("\"zentaro members\" los muestra", "\"zentaro members\" lists all");
+    return terminal::say("{} los muestra", "{} lists all", {terminal::quoted("zentaro members")});
   return terminal::say("hay", "there is") + similar;
 }
 

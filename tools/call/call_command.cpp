@@ -9,6 +9,7 @@
 #include "automation/conversions.h"
 #include "base/files/json.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "interface/library.h"
 #include "text/unicode.h"
 #include "till/line/line_words.h"
@@ -107,7 +108,7 @@ void showJson(Connection& connection, const CallRequest& request, const Outcome&
     json.update(answerJson(connection.printer()));
   }
   json["virtual"] = connection.virtualPrinter() != nullptr;
-  std::cout << jsonPage(json);
+  std::cout << terminal::whole(jsonPage(json));
 }
 
 int runCall(const CallOptions& options) {

@@ -8,6 +8,7 @@
 #include "base/files/json.h"
 #include "base/terminal/command_line.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "interface/library.h"
 #include "till/course/closing.h"
 #include "till/words/closing_words.h"
@@ -51,12 +52,12 @@ int tellVerdict(const till::ClosingVerdict& verdict, const till::SalePlace& plac
   if (isJson) {
     Json page{{"ResultadoCierre", recordJson(verdict)}};
     page.update(till::closingJson(verdict, place));
-    std::cout << jsonPage(page) << std::flush;
+    std::cout << terminal::whole(jsonPage(page)) << std::flush;
     return status;
   }
   std::cout << till::figuresText(verdict) << std::flush;
   std::ostream& output = status == exitDone ? std::cout : std::cerr;
-  output << till::closingText(verdict, place) << std::endl;
+  output << terminal::withCommands(till::closingText(verdict, place)) << std::endl;
   return status;
 }
 

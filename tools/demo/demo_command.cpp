@@ -99,12 +99,6 @@ void sayWhatNext(const DemoOptions& options) {
 
 Una venta suya, y la misma cuando la respuesta se pierde en el cable:
 
-  echo '{"documento": "factura", "pagos": [{"monto": 2}], "renglones":
-    [{"descripcion": "Pan", "precio": 1, "impuesto": 16}]}' > venta.json
-  zentaro sale venta.json --virtual
-  zentaro sale venta.json --fault "lose-answer on close" --timeout 1
-
-Con la impresora fiscal en el cable: zentaro doctor
 )",
                    R"(  zentaro printer --web         the printer on a web page, with its faults
   zentaro demo --web            this same day on that page
@@ -112,13 +106,19 @@ Con la impresora fiscal en el cable: zentaro doctor
 
 A sale of your own, and the same when its answer is lost on the line:
 
-  echo '{"document": "invoice", "payments": [{"amount": 2}], "lines":
+)")
+            << terminal::whole(say(R"(  echo '{"documento": "factura", "pagos": [{"monto": 2}], "renglones":
+    [{"descripcion": "Pan", "precio": 1, "impuesto": 16}]}' > venta.json
+  zentaro sale venta.json --virtual
+  zentaro sale venta.json --fault "lose-answer on close" --timeout 1
+)",
+                                   R"(  echo '{"document": "invoice", "payments": [{"amount": 2}], "lines":
     [{"description": "Bread", "price": 1, "tax": 16}]}' > sale.json
   zentaro sale sale.json --virtual
   zentaro sale sale.json --fault "lose-answer on close" --timeout 1
-
-With the fiscal printer on the line: zentaro doctor
-)");
+)"))
+            << say("\nCon la impresora fiscal en el cable: zentaro doctor\n",
+                   "\nWith the fiscal printer on the line: zentaro doctor\n");
 }
 
 // On the page one watches it print, so the printer takes the time of a real one.

@@ -5,6 +5,7 @@
 
 #include "base/files/paths.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "till/books/books.h"
 
 namespace zentaro::tools {
@@ -27,10 +28,10 @@ void judgeBooks(const std::string& path, Findings& findings) {
       findings.add(path, {"unknown-sale", true,
                           say("no se sabe si la venta {} se imprimió",
                               "whether the sale {} was printed is not known", {job.id}),
-                          say("mire el papel; \"zentaro sale ARCHIVO --id ID --resolve printed\" o "
-                              "\"not-printed\" lo dice",
-                              "look at the paper; \"zentaro sale FILE --id ID --resolve printed\" or "
-                              "\"not-printed\" tells it")});
+                          say("mire el papel; {} o \"not-printed\" lo dice",
+                              "look at the paper; {} or \"not-printed\" tells it",
+                              {terminal::quoted(say("zentaro sale ARCHIVO --id ID --resolve printed",
+                                                    "zentaro sale FILE --id ID --resolve printed"))})});
   } catch (const std::exception& error) {
     findings.add(path, {"bad-books", true, error.what()});
   }

@@ -13,6 +13,7 @@
 #include "base/files/read_input.h"
 #include "base/files/temporary_folder.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "platform/system_paths.h"
 #include "serial/modCOMM.h"
 #include "till/books/books.h"
@@ -107,8 +108,9 @@ Chapter examinePorts(const PortOptions& asked) {
          say("ningún puerto tiene dispositivo; no se preguntó a ninguna impresora (tampoco en {}, que sería COM1)",
              "no port has been given a device, so no printer was asked (nor at {}, which would be COM1)",
              {devicePath(portKey(1))}),
-         say("zentaro settings set COM1 {}\no, una sola vez: zentaro doctor --device RUTA",
-             "zentaro settings set COM1 {}\nor, once: zentaro doctor --device PATH", {deviceExample})});
+         say("{}\no, una sola vez: {}", "{}\nor, once: {}",
+             {terminal::whole("zentaro settings set COM1 " + std::string(deviceExample)),
+              terminal::whole(say("zentaro doctor --device RUTA", "zentaro doctor --device PATH"))})});
   return chapter;
 }
 
@@ -170,7 +172,7 @@ int runDoctor(const DoctorOptions& options) {
                         : say("Hallazgos por ver, con \"!\": {}",
                               "Findings to look at, marked with \"!\": {}", {std::to_string(problems)});
   page += "\n";
-  std::cout << (options.isJson ? jsonPage(json) : page);
+  std::cout << (options.isJson ? terminal::whole(jsonPage(json)) : page);
   if (!options.reportFile.empty())
     writeReport(options.reportFile, page,
                 traceText(parseTrace(readIfThere(port.traceFile)), FieldTexts::LeftOut));

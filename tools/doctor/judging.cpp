@@ -1,5 +1,6 @@
 // What facts about a port mean, and what to do.
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "platform/tcp_name.h"
 #include "till/books/books.h"
 #include "tools/connection/opening_trouble.h"
@@ -15,8 +16,9 @@ namespace {
 // How the user names another device for this port.
 std::string otherPath(const PortFacts& facts) {
   if (!facts.name.starts_with("COM")) return say("--device con otra ruta", "--device with another path");
-  return say("\"zentaro settings set {} RUTA\" cambia el dispositivo de este puerto",
-             "\"zentaro settings set {} PATH\" changes the device of this port", {facts.name});
+  return say(
+      "{} cambia el dispositivo de este puerto", "{} changes the device of this port",
+      {terminal::quoted(say("zentaro settings set {} RUTA", "zentaro settings set {} PATH", {facts.name}))});
 }
 
 Finding missing(const PortFacts& facts) {
@@ -43,8 +45,8 @@ Finding notAllowed(const PortFacts& facts) {
   return {"no-permission", true,
           say("este usuario no puede leer y escribir el dispositivo (grupo {})",
               "this user may not read and write the device (group {})", {facts.group}),
-          hasGroup ? say("\"sudo usermod -aG {} $USER\"; luego cierre la sesión y entre otra vez",
-                         "\"sudo usermod -aG {} $USER\", then log out and in again", {facts.group})
+          hasGroup ? say("{}; luego cierre la sesión y entre otra vez", "{}, then log out and in again",
+                         {terminal::quoted("sudo usermod -aG " + facts.group + " $USER")})
                    : say("una regla de udev debe dar el dispositivo al grupo dialout "
                          "(el paquete zentaro trae una)",
                          "a udev rule has to give the device to the group dialout (the package "

@@ -8,6 +8,7 @@
 #include "automation/conversions.h"
 #include "automation/date.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "platform/services.h"
 #include "serial/modCOMM.h"
 #include "text/code_page.h"
@@ -106,7 +107,7 @@ Finding openDocumentFinding(int document, const std::string& portWords) {
     }
   };
   return {"document-open", true, say("hay un documento abierto", "a document is open"),
-          "zentaro call " + portWords + " " + ends(document)};
+          terminal::whole("zentaro call " + portWords + " " + ends(document))};
 }
 
 bool isOff(const PrinterFacts& facts) {
@@ -122,9 +123,8 @@ Finding clockFinding(const PrinterFacts& facts, const std::string& portWords) {
   return {"clock-off", true,
           say("su reloj dice {}, y el de esta máquina {}", "its clock says {}, and this computer's {}",
               {minuteText(*facts.clock), minuteText(*facts.computer)}),
-          say("con el día cerrado, después del Z:\nzentaro call {} SetDateTime \"$(date '+%F %T')\"",
-              "with the day closed, after the Z:\nzentaro call {} SetDateTime \"$(date '+%F %T')\"",
-              {portWords})};
+          say("con el día cerrado, después del Z:\n", "with the day closed, after the Z:\n") +
+              terminal::whole("zentaro call " + portWords + " SetDateTime \"$(date '+%F %T')\"")};
 }
 
 void judgeWords(const PrinterFacts& facts, const std::string& subject, const std::string& portWords,

@@ -10,6 +10,7 @@
 #include "base/system/environment.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "till/books/books.h"
 #include "till/words/moments.h"
 
@@ -44,7 +45,7 @@ void writeReport(const std::string& path, const std::string& findings, const std
   file << "zentaro " << ZENTARO_VERSION << ", " << system::systemText() << "\n"
        << till::isoMoment(std::time(nullptr)) << "\n"
        << system::accountText() << "\n\n"
-       << findings << "\n"
+       << terminal::plain(findings) << "\n"
        << say("Últimas ventas", "Last sales") << "\n"
        << salesText() << "\n"
        << trace;

@@ -9,6 +9,7 @@
 
 #include "base/files/paths.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "base/terminal/nearest.h"
 #include "text/ascii.h"
 #include "text/trimming.h"
@@ -41,7 +42,7 @@ std::string mended(const KnownSetting& setting, const std::string& value) {
 }
 
 std::string setCommand(const KnownSetting& setting, const std::string& value) {
-  return "zentaro settings set " + setting.key + " " + mended(setting, value);
+  return terminal::whole("zentaro settings set " + setting.key + " " + mended(setting, value));
 }
 
 Finding unknownName(const SettingsText::Entry& entry) {
@@ -53,8 +54,8 @@ Finding unknownName(const SettingsText::Entry& entry) {
                       : say("ninguna clave se llama así; nadie la lee",
                             "no setting has this name, so nobody reads it"),
           setting ? setCommand(*setting, entry.value)
-                  : say("\"zentaro settings list\" muestra todos los nombres",
-                        "\"zentaro settings list\" shows all names")};
+                  : say("{} muestra todos los nombres", "{} shows all names",
+                        {terminal::quoted("zentaro settings list")})};
 }
 
 Finding judge(const SettingsText::Entry& entry) {
@@ -116,7 +117,8 @@ void judgeDevices(const SettingsText& settings, Findings& findings) {
     findings.add(portKey(port),
                  {"same-device", true,
                   say("tiene el mismo dispositivo que {}", "has the same device as {}", {other->second}),
-                  say("zentaro settings set {} RUTA", "zentaro settings set {} PATH", {portKey(port)})});
+                  terminal::whole(
+                      say("zentaro settings set {} RUTA", "zentaro settings set {} PATH", {portKey(port)}))});
   }
 }
 

@@ -130,12 +130,12 @@ int runMembers(const MembersOptions& options) {
       showMember(description, members);
     }
   });
-  if (options.isJson && found) std::cout << '[' << json << "]\n";
+  if (options.isJson && found) std::cout << terminal::whole('[' + json + "]\n");
   if (!options.isJson) found = showEnumerations(options.name) || found;
   if (found || (!options.isJson && showNamesWith(options.name))) return exitDone;
-  throw std::runtime_error(
-      say("no hay clase, miembro ni enumeración \"{}\": \"zentaro members\" los muestra todos",
-          "no class, member or enumeration \"{}\": \"zentaro members\" lists all", {options.name}));
+  throw std::runtime_error(say("no hay clase, miembro ni enumeración \"{}\": {} los muestra todos",
+                               "no class, member or enumeration \"{}\": {} lists all",
+                               {options.name, terminal::quoted("zentaro members")}));
 }
 
 }  // namespace

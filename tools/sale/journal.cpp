@@ -6,6 +6,7 @@
 
 #include "base/files/json.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "till/books/books.h"
 #include "till/books/claims.h"
 #include "till/document/content.h"
@@ -40,7 +41,7 @@ int showJournal(bool isJson) {
   const std::vector<Job> jobs = till::Books().latest(most);
   Json list = Json::array();
   for (const Job& job : jobs) list.push_back(till::jobJson(job));
-  std::cout << (isJson ? jsonPage(list) : till::jobsText(jobs));
+  std::cout << (isJson ? terminal::whole(jsonPage(list)) : till::jobsText(jobs));
   return exitDone;
 }
 
@@ -61,14 +62,14 @@ int resolve(const till::Sale& sale, const std::string& id, bool isPrinted, bool 
           {till::momentText(job->begun),
            isPrinted ? say("se imprimió", "printed") : say("no se imprimió", "not printed")});
   const Json number = job->number ? Json(*job->number) : Json(nullptr);
-  std::cout << (isJson ? jsonLine({{"verdict", "resolved"},
-                                   {"number", number},
-                                   {"total", nullptr},
-                                   {"igtf", nullptr},
-                                   {"change", nullptr},
-                                   {"cause", nullptr},
-                                   {"next", text},
-                                   {"virtual", false}})
+  std::cout << (isJson ? terminal::whole(jsonLine({{"verdict", "resolved"},
+                                                   {"number", number},
+                                                   {"total", nullptr},
+                                                   {"igtf", nullptr},
+                                                   {"change", nullptr},
+                                                   {"cause", nullptr},
+                                                   {"next", text},
+                                                   {"virtual", false}}))
                        : text)
             << std::endl;
   return exitDone;

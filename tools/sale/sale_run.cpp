@@ -7,6 +7,7 @@
 #include "base/files/read_input.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "till/course/sale_course.h"
 #include "till/words/call_words.h"
 #include "till/words/verdict_words.h"
@@ -73,9 +74,9 @@ std::string lastWords(const till::SalePlace& place) {
 int tellVerdict(const till::Verdict& verdict, const till::SalePlace& place, bool isJson) {
   const int status = exitStatus(verdict);
   if (isJson)
-    tell(jsonLine(till::verdictJson(verdict, place)), true);
+    tell(terminal::whole(jsonLine(till::verdictJson(verdict, place))), true);
   else
-    tell(till::verdictText(verdict, place), status == exitDone);
+    tell(terminal::withCommands(till::verdictText(verdict, place)), status == exitDone);
   return status;
 }
 
@@ -116,7 +117,7 @@ int runSale(const SaleOptions& options) {
   const std::string text = base::readInput(options.file);
   const till::Checked checked = till::check(text);
   if (options.isCheckOnly && options.isJson) {
-    std::cout << jsonPage(till::checkedJson(checked)) << std::flush;
+    std::cout << terminal::whole(jsonPage(till::checkedJson(checked))) << std::flush;
     return checked.problems.empty() ? exitDone : exitFailed;
   }
   if (!checked.problems.empty()) return refuse(options.file, checked.problems);

@@ -110,7 +110,8 @@ void listJson(const SettingsFile& file) {
                         {"default", setting.fallback},
                         {"meaning", setting.meaning}});
   }
-  std::cout << jsonPage({{"file", file.path()}, {"exists", file.exists()}, {"settings", settings}});
+  std::cout << terminal::whole(
+      jsonPage({{"file", file.path()}, {"exists", file.exists()}, {"settings", settings}}));
 }
 
 int list(const SettingsOptions& options) {

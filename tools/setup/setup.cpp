@@ -6,6 +6,7 @@
 #include "base/system/child_process.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "platform/system_paths.h"
 #include "tools/connection/connection.h"
 #include "tools/connection/known_settings.h"
@@ -91,7 +92,8 @@ void Setup::givePort(const Discovery& found, const std::string& name) {
   } else {
     if (!questions().confirm(say("¿Escribir {} = {} en {}?", "Write {} = {} into {}?",
                                  {port->name, harmless(name), harmless(file.path())})))
-      return tell("      -> zentaro settings set " + port->name + " " + harmless(name) + "\n");
+      return tell("      -> " + terminal::whole("zentaro settings set " + port->name + " " + harmless(name)) +
+                  "\n");
     file.set(portSection, port->name, name);
     tell(say("  {} es ahora {}\n", "  {} is now {}\n", {port->name, harmless(name)}));
   }
@@ -102,7 +104,8 @@ void Setup::givePort(const Discovery& found, const std::string& name) {
 void Setup::execute(const std::vector<std::string>& words, const std::string& question) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + word;
-  if (!isRoot() || !questions().confirm(question)) return tell("      -> sudo " + line + "\n");
+  if (!isRoot() || !questions().confirm(question))
+    return tell("      -> " + terminal::whole("sudo " + line) + "\n");
   const int status = base::runProgram(words);
   tell(status == 0 ? say("  hecho: {}\n", "  done: {}\n", {line})
                    : say("  falló ({}): {}\n", "  failed ({}): {}\n", {std::to_string(status), line}));
@@ -175,11 +178,11 @@ int Setup::run() {
            "Serial devices: {}. Nothing is changed without a yes.\n", {std::to_string(all.size())}));
   for (const SerialDevice& device : all) examine(device);
   if (printers_ == 0)
-    tell(
-        say("\nNo apareció ninguna impresora. ¿Está encendida y con su cable? \"zentaro doctor\" dice más.\n",
-            "\nNo printer was found. Is it on, with its cable? \"zentaro doctor\" says more.\n"));
+    tell(say("\nNo apareció ninguna impresora. ¿Está encendida y con su cable? {} dice más.\n",
+             "\nNo printer was found. Is it on, with its cable? {} says more.\n",
+             {terminal::quoted("zentaro doctor")}));
   report();
-  if (options_.isJson) std::cout << jsonPage({{"devices", json_}});
+  if (options_.isJson) std::cout << terminal::whole(jsonPage({{"devices", json_}}));
   return printers_ == 0 ? exitRefused : exitDone;
 }
 

@@ -9,6 +9,7 @@
 #include "base/system/error_text.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 
 namespace zentaro::tools {
 
@@ -37,8 +38,8 @@ int guarded(const Work& work) {
     const std::string text = error.number() == cannotOpen ? openingText(error.what()) : error.what();
     std::cerr << "zentaro: " << terminal::harmlessLines(text) << " (error " << error.number() << ")\n";
     if (error.number() == cannotOpen)
-      std::cerr << terminal::say("\"zentaro doctor\" dice qué necesita cada puerto.\n",
-                                 "\"zentaro doctor\" says what each port needs.\n");
+      std::cerr << terminal::say("{} dice qué necesita cada puerto.\n", "{} says what each port needs.\n",
+                                 {terminal::quoted("zentaro doctor")});
   } catch (const std::exception& error) {
     std::cerr << "zentaro: " << terminal::harmlessLines(error.what()) << '\n';
   }

@@ -7,6 +7,7 @@
 #include "automation/description.h"
 #include "base/files/json.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "till/line/line_words.h"
 #include "till/words/verdict_words.h"
 #include "tools/show/guarded.h"
@@ -48,7 +49,7 @@ void showRecords(const std::vector<Object>& records, const ReportOptions& option
   }
   page["virtual"] = isVirtual;
   if (options.isJson)
-    std::cout << jsonPage(page);
+    std::cout << terminal::whole(jsonPage(page));
   else if (isVirtual)
     std::cout << till::virtualNotice() << '\n';
 }

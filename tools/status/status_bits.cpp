@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "virtual-printer/device/status.h"
 
 namespace zentaro::tools {
@@ -33,7 +34,7 @@ constexpr auto meanings = std::to_array<Meaning>({
      "have a roll at hand, and change it between two sales"},
     {Word::Fiscal, fiscal_bit::closingRequired, "closing-required",
      "hay que cerrar el día: no vende más sin el cierre Z",
-     "the day has to be closed: it sells no more without a Z", "zentaro cierre z {}", "zentaro cierre z {}"},
+     "the day has to be closed: it sells no more without a Z", "{}", "{}"},
     {Word::Fiscal, fiscal_bit::memoryFull, "memory-full", "la memoria fiscal está llena: no vende más",
      "the fiscal memory is full: it sells no more",
      "llame al servicio técnico autorizado; los reportes de memoria se pueden sacar todavía",
@@ -63,7 +64,8 @@ std::vector<Condition> conditionsIn(const StatusWords& words, Bits bits, const s
     const bool isSet = bits == Bits::Known && (of(words, meaning.word) & meaning.bit) != 0;
     if (!isSet || meaning.code == nullptr) continue;
     conditions.push_back({meaning.code, say(meaning.spanish, meaning.english),
-                          say(meaning.spanishAdvice, meaning.englishAdvice, {portWords})});
+                          say(meaning.spanishAdvice, meaning.englishAdvice,
+                              {terminal::whole("zentaro cierre z " + portWords)})});
   }
   return conditions;
 }

@@ -14,6 +14,7 @@
 #include "base/files/paths.h"
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "till/books/books.h"
 #include "till/words/moments.h"
 #include "tools/show/guarded.h"
@@ -75,7 +76,7 @@ int runToday(const TodayOptions& options) {
   std::optional<PrinterDay> printer;
   if (asksPrinter) printer = askPrinter(options.port);
   if (options.isJson)
-    std::cout << jsonPage(dayJson(range, figures, printer));
+    std::cout << terminal::whole(jsonPage(dayJson(range, figures, printer)));
   else
     std::cout << (options.isCsv ? dayCsv(range, figures) : dayText(range, figures, printer));
   return figures.unknown.empty() ? exitDone : exitRefused;

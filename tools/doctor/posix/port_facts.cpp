@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "tools/connection/holders.h"
 
 namespace zentaro::tools {
@@ -38,7 +39,7 @@ const char *const deviceBeginning = "/", *const deviceExample = "/dev/serial/by-
 bool looksLikeDevice(const std::string& name) { return name.starts_with(deviceBeginning); }
 
 std::string whoTellsHolder() {
-  return terminal::say("\"sudo zentaro doctor\" dice cuál", "\"sudo zentaro doctor\" says which one");
+  return terminal::say("{} dice cuál", "{} says which one", {terminal::quoted("sudo zentaro doctor")});
 }
 
 PortFacts lookAtPort(const std::string& name, const std::string& device, bool isConfigured) {

@@ -16,6 +16,7 @@
 #include "base/system/interruption.h"
 #include "base/system/places.h"
 #include "base/terminal/language.h"
+#include "base/terminal/layout.h"
 #include "base/terminal/windows/text.h"
 #include "tools/show/guarded.h"
 
@@ -133,10 +134,11 @@ int installService(const ServeOptions& options) {
   start(made.get());
   std::cout << say(
       "El servicio Zentaro está instalado y arranca con Windows. Libros: {}. Bitácora: {}. Cada cliente necesita un "
-      "token: zentaro serve token add NOMBRE\n",
+      "token: {}\n",
       "The service Zentaro is installed and starts with Windows. Books: {}. Log: {}. Each client needs a token: "
-      "zentaro serve token add NAME\n",
-      {files::textOf(system::machineStateFolder()), files::textOf(logPath())});
+      "{}\n",
+      {files::textOf(system::machineStateFolder()), files::textOf(logPath()),
+       terminal::whole(say("zentaro serve token add NOMBRE", "zentaro serve token add NAME"))});
   return exitDone;
 }
 
