@@ -527,7 +527,7 @@ TEST_F(Service, DoesNotStartTwiceNorWithoutPrinterBooksOrPort) {
   std::string doctor;
   EXPECT_TRUE(eventually([&] {  // a job that is being tried does not wait
     doctor = run("zentaro doctor --device " + file("caja1")).output;
-    return doctor.find("caja1 " + file("caja1") + ": 1 jobs wait") != std::string::npos;
+    return doctor.find("caja1 " + file("caja1") + ": jobs waiting: 1") != std::string::npos;
   })) << doctor;
   EXPECT_NE(doctor.find(instead), std::string::npos) << doctor;
   killService();

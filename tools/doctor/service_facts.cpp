@@ -25,8 +25,8 @@ void judgeService(const std::string& books, Findings& findings) {
     const std::size_t waiting = read.queued(service::serviceOwner, name).size();
     std::string subject = name;
     subject += " " + device;
-    findings.add(subject,
-                 {"queue", false, say("esperan {} trabajos", "{} jobs wait", {std::to_string(waiting)})});
+    findings.add(subject, {"queue", false,
+                           say("trabajos en espera: {}", "jobs waiting: {}", {std::to_string(waiting)})});
   }
 }
 
