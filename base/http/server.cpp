@@ -164,9 +164,13 @@ bool Server::stream(const Request& request, Response& response, Next next) {
       "text/event-stream",
       [this, next = std::move(next)](std::size_t, httplib::DataSink& sink) {
         std::optional<std::string> text;
-        do {
-          text = isEnding_ ? std::nullopt : next();
-        } while (text && text->empty());  // httplib takes an empty piece for the end
+        try {
+          do {
+            text = isEnding_ ? std::nullopt : next();
+          } while (text && text->empty());  // httplib takes an empty piece for the end
+        } catch (const std::exception&) {   // httplib would let it end the process
+          text.reset();
+        }
         if (!text) sink.done();
         return !text || sink.write(text->data(), text->size());
       },

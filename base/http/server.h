@@ -27,7 +27,7 @@ class Server final : private httplib::Server {
   /// Words an answer with this status, which the server gives by itself (refusalText has the usual ones).
   using Refuse = std::function<void(const Request&, Response&, int status)>;
   /// The next text of a stream, nothing at its end; asked again after an empty one. Waits a few seconds at most and
-  /// then gives a comment, which finds out whether the client is still there.
+  /// then gives a comment, which finds out whether the client is still there. What it raises ends the stream.
   using Next = std::function<std::optional<std::string>()>;
 
   struct Settings {

@@ -57,6 +57,9 @@ class Echo {
  private:
   void answer(Server& server, const Request& request, Response& response) {
     if (request.path == "/throw") throw std::runtime_error("secret");
+    if (request.path == "/torn")
+      return void(server.stream(request, response,
+                                []() -> std::optional<std::string> { throw std::runtime_error("secret"); }));
     if (request.path == "/large") return response.set_content(std::string(8'000'000, 'x'), "text/plain");
     if (request.path != "/events")
       return response.set_content(request.method + " " + request.path + " " + request.body, "text/plain");
@@ -126,6 +129,7 @@ TEST(Server, RefusesBeforeTheHandlerWhatIsNotToReachIt) {
       {"no HTTP", "hello\r\n\r\n", 400},
       {"a long address", httpRequest("GET /" + std::string(9'000, 'x')), 414},
       {"a fault inside", httpRequest("GET /throw"), 500},
+      {"a stream that is torn inside", httpRequest("GET /torn"), 200},
   };
   for (const Row& row : rows) {
     const std::string answer = echo.ask(row.text);
