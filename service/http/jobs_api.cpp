@@ -192,7 +192,10 @@ void Api::deleteJob(Call& call) {
   job = books->find(job.id).value();
   if (job.verdict != "withdrawn")
     throw conflict(call, "begun",
-                   say("ya empezó: no se puede retirar", "it has begun: it cannot be withdrawn"), job);
+                   isFinal(job.state)
+                       ? say("ya terminó: no se puede retirar", "it has ended: it cannot be withdrawn")
+                       : say("ya empezó: no se puede retirar", "it has begun: it cannot be withdrawn"),
+                   job);
   tell(call, job);
 }
 

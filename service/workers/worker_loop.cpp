@@ -31,6 +31,8 @@ constexpr auto contactPatience = 15s;
 
 bool isClosing(const Job& job) { return job.kind == Kind::X || job.kind == Kind::Z; }
 
+std::string documentOpenText() { return say("hay un documento abierto", "a document is open"); }
+
 }  // namespace
 
 void PrinterWorker::Loop::run() {
@@ -65,8 +67,13 @@ PrinterWorker::Loop::Clock::time_point PrinterWorker::Loop::turn() {
 
 void PrinterWorker::Loop::expire() {
   const system::Uptime now = system::uptime();
+  const std::vector<Job> queued = books_->queued(serviceOwner, worker_.name());
+  // What was withdrawn meanwhile is not tried again, and keeps nobody waiting.
+  std::erase_if(refused_, [&](const auto& refused) {
+    return std::ranges::find(queued, refused.first, &Job::key) == queued.end();
+  });
   bool isNews = false;
-  for (const Job& job : books_->queued(serviceOwner, worker_.name())) {
+  for (const Job& job : queued) {
     if (!isExpired(job, now)) continue;
     const std::string why = job.cause.empty() ? "" : " (" + job.cause + ")";
     isNews = books_->withdraw(job.id, "expired", expiredText() + why) || isNews;
@@ -76,12 +83,16 @@ void PrinterWorker::Loop::expire() {
 }
 
 void PrinterWorker::Loop::answerAsked() {
+  std::optional<bool> isReached;  // by one visit for all: a printer that is silent is waited for once
   for (PrinterWorker::Asked& asked : worker_.takeAsked()) {
     std::optional<Json> answer;
     try {
-      visit();
-      const bool isReached = worker_.report().condition != Condition::Unreachable;
-      if (isReached) answer = asked.question == Question::Day ? day() : Json(true);
+      if (!isReached) {
+        isReached = false;
+        visit();
+        isReached = worker_.report().condition != Condition::Unreachable;
+      }
+      if (*isReached) answer = asked.question == Question::Day ? day() : Json(true);
     } catch (const std::exception&) {  // told by the condition
     }
     asked.answer.set_value(std::move(answer));
@@ -179,7 +190,7 @@ void PrinterWorker::Loop::look(const std::string& machine, till::PrinterLine& as
   });
   if (document != 0)
     setCondition(
-        Condition::Blocked, say("hay un documento abierto", "a document is open"),
+        Condition::Blocked, documentOpenText(),
         say("Si es de otro programa, termínelo allí; si es de un trabajo de aquí, ponga papel y cierre la "
             "tapa: se termina solo.",
             "If it is another program's, end it there; if it is a job's from here, put in paper and close "
@@ -302,7 +313,8 @@ void PrinterWorker::Loop::printClosing(const Job& job, const JobRequest& request
 
 template <class Verdict>
 void PrinterWorker::Loop::settle(const Job& job, const Verdict& verdict, bool wasOpened) {
-  const std::string cause = verdict.cause.printer.empty() ? verdict.cause.text : verdict.cause.printer;
+  std::string cause = verdict.cause.printer.empty() ? verdict.cause.text : verdict.cause.printer;
+  if (verdict.ending == till::Ending::OpenBefore) cause = documentOpenText();
   const bool isBegun = verdict.job.has_value() && verdict.job->state == State::Printing;
   const Aftermath aftermath = aftermathOf(verdict.ending, verdict.cause.kind, wasOpened, isBegun);
   refused_.erase(job.key);

@@ -165,6 +165,13 @@ TEST_F(Service, WaitsWhileThePrinterRefusesTheOpeningAndNoLonger) {
     }
   EXPECT_TRUE(tells("zentaro_job_seconds_sum{printer=\"caja1\"} " + std::to_string(seconds))) << metrics();
   EXPECT_EQ(papers("caja1", "Late") * 100 + papers("caja1", "Soon") * 10 + papers("caja1", "Mended"), 11);
+  fault("caja1", "paper-out on open");
+  put("F-3", sale("caja1", "Gone"));
+  EXPECT_TRUE(eventually([&] { return get("F-3").at("cause").find("ERROR") != std::string::npos; }));
+  EXPECT_EQ(ask("DELETE /v1/jobs/F-3").at("verdict"), "withdrawn");
+  clear("caja1");
+  EXPECT_TRUE(eventually([&] { return ask("GET /v1/printers/caja1").at("state") == "ready"; }))
+      << "what was withdrawn is waited for no more";
 }
 
 TEST_F(Service, TheZThatIsDueGoesBeforeTheSaleThatWaitsForIt) {
