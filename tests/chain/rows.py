@@ -118,7 +118,7 @@ def a_till_that_is_offline_gets_it_later_or_says_that_it_is_too_late(chain):
 def silence_is_unknown(chain):
     till = started(chain)
     chain.tell("tienda1", "fault delay=1 on item")
-    chain.centre.put("J-1", "tienda1:caja", patience=1)
+    chain.centre.put("J-1", "tienda1:caja", patience=5)
     assert chain.centre.becomes("J-1", "printing")
     till.process.send_signal(signal.SIGSTOP)
     assert chain.centre.becomes("J-1", "unknown", patience=90), chain.centre.job("J-1")
@@ -142,6 +142,10 @@ def each_end_is_killed_at_any_moment(chain):
         else:
             chain.broker.kill()
             chain.broker.start()
+        if chain.centre.becomes(f"J-{number}", "printed", "not-printed", "unknown") and chain.centre.job(f"J-{number}")["state"] == "unknown":
+            till.stop()  # killed while it opened the document: it is nobody's, and a person ends it
+            till.run("call", "--device", f"{chain.folder}/tienda1.tty", "CancelarComprobante")
+            till.start()
         assert chain.centre.becomes(f"J-{number}", "printed", "not-printed"), (victim, pause, chain.centre.job(f"J-{number}"))
     papers = chain.papers("tienda1")
     jobs = chain.centre.all_jobs()
@@ -175,7 +179,7 @@ def the_broker_refuses_a_letter(chain):
     started(chain)
     chain.centre.put("J-1", "tienda1:caja")
     assert eventually(lambda: chain.online("tienda1")["blocked"] == "refused-by-broker"), chain.centre.said()
-    assert "zentaro/1/tienda1/jobs: Not authorized" in chain.centre.said()
+    assert eventually(lambda: "zentaro/1/tienda1/jobs: Not authorized" in chain.centre.said()), chain.centre.said()
     with open(acl, "a", encoding="utf-8") as file:
         file.write("topic write zentaro/1/+/jobs\n")
     chain.broker.process.send_signal(signal.SIGHUP)
