@@ -2,20 +2,24 @@
 
 import { byId } from "./dom.js";
 
-// A box is gone from the screen before its "close" comes: a next question that is quicker waits for it, else it would
-// take the answer of the one before.
-let before = Promise.resolve();
-export async function sure(title, text, yes) {
-  await before;
+function answered(title, text, yes) {
   byId("ask-title").textContent = title;
   byId("ask-text").textContent = text;
   byId("ask-yes").textContent = yes;
   const box = byId("ask");
   box.returnValue = "no";
   box.showModal();
-  before = new Promise((answer) => {
+  return new Promise((answer) => {
     box.addEventListener("close", () => answer(box.returnValue === "yes"), { once: true });
   });
+}
+
+// A box is gone from the screen before its "close" comes: a next question that is quicker waits for it, and each for the
+// one before it, else it would take that one's answer.
+let before = Promise.resolve();
+export function sure(title, text, yes) {
+  const next = () => answered(title, text, yes);
+  before = before.then(next, next);
   return before;
 }
 

@@ -1,5 +1,6 @@
 // Puts the page together: what is known of printers and jobs, and drawing it anew when it changes.
 
+import { tell } from "./ask.js";
 import { byId } from "./dom.js";
 import { showChain } from "./chain.js";
 import { showAttention, showJobs } from "./jobs.js";
@@ -13,16 +14,15 @@ let rights = [], found = null; // found: the jobs that match what is searched
 const may = (right) => rights.includes(right);
 const isOfToday = (job) => new Date(job.accepted).toDateString() === new Date().toDateString();
 
-// Somebody may be on a button of a card: the focus stays where it was.
+// Somebody may be on a button of a card: the focus stays on that one, and never falls on another.
 function draw() {
-  const held = document.activeElement, place = held?.closest("[data-printer]")?.dataset.printer;
-  const index = place ? [...held.closest("[data-printer]").querySelectorAll("button")].indexOf(held) : -1;
+  const held = document.activeElement, place = held?.closest("[data-printer]")?.dataset.printer, act = held?.dataset.act;
   const known = [...jobs.values()].sort((one, other) => other.revision - one.revision);
   const byTime = [...known].sort((one, other) => other.accepted.localeCompare(one.accepted));
   showPrinters([...printers.values()], [...byTime].reverse(), may, draw);
   showAttention(known, [...printers.values()], may);
   showJobs(found ?? byTime.filter((job) => isOfToday(job) || !["printed", "not-printed"].includes(job.state)).slice(0, 200), found !== null);
-  if (index >= 0) document.querySelector(`[data-printer="${place}"]`)?.querySelectorAll("button")[index]?.focus();
+  if (place && act) document.querySelector(`[data-printer="${place}"] [data-act="${act}"]`)?.focus();
 }
 
 let isDue = false;
@@ -80,7 +80,9 @@ byId("search").addEventListener("input", () => {
   clearTimeout(typed);
   typed = setTimeout(async () => {
     const text = byId("search").value.trim();
-    found = text === "" ? null : (await ask("GET", `v1/jobs?search=${encodeURIComponent(text)}`).catch(() => ({ jobs: [] }))).jobs;
+    const answer = text === "" ? { jobs: null } : await ask("GET", `v1/jobs?search=${encodeURIComponent(text)}`).catch((error) => tell(error.message));
+    if (!answer || text !== byId("search").value.trim()) return; // no answer is not "nothing matches"
+    found = answer.jobs;
     draw();
   }, 250);
 });

@@ -7,6 +7,7 @@ import { ask } from "./service.js";
 import { amountText, kindWord, lampColor, numberText, stateColor, stateWord } from "./words.js";
 
 const days = new Map(); // the figures that were asked for, by printer
+const closings = new Map(); // the ids of those that were asked for, by kind and printer
 
 const newId = (kind) => `${kind}-${new Date().toISOString().slice(0, 19).replace(/[^0-9]/g, "")}-${crypto.getRandomValues(new Uint16Array(1))[0]}`;
 
@@ -17,10 +18,16 @@ function progress(running) {
     element("progress", { max: running.steps || 1, value: running.step, "aria-label": running.id }));
 }
 
+// The list moves up by itself, under somebody's finger too.
+async function takeBack(job, pressed) {
+  const yes = await sure(say(`¿Quitar ${job.id}?`, `Withdraw ${job.id}?`), say("No se imprimirá.", "It will not be printed."), say("Quitar", "Withdraw"));
+  if (yes) await attempt(pressed, () => ask("DELETE", `v1/jobs/${job.id}`));
+}
+
 function waiting(jobs, may) {
   return element("ul", { class: "queue" }, ...jobs.map((job) => {
-    const withdraw = button(say("Quitar", "Withdraw"), { "aria-label": `${say("Quitar", "Withdraw")} ${job.id}` },
-      () => attempt(withdraw, () => ask("DELETE", `v1/jobs/${job.id}`)));
+    const withdraw = button(say("Quitar", "Withdraw"), { "aria-label": `${say("Quitar", "Withdraw")} ${job.id}`, "data-act": job.id },
+      () => takeBack(job, withdraw));
     const isClosing = job.kind === "X" || job.kind === "Z";
     return element("li", null, element("span", null, job.id),
       element("span", null, job.cause ?? kindWord(job.kind)), may(isClosing ? "close" : "sell") ? withdraw : null);
@@ -38,7 +45,13 @@ function figures(day) {
     ...shown.flatMap(([name, amount]) => [element("dt", null, name), element("dd", null, amountText(amount))]));
 }
 
-async function close(printer, kind, pressed) {
+// One whose answer was lost may be in the books: unless it is seen there, the same is asked for again and not a second one.
+function idOfClosing(place, kind, jobs) {
+  if (!closings.has(place) || jobs.some((job) => job.id === closings.get(place))) closings.set(place, newId(kind));
+  return closings.get(place);
+}
+
+async function close(printer, kind, jobs, pressed) {
   const isZ = kind === "Z";
   const yes = await sure(isZ ? say(`¿Cerrar el día de ${printer}?`, `Close the day of ${printer}?`)
     : say(`¿Imprimir el X de ${printer}?`, `Print the X of ${printer}?`),
@@ -46,24 +59,26 @@ async function close(printer, kind, pressed) {
     : say("El X muestra los montos del día y no cambia nada.", "The X shows the day's figures and changes nothing."),
   isZ ? say("Cerrar el día", "Close the day") : say("Imprimir el X", "Print the X"));
   if (!yes) return;
-  const job = await attempt(pressed, () => ask("PUT", `v1/jobs/${newId(kind)}?wait=20`, { printer, closing: kind }));
+  const id = idOfClosing(`${kind} ${printer}`, kind, jobs);
+  const job = await attempt(pressed, () => ask("PUT", `v1/jobs/${id}?wait=20`, { printer, closing: kind }));
   if (job) tell(`${kindWord(kind)}: ${stateWord(job.state)} ${numberText(job.number)}`);
 }
 
-function actions(printer, may, redraw) {
-  const day = button(days.has(printer.name) ? say("Ocultar el día", "Hide the day") : say("El día", "The day"), null, async () => {
+function actions(printer, jobs, may, redraw) {
+  const day = button(days.has(printer.name) ? say("Ocultar el día", "Hide the day") : say("El día", "The day"), { "data-act": "day" }, async () => {
     if (days.delete(printer.name)) return redraw();
     const answer = await attempt(day, () => ask("GET", `v1/printers/${printer.name}/day`));
     if (answer) days.set(printer.name, answer);
     return redraw();
   });
   const closing = (kind, attributes) => {
-    const made = button(kind === "X" ? say("Cierre X", "X closing") : say("Cierre Z", "Z closing"), attributes,
-      () => close(printer.name, kind, made));
+    const made = button(kind === "X" ? say("Cierre X", "X closing") : say("Cierre Z", "Z closing"), { "data-act": kind, ...attributes },
+      () => close(printer.name, kind, jobs, made));
     return made;
   };
+  const isClosing = jobs.some((job) => job.kind === "Z" && job.printer === printer.name && ["queued", "printing"].includes(job.state));
   return element("div", { class: "buttons" }, day, may("close") ? closing("X") : null,
-    may("close") ? closing("Z", { class: "danger" }) : null);
+    may("close") ? closing("Z", { class: "danger", disabled: isClosing }) : null);
 }
 
 // The figures of a day that is over are not left standing.
@@ -84,6 +99,6 @@ export function showPrinters(printers, jobs, may, redraw) {
       element("p", { class: "quiet" }, facts.filter(Boolean).join(" · ")),
       printer.booksMiss > 0 ? element("p", { class: "bad" }, say(`A los libros les faltan ${printer.booksMiss} documentos de esta impresora.`, `The books miss ${printer.booksMiss} documents of this printer.`)) : null,
       days.has(printer.name) ? figures(days.get(printer.name)) : null,
-      actions(printer, may, redraw));
+      actions(printer, jobs, may, redraw));
   }));
 }

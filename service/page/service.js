@@ -34,6 +34,7 @@ export async function ask(method, path, body) {
   return answer;
 }
 
+const silence = 30000; // the service says something every ten seconds
 const pause = (milliseconds) => new Promise((done) => { setTimeout(done, milliseconds); });
 
 // handlers: "job" and "printer" to functions of their content. onChange learns whether the service is there, and the
@@ -61,8 +62,8 @@ export async function listen(after, handlers, onChange) {
 async function* eventsOf(body) {
   const reader = body.pipeThrough(new TextDecoderStream()).getReader();
   for (let rest = ""; ;) {
-    const { value, done } = await reader.read();
-    if (done) return;
+    const { value, done } = await Promise.race([reader.read(), pause(silence).then(() => ({ done: true }))]);
+    if (done) return void reader.cancel().catch(() => {});
     const blocks = (rest + value).split("\n\n");
     rest = blocks.pop();
     for (const block of blocks) {
