@@ -118,12 +118,12 @@ till::PrinterLine PrinterWorker::Loop::line() {
           [this] { return worker_.isEnding_ || Clock::now() > stopWaiting_; }};
 }
 
-void PrinterWorker::Loop::fill(till::Options& options, const Job& job) {
+void PrinterWorker::Loop::fill(till::Options& options) {
   options.observer = this;
   options.books = books_.get();
+  options.stop.cause = till::trouble(till::Heard::Nothing);  // the waiting ends for no other reason
   options.owner = serviceOwner;
   options.printerName = worker_.name();
-  options.queued = job;
 }
 
 void PrinterWorker::Loop::setCondition(Condition condition, const std::string& cause,
@@ -145,8 +145,7 @@ void PrinterWorker::Loop::visit() {
     return;
   }
   till::Options options;
-  options.observer = this;
-  options.books = books_.get();
+  fill(options);
   till::PrinterLine asked = line();
   till::Station station(options, till::BooksNeed::Required);
   till::Cause cause;
@@ -292,7 +291,8 @@ void PrinterWorker::Loop::carry(const Job& job) {
 
 void PrinterWorker::Loop::printDocument(const Job& job, const JobRequest& request) {
   till::SellOptions options;
-  fill(options, job);
+  fill(options);
+  options.queued = job;
   options.id = job.id;
   till::PrinterLine asked = line();
   till::SaleCourse course(request.sale, request.totals, options);
@@ -302,7 +302,8 @@ void PrinterWorker::Loop::printDocument(const Job& job, const JobRequest& reques
 
 void PrinterWorker::Loop::printClosing(const Job& job, const JobRequest& request) {
   till::CloseOptions options;
-  fill(options, job);
+  fill(options);
+  options.queued = job;
   options.id = job.id;
   options.evenIfUnknown = request.isForced;
   till::PrinterLine asked = line();

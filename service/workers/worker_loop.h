@@ -46,7 +46,7 @@ class PrinterWorker::Loop : private till::Observer {
   void settle(const till::Job& job, const Verdict& verdict, bool wasOpened);
 
   till::PrinterLine line();
-  void fill(till::Options& options, const till::Job& job);
+  void fill(till::Options& options);
   void setCondition(Condition condition, const std::string& cause, const std::string& next = {});
 
   void begins(const till::StepPlace& step) override;

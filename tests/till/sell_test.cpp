@@ -67,6 +67,7 @@ TEST_F(TillCalls, SellOnTwoPrintersOnTwoThreads) {
 }
 
 TEST_F(TillCalls, TellEveryEndAsAVerdictAndOnlyMisuseAsAnError) {
+  write("settings.ini", "[Config\\EPSONZT]\nTimeOutZT=1\n");
   const tools::VirtualPrinter virtualPrinter;
   OpenPrinter open(virtualPrinter.device());
   const auto end = [&](const SellOptions& options) {
@@ -96,6 +97,13 @@ TEST_F(TillCalls, TellEveryEndAsAVerdictAndOnlyMisuseAsAnError) {
   EXPECT_EQ(check(R"({"document": "invoice"})").problems.front().path, "lines");
   open.printer.PortOpen(false);
   EXPECT_THROW(end(named("F-2")), WrongUse);
+
+  const tools::VirtualPrinter silent({"--fault", "lose-command"});
+  OpenPrinter deaf(silent.device());
+  stopped.id = "F-3";
+  stopped.stop = {[] { return true; }, "enough"};
+  const Verdict unheard = sell(deaf.printer, documentOf(coffee), stopped);
+  EXPECT_EQ(std::string(nameOf(unheard.ending)) + " " + unheard.cause.text, "unreachable enough");
 }
 
 TEST_F(TillCalls, KnowWhatAnOldJournalSays) {

@@ -88,14 +88,15 @@ bool Station::comeBack(CZentaro& printer) {
 std::optional<Ending> Station::meet(CZentaro& printer, PrinterLine& line, Cause& cause) {
   line.startAnywhere();
   line.expect({});
-  const auto unreachable = [&](const std::string& text) {
-    cause = {Cause::Kind::Silent, text, {}};
+  const auto unreachable = [&](Heard heard) {
+    const bool isNamed = heard == Heard::Stopped && !options_.stop.cause.empty();
+    cause = {Cause::Kind::Silent, isNamed ? options_.stop.cause : trouble(heard), {}};
     return Ending::Unreachable;
   };
-  if (const Heard heard = line.getInStep(); heard != Heard::InStep) return unreachable(trouble(heard));
+  if (const Heard heard = line.getInStep(); heard != Heard::InStep) return unreachable(heard);
   lastZ_ = lastZOf(printer);
   std::string serial;
-  if (const Heard heard = line.askSerial(serial); heard != Heard::InStep) return unreachable(trouble(heard));
+  if (const Heard heard = line.askSerial(serial); heard != Heard::InStep) return unreachable(heard);
   line.expect(serial);
   device_ = deviceOf(printer);
   machine_ = serial.empty() ? device_ : serial;
