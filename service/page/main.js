@@ -49,6 +49,7 @@ async function begin() {
   try {
     const state = await ask("GET", "v1/printers");
     rights = state.rights;
+    for (const seen of [printers, jobs]) seen.clear(); // another token sees others
     state.printers.forEach((printer) => printers.set(printer.name, printer));
     const latest = await ask("GET", "v1/jobs?latest=500");
     latest.jobs.forEach((job) => jobs.set(job.id, job));
