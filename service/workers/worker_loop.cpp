@@ -14,6 +14,7 @@
 #include "till/course/sale_course.h"
 #include "till/course/station.h"
 #include "till/line/line_words.h"
+#include "till/words/closing_words.h"
 
 namespace zentaro::service {
 
@@ -191,10 +192,10 @@ void PrinterWorker::Loop::look(const std::string& machine, till::PrinterLine& as
     setCondition(
         Condition::Blocked, documentOpenText(),
         say("Si es de otro programa, termínelo allí; si es de un trabajo de aquí, ponga papel y cierre la "
-            "tapa: se termina solo.",
+            "tapa: se termina solo. Si sigue abierto, mire el papel, detenga el servicio y dé: zentaro call --device {} {}",
             "If it is another program's, end it there; if it is a job's from here, put in paper and close "
-            "the cover: it is ended by itself.",
-            {}));
+            "the cover: it is ended by itself. If it stays open, look at the paper, stop the service and give: zentaro call --device {} {}",
+            {worker_.settings_.device, till::endingCommand(document)}));
   else if (refused_.empty())
     setCondition(Condition::Ready, "");
 }
@@ -203,7 +204,8 @@ void PrinterWorker::Loop::look(const std::string& machine, till::PrinterLine& as
 // front: nobody prints it now.
 void PrinterWorker::Loop::nameLeftOvers(const std::string& machine) {
   std::vector<Job> left = books_->changedAfter(0, {worker_.name(), State::Printing});
-  for (const Job& job : books_->unsettled(machine)) left.push_back(job);
+  for (const Job& job : books_->unsettled(machine))
+    if (job.printer != worker_.name()) left.push_back(job);
   for (const Job& job : left) {
     if (job.state != State::Printing || job.owner != serviceOwner) continue;
     books_->finish(job, {State::Unknown, "unknown", {}, {}, worker_.report().cause});

@@ -124,14 +124,6 @@ std::string closingState(const ClosingVerdict& verdict) {
                                        "Z UNKNOWN. The day may be closed already.");
 }
 
-// What ends the document that is in the way.
-std::string endingCommand(int document) {
-  constexpr int nonFiscal = 3, partial = 4;
-  return document == nonFiscal ? "CerrarDNF"
-         : document == partial ? "CerrarComprobante E"
-                               : "CancelarComprobante";
-}
-
 std::string closingNext(const ClosingVerdict& verdict, const SalePlace& place) {
   switch (verdict.ending) {
     case Ending::PrintedBefore:
@@ -171,6 +163,13 @@ std::string closingNext(const ClosingVerdict& verdict, const SalePlace& place) {
 }
 
 }  // namespace
+
+std::string endingCommand(int document) {
+  constexpr int nonFiscal = 3, partial = 4;
+  return document == nonFiscal ? "CerrarDNF"
+         : document == partial ? "CerrarComprobante E"
+                               : "CancelarComprobante";
+}
 
 std::string closingText(const ClosingVerdict& verdict, const SalePlace& place) {
   std::string text = closingState(verdict);

@@ -12,6 +12,9 @@ namespace zentaro::till {
 /// What happened, with the day's sums, and what is to be done next. Without a line end behind the last line.
 std::string closingText(const ClosingVerdict& verdict, const SalePlace& place);
 
+/// What ends a document that is in the way, by the printer's number of its kind: words for `zentaro call`.
+std::string endingCommand(int document);
+
 /// The figures as the paper groups and names them, a value a line; empty without figures.
 std::string figuresText(const ClosingVerdict& verdict);
 
