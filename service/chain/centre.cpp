@@ -4,12 +4,13 @@
 #include <algorithm>
 #include <ctime>
 
+#include "base/files/json.h"
 #include "base/system/uptime.h"
 #include "base/terminal/language.h"
 #include "service/chain/books_notes.h"
 #include "service/chain/till_worker.h"
-#include "service/http/job_json.h"
 #include "service/jobs/put.h"
+#include "till/words/job_words.h"
 
 namespace zentaro::service {
 
@@ -339,12 +340,11 @@ Json Centre::tills() const {
   const std::lock_guard lock{mutex_};
   Json list = Json::array();
   for (const auto& [name, till] : tills_) {
-    const std::string blocked = blockedBy(name, till);
     list.push_back({{"name", name},
                     {"online", till.status.isOnline},
-                    {"since", timeJson(till.since)},
+                    {"since", till::momentJson(till.since)},
                     {"version", till.status.version},
-                    {"blocked", blocked.empty() ? Json(nullptr) : Json(blocked)},
+                    {"blocked", orNull(blockedBy(name, till))},
                     {"printers", till.status.printers}});
   }
   return list;

@@ -52,7 +52,7 @@ Json json(const Job& job) {
           {"total", job.total},
           {"state", till::nameOf(job.state)},
           {"verdict", job.verdict},
-          {"number", job.number ? Json(*job.number) : Json(nullptr)},
+          {"number", orNull(job.number)},
           {"machine", job.before.machine},
           {"result", job.result},
           {"cause", job.cause},

@@ -20,10 +20,11 @@
 #include <thread>
 #include <utility>
 
+#include "base/files/json.h"
 #include "base/system/error_text.h"
 #include "base/terminal/language.h"
 #include "service/chain/rules.h"
-#include "service/http/job_json.h"
+#include "till/words/job_words.h"
 
 namespace zentaro::service {
 
@@ -316,7 +317,7 @@ int MqttLink::session() const {
 
 Json MqttLink::standing() const {
   const std::lock_guard lock{inside_->mutex};
-  return {{"connected", inside_->session != 0}, {"since", timeJson(inside_->since)}};
+  return {{"connected", inside_->session != 0}, {"since", till::momentJson(inside_->since)}};
 }
 
 std::vector<Letter> MqttLink::take() {

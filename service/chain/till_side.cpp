@@ -8,6 +8,7 @@
 #include "base/terminal/language.h"
 #include "service/chain/books_notes.h"
 #include "service/http/job_json.h"
+#include "service/jobs/queue.h"
 #include "service/workers/words.h"
 
 namespace zentaro::service {
@@ -19,7 +20,6 @@ using till::State;
 
 namespace {
 
-constexpr std::size_t longestQueue = 100;
 constexpr auto resend = 60s;
 
 }  // namespace

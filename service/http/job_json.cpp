@@ -6,7 +6,7 @@
 #include "service/jobs/job_request.h"
 #include "service/workers/words.h"
 #include "till/document/decimal.h"
-#include "till/words/moments.h"
+#include "till/words/job_words.h"
 
 namespace zentaro::service {
 
@@ -15,21 +15,12 @@ using till::State;
 
 namespace {
 
-Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
-
-template <class T>
-Json orNull(const std::optional<T>& value) {
-  return value ? Json(*value) : Json(nullptr);
-}
-
 // The figures that were kept with the job when it ended.
 Json kept(const Json& result, const char* name) {
   return result.is_object() && result.contains(name) ? result.at(name) : Json(nullptr);
 }
 
 }  // namespace
-
-Json timeJson(std::int64_t seconds) { return seconds == 0 ? Json(nullptr) : Json(till::isoMoment(seconds)); }
 
 Json jobJson(const Job& job, bool isVirtual) {
   const Json result = Json::parse(job.result, nullptr, false);
@@ -49,9 +40,9 @@ Json jobJson(const Job& job, bool isVirtual) {
           {"figures", kept(result, "figures")},
           {"cause", orNull(job.cause)},
           {"next", orNull(nextOf(job))},
-          {"accepted", timeJson(job.accepted)},
-          {"begun", timeJson(job.begun)},
-          {"ended", timeJson(job.ended)},
+          {"accepted", till::momentJson(job.accepted)},
+          {"begun", till::momentJson(job.begun)},
+          {"ended", till::momentJson(job.ended)},
           {"revision", job.revision},
           {"virtual", isVirtual}};
 }
@@ -82,7 +73,7 @@ Json printerJson(const PrinterReport& report, const till::Books& books) {
           {"lastCreditNote", orNull(report.lastCreditNote)},
           {"lastZ", orNull(report.lastZ)},
           {"booksMiss", report.booksMiss},
-          {"heard", timeJson(report.heard)},
+          {"heard", till::momentJson(report.heard)},
           {"virtual", report.isVirtual}};
 }
 

@@ -12,7 +12,4 @@ Json jobJson(const till::Job& job, bool isVirtual);
 /// With what waits for it, and what nobody knows about.
 Json printerJson(const PrinterReport& report, const till::Books& books);
 
-/// "2024-03-15T14:05:09Z"; null for none.
-Json timeJson(std::int64_t seconds);
-
 }  // namespace zentaro::service

@@ -5,8 +5,9 @@
 #include "service/http/call.h"
 #include "service/http/job_json.h"
 #include "service/jobs/put.h"
+#include "service/jobs/queue.h"
 #include "service/workers/words.h"
-#include "till/zentaro_till.h"
+#include "till/words/call_words.h"
 
 namespace zentaro::service {
 
@@ -15,8 +16,6 @@ using till::Job;
 using till::State;
 
 namespace {
-
-constexpr std::size_t longestQueue = 100;
 
 Problem notFound() { return {404, "not-found", say("no hay ese trabajo", "there is no such job")}; }
 
@@ -34,13 +33,6 @@ std::string conflictText(Ruling ruling) {
              "this id belongs to another job; nothing new was printed; give each sale an id of its own");
 }
 
-Json problemsJson(const till::Problems& problems) {
-  Json list = Json::array();
-  for (const till::Problem& problem : problems)
-    list.push_back({{"path", problem.path}, {"text", problem.text}});
-  return list;
-}
-
 bool saysJson(const http::Request& request) {
   if (!request.has_header("Content-Type")) return true;
   const std::string type = request.get_header_value("Content-Type");
@@ -53,7 +45,7 @@ Problem notInOrder(const till::Problems& problems) {
           "not-in-order",
           say("no está en orden: {} {}; corríjalo y pídalo otra vez",
               "it is not in order: {} {}; mend it and ask again", {first.path, first.text}),
-          {{"problems", problemsJson(problems)}}};
+          {{"problems", till::problemsJson(problems)}}};
 }
 
 void needJson(const RequestReading& reading) {

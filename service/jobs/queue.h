@@ -10,6 +10,9 @@
 
 namespace zentaro::service {
 
+/// The jobs of one printer that may wait.
+inline constexpr std::size_t longestQueue = 100;
+
 /// Whether the job may no longer begin: its patience is over, or nobody can say how long it has waited, since the
 /// computer was started again meanwhile. Required: nobody's clock prints last night's jobs in the morning.
 bool isExpired(const till::Job& job, const system::Uptime& now);

@@ -7,15 +7,11 @@
 
 namespace zentaro::till {
 
-namespace {
-
 Json problemsJson(const Problems& problems) {
   Json list = Json::array();
   for (const Problem& problem : problems) list.push_back({{"path", problem.path}, {"text", problem.text}});
   return list;
 }
-
-}  // namespace
 
 Json checkedJson(const Checked& checked) {
   const Totals& totals = checked.totals;
@@ -40,8 +36,8 @@ Json jobsJson(const std::vector<Job>& jobs) {
 
 Json settledJson(const Settled& settled) {
   return {{"refusal", settled.refusal ? Json(nameOf(*settled.refusal)) : Json(nullptr)},
-          {"cause", settled.cause.text.empty() ? Json(nullptr) : Json(settled.cause.text)},
-          {"machine", settled.machine.empty() ? Json(nullptr) : Json(settled.machine)},
+          {"cause", orNull(settled.cause.text)},
+          {"machine", orNull(settled.machine)},
           {"judged", jobsJson(settled.judged)},
           {"open", jobsJson(settled.open)}};
 }

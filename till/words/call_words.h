@@ -6,8 +6,11 @@
 
 namespace zentaro::till {
 
-/// {"problems", "warnings", "net", "tax", "igtf", "total", "paid", "change"}: lists of {"path", "text"}, and amounts as
-/// texts, which are null while there are problems. The total is with the IGTF.
+/// A list of {"path", "text"}.
+Json problemsJson(const Problems& problems);
+
+/// {"problems", "warnings", "net", "tax", "igtf", "total", "paid", "change"}: what problemsJson() gives, and
+/// amounts as texts, which are null while there are problems. The total is with the IGTF.
 Json checkedJson(const Checked& checked);
 
 /// {"refusal", "cause", "machine", "judged", "open"}: jobs as jobJson() gives them. "refusal" is null, or the name of the

@@ -195,12 +195,11 @@ std::string figuresText(const ClosingVerdict& verdict) {
 }
 
 Json closingJson(const ClosingVerdict& verdict, const SalePlace& place) {
-  const std::string next = closingNext(verdict, place);
   const auto number = verdict.number || !verdict.job ? verdict.number : verdict.job->number;
   Json json{{"closing", letter(verdict)}, {"verdict", nameOf(verdict.ending)}};
-  json["number"] = number ? Json(*number) : Json(nullptr);
-  json["cause"] = verdict.cause.text.empty() ? Json(nullptr) : Json(verdict.cause.text);
-  json["next"] = next.empty() ? Json(nullptr) : Json(next);
+  json["number"] = orNull(number);
+  json["cause"] = orNull(verdict.cause.text);
+  json["next"] = orNull(closingNext(verdict, place));
   json["virtual"] = place.isVirtual;
   return json;
 }

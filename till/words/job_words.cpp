@@ -36,10 +36,6 @@ std::string idWords(const Job& job) {
   return job.kind == Kind::X || job.kind == Kind::Z ? std::string(nameOf(job.kind)) : "-";
 }
 
-Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
-
-Json momentJson(Moment at) { return at == 0 ? Json(nullptr) : Json(isoMoment(at)); }
-
 }  // namespace
 
 std::string jobsText(const std::vector<Job>& jobs) {
@@ -56,10 +52,12 @@ std::string jobsText(const std::vector<Job>& jobs) {
   return text.str();
 }
 
+Json momentJson(Moment at) { return at == 0 ? Json(nullptr) : Json(isoMoment(at)); }
+
 Json jobJson(const Job& job) {
   Json json{{"id", orNull(job.id)},   {"printer", job.printer},     {"kind", nameOf(job.kind)},
             {"attempt", job.attempt}, {"state", nameOf(job.state)}, {"verdict", orNull(job.verdict)}};
-  json["number"] = job.number ? Json(*job.number) : Json(nullptr);
+  json["number"] = orNull(job.number);
   json["machine"] = orNull(job.before.machine);
   json["total"] = centsText(job.total);
   json["cause"] = orNull(job.cause);

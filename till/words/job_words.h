@@ -17,4 +17,7 @@ std::string jobsText(const std::vector<Job>& jobs);
 /// are UTC in ISO form; what is not known is null.
 Json jobJson(const Job& job);
 
+/// "2024-03-15T14:05:09Z"; null for none.
+Json momentJson(Moment at);
+
 }  // namespace zentaro::till

@@ -204,11 +204,11 @@ Json verdictJson(const Verdict& verdict, const SalePlace& place) {
     return isPrinted(verdict.ending) ? Json(centsText(cents)) : Json(nullptr);
   };
   Json json{{"verdict", nameOf(verdict.ending)}};
-  json["number"] = number ? Json(*number) : Json(nullptr);
+  json["number"] = orNull(number);
   json["total"] = amount(verdict.total());
   json["igtf"] = amount(verdict.igtf());
   json["change"] = amount(verdict.change());
-  json["cause"] = verdict.cause.text.empty() ? Json(nullptr) : Json(verdict.cause.text);
+  json["cause"] = orNull(verdict.cause.text);
   json["next"] = byBooks.empty() ? nextText(verdict, place) : byBooks;
   json["virtual"] = place.isVirtual;
   return json;

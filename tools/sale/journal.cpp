@@ -61,9 +61,8 @@ int resolve(const till::Sale& sale, const std::string& id, bool isPrinted, bool 
           "Noted in the books: the sale of {} was {}. Nothing was sent.",
           {till::momentText(job->begun),
            isPrinted ? say("se imprimió", "printed") : say("no se imprimió", "not printed")});
-  const Json number = job->number ? Json(*job->number) : Json(nullptr);
   std::cout << (isJson ? terminal::whole(jsonLine({{"verdict", "resolved"},
-                                                   {"number", number},
+                                                   {"number", orNull(job->number)},
                                                    {"total", nullptr},
                                                    {"igtf", nullptr},
                                                    {"change", nullptr},
