@@ -99,6 +99,22 @@ class Shell : public ::testing::Test {
   std::string file(const std::string& name) const { return folder / name; }
   void write(const std::string& name, const std::string& text) const { folder.write(name, text); }
 
+  /// "sale.json": an arepa of 11.60 with tax.
+  void writeSale() const {
+    write("sale.json", R"({"document": "invoice", "lines": [{"description": "Arepa", "price": 10, "tax": 16}],
+      "payments": [{"amount": 20}]})");
+  }
+  /// As an older version left it, with the sale "K".
+  void writeOldJournal() const {
+    std::filesystem::create_directories(file("state/zentaro"));
+    write(
+        "state/zentaro/sales.jsonl",
+        R"({"name":"a","at":1700000000,"process":"1:2","id":"K","content":"6c8d6e3e5ba3b0b4","device":"COM1",)"
+        R"("machine":"Z1A0000001","creditNote":false,"net":1000,"total":1160,"numberBefore":7,"dayBefore":5000,)"
+        R"("lastZ":3,"turn":"close","number":8,"fact":"printed","told":true})"
+        "\n");
+  }
+
   static Ran run(const std::string& command) {
     // A command that never ends must not hold up the tests.
     Process shell({"sh", "-c", "exec 2>&1 </dev/null; ulimit -t 60; " + command});

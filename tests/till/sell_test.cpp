@@ -107,13 +107,7 @@ TEST_F(TillCalls, TellEveryEndAsAVerdictAndOnlyMisuseAsAnError) {
 }
 
 TEST_F(TillCalls, KnowWhatAnOldJournalSays) {
-  EXPECT_EQ(run("mkdir -p " + file("state/zentaro")).status, 0);
-  write(
-      "state/zentaro/sales.jsonl",
-      R"({"name":"a","at":1700000000,"process":"1:2","id":"K","content":"6c8d6e3e5ba3b0b4","device":"COM1",)"
-      R"("machine":"Z1A0000001","creditNote":false,"net":1000,"total":1160,"numberBefore":7,"dayBefore":5000,)"
-      R"("lastZ":3,"turn":"close","number":8,"fact":"printed","told":true})"
-      "\n");
+  writeOldJournal();
   EXPECT_EQ(find("K")->state, State::Printed);
   EXPECT_EQ(jobs().size(), 1U);
 }

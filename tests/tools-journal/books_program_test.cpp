@@ -15,10 +15,7 @@ using testing::Ran;
 
 class BooksProgram : public testing::Shell {
  protected:
-  BooksProgram() {
-    write("sale.json", R"({"document": "invoice", "lines": [{"description": "Arepa", "price": 10, "tax": 16}],
-      "payments": [{"amount": 20}]})");
-  }
+  BooksProgram() { writeSale(); }
 
   std::string sale(const std::string& options, const std::string& books = "books.db") const {
     return "XDG_STATE_HOME=" + file("state") + " ZENTARO_BOOKS=" + file(books) + " zentaro sale " +
@@ -117,13 +114,7 @@ TEST_F(BooksProgram, LetOneOfManyPrintAnId) {
 }
 
 TEST_F(BooksProgram, KnowWhatAnOldJournalSays) {
-  EXPECT_EQ(run("mkdir -p " + file("state/zentaro")).status, 0);
-  write(
-      "state/zentaro/sales.jsonl",
-      R"({"name":"a","at":1700000000,"process":"1:2","id":"K","content":"6c8d6e3e5ba3b0b4","device":"COM1",)"
-      R"("machine":"Z1A0000001","creditNote":false,"net":1000,"total":1160,"numberBefore":7,"dayBefore":5000,)"
-      R"("lastZ":3,"turn":"close","number":8,"fact":"printed","told":true})"
-      "\n");
+  writeOldJournal();
   const Ran ran = run(sale("--id K"));
   EXPECT_TRUE(contains(ran.output, "\"K\"")) << ran.output;
   EXPECT_EQ(invoices(), 0) << ran.output;

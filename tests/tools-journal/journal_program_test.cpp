@@ -12,10 +12,7 @@ using testing::Ran;
 
 class JournalProgram : public testing::Shell {
  protected:
-  JournalProgram() {
-    write("sale.json", R"({"document": "invoice", "lines": [{"description": "Arepa", "price": 10, "tax": 16}],
-      "payments": [{"amount": 20}]})");
-  }
+  JournalProgram() { writeSale(); }
 
   std::string sale(const std::string& name, const VirtualPrinter& printer, const std::string& options) const {
     return "ZENTARO_BOOKS=" + file(name) + "/books.db zentaro sale " + file("sale.json") +

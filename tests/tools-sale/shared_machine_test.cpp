@@ -11,10 +11,7 @@ using testing::Ran;
 
 class SharedMachine : public testing::Shell {
  protected:
-  SharedMachine() {
-    write("sale.json", R"({"document": "invoice", "lines": [{"description": "Arepa", "price": 10, "tax": 16}],
-      "payments": [{"amount": 20}]})");
-  }
+  SharedMachine() { writeSale(); }
   std::string sale(const std::string& device, const std::string& rest) const {
     return "zentaro sale " + file("sale.json") + " --timeout 2 --device " + device + " " + rest;
   }
