@@ -3,18 +3,19 @@
 
 #include <charconv>
 
+#include "virtual-printer/wire/receiver.h"
+
 namespace zentaro::tools {
 
 namespace {
 
-constexpr std::string_view resetBytes = "\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11";
-constexpr std::size_t answerDigits = 4;
+using virtual_printer::checksumDigits;
 
 bool isGood(std::string_view digits, std::string_view summed, Direction direction) {
   unsigned value = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
   const unsigned sum = virtual_printer::byteSum(summed);
-  return error == std::errc() && end == digits.data() + digits.size() && digits.size() >= answerDigits &&
+  return error == std::errc() && end == digits.data() + digits.size() && digits.size() >= checksumDigits &&
          value == (direction == Direction::Answer ? sum & 0xFFFFU : sum);
 }
 
@@ -31,7 +32,7 @@ FrameBounds frameBounds(std::string_view bytes) {
 DecodedFrame decodeFrame(std::string_view bytes, Direction direction) {
   DecodedFrame frame;
   if (bytes.find_first_not_of(virtual_printer::waitByte) == std::string_view::npos) return frame;
-  if (bytes == resetBytes) {
+  if (bytes == virtual_printer::resetBytes) {
     frame.form = DecodedFrame::Form::Reset;
     return frame;
   }
@@ -43,7 +44,7 @@ DecodedFrame decodeFrame(std::string_view bytes, Direction direction) {
   frame.form = DecodedFrame::Form::Frame;
   frame.content = virtual_printer::decodeCommand(bytes.substr(bounds.stx + 1, bounds.etx - bounds.stx - 1));
   frame.checksum =
-      bytes.substr(bounds.etx + 1, direction == Direction::Answer ? answerDigits : std::string_view::npos);
+      bytes.substr(bounds.etx + 1, direction == Direction::Answer ? checksumDigits : std::string_view::npos);
   frame.isChecksumGood =
       isGood(frame.checksum, bytes.substr(bounds.stx, bounds.etx - bounds.stx + 1), direction);
   return frame;

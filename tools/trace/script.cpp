@@ -8,7 +8,7 @@ namespace zentaro::tools {
 namespace {
 
 constexpr int firstSequence = 0x21, sequences = 0x7F - 0x21 + 1;
-constexpr std::size_t checksumDigits = 4;
+using virtual_printer::checksumDigits;
 
 int placeOf(char sequence) { return static_cast<unsigned char>(sequence) - firstSequence; }
 
