@@ -6,7 +6,6 @@
 #include <array>
 #include <iostream>
 #include <memory>
-#include <numeric>
 #include <utility>
 
 #include "base/system/interruption.h"

@@ -2,7 +2,6 @@
 #include "service/http/job_json.h"
 
 #include "base/system/uptime.h"
-#include "base/terminal/language.h"
 #include "service/jobs/job_request.h"
 #include "service/workers/words.h"
 #include "till/document/decimal.h"

@@ -1,7 +1,6 @@
 // Jobs by their changes, and the stream of them: one number says how far a client has come, across restarts too.
 #include <algorithm>
 #include <charconv>
-#include <set>
 
 #include "base/terminal/language.h"
 #include "service/http/call.h"

@@ -1,8 +1,6 @@
 // Each setting has a conversion of its own, and a value for a text that does not convert.
 #include "printer/cached_settings.h"
 
-#include <string>
-
 #include "automation/automation_error.h"
 #include "automation/conversions.h"
 #include "automation/numbers.h"

@@ -4,7 +4,6 @@
 #include "text/unicode.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace zentaro {
 namespace {

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <future>
-#include <thread>
 
 #include "support/scratch.h"
 

@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <future>
 
 #include "support/scratch.h"
 #include "till/books/books_error.h"

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 namespace zentaro::till::evidence_test {
 
 using enum Judgement;

@@ -1,7 +1,6 @@
 // Values as JSON, both ways.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 #include "base/files/json.h"

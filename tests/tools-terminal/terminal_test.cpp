@@ -1,8 +1,6 @@
 // Texts for people: which language, what is made harmless, and lines that fit the screen.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "base/terminal/layout.h"

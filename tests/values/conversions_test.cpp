@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
-#include <memory>
 
 #include "automation/description.h"
 #include "automation/numbers.h"

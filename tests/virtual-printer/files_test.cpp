@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
 
 #include "base/files/temporary_folder.h"
 #include "support/bytes.h"

@@ -1,7 +1,6 @@
 // The content as one text, and its sum.
 #include "till/document/content.h"
 
-#include <array>
 #include <cstdint>
 #include <string_view>
 

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
-#include <system_error>
 #include <thread>
 
 #include "automation/automation_error.h"

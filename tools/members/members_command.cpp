@@ -6,7 +6,6 @@
 #include <memory>
 #include <stdexcept>
 
-#include "base/terminal/harmless.h"
 #include "base/terminal/language.h"
 #include "base/terminal/layout.h"
 #include "interface/description_json.h"

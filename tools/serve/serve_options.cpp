@@ -1,7 +1,6 @@
 // What the options mean.
 #include "tools/serve/serve_options.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>

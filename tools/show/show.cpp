@@ -1,8 +1,6 @@
 // Values and answers as text and JSON.
 #include "tools/show/show.h"
 
-#include <vector>
-
 #include "automation/conversions.h"
 #include "base/files/json.h"
 #include "base/terminal/harmless.h"

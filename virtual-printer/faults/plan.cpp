@@ -2,7 +2,6 @@
 #include "virtual-printer/faults/plan.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <stdexcept>

@@ -1,8 +1,6 @@
 // Setting of reports.
 #include "virtual-printer/paper/report.h"
 
-#include <algorithm>
-
 namespace virtual_printer {
 namespace {
 

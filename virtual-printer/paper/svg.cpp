@@ -1,9 +1,6 @@
 // Drawing of one sheet. Every character stands in a column of its own, whatever font the viewer has.
 #include "virtual-printer/paper/svg.h"
 
-#include <algorithm>
-#include <array>
-
 namespace virtual_printer {
 namespace {
 

@@ -1,7 +1,6 @@
 // Writing of events.
 #include "virtual-printer/shell/log.h"
 
-#include <cerrno>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 

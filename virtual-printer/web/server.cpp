@@ -2,7 +2,6 @@
 #include "virtual-printer/web/server.h"
 
 #include <charconv>
-#include <map>
 #include <stdexcept>
 #include <system_error>
 #include <thread>

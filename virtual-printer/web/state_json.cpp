@@ -6,7 +6,6 @@
 #include "virtual-printer/device/commands.h"
 #include "virtual-printer/device/status.h"
 #include "virtual-printer/faults/effect.h"
-#include "virtual-printer/fiscal/calendar.h"
 
 namespace virtual_printer {
 namespace {

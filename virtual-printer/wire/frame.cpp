@@ -1,7 +1,6 @@
 // Encoding of answers and decoding of commands whose checksum has been found right.
 #include "virtual-printer/wire/frame.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <numeric>

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <stdexcept>
 
 #include "base/system/error_text.h"
