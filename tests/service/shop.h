@@ -1,7 +1,6 @@
 // A shop for tests: virtual printers and the service as processes of their own, and a client that asks it.
 #pragma once
 
-#include <list>
 #include <map>
 #include <optional>
 
