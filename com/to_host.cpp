@@ -51,53 +51,24 @@ void replace(BSTR& text, VARIANT& value) {
 
 void toHost(const Variant& value, VARIANT& result) {
   ::VariantInit(&result);
+  const auto hold = [&](VARTYPE type, auto& member, auto given) {
+    member = given;
+    result.vt = type;
+  };
   switch (value.kind()) {
     case Kind::Empty: return;
     case Kind::Null: result.vt = VT_NULL; return;
-    case Kind::Missing:
-      result.scode = DISP_E_PARAMNOTFOUND;
-      result.vt = VT_ERROR;
-      return;
-    case Kind::Boolean:
-      result.boolVal = value.boolean() ? VARIANT_TRUE : VARIANT_FALSE;
-      result.vt = VT_BOOL;
-      return;
-    case Kind::Int16:
-      result.iVal = value.int16();
-      result.vt = VT_I2;
-      return;
-    case Kind::Int32:
-      result.lVal = value.int32();
-      result.vt = VT_I4;
-      return;
-    case Kind::Double:
-      result.dblVal = value.number();
-      result.vt = VT_R8;
-      return;
-    case Kind::Single:
-      result.fltVal = value.single();
-      result.vt = VT_R4;
-      return;
-    case Kind::Currency:
-      result.cyVal.int64 = value.currency().scaled();
-      result.vt = VT_CY;
-      return;
-    case Kind::Date:
-      result.date = value.date().days;
-      result.vt = VT_DATE;
-      return;
-    case Kind::Text:
-      result.bstrVal = makeBstr(value.text());
-      result.vt = VT_BSTR;
-      return;
-    case Kind::Array:
-      result.parray = safeArray(value.array());
-      result.vt = VT_ARRAY | VT_VARIANT;
-      return;
-    case Kind::Object:
-      result.pdispVal = hostObject(value.object());
-      result.vt = VT_DISPATCH;
-      return;
+    case Kind::Missing: return hold(VT_ERROR, result.scode, DISP_E_PARAMNOTFOUND);
+    case Kind::Boolean: return hold(VT_BOOL, result.boolVal, value.boolean() ? VARIANT_TRUE : VARIANT_FALSE);
+    case Kind::Int16: return hold(VT_I2, result.iVal, value.int16());
+    case Kind::Int32: return hold(VT_I4, result.lVal, value.int32());
+    case Kind::Double: return hold(VT_R8, result.dblVal, value.number());
+    case Kind::Single: return hold(VT_R4, result.fltVal, value.single());
+    case Kind::Currency: return hold(VT_CY, result.cyVal.int64, value.currency().scaled());
+    case Kind::Date: return hold(VT_DATE, result.date, value.date().days);
+    case Kind::Text: return hold(VT_BSTR, result.bstrVal, makeBstr(value.text()));
+    case Kind::Array: return hold(VT_ARRAY | VT_VARIANT, result.parray, safeArray(value.array()));
+    case Kind::Object: return hold(VT_DISPATCH, result.pdispVal, hostObject(value.object()));
   }
 }
 
