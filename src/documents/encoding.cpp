@@ -25,8 +25,7 @@ constexpr std::array<Replacement, 7> replacements{
 
 char16_t sevenBit(char16_t character) {
   if (character <= 127) return character == u'"' ? u'\'' : character;
-  const auto* found = std::find_if(replacements.begin(), replacements.end(),
-                                   [=](const Replacement& entry) { return entry.from == character; });
+  const auto* found = std::ranges::find(replacements, character, &Replacement::from);
   return found != replacements.end() ? found->to : u'.';
 }
 

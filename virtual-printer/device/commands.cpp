@@ -40,14 +40,12 @@ constexpr auto table = std::to_array<CommandEntry>({
 std::span<const CommandEntry> commandTable() { return table; }
 
 const CommandEntry* findCommand(std::uint8_t code) {
-  const auto* found =
-      std::find_if(table.begin(), table.end(), [&](const auto& entry) { return entry.code == code; });
+  const auto* found = std::ranges::find(table, code, &CommandEntry::code);
   return found == table.end() ? nullptr : found;
 }
 
 const CommandEntry* findCommand(std::string_view name) {
-  const auto* found =
-      std::find_if(table.begin(), table.end(), [&](const auto& entry) { return entry.name == name; });
+  const auto* found = std::ranges::find(table, name, &CommandEntry::name);
   return found == table.end() ? nullptr : found;
 }
 

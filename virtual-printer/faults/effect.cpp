@@ -54,8 +54,7 @@ std::span<const EffectEntry> effectTable() { return effects; }
 const EffectEntry& entryOf(Effect effect) { return effects[static_cast<std::size_t>(effect)]; }
 
 const EffectEntry* findEffect(std::string_view name) {
-  const auto* found =
-      std::find_if(effects.begin(), effects.end(), [&](const auto& entry) { return entry.name == name; });
+  const auto* found = std::ranges::find(effects, name, &EffectEntry::name);
   return found == effects.end() ? nullptr : found;
 }
 

@@ -18,8 +18,7 @@ std::string nameOf(std::uint8_t code) {
 }
 
 const Fault* find(const std::vector<Fault>& strikes, Effect effect) {
-  const auto found = std::find_if(strikes.begin(), strikes.end(),
-                                  [&](const Fault& fault) { return fault.effect == effect; });
+  const auto found = std::ranges::find(strikes, effect, &Fault::effect);
   return found == strikes.end() ? nullptr : &*found;
 }
 
