@@ -122,7 +122,7 @@ till::PrinterLine PrinterWorker::Loop::line() {
 void PrinterWorker::Loop::fill(till::Options& options) {
   options.observer = this;
   options.books = books_.get();
-  options.stop.cause = till::trouble(till::Heard::Nothing);  // the waiting ends for no other reason
+  options.stop.cause = till::trouble(till::Heard::Nothing);  // else the service ends, and the job waits on
   options.owner = serviceOwner;
   options.printerName = worker_.name();
 }
@@ -192,9 +192,11 @@ void PrinterWorker::Loop::look(const std::string& machine, till::PrinterLine& as
     setCondition(
         Condition::Blocked, documentOpenText(),
         say("Si es de otro programa, termínelo allí; si es de un trabajo de aquí, ponga papel y cierre la "
-            "tapa: se termina solo. Si sigue abierto, mire el papel, detenga el servicio y dé: zentaro call --device {} {}",
+            "tapa: se termina solo. Si sigue abierto, mire el papel, detenga el servicio y dé: "
+            "zentaro call --device {} {}",
             "If it is another program's, end it there; if it is a job's from here, put in paper and close "
-            "the cover: it is ended by itself. If it stays open, look at the paper, stop the service and give: zentaro call --device {} {}",
+            "the cover: it is ended by itself. If it stays open, look at the paper, stop the service and "
+            "give: zentaro call --device {} {}",
             {worker_.settings_.device, till::endingCommand(document)}));
   else if (refused_.empty())
     setCondition(Condition::Ready, "");

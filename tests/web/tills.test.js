@@ -117,11 +117,14 @@ test("the day and the Z by keyboard, behind a question", async () => {
   const asked = new Set();
   await page.route("**/v1/jobs/Z-*", (route) => route.abort(), { times: 1 });
   page.on("request", (request) => /jobs\/Z-/.test(request.url()) && asked.add(new URL(request.url()).pathname));
+  await page.keyboard.press("Enter");
+  await page.locator("#ask[open]").waitFor();
+  // As quick as can be: the next question is asked before the first knows its end.
+  await page.evaluate(() => { document.querySelector("#ask").close("no"); document.querySelector("[data-act=Z]").click(); });
   for (const came of ["#toast", "[data-job^=Z-]"]) {
-    await page.keyboard.press("Enter");
     await page.locator("#ask-yes").click();
     await page.locator(came, { hasText: /responde|impreso/ }).waitFor();
-    await printer(page).getByText("Cierre Z", { exact: true }).focus();
+    if (came === "#toast") await printer(page).getByText("Cierre Z", { exact: true }).press("Enter");
   }
   assert.strictEqual(asked.size, 1, "what was not answered is asked for under its own id again");
 });

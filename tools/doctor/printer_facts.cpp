@@ -14,6 +14,7 @@
 #include "text/code_page.h"
 #include "text/digits.h"
 #include "till/line/line_words.h"
+#include "till/words/closing_words.h"
 #include "tools/connection/holders.h"
 #include "tools/show/show.h"
 #include "zentaro.h"
@@ -97,17 +98,9 @@ Finding statusOf(const PrinterFacts& facts) {
               {facts.errorText.empty() ? "-" : facts.errorText, words})};
 }
 
-// By the printer's number of the kind of document: what ends it.
 Finding openDocumentFinding(int document, const std::string& portWords) {
-  const auto ends = [](int kind) {
-    switch (kind) {
-      case 3: return "CerrarDNF";
-      case 4: return "CerrarComprobante E";  // partially closed: it can only be closed
-      default: return "CancelarComprobante";
-    }
-  };
   return {"document-open", true, say("hay un documento abierto", "a document is open"),
-          terminal::whole("zentaro call " + portWords + " " + ends(document))};
+          terminal::whole("zentaro call " + portWords + " " + till::endingCommand(document))};
 }
 
 bool isOff(const PrinterFacts& facts) {
