@@ -22,6 +22,10 @@ class Service : public testing::Shop {
     client.send(httpRequest("GET /metrics", "Authorization: Bearer " + token + "\r\n"));
     return client.receive(10s);
   }
+  // Not while it is being tried.
+  bool withdraw(const std::string& id) const {
+    return eventually([&] { return ask("DELETE /v1/jobs/" + id).status == 200; });
+  }
   bool tells(const std::string& metric) const {
     return eventually([&] { return metrics().find("\n" + metric + "\n") != std::string::npos; });
   }
